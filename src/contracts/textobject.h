@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace ZebObjects {
+
+// One paragraph or remark of a text collection.
+class TextObject {
+public:
+    virtual ~TextObject() = default;
+
+    // Unique and stable within its collection.
+    virtual QString Key() const = 0;
+    // May hold CR-LF line breaks.
+    virtual QString Text() const = 0;
+    virtual void setText(const QString& text) = 0;
+    // Whether the paragraph is ticked for use.
+    virtual bool Selected() const = 0;
+    virtual void setSelected(bool selected) = 0;
+};
+
+}  // namespace ZebObjects

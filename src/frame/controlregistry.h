@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QWidget;
+
+namespace ZebSubCtl {
+
+class UserControl;
+
+// Creates the library's controls by identifier: "ZebSubmittalControls." and the control name.
+// Each control registers itself where it is defined (ZEB_REGISTER_CONTROL).
+class ControlRegistry {
+public:
+    using Factory = std::function<UserControl*(QWidget* parent)>;
+
+    static ControlRegistry& instance();
+    static QString identifierFor(const QString& controlName);
+
+    // Returns true so that registration can initialise a static.
+    bool add(const QString& controlName, Factory factory);
+    bool contains(const QString& identifier) const;
+    // Registered identifiers, sorted.
+    QStringList identifiers() const;
+    // A new control; an unknown identifier fails with 429 (cannot create object).
+    UserControl* create(const QString& identifier, QWidget* parent = nullptr) const;
+
+private:
+    QMap<QString, Factory> m_factories;
+};
+
+}  // namespace ZebSubCtl
+
+#define ZEB_REGISTER_CONTROL(Class)                                                          \
+    namespace {                                                                              \
+    [[maybe_unused]] const bool zebRegistered_##Class =                                      \
+        ::ZebSubCtl::ControlRegistry::instance().add(                                         \
+            QStringLiteral(#Class), [](QWidget* parent) -> ::ZebSubCtl::UserControl* {        \
+                return new Class(parent);                                                     \
+            });                                                                              \
+    }

@@ -1,0 +1,173 @@
+#pragma once
+
+#include "frame/reportmessage.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <type_traits>
+#include <utility>
+
+namespace ZebSubCtl {
+
+// Who a procedure is to the diagnostic log.
+class Procedure {
+public:
+    // Traces "name()" at entry and exit; a failure is logged under "name".
+    static Procedure traced(QString module, QString name);
+    // Does not trace; a failure is logged under label as given (most labels end in "()"),
+    // with the module name read from the component when the failure happens.
+    static Procedure untraced(const QObject* component, QString label);
+    // Does not trace; the module name is a literal.
+    static Procedure untraced(QString module, QString label);
+
+    bool isTraced() const { return !m_traceLabel.isEmpty(); }
+    QString module() const;
+    const QString& label() const { return m_label; }
+    const QString& traceLabel() const { return m_traceLabel; }
+
+private:
+    Procedure(const QObject* component, QString module, QString label, QString traceLabel);
+
+    const QObject* m_component = nullptr;
+    QString m_module;
+    QString m_label;
+    QString m_traceLabel;
+};
+
+// How an error path ends, after it has read the failure and logged it.
+class Ending {
+public:
+    enum class Kind {
+        Report,     // LogError, then one message box; the caller never sees the failure
+        Propagate,  // LogError, then the same failure raised again to the caller
+        LogOnly,    // LogError; the failure is swallowed
+        Notice,     // LogNotice instead of LogError; swallowed
+        Warning,    // LogWarning instead of LogError; swallowed (log-and-resume steps)
+    };
+
+    static Ending report(ReportVariant variant = ReportVariant::Plain);
+    static Ending propagate();
+    static Ending logOnly();
+    static Ending notice();
+    static Ending warning();
+
+    // Further statements of this procedure's error path, run after the box (or the log).
+    Ending then(std::function<void(const ErrorInfo&)> next) const;
+
+    Kind kind() const { return m_kind; }
+    ReportVariant variant() const { return m_variant; }
+    const std::function<void(const ErrorInfo&)>& next() const { return m_next; }
+
+private:
+    Kind m_kind = Kind::Report;
+    ReportVariant m_variant = ReportVariant::Plain;
+    std::function<void(const ErrorInfo&)> m_next;
+};
+
+// The error path every procedure runs in. The body is the procedure's work; the helper traces
+// entry and normal exit for traced procedures, and on any failure reads it, logs it (line 0)
+// and ends as the Ending says. A failure raised by the error path itself leaves the procedure:
+// for a propagating procedure it reaches the caller; for any other it ends at the last-resort
+// hook, never in Qt's event loop. A swallowed failure makes a value-returning body yield a
+// value-initialised result.
+class ErrorPath {
+public:
+    using LastResortHook = std::function<void(const ErrorInfo&)>;
+
+    template <class Body>
+    static auto run(const Procedure& procedure, const Ending& ending, Body&& body)
+        -> std::invoke_result_t<Body&>
+    {
+        using Result = std::invoke_result_t<Body&>;
+        ErrorInfo error;
+        try {
+            if (procedure.isTraced())
+                traceEntry(procedure);
+            if constexpr (std::is_void_v<Result>) {
+                body();
+                if (procedure.isTraced())
+                    traceExit(procedure);
+                return;
+            } else {
+                Result result = body();
+                if (procedure.isTraced())
+                    traceExit(procedure);
+                return result;
+            }
+        } catch (...) {
+            error = currentError();
+        }
+        fail(procedure, ending, error);
+        if constexpr (!std::is_void_v<Result>)
+            return Result{};
+    }
+
+    // For Qt's event handlers that call a propagating procedure (a resize handler, say): a
+    // failure that comes out ends at the last-resort hook.
+    template <class Body>
+    static void guardEventLoop(Body&& body) noexcept
+    {
+        try {
+            body();
+        } catch (...) {
+            lastResort(currentError());
+        }
+    }
+
+    // Traces "Exiting Method..." (or a procedure's own exit text) for a procedure that leaves
+    // early on purpose.
+    static void trace(const QString& module, const QString& label, const QString& message);
+    static void traceEntry(const Procedure& procedure);
+    static void traceExit(const Procedure& procedure);
+
+    // The failure now being handled, whatever was thrown.
+    static ErrorInfo currentError();
+
+    // Runs the error path for a failure already caught. A failure of the error path itself
+    // goes to the last-resort hook, unless the ending propagates.
+    static void fail(const Procedure& procedure, const Ending& ending, const ErrorInfo& error);
+    // The same, but a failure of the error path itself is thrown to the caller.
+    static void failOrThrow(const Procedure& procedure, const Ending& ending,
+                            const ErrorInfo& error);
+
+    static void setLastResortHook(LastResortHook hook);
+    static void lastResort(const ErrorInfo& error) noexcept;
+};
+
+// "Resume with the next statement": each step runs guarded; a failed step runs the error path
+// (LogWarning for the resize handlers) and the next step runs all the same. A failure of the
+// error path itself leaves the procedure (throws out of the step call). The ending must not
+// propagate.
+class ResumeNext {
+public:
+    ResumeNext(Procedure procedure, Ending ending)
+        : m_procedure(std::move(procedure)), m_ending(std::move(ending))
+    {
+    }
+
+    template <class Step>
+    ResumeNext& operator()(Step&& step)
+    {
+        ErrorInfo error;
+        try {
+            step();
+            return *this;
+        } catch (...) {
+            error = ErrorPath::currentError();
+        }
+        ErrorPath::failOrThrow(m_procedure, m_ending, error);
+        return *this;
+    }
+
+private:
+    Procedure m_procedure;
+    Ending m_ending;
+};
+
+// The bare class name of a component ("ctlTextSelect"), the module name untraced procedures
+// log under.
+QString componentName(const QObject* component);
+
+}  // namespace ZebSubCtl

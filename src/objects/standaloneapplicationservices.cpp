@@ -1,0 +1,26 @@
+#include "objects/standaloneapplicationservices.h"
+
+#include "objects/textformatter.h"
+
+namespace ZebObjects {
+
+StandaloneApplicationServices::~StandaloneApplicationServices() = default;
+
+bool StandaloneApplicationServices::ReformatText(QString& text)
+{
+    check("ReformatText");
+    return TextFormatter::reformat(text);
+}
+
+QStringList StandaloneApplicationServices::IssuedByNames() const
+{
+    check("IssuedByNames");
+    return m_issuedBy;
+}
+
+void StandaloneApplicationServices::setIssuedByNames(const QStringList& names)
+{
+    m_issuedBy = names;
+}
+
+}  // namespace ZebObjects

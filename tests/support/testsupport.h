@@ -1,0 +1,42 @@
+#pragma once
+
+#include "contracts/failure.h"
+#include "frame/errorpath.h"
+#include "frame/messageboxes.h"
+#include "objects/memorydiagnosticlog.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <memory>
+
+namespace ZebTest {
+
+// Gives one test its own diagnostic log, scripted message boxes and last-resort hook, and puts
+// the process-wide defaults back when it ends.
+class Harness {
+public:
+    Harness();
+    ~Harness();
+    Harness(const Harness&) = delete;
+    Harness& operator=(const Harness&) = delete;
+
+    ZebObjects::MemoryDiagnosticLog& log() { return *m_log; }
+    std::shared_ptr<ZebObjects::MemoryDiagnosticLog> logPtr() { return m_log; }
+    ZebSubCtl::ScriptedMessageBoxService& boxes() { return *m_boxes; }
+    // Failures that reached the last-resort hook.
+    const QList<ZebObjects::ErrorInfo>& lastResort() const { return m_lastResort; }
+
+private:
+    std::shared_ptr<ZebObjects::MemoryDiagnosticLog> m_log;
+    std::shared_ptr<ZebSubCtl::ScriptedMessageBoxService> m_boxes;
+    QList<ZebObjects::ErrorInfo> m_lastResort;
+};
+
+inline ZebObjects::ErrorInfo error(qint32 number, const QString& source,
+                                   const QString& description)
+{
+    return ZebObjects::ErrorInfo{number, source, description};
+}
+
+}  // namespace ZebTest
