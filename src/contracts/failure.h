@@ -7,12 +7,15 @@ namespace ZebObjects {
 
 // The run time's own error numbers, as business objects and controls raise them.
 namespace ErrorNumber {
-inline constexpr qint32 OutOfMemory = 7;
+inline constexpr qint32 InvalidProcedureCall = 5;
 inline constexpr qint32 Overflow = 6;
+inline constexpr qint32 OutOfMemory = 7;
 inline constexpr qint32 SubscriptOutOfRange = 9;
 inline constexpr qint32 DivisionByZero = 11;
 inline constexpr qint32 TypeMismatch = 13;
 inline constexpr qint32 InternalError = 51;
+inline constexpr qint32 PermissionDenied = 70;
+inline constexpr qint32 PathFileAccessError = 75;
 inline constexpr qint32 ObjectNotSet = 91;
 inline constexpr qint32 CannotCreateObject = 429;
 inline constexpr qint32 NoSuchProperty = 438;

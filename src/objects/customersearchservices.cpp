@@ -1,22 +1,50 @@
-// Placeholder until the customer contracts land: the search members are not available yet.
+// The customer search members of the stand-alone application object.
 #include "objects/standaloneapplicationservices.h"
+
+#include "objects/customerdirectory.h"
+#include "objects/sampledata.h"
+#include "objects/standalonecustomerfinder.h"
+#include "objects/standalonecustomersearchcontext.h"
 
 namespace ZebObjects {
 
-StandaloneApplicationServices::StandaloneApplicationServices() = default;
+StandaloneApplicationServices::StandaloneApplicationServices()
+    : m_issuedBy(SampleData::issuedByNames())
+    , m_searchContext(
+          std::make_shared<StandaloneCustomerSearchContext>(SampleData::searchContextValue()))
+    , m_directory(SampleData::customerDirectory())
+{
+}
 
-std::shared_ptr<ZebObjects::CustomerSearchContext> StandaloneApplicationServices::SearchContext() const
+std::shared_ptr<CustomerSearchContext> StandaloneApplicationServices::SearchContext() const
 {
     check("SearchContext");
-    throw Failure(ErrorNumber::CannotCreateObject, QStringLiteral("ZebObjects.ApplicationServices"),
-                  QStringLiteral("Customer search is not available"));
+    return m_searchContext;
 }
 
 std::shared_ptr<CustomerFinder> StandaloneApplicationServices::CreateCustomerFinder()
 {
     check("CreateCustomerFinder");
-    throw Failure(ErrorNumber::CannotCreateObject, QStringLiteral("ZebObjects.ApplicationServices"),
-                  QStringLiteral("Customer search is not available"));
+    return std::make_shared<StandaloneCustomerFinder>(m_directory);
+}
+
+void StandaloneApplicationServices::setSearchContext(
+    std::shared_ptr<CustomerSearchContext> context)
+{
+    check("SearchContext=");
+    m_searchContext = std::move(context);
+}
+
+std::shared_ptr<CustomerDirectory> StandaloneApplicationServices::customerDirectory() const
+{
+    return m_directory;
+}
+
+void StandaloneApplicationServices::setCustomerDirectory(
+    std::shared_ptr<CustomerDirectory> directory)
+{
+    check("CustomerDirectory=");
+    m_directory = std::move(directory);
 }
 
 }  // namespace ZebObjects

@@ -11,12 +11,13 @@ DefaultDiagnosticLog::~DefaultDiagnosticLog() = default;
 
 void DefaultDiagnosticLog::setFile(const QString& path)
 {
+    check("File=");
     m_file.reset();
     if (path.isEmpty())
         return;
     auto file = std::make_unique<QFile>(path);
     if (!file->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text))
-        throw Failure(75, QStringLiteral("ZebObjects.DiagnosticLog"),
+        throw Failure(ErrorNumber::PathFileAccessError, QStringLiteral("ZebObjects.DiagnosticLog"),
                       QStringLiteral("Path/File access error: cannot open the log file \"%1\": %2")
                           .arg(path, file->errorString()));
     m_file = std::move(file);
@@ -24,6 +25,7 @@ void DefaultDiagnosticLog::setFile(const QString& path)
 
 QString DefaultDiagnosticLog::file() const
 {
+    check("File");
     return m_file ? m_file->fileName() : QString();
 }
 
@@ -48,24 +50,28 @@ QString DefaultDiagnosticLog::formatTrace(const QString& module, const QString& 
 void DefaultDiagnosticLog::LogError(const QString& module, const QString& label,
                                     const ErrorInfo& error, qint32 line)
 {
+    check("LogError");
     write(QtCriticalMsg, formatFailure("ERROR", module, label, error, line));
 }
 
 void DefaultDiagnosticLog::LogNotice(const QString& module, const QString& label,
                                      const ErrorInfo& error, qint32 line)
 {
+    check("LogNotice");
     write(QtInfoMsg, formatFailure("NOTICE", module, label, error, line));
 }
 
 void DefaultDiagnosticLog::LogWarning(const QString& module, const QString& label,
                                       const ErrorInfo& error, qint32 line)
 {
+    check("LogWarning");
     write(QtWarningMsg, formatFailure("WARNING", module, label, error, line));
 }
 
 void DefaultDiagnosticLog::Trace(const QString& module, const QString& label, QString message,
                                  qint32 level)
 {
+    check("Trace");
     // Traces come by the thousand: skip the formatting when nobody reads them.
     if (!m_file && !zebDiagnostics().isDebugEnabled())
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contracts/diagnosticlog.h"
+#include "objects/faultinjector.h"
 
 #include <QFile>
 #include <QLoggingCategory>
@@ -17,7 +18,9 @@ namespace ZebObjects {
 // a file when the host names one.
 //   2026-11-21 14:20:01.123 TRACE ctlTextSelect Populate() Entering Method...
 //   2026-11-21 14:20:01.125 ERROR ctlTextSelect cmdAdd_Click() #91 [ZebObjects.TextObjects] Object variable not set (line 0)
-class DefaultDiagnosticLog : public DiagnosticLog {
+// Member names for fault injection: "LogError", "LogNotice", "LogWarning", "Trace", "File",
+// "File=".
+class DefaultDiagnosticLog : public DiagnosticLog, public FaultInjectable {
 public:
     DefaultDiagnosticLog();
     ~DefaultDiagnosticLog() override;

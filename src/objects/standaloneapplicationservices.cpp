@@ -20,6 +20,7 @@ QStringList StandaloneApplicationServices::IssuedByNames() const
 
 void StandaloneApplicationServices::setIssuedByNames(const QStringList& names)
 {
+    check("IssuedByNames=");
     m_issuedBy = names;
 }
 

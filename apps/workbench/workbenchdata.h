@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+namespace ZebSubCtl {
+class UserControl;
+}
+
+// The business objects the workbench binds its controls to, by name: the stand-alone library's
+// sample submittal.
+class WorkbenchData {
+public:
+    WorkbenchData();
+
+    QStringList names() const { return m_objects.keys(); }
+    QVariant object(const QString& name) const { return m_objects.value(name); }
+    void add(const QString& name, const QVariant& object) { m_objects.insert(name, object); }
+
+    // Hands the named object to the control's object property (by name, as a host does).
+    // An unknown name, or a property that does not take it, fails with 438.
+    void bind(ZebSubCtl::UserControl* control, const QString& property, const QString& name);
+
+private:
+    QMap<QString, QVariant> m_objects;
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "formdescription.h"
+
+#include <QList>
+#include <QMainWindow>
+
+class QPlainTextEdit;
+class QTabWidget;
+class WorkbenchData;
+namespace ZebSubCtl {
+class UserControl;
+}
+
+// The host's main window: one tab per form page, the controls placed at their design places,
+// and a pane that shows the diagnostic log.
+class WorkbenchWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    WorkbenchWindow(const FormDescription& form, WorkbenchData& data, QWidget* parent = nullptr);
+
+    QList<ZebSubCtl::UserControl*> controls() const { return m_controls; }
+    QPlainTextEdit* logView() const { return m_log; }
+    // Problems met while building the form (a control that could not be created, restored or
+    // bound); the form still shows everything else.
+    QStringList problems() const { return m_problems; }
+    // The form with every control's current saved design.
+    FormDescription currentDesign() const;
+    QByteArray currentDesignJson() const;
+    void showPage(int index);
+
+private:
+    ZebSubCtl::UserControl* place(QWidget* page, const FormControl& control, WorkbenchData& data);
+
+    FormDescription m_form;
+    QTabWidget* m_tabs = nullptr;
+    QPlainTextEdit* m_log = nullptr;
+    QList<ZebSubCtl::UserControl*> m_controls;
+    QStringList m_problems;
+};

@@ -1,0 +1,37 @@
+# Shared by the project's scripts: installs what is missing and configures a build folder.
+set -euo pipefail
+
+ZEB_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+ZEB_PACKAGES=(cmake ninja-build g++ qt6-base-dev fonts-dejavu-core)
+
+zeb_sudo() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# Installs the Debian packages that are not installed yet; does nothing when all are there.
+zeb_ensure_packages() {
+  local missing=()
+  local p
+  for p in "$@"; do
+    if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+      missing+=("$p")
+    fi
+  done
+  if [ ${#missing[@]} -gt 0 ]; then
+    echo "Installing Debian packages: ${missing[*]}"
+    zeb_sudo apt-get update -q
+    DEBIAN_FRONTEND=noninteractive zeb_sudo apt-get install -y -q "${missing[@]}"
+  fi
+}
+
+# zeb_configure DIR [cmake options...]: configures DIR once; later runs only build.
+zeb_configure() {
+  local dir="$1"; shift
+  if [ ! -f "$dir/build.ninja" ]; then
+    cmake -S "$ZEB_ROOT" -B "$dir" -G Ninja "$@"
+  fi
+}
+
+zeb_jobs() {
+  nproc 2>/dev/null || echo 2
+}

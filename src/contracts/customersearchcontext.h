@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QVariant>
+
+namespace ZebObjects {
+
+// Who is searching: the customer finder narrows or orders its answers by it. Callers hand the
+// value on unchanged.
+class CustomerSearchContext {
+public:
+    virtual ~CustomerSearchContext() = default;
+
+    virtual QVariant Value() const = 0;
+};
+
+}  // namespace ZebObjects

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <memory>
+
+namespace ZebObjects {
+
+class LabelFields;
+
+// A label definition: the fields that can print on a mailing label.
+class Labels {
+public:
+    virtual ~Labels() = default;
+
+    virtual std::shared_ptr<ZebObjects::LabelFields> LabelFields() const = 0;
+};
+
+}  // namespace ZebObjects

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace ZebObjects {
+
+// The comment attached to a line of the bill of materials.
+class LineItemComment {
+public:
+    virtual ~LineItemComment() = default;
+
+    virtual QString Text() const = 0;
+};
+
+}  // namespace ZebObjects

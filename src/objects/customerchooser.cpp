@@ -1,0 +1,98 @@
+#include "objects/customerchooser.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace ZebObjects {
+
+namespace {
+constexpr int kPositionRole = Qt::UserRole;
+}
+
+CustomerChooser::CustomerChooser(const QList<StandaloneCustomer::Data>& customers,
+                                 QWidget* parent)
+    : QDialog(parent), m_list(new QTreeWidget(this))
+{
+    setObjectName(QStringLiteral("frmChooseCustomer"));
+    setWindowTitle(QStringLiteral("Choose Customer"));
+    setModal(true);
+
+    auto* prompt = new QLabel(
+        QStringLiteral("More than one customer matches your search. Choose one:"), this);
+    prompt->setObjectName(QStringLiteral("lblPrompt"));
+
+    m_list->setObjectName(QStringLiteral("lsvMatches"));
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_list->setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Account Number"),
+                             QStringLiteral("City"), QStringLiteral("State")});
+    for (qsizetype i = 0; i < customers.size(); ++i) {
+        const auto& c = customers[i];
+        auto* row = new QTreeWidgetItem(m_list, {c.name, c.accountNumber, c.city, c.state});
+        row->setData(0, kPositionRole, QVariant::fromValue(i));
+    }
+    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    if (m_list->topLevelItemCount() > 0)
+        m_list->setCurrentItem(m_list->topLevelItem(0));
+
+    auto* ok = new QPushButton(QStringLiteral("OK"), this);
+    ok->setObjectName(QStringLiteral("cmdOK"));
+    ok->setDefault(true);
+    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
+    cancel->setObjectName(QStringLiteral("cmdCancel"));
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(prompt);
+    layout->addWidget(m_list);
+    layout->addLayout(buttons);
+    resize(560, 320);
+
+    connect(ok, &QPushButton::clicked, this, [this] {
+        if (current() >= 0)
+            accept();
+    });
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_list, &QTreeWidget::itemDoubleClicked, this, [this] { accept(); });
+    connect(m_list, &QTreeWidget::currentItemChanged, this,
+            [ok](QTreeWidgetItem* item) { ok->setEnabled(item != nullptr); });
+    ok->setEnabled(m_list->currentItem() != nullptr);
+}
+
+CustomerChooser::~CustomerChooser() = default;
+
+qsizetype CustomerChooser::current() const
+{
+    const QTreeWidgetItem* item = m_list->currentItem();
+    return item ? item->data(0, kPositionRole).value<qsizetype>() : -1;
+}
+
+qsizetype CustomerChooser::choose(const QList<StandaloneCustomer::Data>& customers)
+{
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        throw Failure(ErrorNumber::CannotCreateObject, QStringLiteral("ZebObjects.CustomerFinder"),
+                      QStringLiteral("Cannot show the customer chooser: the process has no "
+                                     "widget application"));
+    // Guarded: whoever answers the dialog may also close its parent.
+    QPointer<CustomerChooser> dialog = new CustomerChooser(customers, QApplication::activeWindow());
+    const int answer = dialog->exec();
+    qsizetype chosen = -1;
+    if (dialog) {
+        if (answer == QDialog::Accepted)
+            chosen = dialog->current();
+        delete dialog.data();
+    }
+    return chosen;
+}
+
+}  // namespace ZebObjects

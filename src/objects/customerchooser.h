@@ -1,0 +1,34 @@
+#pragma once
+
+#include "objects/standalonecustomer.h"
+
+#include <QDialog>
+#include <QList>
+
+class QTreeWidget;
+
+namespace ZebObjects {
+
+// The modal dialog in which the user picks one of several customers a search found: one row per
+// customer (name, account number, city, state), the first one current; OK (or a double click,
+// or Enter) takes the current row, Cancel (or Escape) takes none.
+// Its widgets: "lblPrompt", "lsvMatches", "cmdOK", "cmdCancel"; the dialog is "frmChooseCustomer".
+class CustomerChooser : public QDialog {
+    Q_OBJECT
+public:
+    explicit CustomerChooser(const QList<StandaloneCustomer::Data>& customers,
+                             QWidget* parent = nullptr);
+    ~CustomerChooser() override;
+
+    // Shows the dialog modally over the active window; answers the position of the chosen
+    // customer in customers, or -1 when the user chose none.
+    static qsizetype choose(const QList<StandaloneCustomer::Data>& customers);
+
+    // The position of the current row, or -1.
+    qsizetype current() const;
+
+private:
+    QTreeWidget* m_list;
+};
+
+}  // namespace ZebObjects

@@ -1,0 +1,47 @@
+#include "objects/standalonecustomerfinder.h"
+
+#include "objects/customerchooser.h"
+#include "objects/standalonecustomersearchresult.h"
+
+namespace ZebObjects {
+
+StandaloneCustomerFinder::StandaloneCustomerFinder(std::shared_ptr<CustomerDirectory> directory)
+    : m_directory(std::move(directory))
+{
+}
+
+StandaloneCustomerFinder::~StandaloneCustomerFinder() = default;
+
+std::shared_ptr<CustomerSearchResult> StandaloneCustomerFinder::Search(
+    bool includeInactive, bool interactive, bool exactName, bool matchAny,
+    bool sortByAccountNumber, const QVariant& context, const QString& keyword,
+    const QString& accountNumber, const QString& city, const QString& state, const QString& zip,
+    const QString& phone, const QString& type, const QString& category, qint32 maximumResults)
+{
+    check("Search");
+    const CustomerDirectory::Query query{includeInactive, exactName, matchAny,
+                                         sortByAccountNumber, keyword, accountNumber,
+                                         city, state, zip, phone, type, category,
+                                         maximumResults};
+    m_lastCall = Call{interactive, context, query};
+    if (!m_directory)
+        throw Failure(ErrorNumber::ObjectNotSet, QStringLiteral("ZebObjects.CustomerFinder"),
+                      QStringLiteral("Object variable or With block variable not set: the finder "
+                                     "has no customer directory"));
+
+    const QList<StandaloneCustomer::Data> matches = m_directory->Search(query);
+    qsizetype chosen = -1;
+    if (matches.size() == 1)
+        chosen = 0;
+    else if (matches.size() > 1 && interactive)
+        chosen = CustomerChooser::choose(matches);
+    if (chosen < 0)
+        return nullptr;
+
+    StandaloneCustomer::Data data = matches[chosen];
+    data.included = false;
+    return std::make_shared<StandaloneCustomerSearchResult>(
+        std::make_shared<StandaloneCustomer>(std::move(data)), qint32(matches.size()));
+}
+
+}  // namespace ZebObjects

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "contracts/lineitem.h"
+#include "contracts/lineitemcomment.h"
+#include "objects/faultinjector.h"
+
+#include <optional>
+
+namespace ZebObjects {
+
+// Member names for fault injection: "Text".
+class StandaloneLineItemComment : public LineItemComment, public FaultInjectable {
+public:
+    explicit StandaloneLineItemComment(QString text);
+
+    QString Text() const override;
+
+private:
+    QString m_text;
+};
+
+// One in-memory line of a bill of materials. Reads only hand back what the line holds.
+// Member names for fault injection: "Selected", "Selected=", "Quantity", "Type", "Brand",
+// "CatalogNumber", "Description", "Group", "MTO", "Comment".
+class StandaloneLineItem : public LineItem, public FaultInjectable {
+public:
+    struct Data {
+        qint32 quantity = 0;
+        QString type;
+        QString brand;
+        QString catalogNumber;
+        QString description;
+        QString group;
+        bool mto = false;
+        // No value: the line has no comment. An empty text is a comment all the same.
+        std::optional<QString> comment;
+        bool selected = false;
+    };
+
+    explicit StandaloneLineItem(const Data& data);
+
+    bool Selected() const override;
+    void setSelected(bool selected) override;
+    // The quantity in plain decimal digits ("12").
+    QString Quantity() const override;
+    QString Type() const override;
+    QString Brand() const override;
+    QString CatalogNumber() const override;
+    QString Description() const override;
+    QString Group() const override;
+    bool MTO() const override;
+    std::shared_ptr<LineItemComment> Comment() const override;
+
+    qint32 quantity() const { return m_quantity; }
+
+private:
+    qint32 m_quantity;
+    QString m_type;
+    QString m_brand;
+    QString m_catalogNumber;
+    QString m_description;
+    QString m_group;
+    bool m_mto;
+    std::shared_ptr<StandaloneLineItemComment> m_comment;
+    bool m_selected;
+};
+
+}  // namespace ZebObjects

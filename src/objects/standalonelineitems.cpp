@@ -1,0 +1,56 @@
+#include "objects/standalonelineitems.h"
+
+#include <limits>
+
+namespace ZebObjects {
+
+namespace {
+const QString kSource = QStringLiteral("ZebObjects.LineItems");
+}
+
+qint16 StandaloneLineItems::Count() const
+{
+    check("Count");
+    return qint16(m_items.size());
+}
+
+std::shared_ptr<LineItem> StandaloneLineItems::Item(qint16 position) const
+{
+    check("Item");
+    return line(position);
+}
+
+LineItemList StandaloneLineItems::Enumerate() const
+{
+    check("Enumerate");
+    return LineItemList(m_items.begin(), m_items.end());
+}
+
+std::shared_ptr<StandaloneLineItem> StandaloneLineItems::Add(const StandaloneLineItem::Data& data)
+{
+    check("Add");
+    if (m_items.size() >= std::size_t(std::numeric_limits<qint16>::max()))
+        throw Failure(ErrorNumber::Overflow, kSource,
+                      QStringLiteral("Overflow: a submittal has at most 32767 lines"));
+    auto item = std::make_shared<StandaloneLineItem>(data);
+    m_items.push_back(item);
+    return item;
+}
+
+void StandaloneLineItems::Clear()
+{
+    check("Clear");
+    m_items.clear();
+}
+
+std::shared_ptr<StandaloneLineItem> StandaloneLineItems::line(qint16 position) const
+{
+    if (position < 1 || std::size_t(position) > m_items.size())
+        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
+                      QStringLiteral("Subscript out of range: no line at position %1 of %2")
+                          .arg(position)
+                          .arg(m_items.size()));
+    return m_items[std::size_t(position) - 1];
+}
+
+}  // namespace ZebObjects

@@ -1,0 +1,647 @@
+#include "platform/keyedlistview.h"
+
+#include "contracts/failure.h"
+
+#include <QAbstractItemModel>
+#include <QHash>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+
+#include <vector>
+
+namespace ZebSubCtl {
+
+namespace {
+
+const QString kSource = QStringLiteral("ZebSubCtl.KeyedListView");
+
+[[noreturn]] void indexOutOfBounds()
+{
+    throw ZebObjects::Failure(35600, kSource, QStringLiteral("Index out of bounds"));
+}
+
+[[noreturn]] void elementNotFound()
+{
+    throw ZebObjects::Failure(ZebObjects::ErrorNumber::ElementNotFound, kSource,
+                              QStringLiteral("Element not found"));
+}
+
+[[noreturn]] void keyNotUnique()
+{
+    throw ZebObjects::Failure(ZebObjects::ErrorNumber::KeyNotUnique, kSource,
+                              QStringLiteral("Key is not unique in collection"));
+}
+
+struct SubItem {
+    QString key;
+    QString text;
+};
+
+struct Row {
+    QString key;
+    QString text;
+    QString tag;
+    QString toolTip;
+    bool checked = false;
+    std::vector<SubItem> subItems;
+};
+
+struct Column {
+    QString key;
+    QString heading;
+};
+
+}  // namespace
+
+// The items in a vector, with a key-to-row hash. Changes made inside a batch (beginUpdate) are
+// announced as one model reset; outside a batch each change is announced on its own.
+class KeyedListView::Model : public QAbstractItemModel {
+public:
+    explicit Model(QObject* parent) : QAbstractItemModel(parent) {}
+
+    std::vector<Row> rows;
+    QHash<QString, int> rowOfKey;
+    std::vector<Column> columns;
+    bool checkBoxes = false;
+    std::function<void(int)> onUserCheck;
+
+    // --- QAbstractItemModel
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override
+    {
+        if (parent.isValid() || row < 0 || row >= int(rows.size()) || column < 0
+            || column >= columnCount())
+            return {};
+        return createIndex(row, column);
+    }
+    QModelIndex parent(const QModelIndex&) const override { return {}; }
+    int rowCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : int(rows.size());
+    }
+    int columnCount(const QModelIndex& = {}) const override
+    {
+        return columns.empty() ? 1 : int(columns.size());
+    }
+    bool hasChildren(const QModelIndex& parent = {}) const override
+    {
+        return !parent.isValid() && !rows.empty();
+    }
+
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        if (!index.isValid())
+            return {};
+        const Row& r = rows[std::size_t(index.row())];
+        const int column = index.column();
+        switch (role) {
+        case Qt::DisplayRole:
+            if (column == 0)
+                return r.text;
+            if (std::size_t(column) <= r.subItems.size())
+                return r.subItems[std::size_t(column) - 1].text;
+            return {};
+        case Qt::CheckStateRole:
+            if (column == 0 && checkBoxes)
+                return int(r.checked ? Qt::Checked : Qt::Unchecked);
+            return {};
+        case Qt::ToolTipRole:
+            if (!r.toolTip.isEmpty())
+                return r.toolTip;
+            return {};
+        default:
+            return {};
+        }
+    }
+
+    Qt::ItemFlags flags(const QModelIndex& index) const override
+    {
+        if (!index.isValid())
+            return Qt::NoItemFlags;
+        Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+        if (checkBoxes && index.column() == 0)
+            f |= Qt::ItemIsUserCheckable;
+        return f;
+    }
+
+    // Only the view writes through here: a user toggle.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override
+    {
+        if (!index.isValid() || role != Qt::CheckStateRole || index.column() != 0 || !checkBoxes)
+            return false;
+        const bool checked = value.toInt() == Qt::Checked;
+        Row& r = rows[std::size_t(index.row())];
+        if (r.checked == checked)
+            return true;
+        r.checked = checked;
+        emit dataChanged(index, index, {Qt::CheckStateRole});
+        if (onUserCheck)
+            onUserCheck(index.row());
+        return true;
+    }
+
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0
+            || std::size_t(section) >= columns.size())
+            return {};
+        return columns[std::size_t(section)].heading;
+    }
+
+    // --- batching
+    void beginUpdate() { ++m_depth; }
+    void endUpdate()
+    {
+        if (m_depth > 0 && --m_depth == 0 && m_resetting) {
+            m_resetting = false;
+            endResetModel();
+        }
+    }
+    bool batching()
+    {
+        if (m_depth == 0)
+            return false;
+        if (!m_resetting) {
+            m_resetting = true;
+            beginResetModel();
+        }
+        return true;
+    }
+
+    // --- item operations
+    void checkRow(int row) const
+    {
+        if (row < 0 || row >= int(rows.size()))
+            indexOutOfBounds();
+    }
+
+    int insert(int row, const QString& key, const QString& text)
+    {
+        if (row < 0 || row > int(rows.size()))
+            indexOutOfBounds();
+        if (!key.isEmpty() && rowOfKey.contains(key))
+            keyNotUnique();
+        const bool append = row == int(rows.size());
+        const bool batch = batching();
+        if (!batch)
+            beginInsertRows({}, row, row);
+        Row r;
+        r.key = key;
+        r.text = text;
+        if (append) {
+            rows.push_back(std::move(r));
+        } else {
+            rows.insert(rows.begin() + row, std::move(r));
+            renumberFrom(row + 1);
+        }
+        if (!key.isEmpty())
+            rowOfKey.insert(key, row);
+        if (!batch)
+            endInsertRows();
+        return row;
+    }
+
+    void remove(int row)
+    {
+        checkRow(row);
+        const bool batch = batching();
+        if (!batch)
+            beginRemoveRows({}, row, row);
+        const QString key = rows[std::size_t(row)].key;
+        if (!key.isEmpty())
+            rowOfKey.remove(key);
+        rows.erase(rows.begin() + row);
+        renumberFrom(row);
+        if (!batch)
+            endRemoveRows();
+    }
+
+    void clearItems()
+    {
+        const bool batch = batching();
+        if (!batch)
+            beginResetModel();
+        rows.clear();
+        rowOfKey.clear();
+        if (!batch)
+            endResetModel();
+    }
+
+    void changed(int row, int column, const QList<int>& roles)
+    {
+        if (m_resetting)
+            return;
+        const QModelIndex i = createIndex(row, column);
+        emit dataChanged(i, i, roles);
+    }
+
+    void allChanged()
+    {
+        if (m_resetting || rows.empty())
+            return;
+        emit dataChanged(createIndex(0, 0), createIndex(int(rows.size()) - 1, columnCount() - 1));
+    }
+
+    void setColumns(std::vector<Column> next)
+    {
+        const bool batch = batching();
+        if (!batch)
+            beginResetModel();
+        columns = std::move(next);
+        if (!batch)
+            endResetModel();
+    }
+
+private:
+    void renumberFrom(int row)
+    {
+        for (int i = row; i < int(rows.size()); ++i) {
+            const QString& k = rows[std::size_t(i)].key;
+            if (!k.isEmpty())
+                rowOfKey[k] = i;
+        }
+    }
+
+    int m_depth = 0;
+    bool m_resetting = false;
+};
+
+KeyedListView::KeyedListView(QWidget* parent) : QTreeView(parent), m_model(new Model(this))
+{
+    m_model->onUserCheck = [this](int row) { emit itemCheck(row); };
+    setModel(m_model);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setExpandsOnDoubleClick(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setSortingEnabled(false);
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    setMouseTracking(true);
+    viewport()->setMouseTracking(true);
+
+    // The row height is read from the first row; anything that may change it drops the cache.
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { invalidateRowHeight(); });
+    connect(m_model, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex&, int first, int) {
+                if (first == 0)
+                    invalidateRowHeight();
+            });
+    connect(m_model, &QAbstractItemModel::rowsRemoved, this,
+            [this](const QModelIndex&, int first, int) {
+                if (first == 0)
+                    invalidateRowHeight();
+            });
+    connect(m_model, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex& topLeft, const QModelIndex&) {
+                if (topLeft.row() == 0)
+                    invalidateRowHeight();
+            });
+    connect(header(), &QHeaderView::sectionCountChanged, this, [this] { invalidateRowHeight(); });
+}
+
+KeyedListView::~KeyedListView() = default;
+
+void KeyedListView::addColumn(const QString& key, const QString& heading)
+{
+    if (!key.isEmpty()) {
+        for (const Column& c : m_model->columns)
+            if (c.key == key)
+                keyNotUnique();
+    }
+    std::vector<Column> next = m_model->columns;
+    next.push_back({key, heading});
+    m_model->setColumns(std::move(next));
+}
+
+int KeyedListView::columnCount() const
+{
+    return int(m_model->columns.size());
+}
+
+QString KeyedListView::columnKey(int column) const
+{
+    if (column < 0 || std::size_t(column) >= m_model->columns.size())
+        indexOutOfBounds();
+    return m_model->columns[std::size_t(column)].key;
+}
+
+QString KeyedListView::columnHeading(int column) const
+{
+    if (column < 0 || std::size_t(column) >= m_model->columns.size())
+        indexOutOfBounds();
+    return m_model->columns[std::size_t(column)].heading;
+}
+
+bool KeyedListView::checkBoxes() const
+{
+    return m_model->checkBoxes;
+}
+
+void KeyedListView::setCheckBoxes(bool on)
+{
+    if (m_model->checkBoxes == on)
+        return;
+    m_model->checkBoxes = on;
+    m_model->allChanged();
+    invalidateRowHeight();
+}
+
+int KeyedListView::count() const
+{
+    return int(m_model->rows.size());
+}
+
+int KeyedListView::addItem(const QString& key, const QString& text)
+{
+    return m_model->insert(count(), key, text);
+}
+
+int KeyedListView::insertItem(int row, const QString& key, const QString& text)
+{
+    return m_model->insert(row, key, text);
+}
+
+void KeyedListView::removeItem(int row)
+{
+    m_model->remove(row);
+}
+
+void KeyedListView::removeItem(const QString& key)
+{
+    m_model->remove(this->row(key));
+}
+
+void KeyedListView::clear()
+{
+    m_model->clearItems();
+}
+
+void KeyedListView::reserve(int items)
+{
+    if (items > 0) {
+        m_model->rows.reserve(std::size_t(items));
+        m_model->rowOfKey.reserve(items);
+    }
+}
+
+int KeyedListView::find(const QString& key) const
+{
+    if (key.isEmpty())
+        return -1;
+    return m_model->rowOfKey.value(key, -1);
+}
+
+int KeyedListView::row(const QString& key) const
+{
+    const int r = find(key);
+    if (r < 0)
+        elementNotFound();
+    return r;
+}
+
+QString KeyedListView::key(int row) const
+{
+    m_model->checkRow(row);
+    return m_model->rows[std::size_t(row)].key;
+}
+
+QString KeyedListView::text(int row) const
+{
+    m_model->checkRow(row);
+    return m_model->rows[std::size_t(row)].text;
+}
+
+void KeyedListView::setText(int row, const QString& text)
+{
+    m_model->checkRow(row);
+    m_model->rows[std::size_t(row)].text = text;
+    m_model->changed(row, 0, {Qt::DisplayRole});
+}
+
+QString KeyedListView::tag(int row) const
+{
+    m_model->checkRow(row);
+    return m_model->rows[std::size_t(row)].tag;
+}
+
+void KeyedListView::setTag(int row, const QString& tag)
+{
+    m_model->checkRow(row);
+    m_model->rows[std::size_t(row)].tag = tag;
+}
+
+bool KeyedListView::isChecked(int row) const
+{
+    m_model->checkRow(row);
+    return m_model->rows[std::size_t(row)].checked;
+}
+
+void KeyedListView::setChecked(int row, bool checked)
+{
+    m_model->checkRow(row);
+    Row& r = m_model->rows[std::size_t(row)];
+    if (r.checked == checked)
+        return;
+    r.checked = checked;
+    m_model->changed(row, 0, {Qt::CheckStateRole});
+}
+
+QString KeyedListView::itemToolTip(int row) const
+{
+    m_model->checkRow(row);
+    return m_model->rows[std::size_t(row)].toolTip;
+}
+
+void KeyedListView::setItemToolTip(int row, const QString& text)
+{
+    m_model->checkRow(row);
+    m_model->rows[std::size_t(row)].toolTip = text;
+}
+
+int KeyedListView::addSubItem(int row, const QString& key, const QString& text)
+{
+    m_model->checkRow(row);
+    Row& r = m_model->rows[std::size_t(row)];
+    if (!key.isEmpty()) {
+        for (const SubItem& s : r.subItems)
+            if (s.key == key)
+                keyNotUnique();
+    }
+    r.subItems.push_back({key, text});
+    const int index = int(r.subItems.size());
+    if (index < m_model->columnCount())
+        m_model->changed(row, index, {Qt::DisplayRole});
+    return index;
+}
+
+int KeyedListView::subItemCount(int row) const
+{
+    m_model->checkRow(row);
+    return int(m_model->rows[std::size_t(row)].subItems.size());
+}
+
+QString KeyedListView::subItemText(int row, int index) const
+{
+    m_model->checkRow(row);
+    const Row& r = m_model->rows[std::size_t(row)];
+    if (index < 1 || std::size_t(index) > r.subItems.size())
+        indexOutOfBounds();
+    return r.subItems[std::size_t(index) - 1].text;
+}
+
+QString KeyedListView::subItemText(int row, const QString& key) const
+{
+    m_model->checkRow(row);
+    for (const SubItem& s : m_model->rows[std::size_t(row)].subItems)
+        if (!key.isEmpty() && s.key == key)
+            return s.text;
+    elementNotFound();
+}
+
+void KeyedListView::setSubItemText(int row, int index, const QString& text)
+{
+    m_model->checkRow(row);
+    Row& r = m_model->rows[std::size_t(row)];
+    if (index < 1 || std::size_t(index) > r.subItems.size())
+        indexOutOfBounds();
+    r.subItems[std::size_t(index) - 1].text = text;
+    if (index < m_model->columnCount())
+        m_model->changed(row, index, {Qt::DisplayRole});
+}
+
+QString KeyedListView::subItemKey(int row, int index) const
+{
+    m_model->checkRow(row);
+    const Row& r = m_model->rows[std::size_t(row)];
+    if (index < 1 || std::size_t(index) > r.subItems.size())
+        indexOutOfBounds();
+    return r.subItems[std::size_t(index) - 1].key;
+}
+
+int KeyedListView::selectedRow() const
+{
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    return selected.isEmpty() ? -1 : selected.first().row();
+}
+
+void KeyedListView::setSelectedRow(int row)
+{
+    if (row < 0) {
+        selectionModel()->clearSelection();
+        return;
+    }
+    m_model->checkRow(row);
+    selectionModel()->setCurrentIndex(m_model->index(row, 0),
+                                      QItemSelectionModel::ClearAndSelect
+                                          | QItemSelectionModel::Rows);
+}
+
+int KeyedListView::uniformRowHeight() const
+{
+    if (m_rowHeight < 0) {
+        if (m_model->rows.empty())
+            return 0;
+        m_rowHeight = indexRowSizeHint(m_model->index(0, 0));
+    }
+    return m_rowHeight;
+}
+
+QRect KeyedListView::itemRect(int row) const
+{
+    if (row < 0 || row >= count())
+        return {};
+    const int height = uniformRowHeight();
+    const int scroll = verticalScrollBar()->value();
+    const int top = verticalScrollMode() == QAbstractItemView::ScrollPerItem
+                        ? (row - scroll) * height
+                        : row * height - scroll;
+    return QRect(-header()->offset(), top, header()->length(), height);
+}
+
+QRect KeyedListView::checkBoxRect(int row) const
+{
+    const QRect item = itemRect(row);
+    if (item.isNull())
+        return {};
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    const QModelIndex index = m_model->index(row, 0);
+    option.index = index;
+    option.rect = QRect(header()->sectionViewportPosition(0), item.top(), header()->sectionSize(0),
+                        item.height());
+    option.features |= QStyleOptionViewItem::HasDisplay;
+    option.text = m_model->rows[std::size_t(row)].text;
+    if (m_model->checkBoxes) {
+        option.features |= QStyleOptionViewItem::HasCheckIndicator;
+        option.checkState = m_model->rows[std::size_t(row)].checked ? Qt::Checked : Qt::Unchecked;
+    }
+    return style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, this);
+}
+
+void KeyedListView::beginUpdate()
+{
+    m_model->beginUpdate();
+}
+
+void KeyedListView::endUpdate()
+{
+    m_model->endUpdate();
+}
+
+namespace {
+bool isEnter(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+}  // namespace
+
+void KeyedListView::keyPressEvent(QKeyEvent* event)
+{
+    emit keyDown(event->key(), event->modifiers());
+    QTreeView::keyPressEvent(event);
+    // Enter belongs to the list: it must not fall through to a dialog's default button.
+    if (isEnter(event->key()))
+        event->accept();
+}
+
+void KeyedListView::keyReleaseEvent(QKeyEvent* event)
+{
+    QTreeView::keyReleaseEvent(event);
+    if (!event->isAutoRepeat())
+        emit keyUp(event->key(), event->modifiers());
+}
+
+void KeyedListView::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTreeView::mouseReleaseEvent(event);
+    emit mouseUp(event->button(), event->modifiers(), event->position().toPoint());
+}
+
+void KeyedListView::mouseMoveEvent(QMouseEvent* event)
+{
+    QTreeView::mouseMoveEvent(event);
+    emit mouseMove(event->buttons(), event->modifiers(), event->position().toPoint());
+}
+
+void KeyedListView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QTreeView::mouseDoubleClickEvent(event);
+    emit dblClick();
+}
+
+void KeyedListView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        invalidateRowHeight();
+    QTreeView::changeEvent(event);
+}
+
+}  // namespace ZebSubCtl

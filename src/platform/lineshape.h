@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QColor>
+#include <QWidget>
+
+namespace ZebSubCtl {
+
+// A line drawn between two points of its parent, (X1, Y1) and (X2, Y2), in the parent's
+// pixels. Either end can be moved; the widget covers the line's bounding box, so ends given in
+// any order (a right end left of the left one, say) still draw.
+class LineShape : public QWidget {
+    Q_OBJECT
+public:
+    explicit LineShape(QWidget* parent = nullptr);
+    ~LineShape() override;
+
+    int X1() const { return m_x1; }
+    int Y1() const { return m_y1; }
+    int X2() const { return m_x2; }
+    int Y2() const { return m_y2; }
+    void setX1(int x);
+    void setY1(int y);
+    void setX2(int x);
+    void setY2(int y);
+    void setPoints(int x1, int y1, int x2, int y2);
+
+    QColor borderColor() const { return m_color; }
+    void setBorderColor(const QColor& color);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void place();
+
+    int m_x1 = 0;
+    int m_y1 = 0;
+    int m_x2 = 0;
+    int m_y2 = 0;
+    QColor m_color;
+};
+
+}  // namespace ZebSubCtl

@@ -1,0 +1,34 @@
+// A host that knows the library only through its installed package.
+#include "frame/controlregistry.h"
+#include "frame/libraryinfo.h"
+#include "frame/usercontrol.h"
+#include "objects/standalonetextobjects.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    using namespace ZebSubCtl;
+    if (LibraryInfo::Name() != QStringLiteral("ZebSubmittalControls")
+        || LibraryInfo::Version() != QStringLiteral("4.09.0040"))
+        return 1;
+
+    const QStringList ids = ControlRegistry::instance().identifiers();
+    QWidget form;
+    for (const QString& id : ids) {
+        UserControl* control = ControlRegistry::instance().create(id, &form);
+        if (!control || id != ControlRegistry::identifierFor(control->Name()))
+            return 2;
+        std::printf("created %s\n", qPrintable(id));
+    }
+
+    ZebObjects::StandaloneTextObjects texts;
+    texts.Add(QStringLiteral("Thank you for the opportunity."), true);
+    if (texts.Count() != 1)
+        return 3;
+    std::printf("consumer ok: %lld controls\n", static_cast<long long>(ids.size()));
+    return 0;
+}

@@ -1,0 +1,142 @@
+#include "objects/standalonebom.h"
+#include "objects/standalonetextobjects.h"
+#include "objects/textkind.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace ZebObjects;
+
+namespace {
+
+using Getter = bool (BOM::*)() const;
+using Setter = void (BOM::*)(bool);
+
+struct Flag {
+    const char* name;
+    Getter get;
+    Setter set;
+};
+
+const Flag kFlags[] = {
+    {"IncludeQuantity", &BOM::IncludeQuantity, &BOM::setIncludeQuantity},
+    {"IncludeType", &BOM::IncludeType, &BOM::setIncludeType},
+    {"IncludeDefaultRemarks", &BOM::IncludeDefaultRemarks, &BOM::setIncludeDefaultRemarks},
+    {"IncludeBrand", &BOM::IncludeBrand, &BOM::setIncludeBrand},
+    {"IncludeManufacturer", &BOM::IncludeManufacturer, &BOM::setIncludeManufacturer},
+    {"IncludeCatalogNumber", &BOM::IncludeCatalogNumber, &BOM::setIncludeCatalogNumber},
+    {"IncludeDescription", &BOM::IncludeDescription, &BOM::setIncludeDescription},
+    {"IncludeLineComments", &BOM::IncludeLineComments, &BOM::setIncludeLineComments},
+    {"IncludeMTO", &BOM::IncludeMTO, &BOM::setIncludeMTO},
+    {"IncludeGroupCodes", &BOM::IncludeGroupCodes, &BOM::setIncludeGroupCodes},
+};
+
+QStringList remarkTexts(const TextObjects& c)
+{
+    QStringList out;
+    for (const auto& o : c.Enumerate())
+        out << o->Text();
+    return out;
+}
+
+}  // namespace
+
+class TestBOM : public QObject {
+    Q_OBJECT
+private slots:
+    void everyFlagStartsFalse()
+    {
+        StandaloneBOM bom;
+        for (const Flag& f : kFlags)
+            QVERIFY2(!(bom.*f.get)(), f.name);
+    }
+
+    void eachFlagIsKeptOnItsOwn_data()
+    {
+        QTest::addColumn<int>("which");
+        for (int i = 0; i < int(std::size(kFlags)); ++i)
+            QTest::newRow(kFlags[i].name) << i;
+    }
+    void eachFlagIsKeptOnItsOwn()
+    {
+        QFETCH(int, which);
+        StandaloneBOM bom;
+        QSignalSpy populated(&bom, &BOM::RemarksPopulated);
+        (bom.*kFlags[which].set)(true);
+        for (int i = 0; i < int(std::size(kFlags)); ++i)
+            QCOMPARE((bom.*kFlags[i].get)(), i == which);
+        (bom.*kFlags[which].set)(true);
+        QCOMPARE((bom.*kFlags[which].get)(), true);
+        (bom.*kFlags[which].set)(false);
+        QCOMPARE((bom.*kFlags[which].get)(), false);
+        QCOMPARE(populated.count(), 0);
+    }
+
+    void defaultRemarksStartAsAnEmptyCollectionOfBomRemarks()
+    {
+        StandaloneBOM bom;
+        const auto remarks = bom.DefaultRemarks();
+        QVERIFY(remarks != nullptr);
+        QVERIFY(remarks->Enumerate().isEmpty());
+        QCOMPARE(remarks->TextObjectType(), TextKind::BOMRemark);
+    }
+
+    void populateRemarksFillsANewCollectionAndRaisesRemarksPopulatedAfterwards()
+    {
+        StandaloneBOM bom;
+        const auto before = bom.DefaultRemarks();
+        QStringList seen;
+        std::shared_ptr<TextObjects> seenCollection;
+        connect(&bom, &BOM::RemarksPopulated, this, [&] {
+            seenCollection = bom.DefaultRemarks();
+            seen = remarkTexts(*seenCollection);
+        });
+        QSignalSpy populated(&bom, &BOM::RemarksPopulated);
+        const auto filled = bom.PopulateRemarks({QStringLiteral("One"), QStringLiteral("Two")});
+        QCOMPARE(populated.count(), 1);
+        QVERIFY(bom.DefaultRemarks() != before);
+        QCOMPARE(bom.DefaultRemarks(), std::static_pointer_cast<TextObjects>(filled));
+        QCOMPARE(seenCollection, bom.DefaultRemarks());
+        QCOMPARE(seen, (QStringList{QStringLiteral("One"), QStringLiteral("Two")}));
+        QCOMPARE(filled->TextObjectType(), TextKind::BOMRemark);
+        for (const auto& o : filled->Enumerate())
+            QCOMPARE(o->Selected(), false);
+    }
+
+    void populateRemarksWithNoTextsStillFillsAnewAndRaises()
+    {
+        StandaloneBOM bom;
+        bom.PopulateRemarks({QStringLiteral("One")});
+        QSignalSpy populated(&bom, &BOM::RemarksPopulated);
+        bom.PopulateRemarks({});
+        QCOMPARE(populated.count(), 1);
+        QVERIFY(bom.DefaultRemarks()->Enumerate().isEmpty());
+    }
+
+    void setDefaultRemarksPutsTheCollectionInPlaceAndRaisesRemarksPopulated()
+    {
+        StandaloneBOM bom;
+        auto mine = std::make_shared<StandaloneTextObjects>();
+        mine->Add(QStringLiteral("Host remark"), true);
+        QSignalSpy populated(&bom, &BOM::RemarksPopulated);
+        bom.setDefaultRemarks(mine);
+        QCOMPARE(populated.count(), 1);
+        QCOMPARE(bom.DefaultRemarks(), std::static_pointer_cast<TextObjects>(mine));
+        bom.setDefaultRemarks(nullptr);
+        QCOMPARE(populated.count(), 2);
+        QVERIFY(bom.DefaultRemarks() == nullptr);
+    }
+
+    void remarksPopulatedIsNotRaisedByEditingTheRemarks()
+    {
+        StandaloneBOM bom;
+        const auto remarks = bom.PopulateRemarks({QStringLiteral("One")});
+        QSignalSpy populated(&bom, &BOM::RemarksPopulated);
+        remarks->Add(QStringLiteral("Two"), false);
+        remarks->Remove(remarks->Item(1)->Key());
+        QCOMPARE(populated.count(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestBOM)
+#include "tst_bom.moc"

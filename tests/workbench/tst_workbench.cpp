@@ -1,0 +1,138 @@
+#include "contracts/failure.h"
+#include "formdescription.h"
+#include "frame/controlregistry.h"
+#include "frame/usercontrol.h"
+#include "workbenchdata.h"
+#include "workbenchwindow.h"
+
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+class tst_Workbench : public QObject {
+    Q_OBJECT
+private slots:
+    void listPrintsEveryRegisteredIdentifier();
+    void screenshotWritesThePngOfTheWindow();
+    void formDescriptionReadsControlsPlacesDesignsAndBindings();
+    void malformedFormDescriptionFailsNamingThePlace();
+    void unknownIdentifierShowsAProblemAndTheRestOfTheForm();
+    void bindingToAnUnknownSampleObjectFails();
+    void savedDesignKeepsOnlyValuesThatDifferFromDefaults();
+};
+
+namespace {
+QByteArray runWorkbench(const QStringList& args, int* exitCode)
+{
+    QProcess p;
+    p.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
+    if (!p.waitForFinished(60000))
+        return {};
+    *exitCode = p.exitCode();
+    return p.readAllStandardOutput();
+}
+}  // namespace
+
+void tst_Workbench::listPrintsEveryRegisteredIdentifier()
+{
+    int code = -1;
+    const QByteArray out = runWorkbench({QStringLiteral("--list")}, &code);
+    QCOMPARE(code, 0);
+    const QStringList printed = QString::fromUtf8(out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QCOMPARE(printed, ZebSubCtl::ControlRegistry::instance().identifiers());
+    QVERIFY(printed.contains(QStringLiteral("ZebSubmittalControls.ctlTextSelect")));
+}
+
+void tst_Workbench::screenshotWritesThePngOfTheWindow()
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("out.png"));
+    int code = -1;
+    runWorkbench({QStringLiteral("--screenshot"), file}, &code);
+    QCOMPARE(code, 0);
+    QImage image(file, "PNG");
+    QVERIFY(!image.isNull());
+    QCOMPARE(image.size(), QSize(980, 720));
+}
+
+void tst_Workbench::formDescriptionReadsControlsPlacesDesignsAndBindings()
+{
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 300, "height": 200,
+        "pages": [{"title": "P", "controls": [{
+            "identifier": "ZebSubmittalControls.ctlTextSelect", "name": "c1",
+            "left": 150, "top": 300, "width": 4500, "height": 3000,
+            "properties": {"AllowUpdate": true}, "bind": {"TextObjects": "coverLetterParagraphs"}}]}]})");
+    QCOMPARE(form.title, QStringLiteral("T"));
+    QCOMPARE(form.pages.size(), 1);
+    const FormControl& c = form.pages.at(0).controls.at(0);
+    QCOMPARE(c.name, QStringLiteral("c1"));
+    QCOMPARE(c.left, 150);
+    QCOMPARE(c.height, 3000);
+    QCOMPARE(c.properties.ReadProperty(QStringLiteral("AllowUpdate"), false), QVariant(true));
+    QCOMPARE(c.bindings.value(QStringLiteral("TextObjects")), QStringLiteral("coverLetterParagraphs"));
+}
+
+void tst_Workbench::malformedFormDescriptionFailsNamingThePlace()
+{
+    try {
+        FormDescription::fromJson(R"({"title": "T", "width": 1, "height": 1,
+            "pages": [{"title": "P", "controls": [{"identifier": "x", "name": "n", "left": "a"}]}]})");
+        QFAIL("accepted");
+    } catch (const ZebObjects::Failure& f) {
+        QCOMPARE(f.Number(), 380);
+        QCOMPARE(f.Description(), QStringLiteral("Invalid form description: control 1 of page 1 "
+                                                 "needs \"left\" as a whole number"));
+    }
+    QVERIFY_THROWS_EXCEPTION(ZebObjects::Failure, FormDescription::fromJson("{nope"));
+}
+
+void tst_Workbench::unknownIdentifierShowsAProblemAndTheRestOfTheForm()
+{
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 300, "height": 200,
+        "pages": [{"title": "P", "controls": [
+            {"identifier": "ZebSubmittalControls.ctlNoSuch", "name": "bad", "left": 0, "top": 0, "width": 1500, "height": 1500},
+            {"identifier": "ZebSubmittalControls.ctlTextSelect", "name": "good", "left": 0, "top": 1500, "width": 4500, "height": 3000}]}]})");
+    WorkbenchData data;
+    WorkbenchWindow window(form, data);
+    QCOMPARE(window.controls().size(), 1);
+    QCOMPARE(window.controls().at(0)->objectName(), QStringLiteral("good"));
+    QCOMPARE(window.problems(),
+             QStringList{QStringLiteral("bad: Cannot create control: no control is registered as "
+                                        "\"ZebSubmittalControls.ctlNoSuch\"")});
+}
+
+void tst_Workbench::bindingToAnUnknownSampleObjectFails()
+{
+    WorkbenchData data;
+    auto* control = ZebSubCtl::ControlRegistry::instance().create(
+        QStringLiteral("ZebSubmittalControls.ctlTextSelect"));
+    std::unique_ptr<ZebSubCtl::UserControl> owner(control);
+    try {
+        data.bind(control, QStringLiteral("TextObjects"), QStringLiteral("noSuchObject"));
+        QFAIL("bound");
+    } catch (const ZebObjects::Failure& f) {
+        QCOMPARE(f.Number(), 438);
+    }
+    data.bind(control, QStringLiteral("TextObjects"), QStringLiteral("coverLetterParagraphs"));
+    QVERIFY(control->property("TextObjects").isValid());
+}
+
+void tst_Workbench::savedDesignKeepsOnlyValuesThatDifferFromDefaults()
+{
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 300, "height": 200,
+        "pages": [{"title": "P", "controls": [
+            {"identifier": "ZebSubmittalControls.ctlTextSelect", "name": "c", "left": 0, "top": 0, "width": 4500, "height": 3000,
+             "properties": {"AllowReorder": true, "AllowUpdate": false}}]}]})");
+    WorkbenchData data;
+    WorkbenchWindow window(form, data);
+    const FormDescription saved = FormDescription::fromJson(window.currentDesignJson());
+    QCOMPARE(saved.pages.at(0).controls.at(0).properties.keys(),
+             QStringList{QStringLiteral("AllowReorder")});
+}
+
+QTEST_MAIN(tst_Workbench)
+#include "tst_workbench.moc"
