@@ -51,25 +51,21 @@ private slots:
             QVERIFY2(!(bom.*f.get)(), f.name);
     }
 
-    void eachFlagIsKeptOnItsOwn_data()
-    {
-        QTest::addColumn<int>("which");
-        for (int i = 0; i < int(std::size(kFlags)); ++i)
-            QTest::newRow(kFlags[i].name) << i;
-    }
     void eachFlagIsKeptOnItsOwn()
     {
-        QFETCH(int, which);
-        StandaloneBOM bom;
-        QSignalSpy populated(&bom, &BOM::RemarksPopulated);
-        (bom.*kFlags[which].set)(true);
-        for (int i = 0; i < int(std::size(kFlags)); ++i)
-            QCOMPARE((bom.*kFlags[i].get)(), i == which);
-        (bom.*kFlags[which].set)(true);
-        QCOMPARE((bom.*kFlags[which].get)(), true);
-        (bom.*kFlags[which].set)(false);
-        QCOMPARE((bom.*kFlags[which].get)(), false);
-        QCOMPARE(populated.count(), 0);
+        for (int which = 0; which < int(std::size(kFlags)); ++which) {
+            const Flag& flag = kFlags[which];
+            StandaloneBOM bom;
+            QSignalSpy populated(&bom, &BOM::RemarksPopulated);
+            (bom.*flag.set)(true);
+            for (const Flag& other : kFlags)
+                QVERIFY2((bom.*other.get)() == (&other == &flag), other.name);
+            (bom.*flag.set)(true);
+            QVERIFY2((bom.*flag.get)(), flag.name);
+            (bom.*flag.set)(false);
+            QVERIFY2(!(bom.*flag.get)(), flag.name);
+            QCOMPARE(populated.count(), 0);
+        }
     }
 
     void defaultRemarksStartAsAnEmptyCollectionOfBomRemarks()
