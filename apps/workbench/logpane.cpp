@@ -4,6 +4,8 @@
 
 #include <QPlainTextEdit>
 
+#include <utility>
+
 LogPane::LogPane(std::shared_ptr<ZebObjects::DefaultDiagnosticLog> inner) : m_inner(std::move(inner))
 {
 }
@@ -11,12 +13,17 @@ LogPane::LogPane(std::shared_ptr<ZebObjects::DefaultDiagnosticLog> inner) : m_in
 void LogPane::setView(QPlainTextEdit* view)
 {
     m_view = view;
+    if (m_view)
+        for (const QString& line : std::exchange(m_pending, {}))
+            m_view->appendPlainText(line);
 }
 
 void LogPane::show(const QString& line)
 {
     if (m_view)
         m_view->appendPlainText(line);
+    else if (m_pending.size() < 5000)
+        m_pending.append(line);
 }
 
 void LogPane::LogError(const QString& module, const QString& label,

@@ -3,6 +3,7 @@
 #include "contracts/diagnosticlog.h"
 
 #include <QPointer>
+#include <QStringList>
 
 #include <memory>
 
@@ -33,4 +34,6 @@ private:
 
     std::shared_ptr<ZebObjects::DefaultDiagnosticLog> m_inner;
     QPointer<QPlainTextEdit> m_view;
+    // Lines logged while the window is still being built, shown once the pane exists.
+    QStringList m_pending;
 };

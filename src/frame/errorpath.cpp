@@ -63,40 +63,31 @@ QString Procedure::module() const
     return m_component ? componentName(m_component) : m_module;
 }
 
+Ending::Ending(Kind kind, ReportVariant variant) : m_kind(kind), m_variant(variant) {}
+
 Ending Ending::report(ReportVariant variant)
 {
-    Ending e;
-    e.m_kind = Kind::Report;
-    e.m_variant = variant;
-    return e;
+    return Ending(Kind::Report, variant);
 }
 
 Ending Ending::propagate()
 {
-    Ending e;
-    e.m_kind = Kind::Propagate;
-    return e;
+    return Ending(Kind::Propagate);
 }
 
 Ending Ending::logOnly()
 {
-    Ending e;
-    e.m_kind = Kind::LogOnly;
-    return e;
+    return Ending(Kind::LogOnly);
 }
 
 Ending Ending::notice()
 {
-    Ending e;
-    e.m_kind = Kind::Notice;
-    return e;
+    return Ending(Kind::Notice);
 }
 
 Ending Ending::warning()
 {
-    Ending e;
-    e.m_kind = Kind::Warning;
-    return e;
+    return Ending(Kind::Warning);
 }
 
 Ending Ending::then(std::function<void(const ErrorInfo&)> next) const

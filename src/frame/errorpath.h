@@ -61,6 +61,8 @@ public:
     const std::function<void(const ErrorInfo&)>& next() const { return m_next; }
 
 private:
+    explicit Ending(Kind kind, ReportVariant variant = ReportVariant::Plain);
+
     Kind m_kind = Kind::Report;
     ReportVariant m_variant = ReportVariant::Plain;
     std::function<void(const ErrorInfo&)> m_next;

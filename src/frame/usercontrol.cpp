@@ -2,11 +2,21 @@
 
 #include "frame/errorpath.h"
 
+#include <QFont>
 #include <QResizeEvent>
 
 namespace ZebSubCtl {
 
-UserControl::UserControl(QWidget* parent) : QWidget(parent) {}
+UserControl::UserControl(QWidget* parent) : QWidget(parent)
+{
+    // The design places are laid out for an 8-point face of Arial's widths; wider or larger host
+    // fonts would clip captions.
+    QFont designFont = font();
+    designFont.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arial"),
+                            designFont.family()});
+    designFont.setPointSize(8);
+    setFont(designFont);
+}
 
 UserControl::~UserControl() = default;
 
