@@ -80,17 +80,17 @@ void DefaultDiagnosticLog::Trace(const QString& module, const QString& label, QS
 
 void DefaultDiagnosticLog::write(QtMsgType type, const QString& text)
 {
+    const QString stamped =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz "))
+        + text;
     switch (type) {
-    case QtDebugMsg: qCDebug(zebDiagnostics).noquote() << text; break;
-    case QtInfoMsg: qCInfo(zebDiagnostics).noquote() << text; break;
-    case QtWarningMsg: qCWarning(zebDiagnostics).noquote() << text; break;
-    default: qCCritical(zebDiagnostics).noquote() << text; break;
+    case QtDebugMsg: qCDebug(zebDiagnostics).noquote() << stamped; break;
+    case QtInfoMsg: qCInfo(zebDiagnostics).noquote() << stamped; break;
+    case QtWarningMsg: qCWarning(zebDiagnostics).noquote() << stamped; break;
+    default: qCCritical(zebDiagnostics).noquote() << stamped; break;
     }
     if (m_file) {
-        const QString stamped =
-            QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz "))
-            + text + QLatin1Char('\n');
-        m_file->write(stamped.toUtf8());
+        m_file->write((stamped + QLatin1Char('\n')).toUtf8());
         m_file->flush();
     }
 }
