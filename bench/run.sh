@@ -1,10 +1,11 @@
-#!/bin/sh
+#!/usr/bin/env bash
 # Builds the benchmarks in a Release tree and runs the paragraph list's benchmark on the
 # offscreen platform. JSON goes to build-bench/bench_textselect.json; a table of the ratios
 # follows.
-set -eu
-root=$(cd "$(dirname "$0")/.." && pwd)
+source "$(dirname "${BASH_SOURCE[0]}")/../scripts/common.sh"
+root="$ZEB_ROOT"
 build="$root/build-bench"
+zeb_ensure_packages "${ZEB_PACKAGES[@]}" libbenchmark-dev python3
 
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZEB_BUILD_BENCH=ON \
       -DZEB_BUILD_TESTS=OFF -DZEB_BUILD_WORKBENCH=OFF >/dev/null

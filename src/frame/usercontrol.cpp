@@ -1,21 +1,15 @@
 #include "frame/usercontrol.h"
 
+#include "frame/designfont.h"
 #include "frame/errorpath.h"
 
-#include <QFont>
 #include <QResizeEvent>
 
 namespace ZebSubCtl {
 
 UserControl::UserControl(QWidget* parent) : QWidget(parent)
 {
-    // The design places are laid out for an 8-point face of Arial's widths; wider or larger host
-    // fonts would clip captions.
-    QFont designFont = font();
-    designFont.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arial"),
-                            designFont.family()});
-    designFont.setPointSize(8);
-    setFont(designFont);
+    setFont(designFont(font()));
 }
 
 UserControl::~UserControl() = default;

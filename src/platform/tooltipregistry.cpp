@@ -249,7 +249,7 @@ bool ToolTipRegistry::eventFilter(QObject* watched, QEvent* event)
 void ToolTipRegistry::showPending()
 {
     QWidget* window = m_pendingWindow;
-    if (!m_active || !window || !window->isVisible())
+    if (!window || !window->isVisible())
         return;
     const std::optional<int> tool = toolAt(window, m_pendingPos);
     if (!tool) {

@@ -80,6 +80,7 @@ private slots:
     void saveAndRestoreRoundTripThroughJson();
     void propertyChangeMarkIsObservable();
     void nameIsTheBareClassName();
+    void controlsUseTheEightPointDesignFont();
     void failureOutOfTheResizeHandlerEndsAtTheLastResortHook();
 };
 
@@ -148,6 +149,17 @@ void tst_UserControl::propertyChangeMarkIsObservable()
     QCOMPARE(c.changedProperties(), QStringList{QStringLiteral("Limit")});
     c.clearPropertyChanged();
     QVERIFY(!c.isPropertyChanged(QStringLiteral("Limit")));
+}
+
+void tst_UserControl::controlsUseTheEightPointDesignFont()
+{
+    QWidget host;
+    QFont large = host.font();
+    large.setPointSize(14);
+    host.setFont(large);
+    auto* c = new ctlSample(&host);
+    QCOMPARE(c->font().pointSize(), 8);
+    QCOMPARE(c->findChild<QLabel*>(QStringLiteral("lblEntry"))->font().pointSize(), 8);
 }
 
 void tst_UserControl::nameIsTheBareClassName()

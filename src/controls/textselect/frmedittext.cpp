@@ -2,6 +2,7 @@
 
 #include "contracts/applicationservices.h"
 #include "contracts/textobject.h"
+#include "frame/designfont.h"
 #include "frame/errorpath.h"
 #include "frame/messageboxes.h"
 #include "frame/objectref.h"
@@ -25,6 +26,7 @@ frmEditText::frmEditText(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmEditText"));
     setWindowTitle(QStringLiteral("Quenza"));
+    setFont(designFont(font()));
     setFixedSize(twipsToPixels(5475), twipsToPixels(3150));
 
     txtText = new MultiLineTextBox(this);

@@ -18,6 +18,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStyle>
 #include <QScrollBar>
 #include <QTest>
 #include <QToolTip>
@@ -225,6 +226,40 @@ struct Fixture {
     }
 };
 
+// A log whose n-th trace fails; everything else goes to the test's log.
+class FailingTraceLog : public ZebObjects::DiagnosticLog {
+public:
+    FailingTraceLog(std::shared_ptr<ZebObjects::MemoryDiagnosticLog> inner, int failAt,
+                    ErrorInfo error)
+        : m_inner(std::move(inner)), m_failAt(failAt), m_error(std::move(error))
+    {
+    }
+    void LogError(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
+    {
+        m_inner->LogError(m, l, e, n);
+    }
+    void LogNotice(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
+    {
+        m_inner->LogNotice(m, l, e, n);
+    }
+    void LogWarning(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
+    {
+        m_inner->LogWarning(m, l, e, n);
+    }
+    void Trace(const QString& m, const QString& l, QString message, qint32 level) override
+    {
+        if (++m_traces == m_failAt)
+            throw Failure(m_error);
+        m_inner->Trace(m, l, std::move(message), level);
+    }
+
+private:
+    std::shared_ptr<ZebObjects::MemoryDiagnosticLog> m_inner;
+    int m_failAt;
+    ErrorInfo m_error;
+    int m_traces = 0;
+};
+
 // The failure a call to the control raised towards its caller.
 std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
 {
@@ -241,6 +276,7 @@ std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
 class tst_ctlTextSelect : public QObject {
     Q_OBJECT
 private slots:
+    void everyCaptionFitsItsDesignPlace();
     void cleanup();
 
     // Registration and design
@@ -270,6 +306,8 @@ private slots:
     void maxLengthBeyondSixteenBitsReportsOverflowAndLeavesLaterKeys();
     void failingGetterWhileSavingIsLoggedTwiceAndReportedPlain();
     void failingPropertyProcedurePassesTheFailureToTheHost();
+    void layoutFailureWhileSettingAllowUpdateIsLoggedTwiceAndPassedToTheHost();
+    void tipRebuildFailureAfterDeleteShowsTheTextDeleteReport();
 
     // Binding and population
     void bindingFillsTheListInCollectionOrder();
@@ -358,6 +396,7 @@ private slots:
     void itemInsertedFailureIsLoggedByUpdateToolTipTextAndTheHandler();
     void itemMovedRebuildsTheListAndEnablesSaveWhenAllowed();
     void orderSavedDisablesSave();
+    void itemMovedAloneEnablesSaveWhenAllowed();
     void destroyedControlLetsGoOfTheCollection();
 };
 
@@ -762,6 +801,43 @@ void tst_ctlTextSelect::failingPropertyProcedurePassesTheFailureToTheHost()
     QCOMPARE(f.h.log().lines(), QStringList{logError("TextObjects", kLogDown)});
 }
 
+void tst_ctlTextSelect::layoutFailureWhileSettingAllowUpdateIsLoggedTwiceAndPassedToTheHost()
+{
+    Fixture f;
+    // The second trace is the entry of HandleResize().
+    ZebObjects::Runtime::setDiagnosticLog(
+        std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
+    QCOMPARE(failureOf([&] { f.ctl->setAllowUpdate(true); }), std::optional(kLogDown));
+    QCOMPARE(f.h.log().lines(),
+             (QStringList{trace("AllowUpdate()", kEnter), logError("HandleResize", kLogDown),
+                          logError("AllowUpdate", kLogDown)}));
+    QVERIFY(f.h.boxes().shown().isEmpty());
+    // What the setter did before the layout stays done.
+    QVERIFY(f.ctl->AllowUpdate());
+    QVERIFY(f.entry()->isVisible());
+    QCOMPARE(f.list()->y(), 5);
+}
+
+void tst_ctlTextSelect::tipRebuildFailureAfterDeleteShowsTheTextDeleteReport()
+{
+    Fixture f;
+    f.allowAll();
+    f.bind({{"a", "Alpha", false}, {"b", "Bravo", false}});
+    // The second trace is the entry of UpdateToolTipText(), after the paragraph has gone.
+    ZebObjects::Runtime::setDiagnosticLog(
+        std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
+    f.chooseFromMenu(0, Qt::Key_D);
+    QCOMPARE(f.h.log().lines(),
+             (QStringList{trace("mnu_Delete_Click()", kEnter),
+                          logError("UpdateToolTipText", kLogDown),
+                          logError("mnu_Delete_Click", kLogDown)}));
+    QCOMPARE(f.h.boxes().shown(),
+             (QList<Shown>{Shown{QStringLiteral("The requested operation cannot be completed.  "
+                                                "Permission denied"),
+                                 48, QStringLiteral("Error: 70 - Permission denied")}}));
+    QCOMPARE(f.texts(), QStringList{"Bravo"});
+}
+
 // --- Binding and population
 
 void tst_ctlTextSelect::bindingFillsTheListInCollectionOrder()
@@ -788,7 +864,8 @@ void tst_ctlTextSelect::lineBreaksShowAsTwoBlanksWhileTheToolTipKeepsThem()
 void tst_ctlTextSelect::bindingAnEmptyCollectionLeavesTheListEmpty()
 {
     Fixture f;
-    f.bind({});
+    f.bind({{"a", "Alpha", false}, {"b", "Bravo", false}});
+    f.ctl->setTextObjects(std::make_shared<StandaloneTextObjects>());
     QCOMPARE(f.list()->count(), 0);
     QCOMPARE(f.tips()->toolCount(f.viewport()), 0);
 }
@@ -1454,9 +1531,13 @@ void tst_ctlTextSelect::otherButtonsOpenNoMenu()
     f.allowAll();
     f.bind({{"a", "Alpha", false}});
     bool opened = false;
-    QObject::connect(f.menu(), &QMenu::aboutToShow, [&] { opened = true; });
+    WhenPopup watch([&](QMenu& m) {
+        opened = true;
+        m.close();
+    });
     f.clickItem(0);
     QTest::mouseClick(f.viewport(), Qt::MiddleButton, {}, f.textPoint(0));
+    QTest::mouseClick(f.viewport(), Qt::LeftButton, Qt::ShiftModifier, f.textPoint(0));
     QVERIFY(!opened);
 }
 
@@ -1960,9 +2041,25 @@ void tst_ctlTextSelect::orderSavedDisablesSave()
     f.bind({{"a", "Alpha", false}, {"b", "Bravo", false}});
     f.coll->MoveDown(QStringLiteral("a"));
     QVERIFY(f.button("cmdSave")->isEnabled());
-    // OrderSaved alone disables it, whatever Changed says later.
-    f.ctl->setAllowSave(false);
+    f.h.log().clear();
+    // A collection that reports the saved order without a Changed after it.
+    emit f.coll->OrderSaved();
+    QVERIFY(!f.button("cmdSave")->isEnabled());
+    QVERIFY(f.h.log().lines().isEmpty());
+}
+
+void tst_ctlTextSelect::itemMovedAloneEnablesSaveWhenAllowed()
+{
+    Fixture f;
+    f.ctl->setAllowSave(true);
+    f.bind({{"a", "Alpha", false}, {"b", "Bravo", false}});
+    QVERIFY(!f.button("cmdSave")->isEnabled());
+    // A collection that reports the move without a Changed after it.
+    emit f.coll->ItemMoved();
+    QVERIFY(f.button("cmdSave")->isEnabled());
     f.coll->SaveOrder();
+    f.ctl->setAllowSave(false);
+    emit f.coll->ItemMoved();
     QVERIFY(!f.button("cmdSave")->isEnabled());
 }
 
@@ -1976,6 +2073,26 @@ void tst_ctlTextSelect::destroyedControlLetsGoOfTheCollection()
     QCOMPARE(f.coll.use_count(), 1);
     f.coll->Add(QStringLiteral("After"), false);
     QVERIFY(f.h.boxes().shown().isEmpty());
+}
+
+void tst_ctlTextSelect::everyCaptionFitsItsDesignPlace()
+{
+    Fixture f;
+    f.ctl->setAllowUpdate(true);
+    const auto* check = f.ctl->findChild<QCheckBox*>(QStringLiteral("chkIsSelected"));
+    const int checkNeeds = check->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, check)
+                           + check->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, check)
+                           + check->fontMetrics().horizontalAdvance(check->text());
+    QVERIFY2(checkNeeds <= check->width(),
+             qPrintable(QStringLiteral("%1 > %2").arg(checkNeeds).arg(check->width())));
+    for (const char* name : {"cmdAdd", "cmdCancel", "cmdMoveUp", "cmdMoveDown", "cmdSave"}) {
+        const auto* button = f.ctl->findChild<QPushButton*>(QLatin1String(name));
+        QString caption = button->text();
+        caption.remove(QLatin1Char('&'));
+        const int needed = button->fontMetrics().horizontalAdvance(caption) + 6;
+        QVERIFY2(needed <= button->width(),
+                 qPrintable(QStringLiteral("%1: %2 > %3").arg(QLatin1String(name)).arg(needed).arg(button->width())));
+    }
 }
 
 QTEST_MAIN(tst_ctlTextSelect)
