@@ -61,13 +61,8 @@ double seconds(Clock::time_point from, Clock::time_point to)
 }
 
 // The hand-written fill: one QListWidgetItem per paragraph, checkable, with its tool tip.
-double baselineFill(const ZebObjects::TextObjects& texts)
+void fillPlainList(QListWidget& list, const ZebObjects::TextObjects& texts)
 {
-    QListWidget list;
-    list.resize(kListSize);
-    list.show();
-    settle();
-    const auto start = Clock::now();
     for (const auto& object : texts.Enumerate()) {
         const QString text = object->Text();
         auto* item = new QListWidgetItem(QString(text).replace(QStringLiteral("\r\n"),
@@ -77,6 +72,16 @@ double baselineFill(const ZebObjects::TextObjects& texts)
         item->setCheckState(object->Selected() ? Qt::Checked : Qt::Unchecked);
         item->setToolTip(text);
     }
+}
+
+double baselineFill(const ZebObjects::TextObjects& texts)
+{
+    QListWidget list;
+    list.resize(kListSize);
+    list.show();
+    settle();
+    const auto start = Clock::now();
+    fillPlainList(list, texts);
     settle();
     return seconds(start, Clock::now());
 }
@@ -152,12 +157,7 @@ void BM_MouseMove(benchmark::State& state)
     QListWidget plain;
     plain.resize(kListSize);
     plain.setMouseTracking(true);
-    for (const auto& object : texts->Enumerate()) {
-        auto* item = new QListWidgetItem(object->Text(), &plain);
-        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-        item->setCheckState(Qt::Unchecked);
-        item->setToolTip(object->Text());
-    }
+    fillPlainList(plain, *texts);
     plain.show();
     settle();
 

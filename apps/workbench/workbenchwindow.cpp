@@ -94,12 +94,11 @@ FormDescription WorkbenchWindow::currentDesign() const
     FormDescription form = m_form;
     for (FormPage& page : form.pages)
         for (FormControl& control : page.controls)
-            for (UserControl* c : m_controls)
-                if (c->objectName() == control.name) {
-                    ZebSubCtl::PropertyBag bag;
-                    c->UserControl_WriteProperties(bag);
-                    control.properties = bag;
-                }
+            if (auto* c = findChild<UserControl*>(control.name)) {
+                ZebSubCtl::PropertyBag bag;
+                c->UserControl_WriteProperties(bag);
+                control.properties = bag;
+            }
     return form;
 }
 

@@ -75,6 +75,27 @@ CustomerDirectory::Query keyword(const QString& k)
     return q;
 }
 
+// Notices (and closes) any modal dialog that comes up while it lives: for searches that must
+// answer without asking the user.
+class DialogWatch {
+public:
+    DialogWatch()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            if (QWidget* modal = QApplication::activeModalWidget()) {
+                m_asked = true;
+                modal->close();
+            }
+        });
+        m_timer.start(0);
+    }
+    bool asked() const { return m_asked; }
+
+private:
+    QTimer m_timer;
+    bool m_asked = false;
+};
+
 // Answers the next modal dialog the way a user would, once it is up.
 void whenModalShows(std::function<void(QWidget*)> answer)
 {
@@ -269,18 +290,9 @@ private slots:
     void oneMatchAnswersThatCustomerWithoutAsking()
     {
         StandaloneCustomerFinder finder(directory());
-        bool asked = false;
-        QTimer guard;
-        connect(&guard, &QTimer::timeout, this, [&] {
-            if (QWidget* modal = QApplication::activeModalWidget()) {
-                asked = true;
-                modal->close();
-            }
-        });
-        guard.start(0);
+        DialogWatch watch;
         const auto result = search(finder, QStringLiteral("rose"));
-        guard.stop();
-        QVERIFY(!asked);
+        QVERIFY(!watch.asked());
         QVERIFY(result != nullptr);
         const auto c = result->ChosenCustomer();
         QCOMPARE(c->Key(), QStringLiteral("K1"));
@@ -403,17 +415,9 @@ private slots:
     void severalMatchesWithoutInteractionAnswerNothing()
     {
         StandaloneCustomerFinder finder(directory());
-        bool asked = false;
-        QTimer guard;
-        connect(&guard, &QTimer::timeout, this, [&] {
-            if (QWidget* modal = QApplication::activeModalWidget()) {
-                asked = true;
-                modal->close();
-            }
-        });
-        guard.start(0);
+        DialogWatch watch;
         QVERIFY(search(finder, QStringLiteral("electric"), {}, false) == nullptr);
-        QVERIFY(!asked);
+        QVERIFY(!watch.asked());
     }
 
     void theFinderKeepsTheSearchAsReceivedWithItsContextUnchanged()

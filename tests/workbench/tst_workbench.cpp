@@ -1,4 +1,5 @@
 #include "contracts/failure.h"
+#include "contracts/textobjects.h"
 #include "formdescription.h"
 #include "frame/controlregistry.h"
 #include "frame/usercontrol.h"
@@ -117,7 +118,11 @@ void tst_Workbench::bindingToAnUnknownSampleObjectFails()
         QCOMPARE(f.Number(), 438);
     }
     data.bind(control, QStringLiteral("TextObjects"), QStringLiteral("coverLetterParagraphs"));
-    QVERIFY(control->property("TextObjects").isValid());
+    const auto bound =
+        control->property("TextObjects").value<std::shared_ptr<ZebObjects::TextObjects>>();
+    QVERIFY(bound != nullptr);
+    QCOMPARE(bound, data.object(QStringLiteral("coverLetterParagraphs"))
+                        .value<std::shared_ptr<ZebObjects::TextObjects>>());
 }
 
 void tst_Workbench::savedDesignKeepsOnlyValuesThatDifferFromDefaults()

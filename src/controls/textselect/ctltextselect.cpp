@@ -541,21 +541,23 @@ int selectedItem(const KeyedListView* list)
 
 void ctlTextSelect::moveItemDown()
 {
-    ErrorPath::run(traced("moveItemDown"), Ending::propagate(), [&] {
-        const int item = selectedItem(ListView);
-        const QString key = ListView->key(item);
-        // The collection raises ItemMoved and the list is rebuilt.
-        objectRef(mTextObjects).MoveDown(ListView->tag(item));
-        ListView->setSelectedRow(ListView->row(key));
-    });
+    moveSelectedItem("moveItemDown", &ZebObjects::TextObjects::MoveDown);
 }
 
 void ctlTextSelect::moveItemUp()
 {
-    ErrorPath::run(traced("moveItemUp"), Ending::propagate(), [&] {
+    moveSelectedItem("moveItemUp", &ZebObjects::TextObjects::MoveUp);
+}
+
+void ctlTextSelect::moveSelectedItem(const char* name,
+                                     void (ZebObjects::TextObjects::*move)(const QString&))
+{
+    ErrorPath::run(traced(name), Ending::propagate(), [&] {
         const int item = selectedItem(ListView);
         const QString key = ListView->key(item);
-        objectRef(mTextObjects).MoveUp(ListView->tag(item));
+        // The collection raises ItemMoved and the list is rebuilt; the moved paragraph stays
+        // selected.
+        (objectRef(mTextObjects).*move)(ListView->tag(item));
         ListView->setSelectedRow(ListView->row(key));
     });
 }

@@ -78,6 +78,9 @@ private:
     void showEditForm(std::shared_ptr<ZebObjects::TextObject>& textObject, int& item);
     void moveItemDown();
     void moveItemUp();
+    // The traced body of both moves: the collection's move, then the same item selected again.
+    void moveSelectedItem(const char* name,
+                          void (ZebObjects::TextObjects::*move)(const QString&));
 
     void cmdAdd_Click();
     void cmdCancel_Click();
