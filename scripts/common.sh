@@ -2,7 +2,7 @@
 set -euo pipefail
 
 ZEB_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-ZEB_PACKAGES=(cmake ninja-build g++ qt6-base-dev fonts-dejavu-core fonts-liberation2)
+ZEB_PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev fonts-dejavu-core fonts-liberation2)
 
 zeb_sudo() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
@@ -28,7 +28,12 @@ zeb_ensure_packages() {
 zeb_configure() {
   local dir="$1"; shift
   if [ ! -f "$dir/build.ninja" ]; then
-    cmake -S "$ZEB_ROOT" -B "$dir" -G Ninja "$@"
+    local launcher=()
+    # ccache keeps rebuilds of a fresh checkout and of the second configuration short.
+    if command -v ccache >/dev/null 2>&1; then
+      launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    fi
+    cmake -S "$ZEB_ROOT" -B "$dir" -G Ninja "${launcher[@]}" "$@"
   fi
 }
 
