@@ -1,6 +1,7 @@
 #include "platform/keyedlistview.h"
 
 #include "contracts/failure.h"
+#include "platform/accessiblenames.h"
 
 #include <QAbstractItemModel>
 #include <QHash>
@@ -277,6 +278,7 @@ KeyedListView::KeyedListView(QWidget* parent) : QTreeView(parent), m_model(new M
     setItemsExpandable(false);
     setExpandsOnDoubleClick(false);
     setUniformRowHeights(true);
+    nameScrollBars(this);
     setAllColumnsShowFocus(true);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setSelectionBehavior(QAbstractItemView::SelectRows);

@@ -1,6 +1,7 @@
 #include "platform/multilinetextbox.h"
 
 #include "contracts/failure.h"
+#include "platform/accessiblenames.h"
 
 #include <QApplication>
 #include <QInputMethodEvent>
@@ -43,6 +44,7 @@ MultiLineTextBox::MultiLineTextBox(QWidget* parent) : QPlainTextEdit(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
     setTabChangesFocus(true);
+    nameScrollBars(this);
     connect(this, &QPlainTextEdit::textChanged, this, &MultiLineTextBox::onTextChanged);
 }
 

@@ -2,6 +2,12 @@
 
 #include "objects/runtime.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
+#include <QWidget>
+
+#include <functional>
+
 namespace ZebTest {
 
 Harness::Harness()
@@ -22,6 +28,68 @@ Harness::~Harness()
     ZebObjects::Runtime::setApplicationServicesFactory({});
     ZebSubCtl::MessageBoxes::setService(nullptr);
     ZebSubCtl::ErrorPath::setLastResortHook({});
+}
+
+namespace {
+
+bool isInteractive(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::PushButton:
+    case QAccessible::CheckBox:
+    case QAccessible::RadioButton:
+    case QAccessible::EditableText:
+    case QAccessible::ComboBox:
+    case QAccessible::List:
+    case QAccessible::Table:
+    case QAccessible::Tree:
+    case QAccessible::ScrollBar:
+    case QAccessible::SpinBox:
+    case QAccessible::Slider:
+    case QAccessible::PageTabList:
+    case QAccessible::ButtonMenu:
+    case QAccessible::ButtonDropDown:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QString describe(QAccessibleInterface* node)
+{
+    QString name;
+    if (QObject* o = node->object())
+        name = o->objectName();
+    return QStringLiteral("%1 %2").arg(int(node->role())).arg(name);
+}
+
+}  // namespace
+
+QStringList unnamedAccessibleElements(QWidget* root)
+{
+    QStringList missing;
+    QAccessibleInterface* top = QAccessible::queryAccessibleInterface(root);
+    if (!top)
+        return {QStringLiteral("no accessible interface for %1").arg(root->objectName())};
+    if (top->text(QAccessible::Name).isEmpty())
+        missing.append(QStringLiteral("control without a name: ") + describe(top));
+    if (top->text(QAccessible::Description).isEmpty())
+        missing.append(QStringLiteral("control without a description: ") + describe(top));
+    std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* node) {
+        for (int i = 0; i < node->childCount(); ++i) {
+            QAccessibleInterface* child = node->child(i);
+            if (!child || child->state().invisible)
+                continue;
+            if (isInteractive(child->role()) && child->text(QAccessible::Name).trimmed().isEmpty())
+                missing.append(describe(child));
+            // The rows and cells of a list are named by their own text.
+            if (child->role() != QAccessible::Table && child->role() != QAccessible::Tree &&
+                child->role() != QAccessible::List)
+                walk(child);
+        }
+    };
+    walk(top);
+    return missing;
 }
 
 }  // namespace ZebTest

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+class QWidget;
+
 namespace ZebTest {
 
 // Gives one test its own diagnostic log, scripted message boxes and last-resort hook, and puts
@@ -38,5 +40,10 @@ inline ZebObjects::ErrorInfo error(qint32 number, const QString& source,
 {
     return ZebObjects::ErrorInfo{number, source, description};
 }
+
+// Walks the accessibility tree under root and lists every visible interactive element (button,
+// check box, option, entry box, list, combo box, scroll bar, ...) that a screen reader could not
+// name, as "role objectName". root itself must carry a name and a description.
+QStringList unnamedAccessibleElements(QWidget* root);
 
 }  // namespace ZebTest

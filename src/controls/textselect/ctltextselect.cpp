@@ -95,9 +95,15 @@ QPushButton* makeButton(QWidget* parent, const char* name, const QString& captio
 
 ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
 {
+    setAccessibleName(QStringLiteral("Text list"));
+    setAccessibleDescription(QStringLiteral(
+        "Reusable paragraphs or remarks: tick the ones to use, add, edit, delete and reorder them."));
     txtNewComment = new MultiLineTextBox(this);
     txtNewComment->setObjectName(QStringLiteral("txtNewComment"));
     txtNewComment->setGeometry(twipsRect(75, 75, 4575, 1200));
+    txtNewComment->setAccessibleName(QStringLiteral("New text"));
+    txtNewComment->setAccessibleDescription(
+        QStringLiteral("Type a new paragraph or remark here, then choose Add to put it in the list."));
 
     chkIsSelected = new CheckBox(QStringLiteral("Selected"), this);
     chkIsSelected->setObjectName(QStringLiteral("chkIsSelected"));
@@ -117,6 +123,9 @@ ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
     ListView->setGeometry(twipsRect(75, 1425, 6000, 3225));
     ListView->setCheckBoxes(true);
     ListView->addColumn(QString(), QStringLiteral("Text"));
+    ListView->setAccessibleName(QStringLiteral("Texts"));
+    ListView->setAccessibleDescription(
+        QStringLiteral("The paragraphs or remarks to choose from; a ticked text is used."));
 
     cmdMoveUp = makeButton(this, "cmdMoveUp", QStringLiteral("Move &Up"),
                            twipsRect(2250, 4830, 1200, 375));

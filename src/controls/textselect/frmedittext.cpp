@@ -26,12 +26,15 @@ frmEditText::frmEditText(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmEditText"));
     setWindowTitle(QStringLiteral("Quenza"));
+    setAccessibleDescription(QStringLiteral("Edits one paragraph or remark."));
     setFont(designFont(font()));
     setFixedSize(twipsToPixels(5475), twipsToPixels(3150));
 
     txtText = new MultiLineTextBox(this);
     txtText->setObjectName(QStringLiteral("txtText"));
     txtText->setGeometry(twipsRect(75, 75, 5325, 2550));
+    txtText->setAccessibleName(QStringLiteral("Text"));
+    txtText->setAccessibleDescription(QStringLiteral("The text being edited."));
 
     cmdOK = new QPushButton(QStringLiteral("&OK"), this);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));

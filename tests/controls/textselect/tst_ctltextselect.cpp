@@ -277,6 +277,7 @@ class tst_ctlTextSelect : public QObject {
     Q_OBJECT
 private slots:
     void everyCaptionFitsItsDesignPlace();
+    void screenReaderFindsANameForEveryInteractiveElement();
     void cleanup();
 
     // Registration and design
@@ -2093,6 +2094,21 @@ void tst_ctlTextSelect::everyCaptionFitsItsDesignPlace()
         QVERIFY2(needed <= button->width(),
                  qPrintable(QStringLiteral("%1: %2 > %3").arg(QLatin1String(name)).arg(needed).arg(button->width())));
     }
+}
+
+void tst_ctlTextSelect::screenReaderFindsANameForEveryInteractiveElement()
+{
+    Fixture f;
+    f.ctl->setAllowUpdate(true);
+    f.ctl->setAllowReorder(true);
+    f.ctl->show();
+    QVERIFY(QTest::qWaitForWindowExposed(f.ctl.get()));
+    const QStringList unnamed = ZebTest::unnamedAccessibleElements(f.ctl.get());
+    QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral("; "))));
+    QCOMPARE(f.ctl->findChild<QWidget*>(QStringLiteral("txtNewComment"))->accessibleName(),
+             QStringLiteral("New text"));
+    QCOMPARE(f.ctl->findChild<QWidget*>(QStringLiteral("ListView"))->accessibleName(),
+             QStringLiteral("Texts"));
 }
 
 QTEST_MAIN(tst_ctlTextSelect)

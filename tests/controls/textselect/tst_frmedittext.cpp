@@ -81,6 +81,7 @@ class tst_frmEditText : public QObject {
     Q_OBJECT
 private slots:
     void captionIsQuenzaAndInnerSizeIsItsDesign();
+    void screenReaderFindsANameForEveryInteractiveElement();
     void widgetsCarryTheirNamesCaptionsAndDesignPlaces();
     void textObjectShowsItsTextAndIsReturned();
     void settingNothingLeavesTheBoxAsItWas();
@@ -350,6 +351,16 @@ void tst_frmEditText::failingTextObjectSetIsLoggedAndPassedOn()
     QVERIFY(f.h.boxes().shown().isEmpty());
     // The reference was kept before the text was read.
     QCOMPARE(f.dialog.TextObject(), std::shared_ptr<ZebObjects::TextObject>(f.paragraph));
+}
+
+void tst_frmEditText::screenReaderFindsANameForEveryInteractiveElement()
+{
+    Fixture f;
+    f.dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&f.dialog));
+    const QStringList unnamed = ZebTest::unnamedAccessibleElements(&f.dialog);
+    QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral("; "))));
+    QCOMPARE(f.text()->accessibleName(), QStringLiteral("Text"));
 }
 
 QTEST_MAIN(tst_frmEditText)
