@@ -106,6 +106,18 @@ DateEdit::DateEdit(QWidget* parent)
     m_calendar->setHorizontalHeaderFormat(QCalendarWidget::SingleLetterDayNames);
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     m_calendar->setGridVisible(false);
+    // The calendar's own parts come without names.
+    const std::pair<const char*, const char*> parts[] = {
+        {"qt_calendar_prevmonth", "Previous month"},
+        {"qt_calendar_nextmonth", "Next month"},
+        {"qt_calendar_calendarview", "Days of the month"},
+        {"qt_calendar_monthbutton", "Month"},
+        {"qt_calendar_yearbutton", "Year"},
+        {"qt_calendar_yearedit", "Year"}};
+    for (const auto& [objectName, partName] : parts) {
+        if (auto* part = m_calendar->findChild<QWidget*>(QLatin1String(objectName)))
+            part->setAccessibleName(QLatin1String(partName));
+    }
     connect(m_calendar, &QCalendarWidget::clicked, this,
             [this](QDate d) { takeFromCalendar(d); });
     connect(m_calendar, &QCalendarWidget::activated, this,
