@@ -60,6 +60,13 @@ constexpr PurposePlace kPurposePlaces[8] = {
     {4080, 3000, 3240},         {4080, 3300, 840},
 };
 
+// The issuer count and its counter are 16-bit.
+[[noreturn]] void raiseOverflow()
+{
+    throw ZebObjects::Failure(ZebObjects::ErrorNumber::Overflow, QStringLiteral("ZebSubCtl"),
+                              QStringLiteral("Overflow"));
+}
+
 QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place,
                   bool heading = false, bool wrap = false)
 {
@@ -236,15 +243,13 @@ void ctlGeneralInfo::UserControl_Initialize()
                        const auto services = ZebObjects::Runtime::applicationServices();
                        const QStringList names = objectRef(services).IssuedByNames();
                        if (names.size() > std::numeric_limits<qint16>::max())
-                           throw ZebObjects::Failure(6, QStringLiteral("ZebSubCtl"),
-                                                     QStringLiteral("Overflow"));
+                           raiseOverflow();
                        const auto count = static_cast<qint16>(names.size());
                        for (qint32 i = 1; i <= count; ++i)
                            cmbIssuedBy->AddItem(names.at(i - 1));
                        // The 16-bit counter cannot step past its last value.
                        if (count == std::numeric_limits<qint16>::max())
-                           throw ZebObjects::Failure(6, QStringLiteral("ZebSubCtl"),
-                                                     QStringLiteral("Overflow"));
+                           raiseOverflow();
                    });
 }
 
