@@ -1,0 +1,488 @@
+#include "controls/criteria/ctlgeneralinfo.h"
+
+#include "contracts/applicationservices.h"
+#include "contracts/failure.h"
+#include "contracts/submittal.h"
+#include "frame/controlregistry.h"
+#include "frame/errorpath.h"
+#include "frame/objectref.h"
+#include "frame/units.h"
+#include "objects/runtime.h"
+#include "platform/checkbox.h"
+#include "platform/combobox.h"
+#include "platform/dateedit.h"
+#include "platform/lineshape.h"
+#include "platform/optionbutton.h"
+#include "platform/optiongroup.h"
+#include "platform/picture.h"
+#include "platform/textbox.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+#include <limits>
+
+namespace ZebSubCtl {
+
+ZEB_REGISTER_CONTROL(ctlGeneralInfo)
+
+namespace {
+
+constexpr qint16 kOther = 7;
+// The separator lines end this far short of the panel's right edge (twips).
+constexpr int kLineMargin = 5;
+
+const QString kIssuedByTip = QStringLiteral(
+    "Choose the person who will be the contact for all communication regarding this submittal");
+
+// Design places, in twips.
+constexpr int kLeft = 120;           // pictures
+constexpr int kTextLeft = 720;       // headings, lines and instructions
+constexpr int kControlLeft = 840;    // the controls of a section
+constexpr int kInfoWidth = 6600;
+constexpr int kPanelWidth = 7500;
+constexpr int kPanelHeight = 5760;
+constexpr int kLineRight = kPanelWidth - kLineMargin;
+
+constexpr int kContentsTop = 120;
+constexpr int kPurposeTop = 1320;
+constexpr int kDetailsTop = 3780;
+
+struct PurposePlace {
+    int left;
+    int top;
+    int width;
+};
+// Two columns of four, in index order down each column.
+constexpr PurposePlace kPurposePlaces[8] = {
+    {kControlLeft, 2400, 3120}, {kControlLeft, 2700, 3120}, {kControlLeft, 3000, 3120},
+    {kControlLeft, 3300, 3120}, {4080, 2400, 3240},         {4080, 2700, 3240},
+    {4080, 3000, 3240},         {4080, 3300, 840},
+};
+
+// The issuer count and its counter are 16-bit.
+[[noreturn]] void raiseOverflow()
+{
+    throw ZebObjects::Failure(ZebObjects::ErrorNumber::Overflow, QStringLiteral("ZebSubCtl"),
+                              QStringLiteral("Overflow"));
+}
+
+QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place,
+                  bool heading = false, bool wrap = false)
+{
+    auto* label = new QLabel(caption, parent);
+    label->setObjectName(QLatin1String(name));
+    label->setGeometry(place);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(wrap);
+    label->setAlignment(wrap ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignLeft | Qt::AlignVCenter);
+    if (heading) {
+        QFont f = label->font();
+        f.setBold(true);
+        label->setFont(f);
+    }
+    return label;
+}
+
+LineShape* makeLine(QWidget* parent, const char* name, int top)
+{
+    auto* line = new LineShape(parent);
+    line->setObjectName(QLatin1String(name));
+    line->setPoints(twipsToPixels(kTextLeft), twipsToPixels(top), twipsToPixels(kLineRight),
+                    twipsToPixels(top));
+    line->setBorderColor(parent->palette().color(QPalette::Mid));
+    return line;
+}
+
+Picture* makePicture(QWidget* parent, const char* name, PictureImage image, int top)
+{
+    auto* picture = new Picture(image, parent);
+    picture->setObjectName(QLatin1String(name));
+    picture->move(twipsToPixels(kLeft), twipsToPixels(top));
+    return picture;
+}
+
+CheckBox* makeCheck(QWidget* parent, const char* name, const QString& caption, QRect place)
+{
+    auto* box = new CheckBox(caption, parent);
+    box->setObjectName(QLatin1String(name));
+    box->setGeometry(place);
+    return box;
+}
+
+}  // namespace
+
+ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
+{
+    setAccessibleName(QStringLiteral("General information"));
+    setAccessibleDescription(QStringLiteral(
+        "What the submittal contains, its purpose, who issues it and its date"));
+
+    Image1 = makePicture(this, "Image1", PictureImage::Contents, kContentsTop);
+    lblContentsHeading =
+        makeLabel(this, "lblContentsHeading", QStringLiteral("Submittal Contents"),
+                  twipsRect(kTextLeft, kContentsTop, 3600, 240), true);
+    Line1 = makeLine(this, "Line1", kContentsTop + 300);
+    lblContentsInfo = makeLabel(
+        this, "lblContentsInfo",
+        QStringLiteral("Choose which items you would like to include in your submittal."),
+        twipsRect(kTextLeft, kContentsTop + 390, kInfoWidth, 240));
+    chkCoverLetter = makeCheck(this, "chkCoverLetter", QStringLiteral("Cover Letter"),
+                               twipsRect(kControlLeft, kContentsTop + 720, 1560, 255));
+    chkBOM = makeCheck(this, "chkBOM", QStringLiteral("Bill of Materials"),
+                       twipsRect(2520, kContentsTop + 720, 1920, 255));
+    chkLabels = makeCheck(this, "chkLabels", QStringLiteral("Labels"),
+                          twipsRect(4560, kContentsTop + 720, 1200, 255));
+
+    Image2 = makePicture(this, "Image2", PictureImage::Purpose, kPurposeTop);
+    lblSubmittalPurpose =
+        makeLabel(this, "lblSubmittalPurpose", QStringLiteral("Submittal Purpose"),
+                  twipsRect(kTextLeft, kPurposeTop, 3600, 240), true);
+    Line2 = makeLine(this, "Line2", kPurposeTop + 300);
+    lblPurposeInfo = makeLabel(
+        this, "lblPurposeInfo",
+        QStringLiteral("Select the purpose for your submittal.  The purpose will print at the top "
+                       "of the Bill of Materials.  You may choose from the following, or choose "
+                       "other to define your own."),
+        twipsRect(kTextLeft, kPurposeTop + 390, kInfoWidth, 600), false, true);
+
+    optSubmittalPurpose = new OptionGroup(this);
+    optSubmittalPurpose->setObjectName(QStringLiteral("optSubmittalPurpose"));
+    const QStringList purposes{QStringLiteral("Request For Prior Approval"),
+                               QStringLiteral("Request For Approval"),
+                               QStringLiteral("Request For Approval As Submitted"),
+                               QStringLiteral("Request For Approval As Noted"),
+                               QStringLiteral("Resubmittal For Approval"),
+                               QStringLiteral("Corrections"),
+                               QStringLiteral("Record Only"),
+                               QStringLiteral("Other")};
+    for (int i = 0; i < 8; ++i) {
+        auto* option = new OptionButton(purposes.at(i), this);
+        option->setObjectName(QStringLiteral("optSubmittalPurpose"));
+        option->setProperty("Index", i);
+        const PurposePlace& p = kPurposePlaces[i];
+        option->setGeometry(twipsRect(p.left, p.top, p.width, 255));
+        optSubmittalPurpose->add(i, option);
+    }
+
+    txtPurposeOther = new TextBox(this);
+    txtPurposeOther->setObjectName(QStringLiteral("txtPurposeOther"));
+    txtPurposeOther->setGeometry(twipsRect(4980, 3270, 2340, 300));
+    txtPurposeOther->setAccessibleName(QStringLiteral("Other purpose"));
+    txtPurposeOther->setAccessibleDescription(
+        QStringLiteral("The submittal's purpose in your own words"));
+    txtPurposeOther->setVisible(false);
+
+    Image3 = makePicture(this, "Image3", PictureImage::Details, kDetailsTop);
+    lblSubmittalDetails =
+        makeLabel(this, "lblSubmittalDetails", QStringLiteral("Submittal Details"),
+                  twipsRect(kTextLeft, kDetailsTop, 3600, 240), true);
+    Line3 = makeLine(this, "Line3", kDetailsTop + 300);
+    lblDetailsInfo = makeLabel(
+        this, "lblDetailsInfo",
+        QStringLiteral("Choose the person's name that will appear on documents in the "
+                       "submittal.  You can also change the date that  will be used for the "
+                       "submittal."),
+        twipsRect(kTextLeft, kDetailsTop + 390, kInfoWidth, 450), false, true);
+
+    lblIssuedBy = makeLabel(this, "lblIssuedBy", QStringLiteral("Issued By:"),
+                            twipsRect(kControlLeft, kDetailsTop + 960, 1260, 300));
+    cmbIssuedBy = new ComboBox(this);
+    cmbIssuedBy->setObjectName(QStringLiteral("cmbIssuedBy"));
+    cmbIssuedBy->setGeometry(twipsRect(2160, kDetailsTop + 960, 3240, 315));
+    cmbIssuedBy->setToolTip(kIssuedByTip);
+    cmbIssuedBy->setAccessibleName(QStringLiteral("Issued By"));
+    cmbIssuedBy->setAccessibleDescription(kIssuedByTip);
+    cmbIssuedBy->lineEdit()->setAccessibleName(QStringLiteral("Issued By"));
+    cmbIssuedBy->lineEdit()->setAccessibleDescription(kIssuedByTip);
+    lblIssuedBy->setBuddy(cmbIssuedBy);
+
+    lblIssueDate = makeLabel(this, "lblIssueDate", QStringLiteral("Submittal Date:"),
+                             twipsRect(kControlLeft, kDetailsTop + 1380, 1260, 300));
+    pvdIssueDate = new DateEdit(this);
+    pvdIssueDate->setObjectName(QStringLiteral("pvdIssueDate"));
+    pvdIssueDate->setGeometry(twipsRect(2160, kDetailsTop + 1380, 1680, 315));
+    pvdIssueDate->setAccessibleTexts(
+        QStringLiteral("Submittal Date"),
+        QStringLiteral("The date used for the submittal; empty for no date"));
+    lblIssueDate->setBuddy(pvdIssueDate);
+
+    setTabOrder(chkCoverLetter, chkBOM);
+    setTabOrder(chkBOM, chkLabels);
+    setTabOrder(chkLabels, optSubmittalPurpose->button(0));
+    for (int i = 0; i < 7; ++i)
+        setTabOrder(optSubmittalPurpose->button(i), optSubmittalPurpose->button(i + 1));
+    setTabOrder(optSubmittalPurpose->button(7), txtPurposeOther);
+    setTabOrder(txtPurposeOther, cmbIssuedBy);
+    setTabOrder(cmbIssuedBy, pvdIssueDate);
+
+    resize(twipsToPixels(kPanelWidth), twipsToPixels(kPanelHeight));
+
+    connect(chkCoverLetter, &CheckBox::valueChanged, this, [this] { chkCoverLetter_Click(); });
+    connect(chkBOM, &CheckBox::valueChanged, this, [this] { chkBOM_Click(); });
+    connect(chkLabels, &CheckBox::valueChanged, this, [this] { chkLabels_Click(); });
+    connect(cmbIssuedBy, &ComboBox::changed, this, [this] { cmbIssuedBy_Change(); });
+    connect(cmbIssuedBy, &ComboBox::clicked, this, [this] { cmbIssuedBy_Click(); });
+    connect(optSubmittalPurpose, &OptionGroup::optionClicked, this,
+            [this](int index) { optSubmittalPurpose_Click(index); });
+    connect(txtPurposeOther, &TextBox::keyUp, this, [this] { txtPurposeOther_KeyUp(); });
+    connect(pvdIssueDate, &DateEdit::validate, this, [this] { pvdIssueDate_Validate(); });
+
+    UserControl_Initialize();
+}
+
+ctlGeneralInfo::~ctlGeneralInfo()
+{
+    disconnectCriteria();
+}
+
+void ctlGeneralInfo::UserControl_Initialize()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("UserControl_Initialize()")),
+                   Ending::logOnly(), [&] {
+                       const auto services = ZebObjects::Runtime::applicationServices();
+                       const QStringList names = objectRef(services).IssuedByNames();
+                       if (names.size() > std::numeric_limits<qint16>::max())
+                           raiseOverflow();
+                       const auto count = static_cast<qint16>(names.size());
+                       for (qint32 i = 1; i <= count; ++i)
+                           cmbIssuedBy->AddItem(names.at(i - 1));
+                       // The 16-bit counter cannot step past its last value.
+                       if (count == std::numeric_limits<qint16>::max())
+                           raiseOverflow();
+                   });
+}
+
+void ctlGeneralInfo::UserControl_Resize()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("UserControl_Resize()")),
+                   Ending::logOnly(), [&] {
+                       const int right = twipsToPixels(pixelsToTwips(ScaleWidth()) - kLineMargin);
+                       Line1->setX2(right);
+                       Line2->setX2(right);
+                       Line3->setX2(right);
+                   });
+}
+
+// --- the Criteria property
+
+std::shared_ptr<ZebObjects::Submittal> ctlGeneralInfo::Criteria() const
+{
+    return ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("Criteria() - Property Get")),
+        Ending::propagate(), [&] { return mCriteria; });
+}
+
+void ctlGeneralInfo::setCriteria(std::shared_ptr<ZebObjects::Submittal> criteria)
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Criteria() - Property Set")),
+                   Ending::propagate(), [&] {
+                       disconnectCriteria();
+                       mCriteria = std::move(criteria);
+                       connectCriteria();
+                       if (mCriteria)
+                           Populate();
+                   });
+}
+
+void ctlGeneralInfo::disconnectCriteria()
+{
+    for (const auto& c : std::as_const(mConnections))
+        disconnect(c);
+    mConnections.clear();
+}
+
+void ctlGeneralInfo::connectCriteria()
+{
+    ZebObjects::Submittal* c = mCriteria.get();
+    if (!c)
+        return;
+    using ZebObjects::Submittal;
+    mConnections = {
+        connect(c, &Submittal::CoverLetterChanged, this,
+                [this] { mCriteria_CoverLetterChanged(); }),
+        connect(c, &Submittal::BOMChanged, this, [this] { mCriteria_BOMChanged(); }),
+        connect(c, &Submittal::LabelsChanged, this, [this] { mCriteria_LabelsChanged(); }),
+        connect(c, &Submittal::SubmittalDateChanged, this,
+                [this] { mCriteria_SubmittalDateChanged(); }),
+        connect(c, &Submittal::IssuedByChanged, this, [this] { mCriteria_IssuedByChanged(); }),
+        connect(c, &Submittal::SubmittalPurposeChanged, this,
+                [this](qint16 newIndex) { mCriteria_SubmittalPurposeChanged(newIndex); }),
+    };
+}
+
+// --- showing the submittal
+
+void ctlGeneralInfo::Populate()
+{
+    // Log only; a failure of the log itself goes on to the property that called Populate.
+    const Procedure procedure = Procedure::untraced(this, QStringLiteral("Populate()"));
+    ZebObjects::ErrorInfo error;
+    try {
+        ZebObjects::Submittal& c = objectRef(mCriteria);
+        cmbIssuedBy->setText(c.IssuedBy());
+        showSubmittalDate();
+        chkCoverLetter->setValue(c.IncludeCoverLetter() ? 1 : 0);
+        chkBOM->setValue(c.IncludeBOM() ? 1 : 0);
+        chkLabels->setValue(c.IncludeLabels() ? 1 : 0);
+        // Selecting runs the option's click, which writes the purpose first.
+        optSubmittalPurpose->button(c.SubmittalPurposeIndex())->setValue(true);
+        if (optSubmittalPurpose->button(kOther)->value())
+            txtPurposeOther->setText(c.SubmittalPurpose());
+        return;
+    } catch (...) {
+        error = ErrorPath::currentError();
+    }
+    ErrorPath::failOrThrow(procedure, Ending::logOnly(), error);
+}
+
+void ctlGeneralInfo::showSubmittalDate()
+{
+    const QString date = objectRef(mCriteria).SubmittalDate();
+    if (!date.isEmpty())
+        pvdIssueDate->setIsoText(date);
+    else
+        pvdIssueDate->setNull();
+}
+
+// --- user events
+
+void ctlGeneralInfo::chkCoverLetter_Click()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkCoverLetter_Click()")),
+                   Ending::report(), [&] {
+                       objectRef(mCriteria).setIncludeCoverLetter(chkCoverLetter->value() == 1);
+                   });
+}
+
+void ctlGeneralInfo::chkBOM_Click()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkBOM_Click()")), Ending::report(),
+                   [&] { objectRef(mCriteria).setIncludeBOM(chkBOM->value() == 1); });
+}
+
+void ctlGeneralInfo::chkLabels_Click()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkLabels_Click()")),
+                   Ending::report(),
+                   [&] { objectRef(mCriteria).setIncludeLabels(chkLabels->value() == 1); });
+}
+
+void ctlGeneralInfo::cmbIssuedBy_Change()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmbIssuedBy_Change()")),
+                   Ending::report(),
+                   [&] { objectRef(mCriteria).setIssuedBy(cmbIssuedBy->text()); });
+}
+
+void ctlGeneralInfo::cmbIssuedBy_Click()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmbIssuedBy_Click()")),
+                   Ending::report(),
+                   [&] { objectRef(mCriteria).setIssuedBy(cmbIssuedBy->text()); });
+}
+
+void ctlGeneralInfo::optSubmittalPurpose_Click(int index)
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("optSubmittalPurpose_Click()")),
+                   Ending::report(), [&] {
+                       ZebObjects::Submittal& c = objectRef(mCriteria);
+                       c.setSubmittalPurpose(c.SelectPurpose(static_cast<qint16>(index)));
+                       if (index == kOther) {
+                           txtPurposeOther->setVisible(true);
+                           txtPurposeOther->raise();
+                           txtPurposeOther->setFocus();
+                       } else {
+                           txtPurposeOther->setVisible(false);
+                       }
+                   });
+}
+
+void ctlGeneralInfo::txtPurposeOther_KeyUp()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("txtPurposeOther_KeyUp()")),
+                   Ending::report(),
+                   [&] { objectRef(mCriteria).setSubmittalPurpose(txtPurposeOther->text()); });
+}
+
+void ctlGeneralInfo::pvdIssueDate_Validate()
+{
+    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlGeneralInfo"),
+                                       QStringLiteral("pvdIssueDate_Validate")),
+                   Ending::report(), [&] {
+                       ZebObjects::Submittal& c = objectRef(mCriteria);
+                       if (pvdIssueDate->isNull())
+                           c.setSubmittalDate(QString());
+                       else
+                           c.setSubmittalDate(pvdIssueDate->isoText());
+                   });
+}
+
+// --- the submittal's events
+
+void ctlGeneralInfo::mCriteria_CoverLetterChanged()
+{
+    ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("mCriteria_CoverLetterChanged()")),
+        Ending::report(), [&] {
+            ZebObjects::Submittal& c = objectRef(mCriteria);
+            if ((chkCoverLetter->value() == 1) != c.IncludeCoverLetter())
+                chkCoverLetter->setValue(c.IncludeCoverLetter() ? 1 : 0);
+        });
+}
+
+void ctlGeneralInfo::mCriteria_BOMChanged()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("mCriteria_BOMChanged()")),
+                   Ending::report(), [&] {
+                       ZebObjects::Submittal& c = objectRef(mCriteria);
+                       if ((chkBOM->value() == 1) != c.IncludeBOM())
+                           chkBOM->setValue(c.IncludeBOM() ? 1 : 0);
+                   });
+}
+
+void ctlGeneralInfo::mCriteria_LabelsChanged()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("mCriteria_LabelsChanged()")),
+                   Ending::report(), [&] {
+                       ZebObjects::Submittal& c = objectRef(mCriteria);
+                       if ((chkLabels->value() == 1) != c.IncludeLabels())
+                           chkLabels->setValue(c.IncludeLabels() ? 1 : 0);
+                   });
+}
+
+void ctlGeneralInfo::mCriteria_SubmittalDateChanged()
+{
+    // No comparison: the date is written only when the editor is left, never on a change.
+    ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("mCriteria_SubmittalDateChanged()")),
+        Ending::report(), [&] { showSubmittalDate(); });
+}
+
+void ctlGeneralInfo::mCriteria_IssuedByChanged()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("mCriteria_IssuedByChanged()")),
+                   Ending::report(), [&] {
+                       ZebObjects::Submittal& c = objectRef(mCriteria);
+                       if (cmbIssuedBy->text() != c.IssuedBy())
+                           cmbIssuedBy->setText(c.IssuedBy());
+                   });
+}
+
+void ctlGeneralInfo::mCriteria_SubmittalPurposeChanged(qint16 newIndex)
+{
+    ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("mCriteria_SubmittalPurposeChanged()")),
+        Ending::report(), [&] {
+            OptionButton* option = optSubmittalPurpose->button(newIndex);
+            if (!option->value())
+                option->setValue(true);
+            if (newIndex == kOther) {
+                ZebObjects::Submittal& c = objectRef(mCriteria);
+                if (txtPurposeOther->text() != c.SubmittalPurpose())
+                    txtPurposeOther->setText(c.SubmittalPurpose());
+            }
+        });
+}
+
+}  // namespace ZebSubCtl
