@@ -41,9 +41,21 @@ void LineShape::setPoints(int x1, int y1, int x2, int y2)
     place();
 }
 
+QColor LineShape::borderColor() const
+{
+    return m_grayText ? palette().color(QPalette::Disabled, QPalette::WindowText) : m_color;
+}
+
 void LineShape::setBorderColor(const QColor& color)
 {
     m_color = color;
+    m_grayText = false;
+    update();
+}
+
+void LineShape::setBorderColorToGrayText()
+{
+    m_grayText = true;
     update();
 }
 
@@ -58,7 +70,7 @@ void LineShape::place()
 void LineShape::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.setPen(QPen(m_color, 1));
+    painter.setPen(QPen(borderColor(), 1));
     const QPoint origin = geometry().topLeft();
     painter.drawLine(QPoint(m_x1, m_y1) - origin, QPoint(m_x2, m_y2) - origin);
 }

@@ -24,8 +24,13 @@ public:
     void setY2(int y);
     void setPoints(int x1, int y1, int x2, int y2);
 
-    QColor borderColor() const { return m_color; }
+    // The colour the line is drawn in.
+    QColor borderColor() const;
     void setBorderColor(const QColor& color);
+    // Draws the line in the system colour of disabled text (system colour 17) and keeps
+    // following it when the palette changes; setBorderColor() ends that.
+    void setBorderColorToGrayText();
+    bool borderIsGrayText() const { return m_grayText; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -38,6 +43,7 @@ private:
     int m_x2 = 0;
     int m_y2 = 0;
     QColor m_color;
+    bool m_grayText = false;
 };
 
 }  // namespace ZebSubCtl

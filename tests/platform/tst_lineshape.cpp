@@ -13,6 +13,10 @@ private slots:
     void rightEndLeftOfTheLeftEndStillCoversTheLine();
     void lineIsDrawnBetweenItsEnds();
     void mouseGoesThroughTheLine();
+    void grayTextBorderIsTheDisabledTextColour();
+    void grayTextBorderFollowsThePalette();
+    void settingAColourEndsTheGrayTextBorder();
+    void grayTextLineIsDrawnInTheDisabledTextColour();
 };
 
 void tst_LineShape::endsAreKeptInParentPixels()
@@ -68,6 +72,53 @@ void tst_LineShape::mouseGoesThroughTheLine()
     QWidget parent;
     LineShape line(&parent);
     QVERIFY(line.testAttribute(Qt::WA_TransparentForMouseEvents));
+}
+
+void tst_LineShape::grayTextBorderIsTheDisabledTextColour()
+{
+    QWidget parent;
+    LineShape line(&parent);
+    QVERIFY(!line.borderIsGrayText());
+    line.setBorderColorToGrayText();
+    QVERIFY(line.borderIsGrayText());
+    QCOMPARE(line.borderColor(), line.palette().color(QPalette::Disabled, QPalette::WindowText));
+}
+
+void tst_LineShape::grayTextBorderFollowsThePalette()
+{
+    QWidget parent;
+    LineShape line(&parent);
+    line.setBorderColorToGrayText();
+    QPalette palette = parent.palette();
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x12, 0x34, 0x56));
+    parent.setPalette(palette);
+    QCOMPARE(line.borderColor(), QColor(0x12, 0x34, 0x56));
+}
+
+void tst_LineShape::settingAColourEndsTheGrayTextBorder()
+{
+    QWidget parent;
+    LineShape line(&parent);
+    line.setBorderColorToGrayText();
+    line.setBorderColor(Qt::blue);
+    QVERIFY(!line.borderIsGrayText());
+    QCOMPARE(line.borderColor(), QColor(Qt::blue));
+}
+
+void tst_LineShape::grayTextLineIsDrawnInTheDisabledTextColour()
+{
+    QWidget parent;
+    parent.resize(100, 40);
+    QPalette palette = parent.palette();
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x80, 0x10, 0x20));
+    parent.setPalette(palette);
+    LineShape line(&parent);
+    line.setBorderColor(Qt::red);
+    line.setBorderColorToGrayText();
+    line.setPoints(10, 20, 60, 20);
+    const QImage image = parent.grab().toImage();
+    QCOMPARE(image.pixelColor(10, 20), QColor(0x80, 0x10, 0x20));
+    QCOMPARE(image.pixelColor(60, 20), QColor(0x80, 0x10, 0x20));
 }
 
 QTEST_MAIN(tst_LineShape)
