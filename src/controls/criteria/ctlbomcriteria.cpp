@@ -29,7 +29,7 @@ constexpr int kColumnWidth = 1950;
 constexpr int kRowHeight = 300;
 constexpr int kBoxesTop = 1350;
 constexpr int kLineIncludeY = 420;
-constexpr int kLineRemarksY = 2805;
+constexpr int kLineRemarksY = 3090;
 
 CheckBox* makeBox(QWidget* parent, const char* name, const QString& caption, int column, int row)
 {
@@ -108,12 +108,12 @@ ctlBOMCriteria::ctlBOMCriteria(QWidget* parent) : UserControl(parent)
     chkDefaultRemarks = makeBox(this, "chkDefaultRemarks", QStringLiteral("Default Remarks"), 2, 1);
 
     lblDefaultRemarks = makeHeading(this, "lblDefaultRemarks", QStringLiteral("Default Remarks"),
-                                    twipsRect(kIndent, 2535, 4500, 240));
+                                    twipsRect(kIndent, 2820, 4500, 240));
     lineRemarks = makeLine(this, "lineRemarks", kLineRemarksY);
 
     ctlTextSelect = new ::ZebSubCtl::ctlTextSelect(this);
     ctlTextSelect->setObjectName(QStringLiteral("ctlTextSelect"));
-    ctlTextSelect->setGeometry(twipsRect(0, 2880, 7185, 3600));
+    ctlTextSelect->setGeometry(twipsRect(0, 3165, 7185, 3600));
     ctlTextSelect->setAccessibleName(QStringLiteral("Default remarks"));
     ctlTextSelect->setAccessibleDescription(
         QStringLiteral("The remarks that can print at the bottom of the bill of materials; tick "
@@ -147,7 +147,7 @@ ctlBOMCriteria::ctlBOMCriteria(QWidget* parent) : UserControl(parent)
     setTabOrder(chkGroupCode, chkDefaultRemarks);
     setTabOrder(chkDefaultRemarks, ctlTextSelect);
 
-    resize(twipsToPixels(7200), twipsToPixels(6600));
+    resize(twipsToPixels(7200), twipsToPixels(6840));
 
     connect(chkBrand, &CheckBox::valueChanged, this, [this] { chkBrand_Click(); });
     connect(chkCatNum, &CheckBox::valueChanged, this, [this] { chkCatNum_Click(); });
