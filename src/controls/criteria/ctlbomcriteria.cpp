@@ -113,7 +113,7 @@ ctlBOMCriteria::ctlBOMCriteria(QWidget* parent) : UserControl(parent)
 
     ctlTextSelect = new ::ZebSubCtl::ctlTextSelect(this);
     ctlTextSelect->setObjectName(QStringLiteral("ctlTextSelect"));
-    ctlTextSelect->setGeometry(twipsRect(0, 3165, 7185, 3600));
+    ctlTextSelect->setGeometry(twipsRect(0, 3165, 7185, 3300));
     ctlTextSelect->setAccessibleName(QStringLiteral("Default remarks"));
     ctlTextSelect->setAccessibleDescription(
         QStringLiteral("The remarks that can print at the bottom of the bill of materials; tick "
@@ -147,7 +147,7 @@ ctlBOMCriteria::ctlBOMCriteria(QWidget* parent) : UserControl(parent)
     setTabOrder(chkGroupCode, chkDefaultRemarks);
     setTabOrder(chkDefaultRemarks, ctlTextSelect);
 
-    resize(twipsToPixels(7200), twipsToPixels(6840));
+    resize(twipsToPixels(7200), twipsToPixels(6540));
 
     connect(chkBrand, &CheckBox::valueChanged, this, [this] { chkBrand_Click(); });
     connect(chkCatNum, &CheckBox::valueChanged, this, [this] { chkCatNum_Click(); });

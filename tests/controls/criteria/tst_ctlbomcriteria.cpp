@@ -860,7 +860,7 @@ void tst_ctlBOMCriteria::narrowPanelClampsNegativeWidthsWithoutAFailure()
     QVERIFY(f.h.boxes().shown().isEmpty());
     QVERIFY(f.h.lastResort().isEmpty());
     // Wide again, all follows.
-    f.ctl->resize(480, 456);
+    f.ctl->resize(480, 436);
     QCOMPARE(f.line("lineInclude")->X2(), (7200 - 10) / 15);
     QCOMPARE(f.list()->width(), (7200 - 3) / 15);
     f.click("chkQuantity");
