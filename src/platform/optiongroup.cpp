@@ -13,6 +13,7 @@ OptionGroup::OptionGroup(QObject* parent) : QObject(parent), m_group(new QButton
 {
     m_group->setExclusive(true);
     connect(m_group, &QButtonGroup::idToggled, this, [this](int id, bool checked) {
+        updateTabStop();
         if (checked)
             emit optionClicked(id);
     });
@@ -33,6 +34,7 @@ void OptionGroup::add(int index, OptionButton* button)
                                   QStringLiteral("Object already loaded"));
     m_group->addButton(button, index);
     button->m_group = this;
+    updateTabStop();
 }
 
 OptionButton* OptionGroup::button(int index) const
@@ -71,6 +73,20 @@ int OptionGroup::indexOf(const OptionButton* button) const
             return m_group->id(b);
     }
     return -1;
+}
+
+void OptionGroup::updateTabStop()
+{
+    // Tab enters a group at its selected button (the first one while none is), and the next Tab
+    // leaves the group; the arrow keys move inside it.
+    const QList<int> ids = indices();
+    if (ids.isEmpty())
+        return;
+    QAbstractButton* stop = m_group->checkedButton();
+    if (stop == nullptr)
+        stop = m_group->button(ids.first());
+    for (QAbstractButton* b : m_group->buttons())
+        b->setFocusPolicy(b == stop ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void OptionGroup::step(OptionButton* from, bool forward)

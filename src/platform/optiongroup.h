@@ -12,7 +12,8 @@ class OptionButton;
 // An indexed group of option buttons: one handler for all of them, told the index of the button
 // that became selected. At most one button of the group is selected. The arrow keys move the
 // selection to the previous (Up, Left) or next (Down, Right) enabled, visible button in index
-// order, wrapping at the ends. The group does not own its buttons; their parent widget does.
+// order, wrapping at the ends; Tab stops at the selected button only (at the first while none is
+// selected). The group does not own its buttons; their parent widget does.
 class OptionGroup : public QObject {
     Q_OBJECT
 public:
@@ -37,6 +38,7 @@ signals:
 private:
     friend class OptionButton;
     void step(OptionButton* from, bool forward);
+    void updateTabStop();
     QButtonGroup* buttonGroup() const { return m_group; }
 
     QButtonGroup* m_group;

@@ -3,6 +3,7 @@
 #include "platform/optiongroup.h"
 
 #include <QSignalSpy>
+#include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -71,6 +72,8 @@ private slots:
     void indexNotInTheGroupFailsWith340();
     void valueIsAPropertyByName();
     void groupGoneLeavesWorkingButtons();
+    void tabEntersTheGroupAtTheSelectedButtonAndLeavesItWithTheNextTab();
+    void tabEntersAGroupWithNoneSelectedAtItsFirstButton();
 };
 
 void tst_OptionButton::startsCleared()
@@ -379,6 +382,57 @@ void tst_OptionButton::groupGoneLeavesWorkingButtons()
     b->setValue(true);
     QCOMPARE(clicks.count(), 1);
     QVERIFY(!a->value());
+}
+
+namespace {
+
+// A box before and a box after the eight options, in tab order.
+struct Surrounded {
+    EightOptions o;
+    QLineEdit* before = new QLineEdit(&o.form);
+    QLineEdit* after = new QLineEdit(&o.form);
+    Surrounded()
+    {
+        auto* layout = static_cast<QVBoxLayout*>(o.form.layout());
+        layout->insertWidget(0, before);
+        layout->addWidget(after);
+        QWidget::setTabOrder(before, o.buttons[0]);
+        QWidget::setTabOrder(o.buttons[7], after);
+        o.form.resize(220, 320);
+        o.show();
+    }
+};
+
+}  // namespace
+
+void tst_OptionButton::tabEntersTheGroupAtTheSelectedButtonAndLeavesItWithTheNextTab()
+{
+    Surrounded s;
+    s.o.buttons[5]->setValue(true);
+    s.before->setFocus();
+    QTest::keyClick(s.before, Qt::Key_Tab);
+    QVERIFY(s.o.buttons[5]->hasFocus());
+    QTest::keyClick(s.o.buttons[5], Qt::Key_Tab);
+    QVERIFY(s.after->hasFocus());
+    QTest::keyClick(s.after, Qt::Key_Backtab, Qt::ShiftModifier);
+    QVERIFY(s.o.buttons[5]->hasFocus());
+    // After an arrow key the new selection is the group's tab stop.
+    QTest::keyClick(s.o.buttons[5], Qt::Key_Down);
+    QTest::keyClick(s.o.buttons[6], Qt::Key_Backtab, Qt::ShiftModifier);
+    QVERIFY(s.before->hasFocus());
+    QTest::keyClick(s.before, Qt::Key_Tab);
+    QVERIFY(s.o.buttons[6]->hasFocus());
+}
+
+void tst_OptionButton::tabEntersAGroupWithNoneSelectedAtItsFirstButton()
+{
+    Surrounded s;
+    s.before->setFocus();
+    QTest::keyClick(s.before, Qt::Key_Tab);
+    QVERIFY(s.o.buttons[0]->hasFocus());
+    QCOMPARE(s.o.group.selectedIndex(), -1);
+    QTest::keyClick(s.o.buttons[0], Qt::Key_Tab);
+    QVERIFY(s.after->hasFocus());
 }
 
 QTEST_MAIN(tst_OptionButton)
