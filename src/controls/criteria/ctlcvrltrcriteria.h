@@ -1,0 +1,63 @@
+#pragma once
+
+#include "frame/usercontrol.h"
+
+#include <memory>
+
+class QLabel;
+
+namespace ZebObjects {
+class Submittal;
+}  // namespace ZebObjects
+
+namespace ZebSubCtl {
+
+class CheckBox;
+class LineShape;
+class OptionButton;
+class Picture;
+
+// The cover letter page: what the submittal's cover letter includes, and whether several
+// recipients get one letter each or the same letter. Shows the submittal when it is bound and
+// writes every click through to its cover letter options; it follows no events. Registered as
+// "ZebSubmittalControls.ctlCvrLtrCriteria".
+class ctlCvrLtrCriteria : public UserControl {
+    Q_OBJECT
+    Q_PROPERTY(std::shared_ptr<ZebObjects::Submittal> Submittal READ Submittal WRITE setSubmittal)
+public:
+    explicit ctlCvrLtrCriteria(QWidget* parent = nullptr);
+    ~ctlCvrLtrCriteria() override;
+
+    std::shared_ptr<ZebObjects::Submittal> Submittal() const;
+    // Binds the submittal and shows it; a failure while showing it reaches the caller.
+    void setSubmittal(std::shared_ptr<ZebObjects::Submittal> submittal);
+
+private:
+    void Populate();
+
+    void chkDefaultParagraph_Click();
+    void chkIncludeLogo_Click();
+    void chkRemarks_Click();
+    void optMultipleCoverLetters_Click();
+    void optOneCoverLetter_Click();
+
+    CheckBox* chkIncludeCC;
+    OptionButton* optMultipleCoverLetters;
+    OptionButton* optOneCoverLetter;
+    CheckBox* chkDefaultParagraph;
+    CheckBox* chkRemarks;
+    CheckBox* chkIncludeLogo;
+    Picture* imgCheck;
+    Picture* imgPeopleEnabled;
+    QLabel* lblMultipleInstructions;
+    QLabel* lblMultipleRecipients;
+    LineShape* Line2;
+    QLabel* lblIncludeInfo;
+    QLabel* lblIncludeOnCoverLetter;
+    LineShape* Line1;
+    Picture* imgPeopleDisabled;
+
+    std::shared_ptr<ZebObjects::Submittal> mSubmittal;
+};
+
+}  // namespace ZebSubCtl
