@@ -127,6 +127,9 @@ KeyedListView* makeList(QWidget* parent, const char* name, QRect place)
     list->setObjectName(QLatin1String(name));
     list->setGeometry(place);
     list->addColumn(QString(), QStringLiteral("Fields"));
+    // The column's margin leaves room for the vertical bar; the few pixels it may still
+    // reach under that bar are no reason for a horizontal one.
+    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     return list;
 }
 
@@ -180,7 +183,7 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
         "the selected field off the label."));
 
     lblIncludeInfo =
-        makeLabel(this, "lblIncludeInfo", kInstructions, twipsRect(2040, 2880, 6600, 900));
+        makeLabel(this, "lblIncludeInfo", kInstructions, twipsRect(2040, 2880, 5850, 900));
     lblIncludeInfo->setWordWrap(true);
     lblIncludeInfo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 

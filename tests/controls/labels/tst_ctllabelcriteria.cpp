@@ -5,6 +5,7 @@
 #include "frame/units.h"
 #include "objects/standalonelabelfield.h"
 #include "objects/standalonelabelfields.h"
+#include "objects/sampledata.h"
 #include "objects/standalonelabels.h"
 #include "platform/keyedlistview.h"
 #include "platform/lineshape.h"
@@ -382,6 +383,7 @@ private slots:
     void removeFailureOfEachMemberIsOnlyLoggedAndThePanelStillWorks();
     void renumberingFailureIsLoggedByItselfAndTheColumnsAreStillSized();
     void fieldsMoveBackAndForthAndThePrintOrderFollowsTheList();
+    void sampleLabelsMoveBackAndForthWithinTheLimitOfFive();
 
     // Keys
     void enterActsLikeADoubleClickInEitherList();
@@ -1198,6 +1200,49 @@ void tst_ctlLabelCriteria::fieldsMoveBackAndForthAndThePrintOrderFollowsTheList(
     QCOMPARE(g.selectedKeys(), f.selectedKeys());
     QVERIFY(f.h.log().lines().isEmpty());
     QVERIFY(f.h.boxes().shown().isEmpty());
+}
+
+void tst_ctlLabelCriteria::sampleLabelsMoveBackAndForthWithinTheLimitOfFive()
+{
+    ZebTest::Harness h;
+    const auto sample = ZebObjects::SampleData::labels();
+    ctlLabelCriteria panel;
+    panel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel));
+    panel.setLabels(sample);
+    auto* available = panel.findChild<KeyedListView*>(QStringLiteral("lsvAvailableItems"));
+    auto* selected = panel.findChild<KeyedListView*>(QStringLiteral("lsvSelectedItems"));
+    auto* add = panel.findChild<QPushButton*>(QStringLiteral("cmdAdd"));
+    auto* remove = panel.findChild<QPushButton*>(QStringLiteral("cmdRemove"));
+    const auto printOrders = [&] {
+        QStringList out;
+        for (int i = 0; i < selected->count(); ++i)
+            out << QStringLiteral("%1=%2").arg(
+                selected->key(i),
+                QString::number(sample->LabelFields()->Item(selected->key(i))->PrintOrder()));
+        return out;
+    };
+    QCOMPARE(available->count(), 6);
+    QCOMPARE(printOrders(),
+             (QStringList{"COMPANY=1", "ATTENTION=2", "STREET=3", "CITYSTATEZIP=4"}));
+    QCOMPARE(available->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+
+    Fixture::click(available, available->row(QStringLiteral("JOBNAME")));
+    QTest::mouseClick(add, Qt::LeftButton);
+    Fixture::click(available, available->row(QStringLiteral("PHONE")));
+    QTest::mouseClick(add, Qt::LeftButton);  // a sixth field: the label refuses it
+    QCOMPARE(printOrders(), (QStringList{"COMPANY=1", "ATTENTION=2", "STREET=3",
+                                         "CITYSTATEZIP=4", "JOBNAME=5"}));
+    QVERIFY(available->find(QStringLiteral("PHONE")) >= 0);
+
+    Fixture::click(selected, 1);
+    QTest::mouseClick(remove, Qt::LeftButton);
+    QTest::mouseClick(add, Qt::LeftButton);  // PHONE is still chosen on the left
+    QCOMPARE(printOrders(), (QStringList{"COMPANY=1", "STREET=2", "CITYSTATEZIP=3", "JOBNAME=4",
+                                         "PHONE=5"}));
+    QCOMPARE(Fixture::keys(available).last(), QStringLiteral("ATTENTION"));
+    QVERIFY(h.log().failureLines().isEmpty());
+    QVERIFY(h.boxes().shown().isEmpty());
 }
 
 // --- Keys
