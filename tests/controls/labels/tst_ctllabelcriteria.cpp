@@ -371,6 +371,7 @@ private slots:
     void addFailureOfEachMemberIsOnlyLoggedAndThePanelStillWorks_data();
     void addFailureOfEachMemberIsOnlyLoggedAndThePanelStillWorks();
     void addFailingToTakeTheFieldOffTheLeftLeavesItInBothListsUnsized();
+    void addPastTheSixteenBitRangeOverflowsAndIsOnlyLogged();
 
     // Removing and renumbering
     void removePutsTheFieldAtTheBottomOfTheAvailableListWithPrintOrderZero();
@@ -973,6 +974,32 @@ void tst_ctlLabelCriteria::addFailingToTakeTheFieldOffTheLeftLeavesItInBothLists
     QCOMPARE(moving->order(), qint16(7));
     // Seven items would want the wider margin; sizing did not run.
     QCOMPARE(p.selected()->columnWidth(0), p.selected()->width() - 5);
+}
+
+void tst_ctlLabelCriteria::addPastTheSixteenBitRangeOverflowsAndIsOnlyLogged()
+{
+    ZebTest::Harness h;
+    auto labels = std::make_shared<ProbeLabels>();
+    for (int i = 1; i <= 32767; ++i)
+        labels->fields->add(QStringLiteral("S%1").arg(i), QStringLiteral("On %1").arg(i),
+                            qint16(i));
+    labels->fields->add(QStringLiteral("X"), QStringLiteral("Extra"), 0);
+    ctlLabelCriteria panel;
+    panel.setLabels(labels);
+    auto* available = panel.findChild<KeyedListView*>(QStringLiteral("lsvAvailableItems"));
+    auto* selected = panel.findChild<KeyedListView*>(QStringLiteral("lsvSelectedItems"));
+    QCOMPARE(selected->count(), 32767);
+    labels->journal.clear();
+    h.log().clear();
+    available->setSelectedRow(0);
+    QTest::keyClick(available, Qt::Key_Return);
+    QCOMPARE(h.log().lines(),
+             QStringList{logError("addField()",
+                                  error(6, QStringLiteral("ZebSubCtl"), QStringLiteral("Overflow")))});
+    QVERIFY(h.boxes().shown().isEmpty());
+    QCOMPARE(labels->journal, (QStringList{"LabelFields", "Item(X)"}));
+    QCOMPARE(available->count(), 1);
+    QCOMPARE(selected->count(), 32767);
 }
 
 // --- Removing and renumbering
