@@ -343,6 +343,7 @@ private slots:
     void headingHasItsRuleUnderneathAndItsPictureBeside();
     void listsAreReportsWithOneFieldsColumn();
     void tabRunsFromTheAvailableListThroughAddAndRemoveToTheSelectedList();
+    void aFieldGoesOnAndOffTheLabelByKeyboardAlone();
     void everyCaptionFitsItsDesignPlace();
     void everyInteractiveElementHasAnAccessibleName();
 
@@ -501,6 +502,35 @@ void tst_ctlLabelCriteria::tabRunsFromTheAvailableListThroughAddAndRemoveToTheSe
     QCOMPARE(QApplication::focusWidget(), f.button("cmdRemove"));
     QTest::keyClick(f.button("cmdRemove"), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), f.selected());
+}
+
+void tst_ctlLabelCriteria::aFieldGoesOnAndOffTheLabelByKeyboardAlone()
+{
+    Fixture f;
+    f.standardFields();
+    f.bind();
+    f.ctl->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(f.ctl.get()));
+    f.available()->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QCOMPARE(f.available()->selectedRow(), 1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);  // ">"
+    QCOMPARE(f.selectedKeys(), (QStringList{"COMPANY", "ATTENTION", "STREET", "PHONE"}));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), f.selected());
+    // Tabbing in makes the top item current; Space selects it.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QCOMPARE(f.selected()->selectedRow(), 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(f.selectedKeys(), (QStringList{"ATTENTION", "STREET", "PHONE"}));
+    QCOMPARE(f.availableKeys(), (QStringList{"CITYSTATEZIP", "JOBNAME", "COMPANY"}));
+    QCOMPARE(f.orders(), (QStringList{"COMPANY=0", "ATTENTION=1", "STREET=2", "CITYSTATEZIP=0",
+                                      "PHONE=3", "JOBNAME=0"}));
+    QVERIFY(f.h.log().lines().isEmpty());
 }
 
 void tst_ctlLabelCriteria::everyCaptionFitsItsDesignPlace()
