@@ -1,5 +1,6 @@
 #include "contracts/failure.h"
 #include "platform/keyedlistview.h"
+#include "platform/keycodes.h"
 
 #include <QDialog>
 #include <QHeaderView>
@@ -90,6 +91,7 @@ private slots:
     void rightButtonReleaseRaisesMouseUpAtThePointer();
     void pointerMoveRaisesMouseMove();
     void itemToolTipComesFromTheItem();
+    void keyDownKeysTranslateToTheHostsKeyCodes();
 };
 
 void tst_KeyedListView::itemsAreFoundByKeyAndKeepTagTextAndCheck()
@@ -505,6 +507,36 @@ void tst_KeyedListView::itemToolTipComesFromTheItem()
     QCOMPARE(list.itemToolTip(0), QStringLiteral("Acme Lighting, Gent"));
     QCOMPARE(list.model()->index(0, 0).data(Qt::ToolTipRole).toString(),
              QStringLiteral("Acme Lighting, Gent"));
+}
+
+void tst_KeyedListView::keyDownKeysTranslateToTheHostsKeyCodes()
+{
+    ShownList shown(3);
+    QSignalSpy down(shown.list, &KeyedListView::keyDown);
+    QTest::keyClick(shown.list, Qt::Key_Return);
+    QTest::keyClick(shown.list, Qt::Key_Enter, Qt::KeypadModifier);
+    QTest::keyClick(shown.list, Qt::Key_A, Qt::ShiftModifier);
+    QTest::keyClick(shown.list, Qt::Key_Down);
+    QTest::keyClick(shown.list, Qt::Key_7, Qt::ControlModifier | Qt::AltModifier);
+    QTest::keyClick(shown.list, Qt::Key_F2);
+    QTest::keyClick(shown.list, Qt::Key_Escape);
+    QList<std::pair<int, int>> codes;
+    for (const QList<QVariant>& args : down) {
+        const int key = args.at(0).toInt();
+        // Modifier keys pressed on their own come first; the keys themselves are compared.
+        if (key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt)
+            continue;
+        codes << std::pair<int, int>(hostKeyCode(key),
+                                     hostShift(args.at(1).value<Qt::KeyboardModifiers>()));
+    }
+    QCOMPARE(codes, (QList<std::pair<int, int>>{
+                        {13, 0}, {13, 0}, {65, 1}, {40, 0}, {55, 6}, {113, 0}, {27, 0}}));
+    QCOMPARE(int(hostKeyCode(Qt::Key_Space)), 32);
+    QCOMPARE(int(hostKeyCode(Qt::Key_Tab)), 9);
+    QCOMPARE(int(hostKeyCode(Qt::Key_Delete)), 46);
+    QCOMPARE(int(hostKeyCode(Qt::Key_Z)), 90);
+    QCOMPARE(int(hostKeyCode(Qt::Key_F1)), 112);
+    QCOMPARE(int(hostKeyCode(Qt::Key_unknown)), 0);
 }
 
 QTEST_MAIN(tst_KeyedListView)

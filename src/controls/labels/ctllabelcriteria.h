@@ -1,0 +1,62 @@
+#pragma once
+
+#include "frame/usercontrol.h"
+
+#include <memory>
+
+class QLabel;
+class QPushButton;
+
+namespace ZebObjects {
+class Labels;
+}  // namespace ZebObjects
+
+namespace ZebSubCtl {
+
+class KeyedListView;
+class LineShape;
+
+// The label field chooser: the fields that are off the label on the left, those on it on the
+// right in print order. Moving a field writes its print order into the bound label definition
+// at once. The panel is meant to be bound once: it never empties its lists.
+// Registered as "ZebSubmittalControls.ctlLabelCriteria".
+class ctlLabelCriteria : public UserControl {
+    Q_OBJECT
+    Q_PROPERTY(std::shared_ptr<ZebObjects::Labels> Labels READ Labels WRITE setLabels)
+public:
+    explicit ctlLabelCriteria(QWidget* parent = nullptr);
+    ~ctlLabelCriteria() override;
+
+    std::shared_ptr<ZebObjects::Labels> Labels() const;
+    // Stores the reference, then fills both lists from it.
+    void setLabels(std::shared_ptr<ZebObjects::Labels> labels);
+
+private:
+    void Populate();
+    void addField();
+    void removeField();
+    void reorderSelectedItems();
+    void sizeItUp();
+
+    void cmdAdd_Click();
+    void cmdRemove_Click();
+    void lsvAvailableItems_DblClick();
+    void lsvAvailableItems_KeyDown(qint16& KeyCode, qint16 Shift);
+    void lsvSelectedItems_DblClick();
+    void lsvSelectedItems_KeyDown(qint16& KeyCode, qint16 Shift);
+
+    QLabel* Image2;
+    QLabel* lblIncludeOnLabel;
+    LineShape* lineInclude;
+    QLabel* lblAvailableFields;
+    KeyedListView* lsvAvailableItems;
+    QPushButton* cmdAdd;
+    QPushButton* cmdRemove;
+    QLabel* lblIssueToLisHeading;
+    KeyedListView* lsvSelectedItems;
+    QLabel* lblIncludeInfo;
+
+    std::shared_ptr<ZebObjects::Labels> mLabels;
+};
+
+}  // namespace ZebSubCtl
