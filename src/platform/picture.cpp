@@ -39,6 +39,7 @@ QString Picture::resourcePath(PictureImage image)
     case PictureImage::Contents: file = "contents"; break;
     case PictureImage::Purpose: file = "purpose"; break;
     case PictureImage::Details: file = "details"; break;
+    case PictureImage::LabelSheet: file = "label-sheet"; break;
     }
     return QStringLiteral(":/zeb/pictures/%1.png").arg(QLatin1String(file));
 }

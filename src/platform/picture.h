@@ -15,6 +15,7 @@ enum class PictureImage {
     Contents,         // documents stacked: what a submittal holds
     Purpose,          // a target: what a submittal is for
     Details,          // a calendar page and a person: who issues it and when
+    LabelSheet,       // a sheet of mailing labels
 };
 
 // A picture placed at a design position: shows one PictureImage at its own size (the widget

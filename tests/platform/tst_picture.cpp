@@ -12,7 +12,7 @@ namespace {
 const QList<PictureImage> kImages = {
     PictureImage::Check,           PictureImage::PeopleEnabled, PictureImage::PeopleDisabled,
     PictureImage::BillOfMaterials, PictureImage::Contents,      PictureImage::Purpose,
-    PictureImage::Details,
+    PictureImage::Details,         PictureImage::LabelSheet,
 };
 
 // Pixels that are not fully transparent.

@@ -10,11 +10,10 @@
 #include "platform/keycodes.h"
 #include "platform/keyedlistview.h"
 #include "platform/lineshape.h"
+#include "platform/picture.h"
 
 #include <QLabel>
 #include <QMetaProperty>
-#include <QPainter>
-#include <QPixmap>
 #include <QPushButton>
 
 namespace ZebSubCtl {
@@ -73,34 +72,6 @@ void putByName(QObject& object, const char* name, const QVariant& value)
                                   QStringLiteral("ZebSubCtl"), QStringLiteral("Type mismatch"));
 }
 
-// A sheet of mailing labels, drawn rather than shipped as a file.
-QPixmap labelSheetPicture(int size)
-{
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing);
-    const QRectF sheet(size * 0.12, size * 0.04, size * 0.76, size * 0.92);
-    p.setPen(QPen(QColor(0x60, 0x60, 0x60), 1));
-    p.setBrush(Qt::white);
-    p.drawRect(sheet);
-    const qreal labelHeight = sheet.height() / 5.0;
-    for (int i = 0; i < 5; ++i) {
-        const QRectF label(sheet.left() + 3, sheet.top() + i * labelHeight + 2, sheet.width() - 6,
-                           labelHeight - 4);
-        p.setPen(QPen(QColor(0x30, 0x60, 0xa0), 1));
-        p.setBrush(i == 0 ? QColor(0xd8, 0xe6, 0xf6) : QColor(0xf4, 0xf4, 0xf4));
-        p.drawRoundedRect(label, 1.5, 1.5);
-        if (i == 0) {
-            p.setPen(QPen(QColor(0x30, 0x30, 0x30), 1));
-            const qreal y = label.center().y();
-            p.drawLine(QPointF(label.left() + 3, y - 1), QPointF(label.right() - 5, y - 1));
-            p.drawLine(QPointF(label.left() + 3, y + 2), QPointF(label.center().x(), y + 2));
-        }
-    }
-    return pixmap;
-}
-
 QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place)
 {
     auto* label = new QLabel(caption, parent);
@@ -137,10 +108,9 @@ KeyedListView* makeList(QWidget* parent, const char* name, QRect place)
 
 ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
 {
-    Image2 = new QLabel(this);
+    Image2 = new Picture(PictureImage::LabelSheet, this);
     Image2->setObjectName(QStringLiteral("Image2"));
-    Image2->setGeometry(twipsRect(120, 120, 480, 480));
-    Image2->setPixmap(labelSheetPicture(twipsToPixels(480)));
+    Image2->move(twipsToPixels(120), twipsToPixels(120));
     Image2->setAccessibleName(QStringLiteral("Label sheet"));
     Image2->setAccessibleDescription(QStringLiteral("Picture of a sheet of mailing labels"));
 

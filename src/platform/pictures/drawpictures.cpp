@@ -136,6 +136,29 @@ void drawDetails(QPainter& p)
     drawPerson(p, QPointF(24, 22), 0.8, QColor(0x23, 0x5f, 0xa8), QColor(0x1a, 0x3c, 0x66));
 }
 
+void drawLabelSheet(QPainter& p)
+{
+    // A sheet of mailing labels, the first one written on.
+    p.setPen(QPen(QColor(0x60, 0x60, 0x60), 1));
+    p.setBrush(kPaper);
+    const QRectF sheet(4.5, 1.5, 23, 29);
+    p.drawRect(sheet);
+    const qreal labelHeight = sheet.height() / 5.0;
+    for (int i = 0; i < 5; ++i) {
+        const QRectF label(sheet.left() + 2.5, sheet.top() + i * labelHeight + 1.5,
+                           sheet.width() - 5, labelHeight - 3);
+        p.setPen(QPen(QColor(0x30, 0x60, 0xa0), 1));
+        p.setBrush(i == 0 ? QColor(0xd8, 0xe6, 0xf6) : QColor(0xf4, 0xf4, 0xf4));
+        p.drawRoundedRect(label, 1.5, 1.5);
+        if (i == 0) {
+            p.setPen(QPen(kInk, 1));
+            const qreal y = label.center().y();
+            p.drawLine(QPointF(label.left() + 2, y - 1), QPointF(label.right() - 3, y - 1));
+            p.drawLine(QPointF(label.left() + 2, y + 1.5), QPointF(label.center().x(), y + 1.5));
+        }
+    }
+}
+
 bool draw(const QDir& dir, const char* name, const std::function<void(QPainter&)>& paint)
 {
     QImage image(kSize, kSize, QImage::Format_ARGB32_Premultiplied);
@@ -167,5 +190,6 @@ int main(int argc, char** argv)
     ok &= draw(dir, "contents", drawContents);
     ok &= draw(dir, "purpose", drawPurpose);
     ok &= draw(dir, "details", drawDetails);
+    ok &= draw(dir, "label-sheet", drawLabelSheet);
     return ok ? 0 : 1;
 }
