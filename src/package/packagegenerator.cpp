@@ -64,7 +64,7 @@ QByteArray xmpMetadata(const PackageContent& c)
             .arg(text.toHtmlEscaped());
     };
     QString xml = QStringLiteral(
-        "<?xpacket begin=\"\xEF\xBB\xBF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n"
+        "<?xpacket begin=\"\uFEFF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n"
         "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">\n"
         "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">\n"
         "<rdf:Description rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\" "
@@ -501,6 +501,7 @@ private:
                 QPen rule(QColor(0x90, 0x90, 0x90));
                 rule.setWidthF(pt(0.5));
                 if (!page.rows.empty()) {
+                    p.setPen(Qt::black);
                     p.fillRect(QRectF(m_margin, top, m_bodyWidth, header->height), QColor(0xe4, 0xe9, 0xf0));
                     for (std::size_t c = 0; c < header->cells.size(); ++c)
                         header->cells[c].draw(p, QPointF((*xs)[c] + pad, top + pad));
@@ -509,6 +510,7 @@ private:
                     p.drawLine(QPointF(m_margin, top), QPointF(m_margin + m_bodyWidth, top));
                     for (const qsizetype r : page.rows) {
                         const BomRow& row = (*rows)[std::size_t(r)];
+                        p.setPen(Qt::black);
                         qreal cellsHeight = 0;
                         for (std::size_t c = 0; c < row.cells.size(); ++c) {
                             row.cells[c].draw(p, QPointF((*xs)[c] + pad, top + pad));
@@ -522,6 +524,7 @@ private:
                     }
                     top += pt(12);
                 }
+                p.setPen(Qt::black);
                 if (page.remarksHeading) {
                     remarksHeading.draw(p, QPointF(m_margin, top));
                     top += remarksHeading.height() + pt(3);

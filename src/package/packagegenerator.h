@@ -26,6 +26,8 @@ struct ContentsEntry {
 // temporary file beside the target and renamed into place only when it is complete. A failure
 // of a business object propagates as the ZebObjects::Failure it raised; a file that cannot be
 // written fails with 75. Either way the target is left as it was.
+//
+// Runs on the thread of the QGuiApplication, which it needs for its fonts.
 class PackageGenerator {
 public:
     enum class PaperSize { Letter, A4 };

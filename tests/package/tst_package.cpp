@@ -21,6 +21,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -219,6 +220,33 @@ private slots:
         QVERIFY(m_dir->isValid());
     }
     void cleanup() { m_dir.reset(); }
+
+    // ---- the stand-alone job -------------------------------------------------------------
+
+    void sampleJobOfAnyLengthWithItsFacts()
+    {
+        auto job = StandalonePackageSource::sampleJob(744);
+        const auto lines = job->LineItems()->Enumerate();
+        QCOMPARE(lines.size(), 744);
+        QSet<QString> types;
+        for (const auto& line : lines)
+            types.insert(line->Type());
+        QCOMPARE(types.size(), 744);
+        QCOMPARE(lines[20]->Type(), QStringLiteral("A-2"));
+        QCOMPARE(lines[743]->CatalogNumber(), lines[3]->CatalogNumber());
+        QCOMPARE(job->Manufacturer(*lines[0]), QStringLiteral("Varnholt Lighting Works"));
+        QCOMPARE(job->JobName(), QStringLiteral("Riverside Medical Office Building"));
+        const ZebPackage::PostalAddress address = job->Address(*job->Customers()->Item(2));
+        QCOMPARE(address, (ZebPackage::PostalAddress{QStringLiteral("Priya Raman"), QStringLiteral("520 SW Yamhill Street"),
+                                                     QStringLiteral("Suite 1100"), QStringLiteral("97204"),
+                                                     QStringLiteral("(503) 555-0119")}));
+        // Facts the job does not know are empty, not failures.
+        StandaloneLineItem unknown(StandaloneLineItem::Data{1, QStringLiteral("Z"), QStringLiteral("Nobody"), {}, {}, {}, false, {}, false});
+        QVERIFY(job->Manufacturer(unknown).isEmpty());
+        StandaloneCustomer stranger(StandaloneCustomer::Data{QStringLiteral("NONE"), {}, {}, {}, {}, {}, {}, {}, {}, {}, true, true});
+        QCOMPARE(job->Address(stranger), ZebPackage::PostalAddress());
+        QCOMPARE(StandalonePackageSource::sampleJob()->LineItems()->Count(), qint16(20));
+    }
 
     // ---- the whole package ---------------------------------------------------------------
 
@@ -968,6 +996,27 @@ private slots:
         // The generator works again once the object does.
         QVERIFY(generator.Generate(*job, target()));
         QVERIFY(readPdf(target()).count() >= 4);
+    }
+
+    void failureWhileWritingLeavesTheEarlierFile()
+    {
+        auto job = StandalonePackageSource::sampleJob(100);
+        PackageGenerator generator;
+        QVERIFY(generator.Generate(*job, target()));
+        QFile first(target());
+        QVERIFY(first.open(QIODevice::ReadOnly));
+        const QByteArray earlier = first.readAll();
+        first.close();
+        submittalOf(*job).setIncludeLabels(true);
+        generator.setProgress([](qint32 done, qint32) {
+            if (done == 3)
+                throw Failure(ErrorNumber::InternalError, QStringLiteral("Test.Host"), QStringLiteral("host stopped"));
+            return true;
+        });
+        QVERIFY_THROWS_EXCEPTION(Failure, generator.Generate(*job, target()));
+        QCOMPARE(fileNames(m_dir->path()), QStringList{QStringLiteral("package.pdf")});
+        QVERIFY(first.open(QIODevice::ReadOnly));
+        QCOMPARE(first.readAll(), earlier);
     }
 
     void missingSubmittalFailsWithObjectNotSet()
