@@ -16,9 +16,8 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextLayout>
-#include <QTextList>
 
-#include <cmath>
+#include <algorithm>
 #include <functional>
 #include <vector>
 
