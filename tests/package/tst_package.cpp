@@ -841,6 +841,27 @@ private slots:
         }
     }
 
+    void labelsOnA4KeepTheirSizeCentredOnThePage()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        onlyPart(*job, false, false, true);
+        chooseLabelFields(*job, {QStringLiteral("COMPANY"), QStringLiteral("ATTENTION"), QStringLiteral("STREET"),
+                                 QStringLiteral("CITYSTATEZIP")});
+        const Pdf pdf = generate(*job, PackageGenerator::PaperSize::A4);
+        QCOMPARE(pdf.count(), 2);
+        // A4 is 595.28 x 841.89 points; the 3 x 10 grid of 2 5/8" x 1" labels sits in its middle.
+        const qreal left = (595.28 - (3 * 189 + 2 * 9)) / 2;
+        const qreal top = (841.89 - 720) / 2;
+        const QRectF first(left, top, 189, 72);
+        const QRectF second(left + 198, top, 189, 72);
+        const auto words = wordsOnPage(pdf.path, 2);
+        QCOMPARE(words.size(), 24);
+        for (const Word& w : words) {
+            QVERIFY2(first.contains(w.box) || second.contains(w.box), qPrintable(w.text));
+            QCOMPARE(first.contains(w.box), w.box.left() < left + 189);
+        }
+    }
+
     void labelTextShrinksOrIsCutToFit()
     {
         auto job = StandalonePackageSource::sampleJob();
