@@ -2,9 +2,12 @@
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
 #include "frame/usercontrol.h"
+#include "objects/standalonepackagesource.h"
 #include "objects/standalonetextobjects.h"
+#include "package/packagegenerator.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -29,6 +32,13 @@ int main(int argc, char** argv)
     texts.Add(QStringLiteral("Thank you for the opportunity."), true);
     if (texts.Count() != 1)
         return 3;
+
+    QTemporaryDir dir;
+    ZebPackage::PackageGenerator generator;
+    if (!generator.Generate(*ZebObjects::StandalonePackageSource::sampleJob(),
+                            dir.filePath(QStringLiteral("package.pdf")))
+        || generator.pageCount() < 3)
+        return 4;
     std::printf("consumer ok: %lld controls\n", static_cast<long long>(ids.size()));
     return 0;
 }

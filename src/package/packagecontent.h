@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace ZebPackage {
+
+class PackageSource;
+
+// A BOM column, in the order the columns print from left to right.
+enum class BomColumn { Type, Quantity, Brand, Manufacturer, CatalogNumber, Description, GroupCodes, MTO };
+
+// Everything a package prints, read from the job's objects in one go, so that a failing object
+// stops the export before a file is touched.
+struct PackageContent {
+    struct Recipient {
+        QString Name;
+        QString Company;
+    };
+    struct Line {
+        // One text per chosen column, in column order.
+        QStringList Cells;
+        // Empty when the line has no comment or comments are not chosen.
+        QString Comment;
+    };
+
+    QString JobName;
+    QString JobNumber;
+    QString IssuedBy;
+    // ISO text as the submittal holds it, and the same date as it prints.
+    QString DateIso;
+    QString DateText;
+    QString Purpose;
+
+    bool IncludeCoverLetter = false;
+    bool IncludeBOM = false;
+    bool IncludeLabels = false;
+
+    // Cover letter.
+    bool HasLetterOptions = false;
+    bool IncludeLogo = false;
+    bool SeparateLetters = false;
+    bool IncludeCarbonCopy = false;
+    QList<Recipient> Recipients;
+    // Only the texts the letter prints: selected, in saved order, and only when chosen.
+    QStringList Paragraphs;
+    QStringList Remarks;
+
+    // Bill of materials.
+    bool HasBOMOptions = false;
+    QList<BomColumn> Columns;
+    QList<Line> Lines;
+    QStringList DefaultRemarks;
+
+    // Labels: one entry per included customer, its lines in print order (at most five, blank
+    // values left out).
+    bool HasLabelFields = false;
+    qint32 LabelFieldCount = 0;
+    QList<QStringList> Labels;
+
+    static constexpr qint32 MaximumLabelLines = 5;
+
+    static PackageContent read(const PackageSource& source);
+    static QString columnTitle(BomColumn column);
+};
+
+}  // namespace ZebPackage
