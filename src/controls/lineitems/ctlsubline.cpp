@@ -11,6 +11,7 @@
 #include "platform/paintedlabel.h"
 
 #include <QPainter>
+#include <QPixmapCache>
 #include <QPaintEvent>
 
 namespace ZebSubCtl {
@@ -21,6 +22,18 @@ namespace {
 
 constexpr QRgb kGrey = 0xE0E0E0;
 constexpr QRgb kWhite = 0xFFFFFF;
+
+// The comment picture, read once and shared by every row.
+QPixmap commentPicture()
+{
+    const QString key = QStringLiteral("ZebSubCtl.ctlSubLine.comment");
+    QPixmap picture;
+    if (!QPixmapCache::find(key, &picture)) {
+        picture = QPixmap(QStringLiteral(":/lineitems/comment.xpm"));
+        QPixmapCache::insert(key, picture);
+    }
+    return picture;
+}
 
 PaintedLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place)
 {
@@ -43,7 +56,7 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
     imgComment = new ImageBox(this);
     imgComment->setObjectName(QStringLiteral("imgComment"));
     imgComment->setGeometry(twipsRect(660, 60, 240, 240));
-    imgComment->setPicture(QPixmap(QStringLiteral(":/lineitems/comment.xpm")));
+    imgComment->setPicture(commentPicture());
     imgComment->setAccessibleName(QStringLiteral("Comment"));
     imgComment->setAccessibleDescription(QStringLiteral("Shown when the line has a comment"));
     lblQuantity =
@@ -75,6 +88,8 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
     line->setBorderColor(QColor(0x80, 0x80, 0x80));
     Line1 = line;
 
+    // The row paints every pixel of its background itself.
+    setAttribute(Qt::WA_OpaquePaintEvent);
     resize(DesignWidth, DesignHeight);
 
     connect(chkSelect, &CheckBox::valueChanged, this, [this] { chkSelect_Click(); });

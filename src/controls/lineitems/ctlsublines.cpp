@@ -7,6 +7,9 @@
 #include "frame/reportmessage.h"
 #include "frame/units.h"
 
+#include <QPaintEvent>
+#include <QPainter>
+
 #include <limits>
 
 namespace ZebSubCtl {
@@ -14,6 +17,29 @@ namespace ZebSubCtl {
 ZEB_REGISTER_CONTROL(ctlSubLines)
 
 namespace {
+
+// A list inside a window is hidden while its rows are rebuilt, so that the rows are laid out
+// and painted once, when it shows again (also when the rebuild fails part way).
+class HiddenWhileRebuilt {
+public:
+    explicit HiddenWhileRebuilt(QWidget* list)
+        : m_list(list), m_hidden(!list->isWindow() && list->isVisible())
+    {
+        if (m_hidden)
+            m_list->hide();
+    }
+    ~HiddenWhileRebuilt()
+    {
+        if (m_hidden)
+            m_list->show();
+    }
+    HiddenWhileRebuilt(const HiddenWhileRebuilt&) = delete;
+    HiddenWhileRebuilt& operator=(const HiddenWhileRebuilt&) = delete;
+
+private:
+    QWidget* m_list;
+    bool m_hidden;
+};
 
 [[noreturn]] void overflow()
 {
@@ -52,6 +78,9 @@ ctlSubLines::ctlSubLines(QWidget* parent) : UserControl(parent)
     first->move(0, 0);
     m_rows.emplace_back(first);
 
+    // The rows cover the list; it paints only what they leave, so a scroll can move the
+    // pixels already drawn instead of painting every row again.
+    setAttribute(Qt::WA_OpaquePaintEvent);
     resize(ctlSubLine::DesignWidth, ctlSubLine::DesignHeight);
 }
 
@@ -135,6 +164,7 @@ void ctlSubLines::Populate()
 {
     ErrorPath::run(
         Procedure::untraced(this, QStringLiteral("Populate()")), Ending::propagate(), [&] {
+            const HiddenWhileRebuilt hidden(this);
             Clear();
             if (!m_lineItems)
                 return;
@@ -152,7 +182,13 @@ void ctlSubLines::Populate()
         });
 }
 
-// --- layout
+// --- layout and painting
+
+void ctlSubLines::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(this);
+    painter.fillRect(event->rect(), palette().color(QPalette::Base));
+}
 
 void ctlSubLines::UserControl_Resize()
 {

@@ -44,6 +44,7 @@ signals:
 
 protected:
     void UserControl_Resize() override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void Clear();
