@@ -83,7 +83,9 @@ void PaintedLabel::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
                                    QPalette::WindowText));
-    painter.drawText(rect(), int(m_alignment) | Qt::TextSingleLine, m_caption);
+    // A caption longer than its box ends in an ellipsis rather than running into the next one.
+    const QString shown = fontMetrics().elidedText(m_caption, Qt::ElideRight, width());
+    painter.drawText(rect(), int(m_alignment) | Qt::TextSingleLine, shown);
 }
 
 }  // namespace ZebSubCtl

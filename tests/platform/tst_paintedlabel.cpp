@@ -28,7 +28,8 @@ class tst_PaintedLabel : public QObject {
 private slots:
     void captionReadsBackAsSet();
     void paintsItsCaptionAndNothingWhenEmpty();
-    void captionWiderThanTheBoxIsClippedToIt();
+    void captionWiderThanTheBoxEndsInAnEllipsisInsideIt();
+    void ellipsisOnlyWhenTheCaptionDoesNotFit();
     void screenReadersReadTheCaptionAsStaticText();
     void ownAccessibleNameWinsOverTheCaption();
 };
@@ -56,7 +57,7 @@ void tst_PaintedLabel::paintsItsCaptionAndNothingWhenEmpty()
     QCOMPARE(inkedPixels(parent), 0);
 }
 
-void tst_PaintedLabel::captionWiderThanTheBoxIsClippedToIt()
+void tst_PaintedLabel::captionWiderThanTheBoxEndsInAnEllipsisInsideIt()
 {
     QWidget parent;
     parent.setAutoFillBackground(true);
@@ -68,6 +69,27 @@ void tst_PaintedLabel::captionWiderThanTheBoxIsClippedToIt()
     for (int y = 0; y < 20; ++y)
         for (int x = 30; x < 200; ++x)
             QCOMPARE(image.pixel(x, y), background);
+    // The caption itself stays whole.
+    QCOMPARE(label->Caption().size(), 30);
+}
+
+void tst_PaintedLabel::ellipsisOnlyWhenTheCaptionDoesNotFit()
+{
+    // Drawn as a label that holds exactly the shortened caption would be.
+    const auto draw = [](const QString& caption, int width) {
+        QWidget parent;
+        parent.setAutoFillBackground(true);
+        parent.resize(width, 20);
+        auto* label = new PaintedLabel(caption, &parent);
+        label->setGeometry(0, 0, width, 20);
+        return parent.grab().toImage();
+    };
+    const QString brand = QStringLiteral("Quenza Architectural");
+    PaintedLabel probe(brand);
+    const QString shortened = probe.fontMetrics().elidedText(brand, Qt::ElideRight, 60);
+    QVERIFY(shortened.endsWith(QChar(0x2026)));
+    QCOMPARE(draw(brand, 60), draw(shortened, 60));
+    QVERIFY(draw(brand, 300) != draw(shortened, 300));
 }
 
 void tst_PaintedLabel::screenReadersReadTheCaptionAsStaticText()
