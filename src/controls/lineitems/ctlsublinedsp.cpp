@@ -11,7 +11,7 @@
 #include "platform/paintedlabel.h"
 #include "platform/scrollbar.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QWheelEvent>
@@ -140,6 +140,8 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     resize(twipsToPixels(9150), twipsToPixels(5325));
 
     connect(lines, &ctlSubLines::HeightChanged, this, [this] { ctlSubLines_HeightChanged(); });
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { scrollIntoView(now); });
     connect(VScroll, &ScrollBar::changed, this, [this] { VScroll_Change(); });
 }
 
@@ -226,6 +228,27 @@ void ctlSubLineDsp::UserControl_Resize()
         ctlSubLines& lines = listOf(mLines);
         setWidthOf(&lines, DisplayWindow->width() - 2);
     });
+}
+
+void ctlSubLineDsp::scrollIntoView(QWidget* focused)
+{
+    // A row reached from the keyboard scrolls into the window, by the bar, as a user would.
+    if (!focused || !mLines || !mLines->isAncestorOf(focused) || !VScroll->isEnabled())
+        return;
+    QWidget* row = focused;
+    while (row->parentWidget() != mLines)
+        row = row->parentWidget();
+    // Row places in the window follow from the list's top.
+    const int top = mLines->y() + row->y();
+    const int value = VScroll->Value();
+    int wanted = value;
+    if (top < 0)
+        wanted = value + top;
+    else if (top + row->height() > DisplayWindow->height())
+        wanted = value + top + row->height() - DisplayWindow->height();
+    wanted = qBound(VScroll->Min(), wanted, VScroll->Max());
+    if (wanted != value)
+        VScroll->setValueChecked(wanted);
 }
 
 void ctlSubLineDsp::wheelEvent(QWheelEvent* event)

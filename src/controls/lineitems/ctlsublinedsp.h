@@ -45,6 +45,7 @@ private:
     qint16 ViewableLines();
     void ctlSubLines_HeightChanged();
     void VScroll_Change();
+    void scrollIntoView(QWidget* focused);
 
     QWidget* ControlHeading;
     PaintedLabel* lblQty;

@@ -344,6 +344,7 @@ void tst_ctlSubLine::spaceBarTicksTheBoxFromTheKeyboard()
     Fixture f;
     auto item = f.bind(lineData(1));
     f.row->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(f.row.get()));
     f.box()->setFocus(Qt::TabFocusReason);
     QTest::keyClick(f.box(), Qt::Key_Space);
     QVERIFY(item->Selected());

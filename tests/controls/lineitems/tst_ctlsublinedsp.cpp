@@ -129,6 +129,7 @@ private slots:
     void downArrowScrollsOneRowAndTroughOnePageKeepingOneRow();
     void wheelOverTheRowsScrollsTheList();
     void pageAndEndKeysFromARowScrollTheList();
+    void tabbingToARowOutOfViewScrollsItIn();
     void aLoweredMaximumMovesTheListBackToTheTop();
     void bindingOneItemKeepsThePreviousRange();
     void lineItemsReadsTheListsCollectionAndWorksByName();
@@ -332,6 +333,7 @@ void tst_ctlSubLineDsp::pageAndEndKeysFromARowScrollTheList()
     Fixture f(QSize(610, 326 + 27));
     f.bind(20);
     f.viewer->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(f.viewer.get()));
     CheckBox* box = f.row(1)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
     box->setFocus(Qt::TabFocusReason);
     QTest::keyClick(box, Qt::Key_PageDown);
@@ -344,6 +346,28 @@ void tst_ctlSubLineDsp::pageAndEndKeysFromARowScrollTheList()
     f.bar()->setFocus(Qt::TabFocusReason);
     QTest::keyClick(f.bar(), Qt::Key_Down);
     QCOMPARE(f.list()->y(), -44);
+}
+
+void tst_ctlSubLineDsp::tabbingToARowOutOfViewScrollsItIn()
+{
+    Fixture f(QSize(610, 326 + 27));
+    f.bind(20);
+    f.viewer->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(f.viewer.get()));
+    CheckBox* seventh = f.row(7)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
+    seventh->setFocus(Qt::TabFocusReason);
+    QCOMPARE(f.list()->y(), 0);  // row 7 (264..307) is in view
+    QTest::keyClick(seventh, Qt::Key_Tab);
+    CheckBox* eighth = f.row(8)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
+    QVERIFY(eighth->hasFocus());
+    // Row 8 (308..351) ends 25 pixels below the window.
+    QCOMPARE(f.bar()->Value(), 8 * 44 - 326);
+    QCOMPARE(f.list()->y(), -(8 * 44 - 326));
+    QTest::keyClick(eighth, Qt::Key_Space);
+    QVERIFY(f.list()->LineItems()->Item(8)->Selected());
+    QTest::keyClick(eighth, Qt::Key_Backtab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
+    QCOMPARE(f.list()->y(), 0);
 }
 
 void tst_ctlSubLineDsp::aLoweredMaximumMovesTheListBackToTheTop()
