@@ -140,12 +140,16 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     resize(twipsToPixels(9150), twipsToPixels(5325));
 
     connect(lines, &ctlSubLines::HeightChanged, this, [this] { ctlSubLines_HeightChanged(); });
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](QWidget*, QWidget* now) { scrollIntoView(now); });
+    mFocusWatch = connect(qApp, &QApplication::focusChanged, this,
+                          [this](QWidget*, QWidget* now) { scrollIntoView(now); });
     connect(VScroll, &ScrollBar::changed, this, [this] { VScroll_Change(); });
 }
 
-ctlSubLineDsp::~ctlSubLineDsp() = default;
+ctlSubLineDsp::~ctlSubLineDsp()
+{
+    // The widget base still moves the focus while it is torn down; this part is gone by then.
+    disconnect(mFocusWatch);
+}
 
 // --- properties
 

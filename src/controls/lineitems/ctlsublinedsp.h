@@ -2,6 +2,7 @@
 
 #include "frame/usercontrol.h"
 
+#include <QMetaObject>
 #include <QPointer>
 
 #include <memory>
@@ -56,6 +57,7 @@ private:
     QWidget* DisplayWindow;
     QPointer<ctlSubLines> mLines;
     ScrollBar* VScroll;
+    QMetaObject::Connection mFocusWatch;
 };
 
 }  // namespace ZebSubCtl
