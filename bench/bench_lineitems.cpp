@@ -207,6 +207,8 @@ void BM_RowMemory(benchmark::State& state)
     double oursRss = 0, theirsRss = 0, oursHeap = 0, theirsHeap = 0;
     for (auto _ : state) {
         {
+            // Memory freed before is handed back first, so that growth is not served from it.
+            malloc_trim(0);
             auto area = shownScrollArea();
             const double rss = residentKiB();
             const double heap = heapKiB();
@@ -217,6 +219,7 @@ void BM_RowMemory(benchmark::State& state)
         }
         settle();
         {
+            malloc_trim(0);
             auto viewer = shownViewer();
             const double rss = residentKiB();
             const double heap = heapKiB();
