@@ -12,6 +12,7 @@
 #include <QCommandLineParser>
 #include <QFile>
 #include <QPixmap>
+#include <QPlainTextEdit>
 #include <QTimer>
 
 #include <cstdio>
@@ -56,7 +57,9 @@ int main(int argc, char** argv)
     const QCommandLineOption log(QStringLiteral("log"), QStringLiteral("Also write the diagnostic log to this file."), QStringLiteral("file"));
     const QCommandLineOption saveDesign(QStringLiteral("save-design"), QStringLiteral("Write the form with every control's saved design to this file and exit."), QStringLiteral("file"));
     const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Open this page (1-based) first."), QStringLiteral("number"));
+    const QCommandLineOption lineItems(QStringLiteral("line-items"), QStringLiteral("Bind a generated job of this many lines as \"lineItems\" (more than the viewer holds shows its failure in the log)."), QStringLiteral("count"));
     parser.addOptions({list, screenshot, form, log, saveDesign, page});
+    parser.addOption(lineItems);
     parser.process(app);
 
     if (parser.isSet(list)) {
@@ -84,10 +87,24 @@ int main(int argc, char** argv)
     }
 
     WorkbenchData data;
+    if (parser.isSet(lineItems)) {
+        bool ok = false;
+        const int count = parser.value(lineItems).toInt(&ok);
+        if (!ok)
+            return fail(QStringLiteral("--line-items needs a whole number, not \"%1\"").arg(parser.value(lineItems)));
+        try {
+            data.generateLineItems(count);
+        } catch (const ZebObjects::Failure& f) {
+            return fail(f.Description());
+        }
+    }
     WorkbenchWindow window(description, data);
     pane->setView(window.logView());
     for (const QString& problem : window.problems())
         std::fprintf(stderr, "zeb-workbench: %s\n", qPrintable(problem));
+    // What reached the host is shown beside what the controls logged.
+    for (const QString& problem : window.problems())
+        window.logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + problem);
     if (parser.isSet(page))
         window.showPage(parser.value(page).toInt() - 1);
 

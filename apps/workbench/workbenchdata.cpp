@@ -54,3 +54,29 @@ void WorkbenchData::bind(ZebSubCtl::UserControl* control, const QString& propert
                                                  "%1.%2 does not take \"%3\"")
                                       .arg(control->Name(), property, name));
 }
+
+void WorkbenchData::generateLineItems(int count)
+{
+    using namespace ZebObjects;
+    if (count < 0 || count > 32767)
+        throw Failure(ErrorNumber::Overflow, QStringLiteral("zeb-workbench"),
+                      QStringLiteral("Overflow: a job has 0 to 32767 lines, not %1").arg(count));
+    static const char* const kBrands[] = {"Varnholt", "Quenza Architectural", "Lumatrex",
+                                          "Northgate Lighting"};
+    auto items = std::make_shared<StandaloneLineItems>();
+    for (int i = 1; i <= count; ++i) {
+        StandaloneLineItem::Data d;
+        d.quantity = 1 + (i * 7) % 48;
+        d.type = QStringLiteral("%1%2").arg(QChar(u'A' + (i - 1) % 26)).arg((i - 1) / 26);
+        d.brand = QLatin1String(kBrands[i % 4]);
+        d.catalogNumber = QStringLiteral("VH-%1-LP-%2L-35K").arg(i, 4, 10, QLatin1Char('0')).arg(20 + i % 30);
+        d.description = QStringLiteral("Generated fixture line %1, 3500K").arg(i);
+        d.group = QStringLiteral("LVL%1").arg(1 + i % 5);
+        d.mto = i % 7 == 0;
+        if (i % 5 == 0)
+            d.comment = QStringLiteral("Generated comment for line %1").arg(i);
+        d.selected = i % 3 == 0;
+        items->Add(d);
+    }
+    add(QStringLiteral("lineItems"), asContract<LineItems>(items));
+}

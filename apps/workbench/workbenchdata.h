@@ -17,6 +17,9 @@ public:
     QStringList names() const { return m_objects.keys(); }
     QVariant object(const QString& name) const { return m_objects.value(name); }
     void add(const QString& name, const QVariant& object) { m_objects.insert(name, object); }
+    // Puts a generated job of count lines under "lineItems" in place of the sample's twenty.
+    // More than 32,767 lines fail with overflow (6).
+    void generateLineItems(int count);
 
     // Hands the named object to the control's object property (by name, as a host does).
     // An unknown name, or a property that does not take it, fails with 438.

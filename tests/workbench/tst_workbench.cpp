@@ -1,4 +1,5 @@
 #include "contracts/failure.h"
+#include "contracts/lineitems.h"
 #include "contracts/textobjects.h"
 #include "formdescription.h"
 #include "frame/controlregistry.h"
@@ -6,7 +7,9 @@
 #include "workbenchdata.h"
 #include "workbenchwindow.h"
 
+#include <QFile>
 #include <QImage>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -21,6 +24,10 @@ private slots:
     void unknownIdentifierShowsAProblemAndTheRestOfTheForm();
     void bindingToAnUnknownSampleObjectFails();
     void savedDesignKeepsOnlyValuesThatDifferFromDefaults();
+    void lineItemsPageBindsTheSampleJobAndRenders();
+    void generatedJobFillsTheViewerUpToItsLimit();
+    void generatedJobBeyondTheViewerShowsItsFailureInTheLogNotACrash();
+    void lineItemsOptionRejectsWhatIsNotACount();
 };
 
 namespace {
@@ -32,6 +39,40 @@ QByteArray runWorkbench(const QStringList& args, int* exitCode)
         return {};
     *exitCode = p.exitCode();
     return p.readAllStandardOutput();
+}
+struct Run {
+    int code = -1;
+    QString out;
+    QString err;
+};
+
+Run runWorkbenchFully(const QStringList& args)
+{
+    QProcess p;
+    p.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
+    Run run;
+    if (!p.waitForFinished(120000))
+        return run;
+    run.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    run.out = QString::fromUtf8(p.readAllStandardOutput());
+    run.err = QString::fromUtf8(p.readAllStandardError());
+    return run;
+}
+
+// A form with the line item viewer alone, bound to "lineItems".
+FormDescription lineItemsForm()
+{
+    return FormDescription::fromJson(R"({
+        "title": "T", "width": 700, "height": 500,
+        "pages": [{"title": "Line Items", "controls": [{
+            "identifier": "ZebSubmittalControls.ctlSubLineDsp", "name": "ctlLineItems",
+            "left": 150, "top": 150, "width": 9150, "height": 5325,
+            "bind": {"LineItems": "lineItems"}}]}]})");
+}
+
+int rowsOf(ZebSubCtl::UserControl* viewer)
+{
+    return int(viewer->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size());
 }
 }  // namespace
 
@@ -137,6 +178,83 @@ void tst_Workbench::savedDesignKeepsOnlyValuesThatDifferFromDefaults()
     const FormDescription saved = FormDescription::fromJson(window.currentDesignJson());
     QCOMPARE(saved.pages.at(0).controls.at(0).properties.keys(),
              QStringList{QStringLiteral("AllowReorder")});
+}
+
+void tst_Workbench::lineItemsPageBindsTheSampleJobAndRenders()
+{
+    WorkbenchData data;
+    WorkbenchWindow window(lineItemsForm(), data);
+    QCOMPARE(window.problems(), QStringList());
+    QCOMPARE(window.controls().size(), 1);
+    ZebSubCtl::UserControl* viewer = window.controls().at(0);
+    QCOMPARE(rowsOf(viewer), 20);
+    QVERIFY(viewer->findChild<QWidget*>(QStringLiteral("VScroll"))->isEnabled());
+
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("lines.png"));
+    const Run run = runWorkbenchFully({QStringLiteral("--screenshot"), file, QStringLiteral("--page"),
+                                       QStringLiteral("3")});
+    QCOMPARE(run.code, 0);
+    QVERIFY(!QImage(file, "PNG").isNull());
+}
+
+void tst_Workbench::generatedJobFillsTheViewerUpToItsLimit()
+{
+    WorkbenchData data;
+    data.generateLineItems(744);
+    QCOMPARE(data.object(QStringLiteral("lineItems"))
+                 .value<std::shared_ptr<ZebObjects::LineItems>>()
+                 ->Count(),
+             qint16(744));
+    WorkbenchWindow window(lineItemsForm(), data);
+    QCOMPARE(window.problems(), QStringList());
+    QCOMPARE(rowsOf(window.controls().at(0)), 744);
+    QVERIFY_THROWS_EXCEPTION(ZebObjects::Failure, data.generateLineItems(32768));
+}
+
+void tst_Workbench::generatedJobBeyondTheViewerShowsItsFailureInTheLogNotACrash()
+{
+    WorkbenchData data;
+    data.generateLineItems(800);
+    WorkbenchWindow window(lineItemsForm(), data);
+    QCOMPARE(window.problems(), QStringList{QStringLiteral("ctlLineItems.LineItems: Overflow")});
+    QCOMPARE(window.controls().size(), 1);
+    QCOMPARE(rowsOf(window.controls().at(0)), 745);
+
+    QTemporaryDir dir;
+    const QString shot = dir.filePath(QStringLiteral("lines.png"));
+    const QString log = dir.filePath(QStringLiteral("lines.log"));
+    const Run run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("800"),
+                                       QStringLiteral("--page"), QStringLiteral("3"),
+                                       QStringLiteral("--screenshot"), shot, QStringLiteral("--log"),
+                                       log});
+    QCOMPARE(run.code, 0);
+    QVERIFY(!QImage(shot, "PNG").isNull());
+    QVERIFY2(run.err.contains(QStringLiteral("ctlLineItems.LineItems: Overflow")), qPrintable(run.err));
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    for (const char* entry :
+         {"ERROR ctlSubLines addNextLine() #6 [ZebSubCtl] Overflow (line 0)",
+          "ERROR ctlSubLines Populate() #6 [ZebSubCtl] Overflow (line 0)",
+          "ERROR ctlSubLines LineItems() - Property Set #6 [ZebSubCtl] Overflow (line 0)",
+          "ERROR ctlSubLineDsp LineItems() - Property Set #6 [ZebSubCtl] Overflow (line 0)"})
+        QVERIFY2(text.contains(QLatin1String(entry)), entry);
+}
+
+void tst_Workbench::lineItemsOptionRejectsWhatIsNotACount()
+{
+    Run run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("many"),
+                                 QStringLiteral("--list")});
+    QCOMPARE(run.code, 0);  // listing needs no data
+    run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("many"),
+                             QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
+    QCOMPARE(run.code, 1);
+    QVERIFY(run.err.contains(QStringLiteral("--line-items needs a whole number, not \"many\"")));
+    run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("40000"),
+                             QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
+    QCOMPARE(run.code, 1);
+    QVERIFY(run.err.contains(QStringLiteral("Overflow")));
 }
 
 QTEST_MAIN(tst_Workbench)

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "frame/usercontrol.h"
+
+#include <QPointer>
+#include <QRgb>
+
+#include <memory>
+
+namespace ZebObjects {
+class LineItem;
+}
+
+namespace ZebSubCtl {
+
+class CheckBox;
+class LineShape;
+class PaintedLabel;
+class ImageBox;
+
+// One row of the line item list: a numbered, possibly shaded strip with a selection check box,
+// the line's texts, its made-to-order mark and its comment picture. The check box writes the
+// line's Selected back. Registered as "ZebSubmittalControls.ctlSubLine".
+class ctlSubLine : public UserControl {
+    Q_OBJECT
+    Q_PROPERTY(QString LineNumber READ LineNumber WRITE setLineNumber)
+    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItem> LineItem READ LineItem WRITE setLineItem)
+    Q_PROPERTY(bool Grayed READ Grayed WRITE setGrayed)
+    Q_PROPERTY(qint16 Index READ Index)
+public:
+    explicit ctlSubLine(QWidget* parent = nullptr);
+    ~ctlSubLine() override;
+
+    // The caption of lblNumber; the row keeps no number of its own.
+    QString LineNumber() const;
+    void setLineNumber(const QString& number);
+    std::shared_ptr<ZebObjects::LineItem> LineItem() const;
+    // Stores the line, then shows it. None leaves the former line's texts on show.
+    void setLineItem(std::shared_ptr<ZebObjects::LineItem> item);
+    // The shading: true exactly when the background is light grey (0xE0E0E0).
+    bool Grayed() const;
+    void setGrayed(bool grayed);
+
+    // The background colour (24-bit RGB).
+    QRgb BackColor() const { return m_backColor; }
+    void setBackColor(QRgb color);
+
+    // The row's place in the list's group of rows (1 for the design-time row).
+    qint16 Index() const { return m_index; }
+    void setIndex(qint16 index) { m_index = index; }
+
+    // The design size of a row, in pixels.
+    static constexpr int DesignWidth = 590;
+    static constexpr int DesignHeight = 44;
+
+protected:
+    void UserControl_Resize() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void Populate();
+    void chkSelect_Click();
+
+    CheckBox* chkSelect;
+    ImageBox* imgComment;
+    QPointer<LineShape> Line1;
+    PaintedLabel* lblGroup;
+    PaintedLabel* lblDescription;
+    PaintedLabel* lblCatNum;
+    PaintedLabel* lblBrand;
+    PaintedLabel* lblType;
+    PaintedLabel* lblQuantity;
+    PaintedLabel* lblNumber;
+    PaintedLabel* lblMTO;
+    PaintedLabel* lblDescHeading;
+
+    std::shared_ptr<ZebObjects::LineItem> m_lineItem;
+    QRgb m_backColor = 0xFFFFFF;
+    qint16 m_index = 1;
+};
+
+}  // namespace ZebSubCtl

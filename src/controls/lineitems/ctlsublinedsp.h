@@ -1,0 +1,63 @@
+#pragma once
+
+#include "frame/usercontrol.h"
+
+#include <QMetaObject>
+#include <QPointer>
+
+#include <memory>
+
+namespace ZebObjects {
+class LineItems;
+}
+
+namespace ZebSubCtl {
+
+class ctlSubLines;
+class PaintedLabel;
+class ScrollBar;
+
+// The scrolling line item viewer: a fixed column heading over a clipping window that holds the
+// line item list, with a vertical scroll bar that moves the list in steps of whole rows.
+// Registered as "ZebSubmittalControls.ctlSubLineDsp".
+class ctlSubLineDsp : public UserControl {
+    Q_OBJECT
+    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItems> LineItems READ LineItems WRITE setLineItems)
+public:
+    explicit ctlSubLineDsp(QWidget* parent = nullptr);
+    ~ctlSubLineDsp() override;
+
+    std::shared_ptr<ZebObjects::LineItems> LineItems() const;
+    // Hands the collection to the list, which rebuilds its rows; the scroll range follows the
+    // list's growth.
+    void setLineItems(std::shared_ptr<ZebObjects::LineItems> items);
+
+    // The heading labels' face: "MS Sans Serif" where the system has it, else the design font.
+    static QFont headingFont(const QFont& base);
+
+protected:
+    void UserControl_Resize() override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    friend class LineItemViewerProbe;
+
+    qint16 ViewableLines();
+    void ctlSubLines_HeightChanged();
+    void VScroll_Change();
+    void scrollIntoView(QWidget* focused);
+
+    QWidget* ControlHeading;
+    PaintedLabel* lblQty;
+    PaintedLabel* lblType;
+    PaintedLabel* lblBrand;
+    PaintedLabel* lblCatNum;
+    PaintedLabel* lblGroup;
+    QWidget* DisplayWindow;
+    QPointer<ctlSubLines> mLines;
+    ScrollBar* VScroll;
+    QMetaObject::Connection mFocusWatch;
+};
+
+}  // namespace ZebSubCtl

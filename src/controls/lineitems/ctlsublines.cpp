@@ -1,0 +1,208 @@
+#include "controls/lineitems/ctlsublines.h"
+
+#include "contracts/lineitems.h"
+#include "controls/lineitems/ctlsubline.h"
+#include "frame/controlregistry.h"
+#include "frame/errorpath.h"
+#include "frame/reportmessage.h"
+#include "frame/units.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <limits>
+
+namespace ZebSubCtl {
+
+ZEB_REGISTER_CONTROL(ctlSubLines)
+
+namespace {
+
+// A list inside a window is hidden while its rows are rebuilt, so that the rows are laid out
+// and painted once, when it shows again (also when the rebuild fails part way).
+class HiddenWhileRebuilt {
+public:
+    explicit HiddenWhileRebuilt(QWidget* list)
+        : m_list(list), m_hidden(!list->isWindow() && list->isVisible())
+    {
+        if (m_hidden)
+            m_list->hide();
+    }
+    ~HiddenWhileRebuilt()
+    {
+        if (m_hidden)
+            m_list->show();
+    }
+    HiddenWhileRebuilt(const HiddenWhileRebuilt&) = delete;
+    HiddenWhileRebuilt& operator=(const HiddenWhileRebuilt&) = delete;
+
+private:
+    QWidget* m_list;
+    bool m_hidden;
+};
+
+[[noreturn]] void overflow()
+{
+    throw ZebObjects::Failure(ZebObjects::ErrorNumber::Overflow, QStringLiteral("ZebSubCtl"),
+                              QStringLiteral("Overflow"));
+}
+
+// 16-bit integer arithmetic: a result outside -32768..32767 fails with overflow.
+qint16 add16(qint16 a, qint16 b)
+{
+    const int sum = int(a) + int(b);
+    if (sum < std::numeric_limits<qint16>::min() || sum > std::numeric_limits<qint16>::max())
+        overflow();
+    return qint16(sum);
+}
+
+qint16 mul16(qint16 a, qint16 b)
+{
+    const int product = int(a) * int(b);
+    if (product < std::numeric_limits<qint16>::min()
+        || product > std::numeric_limits<qint16>::max())
+        overflow();
+    return qint16(product);
+}
+
+}  // namespace
+
+ctlSubLines::ctlSubLines(QWidget* parent) : UserControl(parent)
+{
+    setAccessibleName(QStringLiteral("Line item list"));
+    setAccessibleDescription(QStringLiteral("The lines of the submittal, one row each"));
+
+    auto* first = new ctlSubLine(this);
+    first->setObjectName(QStringLiteral("ctlSubLine"));
+    first->setIndex(1);
+    first->move(0, 0);
+    m_rows.emplace_back(first);
+
+    // The rows cover the list; it paints only what they leave, so a scroll can move the
+    // pixels already drawn instead of painting every row again.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    resize(ctlSubLine::DesignWidth, ctlSubLine::DesignHeight);
+}
+
+ctlSubLines::~ctlSubLines() = default;
+
+ctlSubLine* ctlSubLines::row(qint16 index) const
+{
+    if (index < 1 || std::size_t(index) > m_rows.size() || !m_rows[std::size_t(index) - 1])
+        throw ZebObjects::Failure(340, QStringLiteral("ZebSubCtl"),
+                                  QStringLiteral("Control array element '%1' doesn't exist")
+                                      .arg(index));
+    return m_rows[std::size_t(index) - 1];
+}
+
+// --- properties
+
+qint16 ctlSubLines::LineHeight() const
+{
+    return ErrorPath::run(Procedure::untraced(this, QStringLiteral("LineHeight() - Property Get")),
+                          Ending::propagate(), [&] { return narrowTo16(row(1)->height()); });
+}
+
+std::shared_ptr<ZebObjects::LineItems> ctlSubLines::LineItems() const
+{
+    return ErrorPath::run(Procedure::untraced(this, QStringLiteral("LineItems() - Property Get")),
+                          Ending::propagate(), [&] { return m_lineItems; });
+}
+
+void ctlSubLines::setLineItems(std::shared_ptr<ZebObjects::LineItems> items)
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("LineItems() - Property Set")),
+                   Ending::propagate(), [&] {
+                       m_lineItems = std::move(items);
+                       Populate();
+                   });
+}
+
+// --- building the rows
+
+void ctlSubLines::Clear()
+{
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Clear()")), Ending::propagate(),
+                   [&] {
+                       while (m_rows.size() > 1) {
+                           delete m_rows.back().data();
+                           m_rows.pop_back();
+                       }
+                       row(1)->setLineItem(nullptr);
+                   });
+}
+
+qint16 ctlSubLines::addNextLine()
+{
+    return ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("addNextLine()")), Ending::propagate(), [&] {
+            const qint16 lastIndex = qint16(m_rows.size());
+            ctlSubLine* last = row(lastIndex);
+            const qint16 index = last->Index();
+            const qint16 top = narrowTo16(last->y());
+            const qint16 height = narrowTo16(last->height());
+            const qint16 newIndex = add16(index, 1);
+
+            // A new element of the group takes its width from the design-time row.
+            ctlSubLine* first = row(1);
+            auto* line = new ctlSubLine(this);
+            line->setObjectName(QStringLiteral("ctlSubLine"));
+            line->setIndex(newIndex);
+            line->setGeometry(first->x(), int(top) + int(height), first->width(), height);
+            m_rows.emplace_back(line);
+            line->setVisible(true);
+
+            const qint16 pixels = mul16(qint16(m_rows.size()), height);
+            resize(width(), pixelsToTwips(pixels) / TwipsPerPixel);
+
+            emit HeightChanged();
+            return newIndex;
+        });
+}
+
+void ctlSubLines::Populate()
+{
+    ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("Populate()")), Ending::propagate(), [&] {
+            const HiddenWhileRebuilt hidden(this);
+            Clear();
+            if (!m_lineItems)
+                return;
+            qint16 n = 1;
+            for (const auto& item : m_lineItems->Enumerate()) {
+                ctlSubLine* line = row(n);
+                // By name, as for any row component.
+                line->setProperty("LineItem", QVariant::fromValue(item));
+                line->setProperty("LineNumber", QString::number(n));
+                line->setProperty("Grayed", n % 2 == 0);
+                if (m_lineItems->Count() > n)
+                    addNextLine();
+                n = add16(n, 1);
+            }
+        });
+}
+
+// --- layout and painting
+
+void ctlSubLines::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(this);
+    painter.fillRect(event->rect(), palette().color(QPalette::Base));
+}
+
+void ctlSubLines::UserControl_Resize()
+{
+    // One row that cannot be widened does not stop the others.
+    ResumeNext steps(Procedure::untraced(this, QStringLiteral("UserControl_Resize()")),
+                     Ending::warning());
+    const int w = ScaleWidth();
+    const auto count = qint16(m_rows.size());
+    for (qint16 i = 1; i <= count; ++i)
+        steps([&] {
+            ctlSubLine* line = row(i);
+            if (line->width() != w)
+                line->resize(w, line->height());
+        });
+}
+
+}  // namespace ZebSubCtl

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "frame/usercontrol.h"
+
+#include <QPointer>
+
+#include <memory>
+#include <vector>
+
+namespace ZebObjects {
+class LineItems;
+}
+
+namespace ZebSubCtl {
+
+class ctlSubLine;
+
+// The unscrolled stack of line item rows: one ctlSubLine per line of the bound collection,
+// numbered from 1 and striped white and grey. It grows its own height to fit its rows and
+// raises HeightChanged once for every row added beyond the first. The first row (index 1) is
+// the design-time row and is never destroyed. Registered as "ZebSubmittalControls.ctlSubLines".
+class ctlSubLines : public UserControl {
+    Q_OBJECT
+    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItems> LineItems READ LineItems WRITE setLineItems)
+    Q_PROPERTY(qint16 LineHeight READ LineHeight)
+public:
+    explicit ctlSubLines(QWidget* parent = nullptr);
+    ~ctlSubLines() override;
+
+    // The height of row 1.
+    qint16 LineHeight() const;
+    std::shared_ptr<ZebObjects::LineItems> LineItems() const;
+    // Stores the collection and rebuilds the rows from it. A failure while the rows are built
+    // leaves the rows built so far and reaches the caller.
+    void setLineItems(std::shared_ptr<ZebObjects::LineItems> items);
+
+    // The rows of the group, in index order (row 1 first).
+    int rowCount() const { return int(m_rows.size()); }
+    // The row with the given index; a row that is no longer there fails with 340.
+    ctlSubLine* row(qint16 index) const;
+
+signals:
+    void HeightChanged();
+
+protected:
+    void UserControl_Resize() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void Clear();
+    qint16 addNextLine();
+    void Populate();
+
+    std::vector<QPointer<ctlSubLine>> m_rows;
+    std::shared_ptr<ZebObjects::LineItems> m_lineItems;
+};
+
+}  // namespace ZebSubCtl

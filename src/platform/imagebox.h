@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+
+namespace ZebSubCtl {
+
+// A picture shown at its own size at the top left of its box. Copies of one pixmap share its
+// data, so many boxes with the same picture cost little.
+class ImageBox : public QWidget {
+    Q_OBJECT
+public:
+    explicit ImageBox(QWidget* parent = nullptr);
+    ~ImageBox() override;
+
+    const QPixmap& Picture() const { return m_picture; }
+    void setPicture(const QPixmap& picture);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QPixmap m_picture;
+};
+
+}  // namespace ZebSubCtl

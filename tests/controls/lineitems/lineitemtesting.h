@@ -1,0 +1,123 @@
+#pragma once
+
+#include "contracts/failure.h"
+#include "frame/messageboxes.h"
+#include "objects/standalonelineitem.h"
+#include "objects/standalonelineitems.h"
+#include "platform/paintedlabel.h"
+
+#include <QAccessible>
+#include <QFontMetrics>
+#include <QStringList>
+#include <QTest>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+namespace ZebTest {
+
+using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
+
+inline const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
+inline const QString kNotSet = QStringLiteral("Object variable or With block variable not set");
+
+inline const ZebObjects::ErrorInfo kStoreDown{-2147217843, QStringLiteral("ZebObjects.LineItems"),
+                                              QStringLiteral("The line store is not available")};
+
+inline ZebObjects::ErrorInfo notSet()
+{
+    return ZebObjects::ErrorInfo{91, QStringLiteral("ZebSubCtl"), kNotSet};
+}
+
+inline ZebObjects::ErrorInfo overflowError()
+{
+    return ZebObjects::ErrorInfo{6, QStringLiteral("ZebSubCtl"), QStringLiteral("Overflow")};
+}
+
+inline ZebObjects::ErrorInfo invalidValue()
+{
+    return ZebObjects::ErrorInfo{380, QStringLiteral("ZebSubCtl"),
+                                 QStringLiteral("Invalid property value")};
+}
+
+// "LogError|module|label|number|source|description|0" and its notice and warning kin.
+inline QString logLine(const char* kind, const QString& module, const QString& label,
+                       const ZebObjects::ErrorInfo& e)
+{
+    return QStringList{QLatin1String(kind), module,        label, QString::number(e.Number),
+                       e.Source,            e.Description, QStringLiteral("0")}
+        .join(QLatin1Char('|'));
+}
+
+inline Shown plainBox(const ZebObjects::ErrorInfo& e)
+{
+    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
+}
+
+// A line with texts of its own, numbered k so lines differ.
+inline ZebObjects::StandaloneLineItem::Data lineData(int k, bool selected = false, bool mto = false,
+                                                     std::optional<QString> comment = {})
+{
+    ZebObjects::StandaloneLineItem::Data d;
+    d.quantity = 10 + k;
+    d.type = QStringLiteral("T%1").arg(k);
+    d.brand = QStringLiteral("Brand %1").arg(k);
+    d.catalogNumber = QStringLiteral("CAT-%1-35K").arg(k);
+    d.description = QStringLiteral("Fixture number %1, 3500K").arg(k);
+    d.group = QStringLiteral("G%1").arg(k);
+    d.mto = mto;
+    d.comment = std::move(comment);
+    d.selected = selected;
+    return d;
+}
+
+inline std::shared_ptr<ZebObjects::StandaloneLineItems> lines(int count)
+{
+    auto out = std::make_shared<ZebObjects::StandaloneLineItems>();
+    for (int k = 1; k <= count; ++k)
+        out->Add(lineData(k));
+    return out;
+}
+
+// Every widget under root that a user can reach or that screen readers present as a control,
+// and that has no accessible name.
+inline QStringList unnamedInteractive(QWidget* root)
+{
+    QStringList out;
+    QList<QWidget*> widgets = root->findChildren<QWidget*>();
+    widgets.prepend(root);
+    for (QWidget* w : widgets) {
+        QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(w);
+        if (!iface) {
+            out.append(w->objectName() + QStringLiteral(" (no interface)"));
+            continue;
+        }
+        const QAccessible::Role role = iface->role();
+        const bool interactive = w->focusPolicy() != Qt::NoFocus
+                                 || role == QAccessible::CheckBox || role == QAccessible::ScrollBar
+                                 || role == QAccessible::Graphic || role == QAccessible::StaticText;
+        if (interactive && iface->text(QAccessible::Name).isEmpty()
+            && !(role == QAccessible::StaticText
+                 && static_cast<ZebSubCtl::PaintedLabel*>(w)->Caption().isEmpty()))
+            out.append(w->objectName());
+        if (w == root && iface->text(QAccessible::Description).isEmpty())
+            out.append(w->objectName() + QStringLiteral(" (no description)"));
+    }
+    return out;
+}
+
+// Labels under root whose caption does not fit their box at the control's font.
+inline QStringList captionsThatDoNotFit(QWidget* root)
+{
+    QStringList out;
+    for (auto* label : root->findChildren<ZebSubCtl::PaintedLabel*>()) {
+        const QFontMetrics metrics(label->font());
+        if (metrics.horizontalAdvance(label->Caption()) > label->width()
+            || metrics.height() > label->height())
+            out.append(label->objectName() + QStringLiteral(": ") + label->Caption());
+    }
+    return out;
+}
+
+}  // namespace ZebTest
