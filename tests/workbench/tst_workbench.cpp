@@ -1,3 +1,4 @@
+#include "contracts/customers.h"
 #include "contracts/failure.h"
 #include "contracts/textobjects.h"
 #include "formdescription.h"
@@ -6,6 +7,7 @@
 #include "workbenchdata.h"
 #include "workbenchwindow.h"
 
+#include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -21,6 +23,10 @@ private slots:
     void unknownIdentifierShowsAProblemAndTheRestOfTheForm();
     void bindingToAnUnknownSampleObjectFails();
     void savedDesignKeepsOnlyValuesThatDifferFromDefaults();
+    void runtimePropertiesAreSetByNameAfterBinding();
+    void runtimePropertyTheControlLacksIsAProblemAndTheRestOfTheFormStays();
+    void runtimePropertiesMustBeFlagsNumbersOrTexts();
+    void shippedFormEndsWithTheCustomersPage();
 };
 
 namespace {
@@ -137,6 +143,88 @@ void tst_Workbench::savedDesignKeepsOnlyValuesThatDifferFromDefaults()
     const FormDescription saved = FormDescription::fromJson(window.currentDesignJson());
     QCOMPARE(saved.pages.at(0).controls.at(0).properties.keys(),
              QStringList{QStringLiteral("AllowReorder")});
+}
+
+void tst_Workbench::runtimePropertiesAreSetByNameAfterBinding()
+{
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 300, "height": 200,
+        "pages": [{"title": "P", "controls": [
+            {"identifier": "ZebSubmittalControls.ctlCustSelect", "name": "c", "left": 0, "top": 0, "width": 9000, "height": 6000,
+             "properties": {"AllowAdd": true}, "bind": {"Customers": "customers"},
+             "runtime": {"ShowCheckboxes": true}}]}]})");
+    QCOMPARE(form.pages.at(0).controls.at(0).runtimeProperties,
+             (QList<std::pair<QString, QVariant>>{{QStringLiteral("ShowCheckboxes"), QVariant(true)}}));
+    WorkbenchData data;
+    WorkbenchWindow window(form, data);
+    QCOMPARE(window.problems(), QStringList());
+    ZebSubCtl::UserControl* control = window.controls().at(0);
+    QCOMPARE(control->property("ShowCheckboxes"), QVariant(true));
+    QCOMPARE(control->property("AllowAdd"), QVariant(true));
+    QVERIFY(control->property("Customers").value<std::shared_ptr<ZebObjects::Customers>>());
+    // Not part of the saved design, but kept in the form.
+    const FormDescription saved = FormDescription::fromJson(window.currentDesignJson());
+    const FormControl& c = saved.pages.at(0).controls.at(0);
+    QCOMPARE(c.properties.keys(), QStringList{QStringLiteral("AllowAdd")});
+    QCOMPARE(c.runtimeProperties, form.pages.at(0).controls.at(0).runtimeProperties);
+}
+
+void tst_Workbench::runtimePropertyTheControlLacksIsAProblemAndTheRestOfTheFormStays()
+{
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 300, "height": 200,
+        "pages": [{"title": "P", "controls": [
+            {"identifier": "ZebSubmittalControls.ctlCustSelect", "name": "c", "left": 0, "top": 0, "width": 9000, "height": 6000,
+             "runtime": {"NoSuchThing": 1, "ShowCheckboxes": true}}]}]})");
+    WorkbenchData data;
+    WorkbenchWindow window(form, data);
+    QCOMPARE(window.problems(),
+             QStringList{QStringLiteral("c.NoSuchThing: Object doesn't support this property or "
+                                        "method: ctlCustSelect.NoSuchThing cannot be set to 1")});
+    QCOMPARE(window.controls().size(), 1);
+    QCOMPARE(window.controls().at(0)->property("ShowCheckboxes"), QVariant(true));
+    QVERIFY(!window.controls().at(0)->dynamicPropertyNames().contains("NoSuchThing"));
+}
+
+void tst_Workbench::runtimePropertiesMustBeFlagsNumbersOrTexts()
+{
+    try {
+        FormDescription::fromJson(R"({"title": "T", "width": 1, "height": 1,
+            "pages": [{"title": "P", "controls": [{"identifier": "x", "name": "n", "left": 0,
+            "top": 0, "width": 1, "height": 1, "runtime": {"ShowCheckboxes": [true]}}]}]})");
+        QFAIL("accepted");
+    } catch (const ZebObjects::Failure& f) {
+        QCOMPARE(f.Number(), 380);
+        QCOMPARE(f.Description(),
+                 QStringLiteral("Invalid form description: control 1 of page 1 sets "
+                                "\"ShowCheckboxes\" at run time to something that is not a flag, "
+                                "number or text"));
+    }
+    QVERIFY_THROWS_EXCEPTION(ZebObjects::Failure, FormDescription::fromJson(R"({"title": "T",
+        "width": 1, "height": 1, "pages": [{"title": "P", "controls": [{"identifier": "x",
+        "name": "n", "left": 0, "top": 0, "width": 1, "height": 1, "runtime": 5}]}]})"));
+}
+
+void tst_Workbench::shippedFormEndsWithTheCustomersPage()
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("design.json"));
+    int code = -1;
+    runWorkbench({QStringLiteral("--save-design"), file}, &code);
+    QCOMPARE(code, 0);
+    QFile saved(file);
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    const FormDescription form = FormDescription::fromJson(saved.readAll());
+    const FormPage& page = form.pages.last();
+    QCOMPARE(page.title, QStringLiteral("Customers"));
+    QCOMPARE(page.controls.size(), 1);
+    const FormControl& c = page.controls.at(0);
+    QCOMPARE(c.identifier, QStringLiteral("ZebSubmittalControls.ctlCustSelect"));
+    QCOMPARE(c.bindings.value(QStringLiteral("Customers")), QStringLiteral("customers"));
+    QCOMPARE(c.properties.ReadProperty(QStringLiteral("AllowAdd"), false), QVariant(true));
+    QCOMPARE(c.properties.ReadProperty(QStringLiteral("AllowDelete"), false), QVariant(true));
+    QCOMPARE(c.runtimeProperties,
+             (QList<std::pair<QString, QVariant>>{{QStringLiteral("ShowCheckboxes"), QVariant(true)}}));
 }
 
 QTEST_MAIN(tst_Workbench)
