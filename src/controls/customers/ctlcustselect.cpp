@@ -169,7 +169,7 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
         const char* heading;
         int width;
     } columns[] = {
-        {"keyword", "Keyword", 250}, {"name", "Name", 195},      {"accountNumber", "Account Number", 95},
+        {"keyword", "Keyword", 285}, {"name", "Name", 195},      {"accountNumber", "Account Number", 95},
         {"city", "City", 85},        {"state", "State", 40},    {"type", "Type", 70},
         {"category", "Category", 90},
     };
