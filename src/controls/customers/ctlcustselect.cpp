@@ -169,8 +169,12 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
         const char* heading;
         int width;
     } columns[] = {
-        {"keyword", "Keyword", 285}, {"name", "Name", 195},      {"accountNumber", "Account Number", 95},
-        {"city", "City", 85},        {"state", "State", 40},    {"type", "Type", 70},
+        {"keyword", "Keyword", 285},
+        {"name", "Name", 195},
+        {"accountNumber", "Account Number", 95},
+        {"city", "City", 85},
+        {"state", "State", 40},
+        {"type", "Type", 70},
         {"category", "Category", 90},
     };
     for (const auto& c : columns)
