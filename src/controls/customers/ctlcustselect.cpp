@@ -476,9 +476,10 @@ void ctlCustSelect::lsvCustomers_ItemCheck(int item)
 
 void ctlCustSelect::mCustomers_CustomerRemoved(qint16 index)
 {
-    ErrorPath::run(traced("mCustomers_CustomerRemoved"),
-                   Ending::report(ReportVariant::CustomerRemoved),
-                   [&] { lsvCustomers->removeItem(int(index) - 1); });
+    // Runs once per customer when the collection empties: its labels are made once.
+    static const Procedure procedure = traced("mCustomers_CustomerRemoved");
+    static const Ending ending = Ending::report(ReportVariant::CustomerRemoved);
+    ErrorPath::run(procedure, ending, [&] { lsvCustomers->removeItem(int(index) - 1); });
 }
 
 }  // namespace ZebSubCtl
