@@ -255,8 +255,8 @@ void BM_RemoveAll(benchmark::State& state)
     report(state, "BM_RemoveAll", count, control, baseline, times);
 }
 BENCHMARK(BM_RemoveAll)->Arg(1000)->Iterations(20)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_RemoveAll)->Arg(10000)->Iterations(12)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_RemoveAll)->Arg(32767)->Iterations(8)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RemoveAll)->Arg(10000)->Iterations(16)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RemoveAll)->Arg(32767)->Iterations(12)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
