@@ -361,6 +361,7 @@ private slots:
     void allowDeleteShowsAndEnablesBothRemoveButtons();
     void removeButtonsFollowWhicheverOfAllowAddAndAllowDeleteIsSetLast();
     void allowAddAndAllowDeleteRunTheLayout();
+    void allowAddAndAllowDeleteChangeTheirWidgetsInOrder();
     void showCheckboxesFollowsTheListViewsOwnSetting();
     void showCheckboxesIsNotSaved();
     void savingWritesAllowAddThenAllowDeleteThroughTheirGetters();
@@ -740,6 +741,53 @@ void tst_ctlCustSelect::allowAddAndAllowDeleteRunTheLayout()
                           trace("UserControl_Resize()", kExit), trace("AllowAdd()", kExit),
                           trace("AllowDelete()", kEnter), trace("UserControl_Resize()", kEnter),
                           trace("UserControl_Resize()", kExit), trace("AllowDelete()", kExit)}));
+}
+
+namespace {
+// Notes each widget's show, hide and enabled-state change, in order.
+class WidgetChanges : public QObject {
+public:
+    explicit WidgetChanges(QWidget* panel)
+    {
+        for (QWidget* w : panel->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            w->installEventFilter(this);
+    }
+    QStringList changes;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const QString name = watched->objectName();
+        if (event->type() == QEvent::Show)
+            changes << name + QStringLiteral(" shown");
+        else if (event->type() == QEvent::Hide)
+            changes << name + QStringLiteral(" hidden");
+        else if (event->type() == QEvent::EnabledChange)
+            changes << name + (static_cast<QWidget*>(watched)->isEnabled()
+                                   ? QStringLiteral(" enabled")
+                                   : QStringLiteral(" disabled"));
+        return false;
+    }
+};
+}  // namespace
+
+void tst_ctlCustSelect::allowAddAndAllowDeleteChangeTheirWidgetsInOrder()
+{
+    Fixture f;
+    WidgetChanges seen(f.ctl.get());
+    f.ctl->setAllowAdd(true);
+    QCOMPARE(seen.changes,
+             (QStringList{"lblCustomerAcctNumHeading shown", "txtAcctNum shown",
+                          "lblCustomerNameHeading shown", "txtNameKeyword shown", "cmdAdd shown",
+                          "cmdSearch shown", "cmdClear shown", "cmdRemove shown",
+                          "cmdRemoveAll shown"}));
+    seen.changes.clear();
+    f.ctl->setAllowDelete(true);
+    QCOMPARE(seen.changes, (QStringList{"cmdRemove enabled", "cmdRemoveAll enabled"}));
+    seen.changes.clear();
+    f.ctl->setAllowDelete(false);
+    QCOMPARE(seen.changes, (QStringList{"cmdRemove hidden", "cmdRemove disabled",
+                                        "cmdRemoveAll hidden", "cmdRemoveAll disabled"}));
 }
 
 void tst_ctlCustSelect::showCheckboxesFollowsTheListViewsOwnSetting()
