@@ -93,6 +93,19 @@ FormDescription FormDescription::fromJson(const QByteArray& json)
                     control.bindings.insert(it.key(), it.value().toString());
                 }
             }
+            const QJsonValue runtime = co.value(QStringLiteral("runtime"));
+            if (!runtime.isUndefined()) {
+                if (!runtime.isObject())
+                    invalid(where, QStringLiteral("needs \"runtime\" as an object"));
+                const QJsonObject ro = runtime.toObject();
+                for (auto it = ro.begin(); it != ro.end(); ++it) {
+                    if (!it.value().isBool() && !it.value().isDouble() && !it.value().isString())
+                        invalid(where, QStringLiteral("sets \"%1\" at run time to something that "
+                                                      "is not a flag, number or text")
+                                           .arg(it.key()));
+                    control.runtimeProperties.append({it.key(), it.value().toVariant()});
+                }
+            }
             page.controls.append(control);
         }
         form.pages.append(page);

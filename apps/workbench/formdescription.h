@@ -6,6 +6,9 @@
 #include <QList>
 #include <QMap>
 #include <QString>
+#include <QVariant>
+
+#include <utility>
 
 // A host form: pages of controls, each with its identifier, place (twips), saved design and the
 // business objects it is bound to.
@@ -15,6 +18,9 @@ struct FormControl {
     int left = 0, top = 0, width = 0, height = 0;  // twips
     ZebSubCtl::PropertyBag properties;             // the saved design
     QMap<QString, QString> bindings;               // object property -> sample object name
+    // Properties that are not saved with the design, set by name after binding (the way a host
+    // sets them in code each time it loads the form).
+    QList<std::pair<QString, QVariant>> runtimeProperties;
 };
 
 struct FormPage {

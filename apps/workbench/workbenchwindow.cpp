@@ -84,9 +84,29 @@ UserControl* WorkbenchWindow::place(QWidget* page, const FormControl& control, W
             m_problems.append(QStringLiteral("%1.%2: %3").arg(control.name, it.key(), f.Description()));
         }
     }
+    for (const auto& [property, value] : control.runtimeProperties) {
+        try {
+            setRuntimeProperty(created, property, value);
+        } catch (const ZebObjects::Failure& f) {
+            m_problems.append(QStringLiteral("%1.%2: %3").arg(control.name, property, f.Description()));
+        }
+    }
     created->clearPropertyChanged();
     m_controls.append(created);
     return created;
+}
+
+void WorkbenchWindow::setRuntimeProperty(UserControl* control, const QString& property,
+                                         const QVariant& value)
+{
+    const QByteArray name = property.toLatin1();
+    if (control->metaObject()->indexOfProperty(name.constData()) < 0
+        || !control->setProperty(name.constData(), value))
+        throw ZebObjects::Failure(ZebObjects::ErrorNumber::NoSuchProperty,
+                                  QStringLiteral("zeb-workbench"),
+                                  QStringLiteral("Object doesn't support this property or method: "
+                                                 "%1.%2 cannot be set to %3")
+                                      .arg(control->Name(), property, value.toString()));
 }
 
 FormDescription WorkbenchWindow::currentDesign() const
@@ -121,6 +141,11 @@ QByteArray WorkbenchWindow::currentDesignJson() const
                           {QStringLiteral("properties"), c.properties.toJsonObject()}};
             if (!bind.isEmpty())
                 o.insert(QStringLiteral("bind"), bind);
+            QJsonObject runtime;
+            for (const auto& [property, value] : c.runtimeProperties)
+                runtime.insert(property, QJsonValue::fromVariant(value));
+            if (!runtime.isEmpty())
+                o.insert(QStringLiteral("runtime"), runtime);
             controls.append(o);
         }
         pages.append(QJsonObject{{QStringLiteral("title"), page.title},

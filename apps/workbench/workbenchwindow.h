@@ -29,6 +29,11 @@ public:
     QByteArray currentDesignJson() const;
     void showPage(int index);
 
+    // Sets a property that is not saved with the design, by name, as a host does in code after
+    // binding. A name the control does not have, or a value it does not take, fails with 438.
+    static void setRuntimeProperty(ZebSubCtl::UserControl* control, const QString& property,
+                                   const QVariant& value);
+
 private:
     ZebSubCtl::UserControl* place(QWidget* page, const FormControl& control, WorkbenchData& data);
 

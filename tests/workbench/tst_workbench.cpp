@@ -1,3 +1,4 @@
+#include "contracts/customers.h"
 #include "contracts/failure.h"
 #include "contracts/lineitems.h"
 #include "contracts/textobjects.h"
@@ -28,6 +29,10 @@ private slots:
     void generatedJobFillsTheViewerUpToItsLimit();
     void generatedJobBeyondTheViewerShowsItsFailureInTheLogNotACrash();
     void lineItemsOptionRejectsWhatIsNotACount();
+    void runtimePropertiesAreSetByNameAfterBinding();
+    void runtimePropertyTheControlLacksIsAProblemAndTheRestOfTheFormStays();
+    void runtimePropertiesMustBeFlagsNumbersOrTexts();
+    void shippedFormHasThePagesInTheOrderOfWorkWithTheCustomersSecond();
 };
 
 namespace {
@@ -193,7 +198,7 @@ void tst_Workbench::lineItemsPageBindsTheSampleJobAndRenders()
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("lines.png"));
     const Run run = runWorkbenchFully({QStringLiteral("--screenshot"), file, QStringLiteral("--page"),
-                                       QStringLiteral("3")});
+                                       QStringLiteral("8")});
     QCOMPARE(run.code, 0);
     QVERIFY(!QImage(file, "PNG").isNull());
 }
@@ -225,7 +230,7 @@ void tst_Workbench::generatedJobBeyondTheViewerShowsItsFailureInTheLogNotACrash(
     const QString shot = dir.filePath(QStringLiteral("lines.png"));
     const QString log = dir.filePath(QStringLiteral("lines.log"));
     const Run run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("800"),
-                                       QStringLiteral("--page"), QStringLiteral("3"),
+                                       QStringLiteral("--page"), QStringLiteral("8"),
                                        QStringLiteral("--screenshot"), shot, QStringLiteral("--log"),
                                        log});
     QCOMPARE(run.code, 0);
@@ -255,6 +260,95 @@ void tst_Workbench::lineItemsOptionRejectsWhatIsNotACount()
                              QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
     QCOMPARE(run.code, 1);
     QVERIFY(run.err.contains(QStringLiteral("Overflow")));
+void tst_Workbench::runtimePropertiesAreSetByNameAfterBinding()
+{
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 300, "height": 200,
+        "pages": [{"title": "P", "controls": [
+            {"identifier": "ZebSubmittalControls.ctlCustSelect", "name": "c", "left": 0, "top": 0, "width": 9000, "height": 6000,
+             "properties": {"AllowAdd": true}, "bind": {"Customers": "customers"},
+             "runtime": {"ShowCheckboxes": true}}]}]})");
+    QCOMPARE(form.pages.at(0).controls.at(0).runtimeProperties,
+             (QList<std::pair<QString, QVariant>>{{QStringLiteral("ShowCheckboxes"), QVariant(true)}}));
+    WorkbenchData data;
+    WorkbenchWindow window(form, data);
+    QCOMPARE(window.problems(), QStringList());
+    ZebSubCtl::UserControl* control = window.controls().at(0);
+    QCOMPARE(control->property("ShowCheckboxes"), QVariant(true));
+    QCOMPARE(control->property("AllowAdd"), QVariant(true));
+    QVERIFY(control->property("Customers").value<std::shared_ptr<ZebObjects::Customers>>());
+    // Not part of the saved design, but kept in the form.
+    const FormDescription saved = FormDescription::fromJson(window.currentDesignJson());
+    const FormControl& c = saved.pages.at(0).controls.at(0);
+    QCOMPARE(c.properties.keys(), QStringList{QStringLiteral("AllowAdd")});
+    QCOMPARE(c.runtimeProperties, form.pages.at(0).controls.at(0).runtimeProperties);
+}
+
+void tst_Workbench::runtimePropertyTheControlLacksIsAProblemAndTheRestOfTheFormStays()
+{
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 300, "height": 200,
+        "pages": [{"title": "P", "controls": [
+            {"identifier": "ZebSubmittalControls.ctlCustSelect", "name": "c", "left": 0, "top": 0, "width": 9000, "height": 6000,
+             "runtime": {"NoSuchThing": 1, "ShowCheckboxes": true}}]}]})");
+    WorkbenchData data;
+    WorkbenchWindow window(form, data);
+    QCOMPARE(window.problems(),
+             QStringList{QStringLiteral("c.NoSuchThing: Object doesn't support this property or "
+                                        "method: ctlCustSelect.NoSuchThing cannot be set to 1")});
+    QCOMPARE(window.controls().size(), 1);
+    QCOMPARE(window.controls().at(0)->property("ShowCheckboxes"), QVariant(true));
+    QVERIFY(!window.controls().at(0)->dynamicPropertyNames().contains("NoSuchThing"));
+}
+
+void tst_Workbench::runtimePropertiesMustBeFlagsNumbersOrTexts()
+{
+    try {
+        FormDescription::fromJson(R"({"title": "T", "width": 1, "height": 1,
+            "pages": [{"title": "P", "controls": [{"identifier": "x", "name": "n", "left": 0,
+            "top": 0, "width": 1, "height": 1, "runtime": {"ShowCheckboxes": [true]}}]}]})");
+        QFAIL("accepted");
+    } catch (const ZebObjects::Failure& f) {
+        QCOMPARE(f.Number(), 380);
+        QCOMPARE(f.Description(),
+                 QStringLiteral("Invalid form description: control 1 of page 1 sets "
+                                "\"ShowCheckboxes\" at run time to something that is not a flag, "
+                                "number or text"));
+    }
+    QVERIFY_THROWS_EXCEPTION(ZebObjects::Failure, FormDescription::fromJson(R"({"title": "T",
+        "width": 1, "height": 1, "pages": [{"title": "P", "controls": [{"identifier": "x",
+        "name": "n", "left": 0, "top": 0, "width": 1, "height": 1, "runtime": 5}]}]})"));
+}
+
+void tst_Workbench::shippedFormHasThePagesInTheOrderOfWorkWithTheCustomersSecond()
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("design.json"));
+    int code = -1;
+    runWorkbench({QStringLiteral("--save-design"), file}, &code);
+    QCOMPARE(code, 0);
+    QFile saved(file);
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    const FormDescription form = FormDescription::fromJson(saved.readAll());
+    QStringList titles;
+    for (const FormPage& p : form.pages)
+        titles.append(p.title);
+    QCOMPARE(titles, (QStringList{QStringLiteral("General Information"), QStringLiteral("Customers"),
+                                  QStringLiteral("Cover Letter Options"),
+                                  QStringLiteral("Cover Letter Paragraphs"),
+                                  QStringLiteral("Cover Letter Remarks"),
+                                  QStringLiteral("Bill of Materials"), QStringLiteral("Labels"),
+                                  QStringLiteral("Line Items")}));
+    const FormPage& page = form.pages.at(1);
+    QCOMPARE(page.title, QStringLiteral("Customers"));
+    QCOMPARE(page.controls.size(), 1);
+    const FormControl& c = page.controls.at(0);
+    QCOMPARE(c.identifier, QStringLiteral("ZebSubmittalControls.ctlCustSelect"));
+    QCOMPARE(c.bindings.value(QStringLiteral("Customers")), QStringLiteral("customers"));
+    QCOMPARE(c.properties.ReadProperty(QStringLiteral("AllowAdd"), false), QVariant(true));
+    QCOMPARE(c.properties.ReadProperty(QStringLiteral("AllowDelete"), false), QVariant(true));
+    QCOMPARE(c.runtimeProperties,
+             (QList<std::pair<QString, QVariant>>{{QStringLiteral("ShowCheckboxes"), QVariant(true)}}));
 }
 
 QTEST_MAIN(tst_Workbench)
