@@ -336,8 +336,10 @@ void SampleOffice::fill(Store& store)
 {
     store.writeAll([&] {
         if (!store.isEmpty())
-            throw CollectionRules::duplicateKey(QStringLiteral("ZebObjects.Store"),
-                                                QStringLiteral("sample office"));
+            throw Failure(ErrorNumber::KeyAlreadyInCollection, QStringLiteral("ZebObjects.Store"),
+                          QStringLiteral("The database file \"%1\" already holds an office; the "
+                                         "sample office goes only into an empty file")
+                              .arg(store.path()));
         store.setIssuedByNames(issuedByNames());
         store.setSearchContextValue(SampleData::searchContextValue());
         store.addDirectoryCustomers(directory());
