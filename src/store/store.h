@@ -45,7 +45,7 @@ public:
     };
     struct Options {
         // How long a write waits for another writer before it fails.
-        int busyTimeoutMs = 5000;
+        int busyTimeoutMs = 2000;
     };
 
     static std::shared_ptr<Store> open(const QString& path, OpenMode mode = OpenMode::OpenOrCreate);

@@ -3,8 +3,11 @@
 #include "frame/libraryinfo.h"
 #include "frame/usercontrol.h"
 #include "objects/standalonetextobjects.h"
+#include "store/jobcontents.h"
+#include "store/store.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -29,6 +32,14 @@ int main(int argc, char** argv)
     texts.Add(QStringLiteral("Thank you for the opportunity."), true);
     if (texts.Count() != 1)
         return 3;
+    QTemporaryDir dir;
+    const auto store = ZebObjects::Store::open(dir.filePath(QStringLiteral("office.zebdb")));
+    ZebObjects::JobContents job;
+    job.number = QStringLiteral("24-0131");
+    job.name = QStringLiteral("Riverside Medical Office Building");
+    store->createJob(job);
+    if (store->jobs().size() != 1)
+        return 4;
     std::printf("consumer ok: %lld controls\n", static_cast<long long>(ids.size()));
     return 0;
 }
