@@ -69,7 +69,7 @@ public:
         db.open();
         QSqlQuery q(db);
         q.exec(QStringLiteral("PRAGMA journal_mode = WAL"));
-        q.exec(QStringLiteral("PRAGMA synchronous = FULL"));
+        q.exec(QStringLiteral("PRAGMA synchronous = NORMAL"));
     }
     ~PlainConnection() { QSqlDatabase::removeDatabase(QStringLiteral("plain")); }
     QSqlDatabase db() const { return QSqlDatabase::database(QStringLiteral("plain")); }
