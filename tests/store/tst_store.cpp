@@ -567,6 +567,23 @@ private slots:
         QVERIFY(!store->isEmpty());
     }
 
+    void recipientsAddedAndRemovedAreCommitted()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        const auto job = store->openJob(store->createJob(simpleJob(QStringLiteral("1"))));
+        const auto recipients = job->submittal()->storeRecipients();
+        recipients->Add(QStringLiteral("Dana Whitcomb"), QStringLiteral("Halvorsen Electric Co."));
+        recipients->Add(QStringLiteral("Priya Raman"), QStringLiteral("Cedar Ridge Architects"));
+        const auto other = Store::open(path(dir))->openJob(job->id())->submittal()->Recipients();
+        QCOMPARE(other->Count(), qint16(2));
+        recipients->Remove(1);
+        QCOMPARE(other->Count(), qint16(1));
+        QCOMPARE(other->Item(1)->Company(), QStringLiteral("Cedar Ridge Architects"));
+        QCOMPARE(failureOf([&] { recipients->Remove(2); }).Description,
+                 QStringLiteral("Subscript out of range: no recipient at position 2 of 1"));
+    }
+
     void writeAllCommitsTogetherOrNotAtAll()
     {
         QTemporaryDir dir;

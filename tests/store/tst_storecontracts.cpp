@@ -26,7 +26,11 @@
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
 
+#include <QApplication>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QTimer>
+#include <QTreeWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -661,6 +665,36 @@ private slots:
         QVERIFY(finder->Search(true, false, false, false, false, context, QString(),
                                QStringLiteral("100872"), QString(), QString(), QString(), QString(),
                                QString(), QString(), 0));
+    }
+
+    void anInteractiveSearchWithSeveralMatchesLetsTheUserChoose()
+    {
+        const auto impl = implementation();
+        const auto services = impl->services();
+        const auto finder = services->CreateCustomerFinder();
+        // The user picks the second row of the chooser and presses OK.
+        QString offered;
+        QTimer answer;
+        answer.setInterval(10);
+        connect(&answer, &QTimer::timeout, this, [&] {
+            QWidget* modal = QApplication::activeModalWidget();
+            if (!modal || modal->objectName() != QLatin1String("frmChooseCustomer"))
+                return;
+            answer.stop();
+            auto* list = modal->findChild<QTreeWidget*>(QStringLiteral("lsvMatches"));
+            offered = QString::number(list->topLevelItemCount());
+            list->setCurrentItem(list->topLevelItem(1));
+            QTest::mouseClick(modal->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+        });
+        answer.start();
+        const auto found = finder->Search(false, true, false, false, false,
+                                          services->SearchContext()->Value(), QString(), QString(),
+                                          QStringLiteral("Seattle"), QString(), QString(), QString(),
+                                          QString(), QString(), 0);
+        // Seattle, by name: Harborview, Nordic Light, Summit (Pioneer Square's account is closed).
+        QCOMPARE(offered, QStringLiteral("3"));
+        QVERIFY(found);
+        QCOMPARE(found->ChosenCustomer()->Name(), QStringLiteral("Nordic Light Agency"));
     }
 
     // BOM --------------------------------------------------------------------------------------
