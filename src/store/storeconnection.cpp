@@ -89,20 +89,14 @@ void StoreConnection::prepareFile(Mode mode)
     run(QStringLiteral("PRAGMA foreign_keys = ON"));
     // The first read: a file that is not a database fails here.
     const int version = value(QStringLiteral("PRAGMA user_version")).toInt();
-    if (version > StoreSchema::CurrentVersion)
-        throw fileFailure(ErrorNumber::BadFileFormat, m_path,
-                          QStringLiteral("was written by a newer version of the program (schema "
-                                         "version %1; this program reads up to version %2)")
-                              .arg(version)
-                              .arg(StoreSchema::CurrentVersion));
+    checkVersion(version);
     const QString check = value(QStringLiteral("PRAGMA quick_check")).toString();
     if (check != QLatin1String("ok"))
         throw fileFailure(ErrorNumber::BadFileFormat, m_path,
                           QStringLiteral("is damaged (%1)").arg(check));
-    if (version == 0 && value(QStringLiteral("SELECT COUNT(*) FROM sqlite_master")).toInt() > 0)
-        throw fileFailure(ErrorNumber::BadFileFormat, m_path,
-                          QStringLiteral("is a database of another program"));
     if (mode == Mode::ReadOnly) {
+        if (version == 0 && hasTables())
+            throw anotherProgram();
         if (version < StoreSchema::CurrentVersion)
             throw fileFailure(ErrorNumber::PathFileAccessError, m_path,
                               QStringLiteral("is read-only and holds %1")
@@ -117,10 +111,41 @@ void StoreConnection::prepareFile(Mode mode)
     // consistency. That keeps a check box's write within a couple of milliseconds.
     run(QStringLiteral("PRAGMA journal_mode = WAL"));
     run(QStringLiteral("PRAGMA synchronous = NORMAL"));
-    if (version == 0)
-        write([&] { StoreSchema::create(*this); });
-    else if (version < StoreSchema::CurrentVersion)
-        write([&] { StoreSchema::migrate(*this, version); });
+    if (version == StoreSchema::CurrentVersion)
+        return;
+    write([&] {
+        // Asked again under the write lock: another program may have set the file up meanwhile.
+        const int now = value(QStringLiteral("PRAGMA user_version")).toInt();
+        checkVersion(now);
+        if (now == 0) {
+            if (hasTables())
+                throw anotherProgram();
+            StoreSchema::create(*this);
+        } else if (now < StoreSchema::CurrentVersion) {
+            StoreSchema::migrate(*this, now);
+        }
+    });
+}
+
+void StoreConnection::checkVersion(int version) const
+{
+    if (version > StoreSchema::CurrentVersion)
+        throw fileFailure(ErrorNumber::BadFileFormat, m_path,
+                          QStringLiteral("was written by a newer version of the program (schema "
+                                         "version %1; this program reads up to version %2)")
+                              .arg(version)
+                              .arg(StoreSchema::CurrentVersion));
+}
+
+bool StoreConnection::hasTables()
+{
+    return value(QStringLiteral("SELECT COUNT(*) FROM sqlite_master")).toInt() > 0;
+}
+
+Failure StoreConnection::anotherProgram() const
+{
+    return fileFailure(ErrorNumber::BadFileFormat, m_path,
+                       QStringLiteral("is a database of another program"));
 }
 
 Failure StoreConnection::failure(const QSqlError& error) const

@@ -77,6 +77,9 @@ private:
     void commit();
     void rollback();
     void prepareFile(Mode mode);
+    void checkVersion(int version) const;
+    bool hasTables();
+    Failure anotherProgram() const;
     QSqlQuery& exec(const QString& sql, const QVariantList& args);
 
     QString m_path;

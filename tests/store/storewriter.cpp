@@ -3,6 +3,7 @@
 //                                       "committed N" after each commit
 //   zeb_storewriter set-issuer FILE NAME
 //   zeb_storewriter read-issuer FILE    prints the first job's issuer
+//   zeb_storewriter open FILE          opens the file, making it when it is new
 //   zeb_storewriter hold-lock FILE      takes the write lock, prints "locked", keeps it until a
 //                                       line arrives on standard input
 #include "contracts/failure.h"
@@ -78,6 +79,10 @@ int main(int argc, char** argv)
             return churn(file);
         if (mode == QLatin1String("hold-lock"))
             return holdLock(file);
+        if (mode == QLatin1String("open")) {
+            Store::open(file);
+            return 0;
+        }
         const auto store = Store::open(file, Store::OpenMode::OpenExisting);
         const auto submittal = store->openJob(store->jobs().first().id)->submittal();
         if (mode == QLatin1String("set-issuer") && args.size() > 3) {

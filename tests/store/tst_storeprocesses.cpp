@@ -14,6 +14,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+#include <vector>
+
 using namespace ZebObjects;
 
 namespace {
@@ -135,6 +138,24 @@ private slots:
         QVERIFY(reader.waitForFinished(30000));
         QCOMPARE(reader.exitCode(), 0);
         QCOMPARE(QString::fromUtf8(reader.readAllStandardOutput()).trimmed(), QStringLiteral("Keiko Brandt"));
+    }
+
+    void severalProgramsMakingTheSameNewFileAllSucceed()
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath(QStringLiteral("new.zebdb"));
+        std::vector<std::unique_ptr<QProcess>> programs;
+        for (int i = 0; i < 6; ++i) {
+            programs.push_back(std::make_unique<QProcess>());
+            programs.back()->start(kWriter, {QStringLiteral("open"), file});
+        }
+        for (const auto& p : programs) {
+            QVERIFY(p->waitForFinished(30000));
+            QVERIFY2(p->exitCode() == 0, p->readAllStandardError().constData());
+        }
+        const auto store = Store::open(file, Store::OpenMode::OpenExisting);
+        QVERIFY(store->isEmpty());
+        QCOMPARE(integrity(file), QStringLiteral("ok"));
     }
 
     void aWriteWhileAnotherProcessHoldsTheLockFailsThenSucceedsAfterIt()
