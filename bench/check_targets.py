@@ -23,6 +23,10 @@ TARGETS = {
         "BM_RemoveAll/10000": ("ratio", 1.5), "BM_RemoveAll/32767": ("ratio", 1.5),
     },
     "bench_package": {},
+    "bench_store": {
+        "BM_ControlWrite": ("control_ms", 2.0), "BM_FillSampleOffice": ("control_ms", None),
+        "BM_OpenLargeJob": ("ratio", None),
+    },
 }
 
 # Growth counters: (counter, limit, label).

@@ -1,5 +1,7 @@
 #include "objects/customerdirectory.h"
 
+#include "objects/collectionrules.h"
+
 #include <algorithm>
 #include <functional>
 #include <vector>
@@ -31,10 +33,7 @@ void CustomerDirectory::Add(const StandaloneCustomer::Data& record)
     check("Add");
     if (std::any_of(m_records.begin(), m_records.end(),
                     [&](const auto& r) { return r.key == record.key; }))
-        throw Failure(ErrorNumber::KeyAlreadyInCollection, kSource,
-                      QStringLiteral("This key is already associated with an element of this "
-                                     "collection: \"%1\"")
-                          .arg(record.key));
+        throw CollectionRules::duplicateKey(kSource, record.key);
     m_records.append(record);
 }
 
@@ -53,6 +52,12 @@ QList<StandaloneCustomer::Data> CustomerDirectory::Records() const
 QList<StandaloneCustomer::Data> CustomerDirectory::Search(const Query& query) const
 {
     check("Search");
+    return match(m_records, query);
+}
+
+QList<StandaloneCustomer::Data> CustomerDirectory::match(const QList<StandaloneCustomer::Data>& records,
+                                                         const Query& query)
+{
     if (query.maximumResults < 0)
         throw Failure(ErrorNumber::InvalidProcedureCall, kSource,
                       QStringLiteral("Invalid procedure call or argument: at most %1 results")
@@ -95,7 +100,7 @@ QList<StandaloneCustomer::Data> CustomerDirectory::Search(const Query& query) co
         return {};
 
     QList<StandaloneCustomer::Data> matches;
-    for (const auto& record : m_records) {
+    for (const auto& record : records) {
         if (!record.active && !query.includeInactive)
             continue;
         const auto pass = [&](const Test& t) { return t(record); };

@@ -37,6 +37,9 @@ public:
     // The matches, in the query's order. Criteria are compared without their surrounding blanks;
     // a query without criteria matches nothing; a negative maximum fails with 5.
     QList<StandaloneCustomer::Data> Search(const Query& query) const;
+    // The search itself, over any set of records (a directory held elsewhere searches alike).
+    static QList<StandaloneCustomer::Data> match(const QList<StandaloneCustomer::Data>& records,
+                                                 const Query& query);
 
 private:
     QList<StandaloneCustomer::Data> m_records;

@@ -29,7 +29,12 @@ std::shared_ptr<CustomerSearchResult> StandaloneCustomerFinder::Search(
                       QStringLiteral("Object variable or With block variable not set: the finder "
                                      "has no customer directory"));
 
-    const QList<StandaloneCustomer::Data> matches = m_directory->Search(query);
+    return settle(m_directory->Search(query), interactive);
+}
+
+std::shared_ptr<CustomerSearchResult>
+StandaloneCustomerFinder::settle(const QList<StandaloneCustomer::Data>& matches, bool interactive)
+{
     qsizetype chosen = -1;
     if (matches.size() == 1)
         chosen = 0;

@@ -32,6 +32,11 @@ public:
            const QString& zip, const QString& phone, const QString& type,
            const QString& category, qint32 maximumResults) override;
 
+    // What a search ends with, given its matches: one settles on it, several go to the chooser
+    // when interactive, else nothing.
+    static std::shared_ptr<CustomerSearchResult>
+    settle(const QList<StandaloneCustomer::Data>& matches, bool interactive);
+
     std::shared_ptr<CustomerDirectory> directory() const { return m_directory; }
     // The last search received, if any (kept even when it failed).
     const std::optional<Call>& lastCall() const { return m_lastCall; }

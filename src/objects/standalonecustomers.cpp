@@ -1,9 +1,10 @@
 #include "objects/standalonecustomers.h"
 
+#include "objects/collectionrules.h"
+
 #include <QStringList>
 
 #include <algorithm>
-#include <limits>
 
 namespace ZebObjects {
 
@@ -18,18 +19,9 @@ StandaloneCustomers::~StandaloneCustomers() = default;
 bool StandaloneCustomers::Add(const QString& key, std::shared_ptr<Customer> customer)
 {
     check("Add");
-    if (!customer)
-        throw Failure(ErrorNumber::ObjectNotSet, kSource,
-                      QStringLiteral("Object variable or With block variable not set: no "
-                                     "customer to add"));
-    if (std::any_of(m_items.begin(), m_items.end(), [&](const auto& i) { return i.first == key; }))
-        throw Failure(ErrorNumber::KeyAlreadyInCollection, kSource,
-                      QStringLiteral("This key is already associated with an element of this "
-                                     "collection: \"%1\"")
-                          .arg(key));
-    if (m_items.size() >= std::size_t(std::numeric_limits<qint16>::max()))
-        throw Failure(ErrorNumber::Overflow, kSource,
-                      QStringLiteral("Overflow: a submittal has at most 32767 customers"));
+    const bool held = std::any_of(m_items.begin(), m_items.end(),
+                                  [&](const auto& i) { return i.first == key; });
+    CollectionRules::checkCustomerAdd(kSource, customer.get(), key, held, qint64(m_items.size()));
     if (m_addPolicy && !m_addPolicy(key, *customer))
         return false;
     m_items.emplace_back(key, std::move(customer));
@@ -39,10 +31,8 @@ bool StandaloneCustomers::Add(const QString& key, std::shared_ptr<Customer> cust
 void StandaloneCustomers::checkIndex(qint16 index) const
 {
     if (index < 1 || std::size_t(index) > m_items.size())
-        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                      QStringLiteral("Subscript out of range: no customer at position %1 of %2")
-                          .arg(index)
-                          .arg(m_items.size()));
+        throw CollectionRules::noPosition(kSource, QStringLiteral("customer"), index,
+                                          qint64(m_items.size()));
 }
 
 void StandaloneCustomers::refused(const std::vector<QString>& keys) const

@@ -1,5 +1,7 @@
 #include "objects/standalonelabelfield.h"
 
+#include "objects/labelrules.h"
+
 namespace ZebObjects {
 
 StandaloneLabelField::StandaloneLabelField(QString key, QString caption, QObject* parent)
@@ -34,12 +36,7 @@ qint16 StandaloneLabelField::PrintOrder() const
 void StandaloneLabelField::setPrintOrder(qint16 order)
 {
     check("PrintOrder=");
-    if (order < 0)
-        throw Failure(ErrorNumber::InvalidProcedureCall, QStringLiteral("ZebObjects.LabelField"),
-                      QStringLiteral("Invalid procedure call or argument: the print order of "
-                                     "\"%1\" cannot be %2")
-                          .arg(m_key)
-                          .arg(order));
+    LabelRules::checkPrintOrder(m_key, order);
     if (order > 0 && m_order == 0 && m_room && !m_room())
         return;
     m_order = order;

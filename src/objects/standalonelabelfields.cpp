@@ -1,5 +1,7 @@
 #include "objects/standalonelabelfields.h"
 
+#include "objects/collectionrules.h"
+#include "objects/labelrules.h"
 #include "objects/standalonelabelfield.h"
 
 #include <algorithm>
@@ -15,7 +17,7 @@ const QString kSource = QStringLiteral("ZebObjects.LabelFields");
 // its collection is simply a field of no collection.
 struct StandaloneLabelFields::State {
     std::vector<std::shared_ptr<StandaloneLabelField>> fields;
-    qint16 maximum = 5;
+    qint16 maximum = LabelRules::DefaultMaximum;
 
     qint16 included() const
     {
@@ -45,11 +47,7 @@ LabelFieldList StandaloneLabelFields::Enumerate() const
     check("Enumerate");
     std::vector<std::shared_ptr<StandaloneLabelField>> order = m_state->fields;
     std::stable_sort(order.begin(), order.end(), [](const auto& a, const auto& b) {
-        const qint16 x = a->printOrder();
-        const qint16 y = b->printOrder();
-        if ((x == 0) != (y == 0))
-            return y == 0;
-        return x != 0 && x < y;
+        return LabelRules::comesBefore(a->printOrder(), b->printOrder());
     });
     return LabelFieldList(order.begin(), order.end());
 }
@@ -61,15 +59,12 @@ std::shared_ptr<StandaloneLabelField> StandaloneLabelFields::Add(const QString& 
     check("Add");
     const auto& fields = m_state->fields;
     if (std::any_of(fields.begin(), fields.end(), [&](const auto& f) { return f->key() == key; }))
-        throw Failure(ErrorNumber::KeyAlreadyInCollection, kSource,
-                      QStringLiteral("This key is already associated with an element of this "
-                                     "collection: \"%1\"")
-                          .arg(key));
+        throw CollectionRules::duplicateKey(kSource, key);
     auto field = std::make_shared<StandaloneLabelField>(key, caption);
     std::weak_ptr<State> state = m_state;
     field->setRoom([state] {
         const auto s = state.lock();
-        return !s || s->included() < s->maximum;
+        return !s || LabelRules::admits(0, 1, s->included(), s->maximum);
     });
     // Placed before it joins the collection: its order is checked against the others only.
     field->setPrintOrder(printOrder);
@@ -83,9 +78,7 @@ std::shared_ptr<StandaloneLabelField> StandaloneLabelFields::field(const QString
     const auto it =
         std::find_if(fields.begin(), fields.end(), [&](const auto& f) { return f->key() == key; });
     if (it == fields.end())
-        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                      QStringLiteral("Subscript out of range: no label field has the key \"%1\"")
-                          .arg(key));
+        throw CollectionRules::missingKey(kSource, QStringLiteral("label field"), key);
     return *it;
 }
 

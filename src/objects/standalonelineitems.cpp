@@ -1,6 +1,6 @@
 #include "objects/standalonelineitems.h"
 
-#include <limits>
+#include "objects/collectionrules.h"
 
 namespace ZebObjects {
 
@@ -29,9 +29,7 @@ LineItemList StandaloneLineItems::Enumerate() const
 std::shared_ptr<StandaloneLineItem> StandaloneLineItems::Add(const StandaloneLineItem::Data& data)
 {
     check("Add");
-    if (m_items.size() >= std::size_t(std::numeric_limits<qint16>::max()))
-        throw Failure(ErrorNumber::Overflow, kSource,
-                      QStringLiteral("Overflow: a submittal has at most 32767 lines"));
+    CollectionRules::checkRoom(kSource, QStringLiteral("lines"), qint64(m_items.size()));
     auto item = std::make_shared<StandaloneLineItem>(data);
     m_items.push_back(item);
     return item;
@@ -46,10 +44,8 @@ void StandaloneLineItems::Clear()
 std::shared_ptr<StandaloneLineItem> StandaloneLineItems::line(qint16 position) const
 {
     if (position < 1 || std::size_t(position) > m_items.size())
-        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                      QStringLiteral("Subscript out of range: no line at position %1 of %2")
-                          .arg(position)
-                          .arg(m_items.size()));
+        throw CollectionRules::noPosition(kSource, QStringLiteral("line"), position,
+                                          qint64(m_items.size()));
     return m_items[std::size_t(position) - 1];
 }
 

@@ -1,6 +1,6 @@
 #include "objects/standalonerecipients.h"
 
-#include <limits>
+#include "objects/collectionrules.h"
 
 namespace ZebObjects {
 
@@ -35,10 +35,8 @@ std::shared_ptr<Recipient> StandaloneRecipients::Item(qint16 position) const
 {
     check("Item");
     if (position < 1 || std::size_t(position) > m_items.size())
-        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                      QStringLiteral("Subscript out of range: no recipient at position %1 of %2")
-                          .arg(position)
-                          .arg(m_items.size()));
+        throw CollectionRules::noPosition(kSource, QStringLiteral("recipient"), position,
+                                          qint64(m_items.size()));
     return m_items[std::size_t(position) - 1];
 }
 
@@ -52,9 +50,7 @@ std::shared_ptr<StandaloneRecipient> StandaloneRecipients::Add(const QString& na
                                                                const QString& company)
 {
     check("Add");
-    if (m_items.size() >= std::size_t(std::numeric_limits<qint16>::max()))
-        throw Failure(ErrorNumber::Overflow, kSource,
-                      QStringLiteral("Overflow: a submittal has at most 32767 recipients"));
+    CollectionRules::checkRoom(kSource, QStringLiteral("recipients"), qint64(m_items.size()));
     auto recipient = std::make_shared<StandaloneRecipient>(name, company);
     m_items.push_back(recipient);
     return recipient;
@@ -64,10 +60,8 @@ void StandaloneRecipients::Remove(qint16 position)
 {
     check("Remove");
     if (position < 1 || std::size_t(position) > m_items.size())
-        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                      QStringLiteral("Subscript out of range: no recipient at position %1 of %2")
-                          .arg(position)
-                          .arg(m_items.size()));
+        throw CollectionRules::noPosition(kSource, QStringLiteral("recipient"), position,
+                                          qint64(m_items.size()));
     m_items.erase(m_items.begin() + (position - 1));
 }
 

@@ -2,20 +2,15 @@
 
 #include "objects/standalonecoverletter.h"
 #include "objects/standalonerecipients.h"
+#include "objects/submittalrules.h"
 
-#include <QDate>
 
 namespace ZebObjects {
-
-namespace {
-const QString kSource = QStringLiteral("ZebObjects.Submittal");
-}
 
 StandaloneSubmittal::StandaloneSubmittal(QObject* parent)
     : Submittal(parent)
     , m_coverLetter(std::make_shared<StandaloneCoverLetter>())
     , m_recipients(std::make_shared<StandaloneRecipients>())
-    , m_purpose(purposeCaptions().first())
 {
 }
 
@@ -23,14 +18,7 @@ StandaloneSubmittal::~StandaloneSubmittal() = default;
 
 QStringList StandaloneSubmittal::purposeCaptions()
 {
-    return {QStringLiteral("Request For Prior Approval"),
-            QStringLiteral("Request For Approval"),
-            QStringLiteral("Request For Approval As Submitted"),
-            QStringLiteral("Request For Approval As Noted"),
-            QStringLiteral("Resubmittal For Approval"),
-            QStringLiteral("Corrections"),
-            QStringLiteral("Record Only"),
-            QStringLiteral("Other")};
+    return SubmittalRules::purposeCaptions();
 }
 
 QString StandaloneSubmittal::IssuedBy() const
@@ -57,11 +45,7 @@ QString StandaloneSubmittal::SubmittalDate() const
 void StandaloneSubmittal::setSubmittalDate(const QString& date)
 {
     check("SubmittalDate=");
-    if (!date.isEmpty() && !QDate::fromString(date, Qt::ISODate).isValid())
-        throw Failure(ErrorNumber::TypeMismatch, kSource,
-                      QStringLiteral("Type mismatch: \"%1\" is not a date of the form "
-                                     "yyyy-mm-dd")
-                          .arg(date));
+    SubmittalRules::checkDate(date);
     if (date == m_date)
         return;
     m_date = date;
@@ -128,39 +112,30 @@ std::shared_ptr<Recipients> StandaloneSubmittal::Recipients() const
 QString StandaloneSubmittal::SubmittalPurpose() const
 {
     check("SubmittalPurpose");
-    return m_purpose;
+    return m_purpose.text;
 }
 
 void StandaloneSubmittal::setSubmittalPurpose(const QString& purpose)
 {
     check("SubmittalPurpose=");
-    if (m_purposeIndex == OtherPurpose)
-        m_otherPurpose = purpose;
-    if (purpose == m_purpose)
-        return;
-    m_purpose = purpose;
-    emit SubmittalPurposeChanged(m_purposeIndex);
+    if (SubmittalRules::writePurpose(m_purpose, purpose))
+        emit SubmittalPurposeChanged(m_purpose.index);
 }
 
 QString StandaloneSubmittal::SelectPurpose(qint16 index)
 {
     check("SelectPurpose");
-    if (index < 0 || index > OtherPurpose)
-        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                      QStringLiteral("Subscript out of range: there is no purpose option %1")
-                          .arg(index));
-    const QString text = index == OtherPurpose ? m_otherPurpose : purposeCaptions().at(index);
-    if (index != m_purposeIndex) {
-        m_purposeIndex = index;
+    bool changed = false;
+    const QString text = SubmittalRules::selectPurpose(m_purpose, index, changed);
+    if (changed)
         emit SubmittalPurposeChanged(index);
-    }
     return text;
 }
 
 qint16 StandaloneSubmittal::SubmittalPurposeIndex() const
 {
     check("SubmittalPurposeIndex");
-    return m_purposeIndex;
+    return m_purpose.index;
 }
 
 void StandaloneSubmittal::setCoverLetter(std::shared_ptr<ZebObjects::CoverLetter> coverLetter)

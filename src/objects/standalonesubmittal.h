@@ -2,6 +2,7 @@
 
 #include "contracts/submittal.h"
 #include "objects/faultinjector.h"
+#include "objects/submittalrules.h"
 
 #include <QStringList>
 
@@ -33,7 +34,7 @@ public:
 
     // The standard texts of options 0 to 6, then "Other" for option 7.
     static QStringList purposeCaptions();
-    static constexpr qint16 OtherPurpose = 7;
+    static constexpr qint16 OtherPurpose = SubmittalRules::OtherPurpose;
 
     QString IssuedBy() const override;
     void setIssuedBy(const QString& name) override;
@@ -71,9 +72,7 @@ private:
     bool m_includeLabels = false;
     std::shared_ptr<ZebObjects::CoverLetter> m_coverLetter;
     std::shared_ptr<ZebObjects::Recipients> m_recipients;
-    QString m_purpose;
-    QString m_otherPurpose;
-    qint16 m_purposeIndex = 0;
+    SubmittalRules::Purpose m_purpose;
 };
 
 }  // namespace ZebObjects

@@ -1,5 +1,7 @@
 #include "objects/standalonetextobjects.h"
 
+#include "objects/collectionrules.h"
+
 #include <algorithm>
 
 namespace ZebObjects {
@@ -65,9 +67,7 @@ bool StandaloneTextObjects::IsDirty() const
 
 void StandaloneTextObjects::missing(const QString& key) const
 {
-    throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                  QStringLiteral("Subscript out of range: no text object has the key \"%1\"")
-                      .arg(key));
+    throw CollectionRules::missingKey(kSource, QStringLiteral("text object"), key);
 }
 
 std::shared_ptr<TextObject> StandaloneTextObjects::Item(const QString& key) const
@@ -83,10 +83,8 @@ std::shared_ptr<TextObject> StandaloneTextObjects::Item(qint32 position) const
 {
     check("Item");
     if (position < 1 || std::size_t(position) > m_items.size())
-        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                      QStringLiteral("Subscript out of range: no text object at position %1 of %2")
-                          .arg(position)
-                          .arg(m_items.size()));
+        throw CollectionRules::noPosition(kSource, QStringLiteral("text object"), position,
+                                          qint64(m_items.size()));
     return m_items[std::size_t(position) - 1];
 }
 
@@ -101,10 +99,7 @@ std::shared_ptr<StandaloneTextObject> StandaloneTextObjects::make(const QString&
                                                                   bool selected)
 {
     if (m_byKey.contains(key))
-        throw Failure(ErrorNumber::KeyAlreadyInCollection, kSource,
-                      QStringLiteral("This key is already associated with an element of this "
-                                     "collection: \"%1\"")
-                          .arg(key));
+        throw CollectionRules::duplicateKey(kSource, key);
     auto object = std::make_shared<StandaloneTextObject>(key, text, selected);
     m_byKey.insert(key, object);
     return object;

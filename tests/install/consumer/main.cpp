@@ -5,6 +5,8 @@
 #include "objects/standalonepackagesource.h"
 #include "objects/standalonetextobjects.h"
 #include "package/packagegenerator.h"
+#include "store/jobcontents.h"
+#include "store/store.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -39,6 +41,13 @@ int main(int argc, char** argv)
                             dir.filePath(QStringLiteral("package.pdf")))
         || generator.pageCount() < 3)
         return 4;
+    const auto store = ZebObjects::Store::open(dir.filePath(QStringLiteral("office.zebdb")));
+    ZebObjects::JobContents job;
+    job.number = QStringLiteral("24-0131");
+    job.name = QStringLiteral("Riverside Medical Office Building");
+    store->createJob(job);
+    if (store->jobs().size() != 1)
+        return 5;
     std::printf("consumer ok: %lld controls\n", static_cast<long long>(ids.size()));
     return 0;
 }

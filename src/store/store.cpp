@@ -1,0 +1,250 @@
+#include "store/store.h"
+
+#include "objects/collectionrules.h"
+#include "objects/standalonecustomer.h"
+#include "objects/textkind.h"
+#include "store/jobcontents.h"
+#include "store/storeapplicationservices.h"
+#include "store/storeconnection.h"
+#include "store/storecustomers.h"
+#include "store/storedirectory.h"
+#include "store/storejob.h"
+#include "store/storetextobjects.h"
+
+namespace ZebObjects {
+
+namespace {
+
+const QString kSource = QStringLiteral("ZebObjects.Store");
+
+StoreConnection::Mode connectionMode(Store::OpenMode mode)
+{
+    switch (mode) {
+    case Store::OpenMode::OpenOrCreate: return StoreConnection::Mode::OpenOrCreate;
+    case Store::OpenMode::OpenExisting: return StoreConnection::Mode::OpenExisting;
+    case Store::OpenMode::ReadOnly: return StoreConnection::Mode::ReadOnly;
+    }
+    return StoreConnection::Mode::OpenOrCreate;
+}
+
+Failure noJob(qint64 id)
+{
+    return Failure(ErrorNumber::ElementNotFound, kSource,
+                   QStringLiteral("Element not found: there is no job %1").arg(id));
+}
+
+qint64 newCollection(StoreConnection& db, const QVariant& submittal, qint32 kind,
+                     const QList<JobContents::Text>& texts)
+{
+    const qint64 id = db.insert(QStringLiteral("INSERT INTO text_collections (submittal_id, kind, "
+                                               "text_type) VALUES (?, ?, ?)"),
+                                {submittal, kind, kind});
+    for (const auto& t : texts)
+        StoreTextObjects::append(db, id, t.text, t.selected);
+    return id;
+}
+
+}  // namespace
+
+Store::Store(std::shared_ptr<StoreConnection> db)
+    : m_db(std::move(db)), m_services(std::make_shared<StoreApplicationServices>(m_db))
+{
+}
+
+Store::~Store() = default;
+
+std::shared_ptr<Store> Store::open(const QString& path, OpenMode mode)
+{
+    return open(path, mode, Options());
+}
+
+std::shared_ptr<Store> Store::open(const QString& path, OpenMode mode, const Options& options)
+{
+    return std::shared_ptr<Store>(
+        new Store(StoreConnection::open(path, connectionMode(mode), options.busyTimeoutMs)));
+}
+
+QString Store::path() const { return m_db->path(); }
+QString Store::connectionName() const { return m_db->connectionName(); }
+quint64 Store::commitCount() const { return m_db->commitCount(); }
+
+QList<JobSummary> Store::jobs() const
+{
+    QList<JobSummary> out;
+    for (const QVariantList& r : m_db->rows(QStringLiteral(
+             "SELECT j.id, j.number, j.name, "
+             "(SELECT COUNT(*) FROM submittal_customers c WHERE c.submittal_id = s.id), "
+             "(SELECT COUNT(*) FROM line_items l WHERE l.submittal_id = s.id) "
+             "FROM jobs j JOIN submittals s ON s.job_id = j.id ORDER BY j.number")))
+        out.append({r[0].toLongLong(), r[1].toString(), r[2].toString(), r[3].toInt(),
+                    r[4].toInt()});
+    return out;
+}
+
+std::shared_ptr<StoreJob> Store::openJob(qint64 id) const
+{
+    const QVariant submittal =
+        m_db->value(QStringLiteral("SELECT id FROM submittals WHERE job_id = ?"), {id});
+    if (!submittal.isValid())
+        throw noJob(id);
+    return std::make_shared<StoreJob>(m_db, id, submittal.toLongLong());
+}
+
+qint64 Store::createJob(const JobContents& c)
+{
+    SubmittalRules::checkDate(c.submittalDate);
+    return m_db->write([&] {
+        StoreConnection& db = *m_db;
+        if (db.value(QStringLiteral("SELECT 1 FROM jobs WHERE number = ?"), {c.number}).isValid())
+            throw CollectionRules::duplicateKey(kSource, c.number);
+        const qint64 job = db.insert(QStringLiteral("INSERT INTO jobs (number, name) VALUES (?, ?)"),
+                                     {c.number, c.name});
+        const qint64 s = db.insert(
+            QStringLiteral("INSERT INTO submittals (job_id, issued_by, submittal_date, "
+                           "include_cover_letter, include_bom, include_labels, purpose_index, "
+                           "purpose, other_purpose) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+            {job, c.issuedBy, c.submittalDate, int(c.includeCoverLetter), int(c.includeBOM),
+             int(c.includeLabels), int(c.purpose.index), c.purpose.text, c.purpose.otherText});
+        db.run(QStringLiteral("INSERT INTO cover_letters (submittal_id, include_logo, "
+                              "include_default_paragraphs, include_remarks, separate_letters, "
+                              "include_carbon_copy) VALUES (?, ?, ?, ?, ?, ?)"),
+               {s, int(c.includeLogo), int(c.includeDefaultParagraphs), int(c.includeRemarks),
+                int(c.separateLetters), int(c.includeCarbonCopy)});
+        for (qsizetype i = 0; i < c.recipients.size(); ++i)
+            db.run(QStringLiteral("INSERT INTO recipients (submittal_id, position, name, company) "
+                                  "VALUES (?, ?, ?, ?)"),
+                   {s, qint64(i + 1), c.recipients[i].name, c.recipients[i].company});
+        newCollection(db, s, TextKind::CoverLetterParagraph, c.paragraphs);
+        newCollection(db, s, TextKind::CoverLetterRemark, c.remarks);
+        const qint64 remarks = newCollection(db, s, TextKind::BOMRemark, c.bomRemarks);
+        db.run(QStringLiteral("INSERT INTO boms (submittal_id, include_quantity, include_type, "
+                              "include_default_remarks, include_brand, include_manufacturer, "
+                              "include_catalog_number, include_description, "
+                              "include_line_comments, include_mto, include_group_codes, "
+                              "remarks_collection_id) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+               {s, int(c.includeQuantity), int(c.includeType), int(c.includeDefaultRemarks),
+                int(c.includeBrand), int(c.includeManufacturer), int(c.includeCatalogNumber),
+                int(c.includeDescription), int(c.includeLineComments), int(c.includeMTO),
+                int(c.includeGroupCodes), remarks});
+        db.run(QStringLiteral("INSERT INTO labels (submittal_id, maximum_included) VALUES (?, ?)"),
+               {s, int(c.labelLimit)});
+        qint16 onLabel = 0;
+        for (qsizetype i = 0; i < c.labelFields.size(); ++i) {
+            const auto& f = c.labelFields[i];
+            LabelRules::checkPrintOrder(f.key, f.printOrder);
+            if (db.value(QStringLiteral("SELECT 1 FROM label_fields WHERE submittal_id = ? AND "
+                                        "key = ?"),
+                         {s, f.key})
+                    .isValid())
+                throw CollectionRules::duplicateKey(QStringLiteral("ZebObjects.LabelFields"),
+                                                    f.key);
+            const qint16 order = LabelRules::admits(0, f.printOrder, onLabel, c.labelLimit)
+                                     ? f.printOrder
+                                     : qint16(0);
+            if (order != 0)
+                ++onLabel;
+            db.run(QStringLiteral("INSERT INTO label_fields (submittal_id, position, key, "
+                                  "caption, print_order) VALUES (?, ?, ?, ?, ?)"),
+                   {s, qint64(i + 1), f.key, f.caption, int(order)});
+        }
+        CollectionRules::checkRoom(QStringLiteral("ZebObjects.LineItems"), QStringLiteral("lines"),
+                                   c.lines.size() - 1);
+        for (qsizetype i = 0; i < c.lines.size(); ++i) {
+            const auto& l = c.lines[i];
+            const qint64 line = db.insert(
+                QStringLiteral("INSERT INTO line_items (submittal_id, position, quantity, type, "
+                               "brand, catalog_number, description, group_code, mto, selected) "
+                               "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                {s, qint64(i + 1), l.quantity, l.type, l.brand, l.catalogNumber, l.description,
+                 l.group, int(l.mto), int(l.selected)});
+            if (l.comment)
+                db.run(QStringLiteral("INSERT INTO line_item_comments (line_item_id, text) VALUES "
+                                      "(?, ?)"),
+                       {line, *l.comment});
+        }
+        for (const auto& d : c.customers) {
+            if (db.value(QStringLiteral("SELECT 1 FROM submittal_customers WHERE submittal_id = "
+                                        "? AND key = ?"),
+                         {s, d.key})
+                    .isValid())
+                throw CollectionRules::duplicateKey(QStringLiteral("ZebObjects.Customers"), d.key);
+            StoreCustomers::append(db, s, d.key, StandaloneCustomer(d));
+        }
+        return job;
+    });
+}
+
+void Store::deleteJob(qint64 id)
+{
+    m_db->write([&] {
+        const QVariant submittal =
+            m_db->value(QStringLiteral("SELECT id FROM submittals WHERE job_id = ?"), {id});
+        if (!submittal.isValid())
+            throw noJob(id);
+        // The remarks collection is referenced by the BOM, which goes first.
+        m_db->run(QStringLiteral("DELETE FROM boms WHERE submittal_id = ?"), {submittal});
+        m_db->run(QStringLiteral("DELETE FROM jobs WHERE id = ?"), {id});
+    });
+}
+
+std::shared_ptr<TextObjects> Store::library(qint32 kind)
+{
+    const qint64 id = m_db->write([&] {
+        const QVariant found =
+            m_db->value(QStringLiteral("SELECT id FROM text_collections WHERE submittal_id IS "
+                                       "NULL AND kind = ? ORDER BY id LIMIT 1"),
+                        {kind});
+        if (found.isValid())
+            return found.toLongLong();
+        return m_db->insert(QStringLiteral("INSERT INTO text_collections (submittal_id, kind, "
+                                           "text_type) VALUES (NULL, ?, ?)"),
+                            {kind, kind});
+    });
+    return std::make_shared<StoreTextObjects>(m_db, id);
+}
+
+std::shared_ptr<ApplicationServices> Store::applicationServices() const { return m_services; }
+
+QStringList Store::issuedByNames() const { return StoreDirectory::issuedByNames(*m_db); }
+
+void Store::setIssuedByNames(const QStringList& names)
+{
+    m_db->write([&] { StoreDirectory::setIssuedByNames(*m_db, names); });
+}
+
+QVariant Store::searchContextValue() const { return StoreDirectory::searchContextValue(*m_db); }
+
+void Store::setSearchContextValue(const QVariant& value)
+{
+    m_db->write([&] { StoreDirectory::setSearchContextValue(*m_db, value); });
+}
+
+void Store::addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers)
+{
+    m_db->write([&] {
+        for (const auto& d : customers)
+            StoreDirectory::add(*m_db, d);
+    });
+}
+
+QList<StandaloneCustomer::Data> Store::directoryCustomers() const
+{
+    return StoreDirectory::records(*m_db);
+}
+
+qint32 Store::directoryCount() const { return StoreDirectory::count(*m_db); }
+
+void Store::writeAll(const std::function<void()>& body)
+{
+    m_db->write(body);
+}
+
+bool Store::isEmpty() const
+{
+    return m_db->value(QStringLiteral("SELECT (SELECT COUNT(*) FROM jobs) + (SELECT COUNT(*) FROM "
+                                      "issuers) + (SELECT COUNT(*) FROM directory_customers)"))
+               .toInt()
+           == 0;
+}
+
+}  // namespace ZebObjects

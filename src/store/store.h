@@ -1,0 +1,100 @@
+#pragma once
+
+#include "objects/standalonecustomer.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+
+namespace ZebObjects {
+
+class ApplicationServices;
+class StoreConnection;
+class StoreJob;
+class TextObjects;
+struct JobContents;
+
+// One row of the job list.
+struct JobSummary {
+    qint64 id = 0;
+    QString number;
+    QString name;
+    qint32 customerCount = 0;
+    qint32 lineCount = 0;
+
+    friend bool operator==(const JobSummary&, const JobSummary&) = default;
+};
+
+// A sales office's business objects in one SQLite file: jobs with their submittals, the
+// customer directory, the issuers and the text libraries. Every object it hands out reads the
+// file on each use, so changes another program has committed show on the next read, and
+// commits each write at once, raising its event after the commit.
+// Failures of the file come as Failure from ZebObjects.Store naming the file and the cause.
+class Store {
+public:
+    enum class OpenMode {
+        // Creates the file (and its folder) when it does not exist.
+        OpenOrCreate,
+        OpenExisting,
+        // Nothing can be written; every write fails.
+        ReadOnly,
+    };
+    struct Options {
+        // How long a write waits for another writer before it fails.
+        int busyTimeoutMs = 2000;
+    };
+
+    static std::shared_ptr<Store> open(const QString& path, OpenMode mode = OpenMode::OpenOrCreate);
+    static std::shared_ptr<Store> open(const QString& path, OpenMode mode, const Options& options);
+    ~Store();
+
+    QString path() const;
+    // The Qt SQL connection name of this store's connection.
+    QString connectionName() const;
+    // Transactions this store has committed since it was opened.
+    quint64 commitCount() const;
+
+    // The jobs in job number order.
+    QList<JobSummary> jobs() const;
+    // A job that is not in the file fails with 35601.
+    std::shared_ptr<StoreJob> openJob(qint64 id) const;
+    // Adds a job in one transaction; a job number already held fails with 457.
+    qint64 createJob(const JobContents& contents);
+    // Deletes a job with all it holds; a job not in the file fails with 35601.
+    void deleteJob(qint64 id);
+
+    // The office's library of a kind of text (TextKind), created empty on first use. New jobs
+    // do not take it over by themselves; whoever makes a job copies what it wants.
+    std::shared_ptr<TextObjects> library(qint32 kind);
+
+    // The application object of this office: its issuers, its customer directory and search
+    // context, and the text reformatting rule.
+    std::shared_ptr<ApplicationServices> applicationServices() const;
+    QStringList issuedByNames() const;
+    void setIssuedByNames(const QStringList& names);
+    QVariant searchContextValue() const;
+    void setSearchContextValue(const QVariant& value);
+    // Adds customers to the directory in one transaction; a key already held fails with 457.
+    void addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers);
+    QList<StandaloneCustomer::Data> directoryCustomers() const;
+    qint32 directoryCount() const;
+
+    // Runs body in one transaction: every write it makes is committed together, or none is.
+    // Events of the objects are raised as their writes return, before that commit.
+    void writeAll(const std::function<void()>& body);
+
+    // True when the file holds no job, no issuer and no directory customer.
+    bool isEmpty() const;
+
+private:
+    explicit Store(std::shared_ptr<StoreConnection> db);
+
+    std::shared_ptr<StoreConnection> m_db;
+    std::shared_ptr<ApplicationServices> m_services;
+};
+
+}  // namespace ZebObjects

@@ -1,0 +1,149 @@
+#include "store/storecustomers.h"
+
+#include "objects/collectionrules.h"
+#include "store/storeconnection.h"
+
+namespace ZebObjects {
+
+namespace {
+const QString kSource = QStringLiteral("ZebObjects.Customers");
+}
+
+StoreCustomer::StoreCustomer(std::shared_ptr<StoreConnection> db, qint64 id)
+    : m_db(std::move(db)), m_id(id)
+{
+}
+
+QVariant StoreCustomer::column(const char* name) const
+{
+    const QVariant v = m_db->value(
+        QStringLiteral("SELECT %1 FROM submittal_customers WHERE id = ?").arg(QLatin1String(name)),
+        {m_id});
+    if (!v.isValid())
+        throw Failure(ErrorNumber::ElementNotFound, kSource,
+                      QStringLiteral("Element not found: the customer is no longer on the "
+                                     "submittal in the database file \"%1\"")
+                          .arg(m_db->path()));
+    return v;
+}
+
+QString StoreCustomer::Key() const { return column("customer_key").toString(); }
+QString StoreCustomer::DisplayText() const { return column("display_text").toString(); }
+QString StoreCustomer::Name() const { return column("name").toString(); }
+QString StoreCustomer::AccountNumber() const { return column("account_number").toString(); }
+QString StoreCustomer::City() const { return column("city").toString(); }
+QString StoreCustomer::State() const { return column("state").toString(); }
+QString StoreCustomer::Type() const { return column("type").toString(); }
+QString StoreCustomer::Category() const { return column("category").toString(); }
+bool StoreCustomer::Included() const { return column("included").toBool(); }
+
+void StoreCustomer::setIncluded(bool included)
+{
+    m_db->write([&] {
+        column("included");
+        m_db->run(QStringLiteral("UPDATE submittal_customers SET included = ? WHERE id = ?"),
+                  {int(included), m_id});
+    });
+}
+
+StoreCustomers::StoreCustomers(std::shared_ptr<StoreConnection> db, qint64 submittalId,
+                               QObject* parent)
+    : Customers(parent), m_db(std::move(db)), m_id(submittalId)
+{
+}
+
+StoreCustomers::~StoreCustomers() = default;
+
+std::shared_ptr<Customer> StoreCustomers::customer(qint64 id) const
+{
+    auto& slot = m_customers[id];
+    if (!slot)
+        slot = std::make_shared<StoreCustomer>(m_db, id);
+    return slot;
+}
+
+void StoreCustomers::append(StoreConnection& db, qint64 submittal, const QString& key,
+                            const Customer& c)
+{
+    db.run(QStringLiteral("INSERT INTO submittal_customers (submittal_id, position, key, "
+                          "customer_key, display_text, name, account_number, city, state, type, "
+                          "category, included) SELECT ?, COALESCE(MAX(position), 0) + 1, ?, ?, "
+                          "?, ?, ?, ?, ?, ?, ?, ? FROM submittal_customers WHERE "
+                          "submittal_id = ?"),
+           {submittal, key, c.Key(), c.DisplayText(), c.Name(), c.AccountNumber(), c.City(),
+            c.State(), c.Type(), c.Category(), int(c.Included()), submittal});
+}
+
+bool StoreCustomers::Add(const QString& key, std::shared_ptr<Customer> c)
+{
+    m_db->write([&] {
+        const bool held = m_db->value(QStringLiteral("SELECT 1 FROM submittal_customers WHERE "
+                                                     "submittal_id = ? AND key = ?"),
+                                      {m_id, key})
+                              .isValid();
+        CollectionRules::checkCustomerAdd(kSource, c.get(), key, held, Count());
+        append(*m_db, m_id, key, *c);
+    });
+    return true;
+}
+
+qint64 StoreCustomers::idAt(qint16 index) const
+{
+    const QVariant id =
+        index < 1 ? QVariant()
+                  : m_db->value(QStringLiteral("SELECT id FROM submittal_customers WHERE "
+                                               "submittal_id = ? ORDER BY position LIMIT 1 "
+                                               "OFFSET ?"),
+                                {m_id, int(index) - 1});
+    if (!id.isValid())
+        throw CollectionRules::noPosition(kSource, QStringLiteral("customer"), index, Count());
+    return id.toLongLong();
+}
+
+void StoreCustomers::Remove(qint16 index)
+{
+    m_db->write([&] {
+        const qint64 id = idAt(index);
+        m_db->run(QStringLiteral("DELETE FROM submittal_customers WHERE id = ?"), {id});
+        m_customers.remove(id);
+    });
+    emit CustomerRemoved(index);
+}
+
+void StoreCustomers::RemoveAll()
+{
+    // Always the last one: a handler of CustomerRemoved that changes the collection does not
+    // throw the walk off.
+    for (;;) {
+        const qint16 count = Count();
+        if (count < 1)
+            break;
+        Remove(count);
+    }
+}
+
+std::shared_ptr<Customer> StoreCustomers::Item(qint16 index) const
+{
+    return customer(idAt(index));
+}
+
+qint16 StoreCustomers::Count() const
+{
+    return qint16(m_db->value(QStringLiteral("SELECT COUNT(*) FROM submittal_customers WHERE "
+                                             "submittal_id = ?"),
+                              {m_id})
+                      .toInt());
+}
+
+CustomerList StoreCustomers::Enumerate() const
+{
+    CustomerList out;
+    for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT id FROM submittal_customers "
+                                                           "WHERE submittal_id = ? ORDER BY "
+                                                           "position"),
+                                            {m_id}))
+        out.append(customer(r[0].toLongLong()));
+    return out;
+}
+
+}  // namespace ZebObjects

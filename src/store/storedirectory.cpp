@@ -1,0 +1,78 @@
+#include "store/storedirectory.h"
+
+#include "objects/collectionrules.h"
+#include "store/storeconnection.h"
+
+namespace ZebObjects {
+
+QList<StandaloneCustomer::Data> StoreDirectory::records(StoreConnection& db)
+{
+    QList<StandaloneCustomer::Data> out;
+    for (const QVariantList& r : db.rows(QStringLiteral(
+             "SELECT key, display_text, name, account_number, city, state, type, category, zip, "
+             "phone, active FROM directory_customers ORDER BY id"))) {
+        StandaloneCustomer::Data d;
+        d.key = r[0].toString();
+        d.displayText = r[1].toString();
+        d.name = r[2].toString();
+        d.accountNumber = r[3].toString();
+        d.city = r[4].toString();
+        d.state = r[5].toString();
+        d.type = r[6].toString();
+        d.category = r[7].toString();
+        d.zip = r[8].toString();
+        d.phone = r[9].toString();
+        d.active = r[10].toBool();
+        out.append(d);
+    }
+    return out;
+}
+
+qint32 StoreDirectory::count(StoreConnection& db)
+{
+    return db.value(QStringLiteral("SELECT COUNT(*) FROM directory_customers")).toInt();
+}
+
+void StoreDirectory::add(StoreConnection& db, const StandaloneCustomer::Data& d)
+{
+    if (db.value(QStringLiteral("SELECT 1 FROM directory_customers WHERE key = ?"), {d.key})
+            .isValid())
+        throw CollectionRules::duplicateKey(QStringLiteral("ZebObjects.CustomerDirectory"),
+                                            d.key);
+    db.run(QStringLiteral("INSERT INTO directory_customers (key, display_text, name, "
+                          "account_number, city, state, type, category, zip, phone, active) "
+                          "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+           {d.key, d.displayText, d.name, d.accountNumber, d.city, d.state, d.type, d.category,
+            d.zip, d.phone, int(d.active)});
+}
+
+QStringList StoreDirectory::issuedByNames(StoreConnection& db)
+{
+    QStringList out;
+    for (const QVariantList& r :
+         db.rows(QStringLiteral("SELECT name FROM issuers ORDER BY position, id")))
+        out.append(r[0].toString());
+    return out;
+}
+
+void StoreDirectory::setIssuedByNames(StoreConnection& db, const QStringList& names)
+{
+    db.run(QStringLiteral("DELETE FROM issuers"));
+    for (qsizetype i = 0; i < names.size(); ++i)
+        db.run(QStringLiteral("INSERT INTO issuers (position, name) VALUES (?, ?)"),
+               {qint64(i + 1), names[i]});
+}
+
+QVariant StoreDirectory::searchContextValue(StoreConnection& db)
+{
+    return db.value(QStringLiteral("SELECT value FROM settings WHERE name = 'search_context'"));
+}
+
+void StoreDirectory::setSearchContextValue(StoreConnection& db, const QVariant& value)
+{
+    db.run(QStringLiteral("INSERT INTO settings (name, value) VALUES ('search_context', ?) ON "
+                          "CONFLICT (name) DO UPDATE SET value = excluded.value"),
+           {value.toString()});
+}
+
+}  // namespace ZebObjects

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "objects/standalonecustomer.h"
+
+#include <QList>
+#include <QStringList>
+#include <QVariant>
+
+namespace ZebObjects {
+
+class StoreConnection;
+
+// The office-wide records of a store: the customer directory, the issuers and the search
+// context of its user.
+class StoreDirectory {
+public:
+    static QList<StandaloneCustomer::Data> records(StoreConnection& db);
+    static qint32 count(StoreConnection& db);
+    // Inside the caller's transaction; a key already held fails with 457.
+    static void add(StoreConnection& db, const StandaloneCustomer::Data& record);
+
+    static QStringList issuedByNames(StoreConnection& db);
+    // Replaces the issuers, inside the caller's transaction.
+    static void setIssuedByNames(StoreConnection& db, const QStringList& names);
+
+    static QVariant searchContextValue(StoreConnection& db);
+    static void setSearchContextValue(StoreConnection& db, const QVariant& value);
+};
+
+}  // namespace ZebObjects

@@ -1,0 +1,129 @@
+#include "store/storelabels.h"
+
+#include "objects/collectionrules.h"
+#include "objects/labelrules.h"
+#include "store/storeconnection.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace ZebObjects {
+
+namespace {
+const QString kSource = QStringLiteral("ZebObjects.LabelFields");
+const QString kWhat = QStringLiteral("label field");
+}  // namespace
+
+StoreLabelField::StoreLabelField(std::shared_ptr<StoreConnection> db, qint64 id, QString key,
+                                 QObject* parent)
+    : LabelField(parent), m_db(std::move(db)), m_id(id), m_key(std::move(key))
+{
+}
+
+QVariantList StoreLabelField::fieldRow() const
+{
+    const QVariantList r = m_db->row(
+        QStringLiteral("SELECT caption, print_order, submittal_id FROM label_fields WHERE id = ?"),
+        {m_id});
+    if (r.isEmpty())
+        throw CollectionRules::missingKey(kSource, kWhat, m_key);
+    return r;
+}
+
+QString StoreLabelField::Caption() const { return fieldRow()[0].toString(); }
+QString StoreLabelField::Key() const { return m_key; }
+bool StoreLabelField::Included() const { return fieldRow()[1].toInt() != 0; }
+qint16 StoreLabelField::PrintOrder() const { return qint16(fieldRow()[1].toInt()); }
+
+void StoreLabelField::setPrintOrder(qint16 order)
+{
+    LabelRules::checkPrintOrder(m_key, order);
+    m_db->write([&] {
+        const QVariantList r = fieldRow();
+        const qint16 current = qint16(r[1].toInt());
+        const QVariantList label = m_db->row(
+            QStringLiteral("SELECT (SELECT COUNT(*) FROM label_fields WHERE submittal_id = ? "
+                           "AND print_order <> 0), COALESCE((SELECT maximum_included FROM labels "
+                           "WHERE submittal_id = ?), ?)"),
+            {r[2], r[2], LabelRules::DefaultMaximum});
+        if (!LabelRules::admits(current, order, qint16(label[0].toInt()),
+                                qint16(label[1].toInt())))
+            return;
+        m_db->run(QStringLiteral("UPDATE label_fields SET print_order = ? WHERE id = ?"),
+                  {int(order), m_id});
+    });
+}
+
+StoreLabelFields::StoreLabelFields(std::shared_ptr<StoreConnection> db, qint64 submittalId)
+    : m_db(std::move(db)), m_id(submittalId)
+{
+}
+
+StoreLabelFields::~StoreLabelFields() = default;
+
+std::shared_ptr<LabelField> StoreLabelFields::field(qint64 id, const QString& key) const
+{
+    auto& slot = m_fields[id];
+    if (!slot)
+        slot = std::make_shared<StoreLabelField>(m_db, id, key);
+    return slot;
+}
+
+std::shared_ptr<LabelField> StoreLabelFields::Item(const QString& key) const
+{
+    const QVariant id = m_db->value(
+        QStringLiteral("SELECT id FROM label_fields WHERE submittal_id = ? AND key = ?"),
+        {m_id, key});
+    if (!id.isValid())
+        throw CollectionRules::missingKey(kSource, kWhat, key);
+    return field(id.toLongLong(), key);
+}
+
+qint16 StoreLabelFields::Count() const
+{
+    return qint16(
+        m_db->value(QStringLiteral("SELECT COUNT(*) FROM label_fields WHERE submittal_id = ?"),
+                    {m_id})
+            .toInt());
+}
+
+LabelFieldList StoreLabelFields::Enumerate() const
+{
+    struct Row {
+        qint64 id;
+        QString key;
+        qint16 order;
+    };
+    std::vector<Row> rows;
+    for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT id, key, print_order FROM "
+                                                           "label_fields WHERE submittal_id = ? "
+                                                           "ORDER BY position, id"),
+                                            {m_id}))
+        rows.push_back({r[0].toLongLong(), r[1].toString(), qint16(r[2].toInt())});
+    std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+        return LabelRules::comesBefore(a.order, b.order);
+    });
+    LabelFieldList out;
+    for (const Row& r : rows)
+        out.append(field(r.id, r.key));
+    return out;
+}
+
+qint16 StoreLabelFields::includedCount() const
+{
+    return qint16(m_db->value(QStringLiteral("SELECT COUNT(*) FROM label_fields WHERE "
+                                             "submittal_id = ? AND print_order <> 0"),
+                              {m_id})
+                      .toInt());
+}
+
+StoreLabels::StoreLabels(std::shared_ptr<StoreConnection> db, qint64 submittalId)
+    : m_fields(std::make_shared<StoreLabelFields>(std::move(db), submittalId))
+{
+}
+
+StoreLabels::~StoreLabels() = default;
+
+std::shared_ptr<LabelFields> StoreLabels::LabelFields() const { return m_fields; }
+
+}  // namespace ZebObjects

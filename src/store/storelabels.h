@@ -1,0 +1,67 @@
+#pragma once
+
+#include "contracts/labelfield.h"
+#include "contracts/labelfields.h"
+#include "contracts/labels.h"
+
+#include <QHash>
+
+namespace ZebObjects {
+
+class StoreConnection;
+
+// One field of a label definition in a store. A field off the label comes on only while there
+// is room under the label's limit; a field refused stays off without failing.
+class StoreLabelField : public LabelField {
+    Q_OBJECT
+public:
+    StoreLabelField(std::shared_ptr<StoreConnection> db, qint64 id, QString key,
+                    QObject* parent = nullptr);
+
+    QString Caption() const override;
+    QString Key() const override;
+    bool Included() const override;
+    qint16 PrintOrder() const override;
+    void setPrintOrder(qint16 order) override;
+
+private:
+    QVariantList fieldRow() const;
+
+    std::shared_ptr<StoreConnection> m_db;
+    qint64 m_id;
+    QString m_key;
+};
+
+// The fields of a label definition in a store, enumerated with the fields on the label first,
+// in print order.
+class StoreLabelFields : public LabelFields {
+public:
+    StoreLabelFields(std::shared_ptr<StoreConnection> db, qint64 submittalId);
+    ~StoreLabelFields() override;
+
+    std::shared_ptr<LabelField> Item(const QString& key) const override;
+    qint16 Count() const override;
+    LabelFieldList Enumerate() const override;
+
+    qint16 includedCount() const;
+
+private:
+    std::shared_ptr<LabelField> field(qint64 id, const QString& key) const;
+
+    std::shared_ptr<StoreConnection> m_db;
+    qint64 m_id;
+    mutable QHash<qint64, std::shared_ptr<StoreLabelField>> m_fields;
+};
+
+class StoreLabels : public Labels {
+public:
+    StoreLabels(std::shared_ptr<StoreConnection> db, qint64 submittalId);
+    ~StoreLabels() override;
+
+    std::shared_ptr<ZebObjects::LabelFields> LabelFields() const override;
+
+private:
+    std::shared_ptr<StoreLabelFields> m_fields;
+};
+
+}  // namespace ZebObjects

@@ -1,0 +1,194 @@
+#include "store/storeschema.h"
+
+#include "store/storeconnection.h"
+
+#include <QStringList>
+
+namespace ZebObjects {
+
+namespace {
+
+// Tables that version 1 and version 2 share, as they stand in version 2.
+const char* const kTables[] = {
+    R"(CREATE TABLE settings (
+        name TEXT PRIMARY KEY,
+        value TEXT NOT NULL))",
+    R"(CREATE TABLE issuers (
+        id INTEGER PRIMARY KEY,
+        position INTEGER NOT NULL,
+        name TEXT NOT NULL UNIQUE))",
+    R"(CREATE TABLE jobs (
+        id INTEGER PRIMARY KEY,
+        number TEXT NOT NULL UNIQUE,
+        name TEXT NOT NULL))",
+    R"(CREATE TABLE submittals (
+        id INTEGER PRIMARY KEY,
+        job_id INTEGER NOT NULL UNIQUE REFERENCES jobs(id) ON DELETE CASCADE,
+        issued_by TEXT NOT NULL DEFAULT '',
+        submittal_date TEXT NOT NULL DEFAULT '',
+        include_cover_letter INTEGER NOT NULL DEFAULT 0,
+        include_bom INTEGER NOT NULL DEFAULT 0,
+        include_labels INTEGER NOT NULL DEFAULT 0,
+        purpose_index INTEGER NOT NULL DEFAULT 0 CHECK (purpose_index BETWEEN 0 AND 7),
+        purpose TEXT NOT NULL,
+        other_purpose TEXT NOT NULL DEFAULT ''))",
+    R"(CREATE TABLE cover_letters (
+        submittal_id INTEGER PRIMARY KEY REFERENCES submittals(id) ON DELETE CASCADE,
+        include_logo INTEGER NOT NULL DEFAULT 0,
+        include_default_paragraphs INTEGER NOT NULL DEFAULT 0,
+        include_remarks INTEGER NOT NULL DEFAULT 0,
+        separate_letters INTEGER NOT NULL DEFAULT 0,
+        include_carbon_copy INTEGER NOT NULL DEFAULT 0))",
+    R"(CREATE TABLE recipients (
+        id INTEGER PRIMARY KEY,
+        submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE,
+        position INTEGER NOT NULL,
+        name TEXT NOT NULL,
+        company TEXT NOT NULL))",
+    // A collection without a submittal is one of the office's libraries.
+    R"(CREATE TABLE text_collections (
+        id INTEGER PRIMARY KEY,
+        submittal_id INTEGER REFERENCES submittals(id) ON DELETE CASCADE,
+        kind INTEGER NOT NULL,
+        text_type INTEGER NOT NULL,
+        next_key INTEGER NOT NULL DEFAULT 1,
+        dirty INTEGER NOT NULL DEFAULT 0))",
+    R"(CREATE TABLE boms (
+        submittal_id INTEGER PRIMARY KEY REFERENCES submittals(id) ON DELETE CASCADE,
+        include_quantity INTEGER NOT NULL DEFAULT 0,
+        include_type INTEGER NOT NULL DEFAULT 0,
+        include_default_remarks INTEGER NOT NULL DEFAULT 0,
+        include_brand INTEGER NOT NULL DEFAULT 0,
+        include_manufacturer INTEGER NOT NULL DEFAULT 0,
+        include_catalog_number INTEGER NOT NULL DEFAULT 0,
+        include_description INTEGER NOT NULL DEFAULT 0,
+        include_line_comments INTEGER NOT NULL DEFAULT 0,
+        include_mto INTEGER NOT NULL DEFAULT 0,
+        include_group_codes INTEGER NOT NULL DEFAULT 0,
+        remarks_collection_id INTEGER NOT NULL REFERENCES text_collections(id)))",
+    R"(CREATE TABLE labels (
+        submittal_id INTEGER PRIMARY KEY REFERENCES submittals(id) ON DELETE CASCADE,
+        maximum_included INTEGER NOT NULL DEFAULT 5))",
+    R"(CREATE TABLE label_fields (
+        id INTEGER PRIMARY KEY,
+        submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE,
+        position INTEGER NOT NULL,
+        key TEXT NOT NULL,
+        caption TEXT NOT NULL,
+        print_order INTEGER NOT NULL DEFAULT 0 CHECK (print_order >= 0),
+        UNIQUE (submittal_id, key)))",
+    R"(CREATE TABLE directory_customers (
+        id INTEGER PRIMARY KEY,
+        key TEXT NOT NULL UNIQUE,
+        display_text TEXT NOT NULL,
+        name TEXT NOT NULL,
+        account_number TEXT NOT NULL,
+        city TEXT NOT NULL,
+        state TEXT NOT NULL,
+        type TEXT NOT NULL,
+        category TEXT NOT NULL,
+        zip TEXT NOT NULL,
+        phone TEXT NOT NULL,
+        active INTEGER NOT NULL DEFAULT 1))",
+    R"(CREATE TABLE submittal_customers (
+        id INTEGER PRIMARY KEY,
+        submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE,
+        position INTEGER NOT NULL,
+        key TEXT NOT NULL,
+        customer_key TEXT NOT NULL,
+        display_text TEXT NOT NULL,
+        name TEXT NOT NULL,
+        account_number TEXT NOT NULL,
+        city TEXT NOT NULL,
+        state TEXT NOT NULL,
+        type TEXT NOT NULL,
+        category TEXT NOT NULL,
+        included INTEGER NOT NULL DEFAULT 0,
+        UNIQUE (submittal_id, key)))",
+    "CREATE INDEX recipients_by_submittal ON recipients (submittal_id, position)",
+    "CREATE INDEX collections_by_submittal ON text_collections (submittal_id, kind)",
+    "CREATE INDEX label_fields_by_submittal ON label_fields (submittal_id, position)",
+    "CREATE INDEX customers_by_submittal ON submittal_customers (submittal_id, position)",
+};
+
+// The tables version 2 changed, as they stand in version 2.
+const char* const kTexts = R"(CREATE TABLE texts (
+        id INTEGER PRIMARY KEY,
+        collection_id INTEGER NOT NULL REFERENCES text_collections(id) ON DELETE CASCADE,
+        key TEXT NOT NULL,
+        position INTEGER NOT NULL,
+        saved_position INTEGER NOT NULL,
+        text TEXT NOT NULL,
+        selected INTEGER NOT NULL DEFAULT 0,
+        UNIQUE (collection_id, key)))";
+const char* const kLineItems = R"(CREATE TABLE line_items (
+        id INTEGER PRIMARY KEY,
+        submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE,
+        position INTEGER NOT NULL,
+        quantity INTEGER NOT NULL,
+        type TEXT NOT NULL,
+        brand TEXT NOT NULL,
+        catalog_number TEXT NOT NULL,
+        description TEXT NOT NULL,
+        group_code TEXT NOT NULL,
+        mto INTEGER NOT NULL DEFAULT 0,
+        selected INTEGER NOT NULL DEFAULT 0))";
+const char* const kLineItemComments = R"(CREATE TABLE line_item_comments (
+        line_item_id INTEGER PRIMARY KEY REFERENCES line_items(id) ON DELETE CASCADE,
+        text TEXT NOT NULL))";
+const char* const kIndexes[] = {
+    "CREATE INDEX texts_by_collection ON texts (collection_id, position)",
+    "CREATE INDEX line_items_by_submittal ON line_items (submittal_id, position)",
+};
+
+void runAll(StoreConnection& db, const QStringList& statements)
+{
+    for (const QString& sql : statements)
+        db.run(sql);
+}
+
+}  // namespace
+
+void StoreSchema::create(StoreConnection& db)
+{
+    QStringList statements;
+    for (const char* sql : kTables)
+        statements << QString::fromLatin1(sql);
+    statements << QString::fromLatin1(kTexts) << QString::fromLatin1(kLineItems)
+               << QString::fromLatin1(kLineItemComments);
+    for (const char* sql : kIndexes)
+        statements << QString::fromLatin1(sql);
+    runAll(db, statements);
+    db.run(QStringLiteral("PRAGMA user_version = %1").arg(CurrentVersion));
+}
+
+void StoreSchema::migrate(StoreConnection& db, int from)
+{
+    if (from <= 1) {
+        // Texts: the saved order starts as the order the file holds.
+        db.run(QStringLiteral("ALTER TABLE texts RENAME TO texts_v1"));
+        db.run(QString::fromLatin1(kTexts));
+        db.run(QStringLiteral("INSERT INTO texts (id, collection_id, key, position, "
+                              "saved_position, text, selected) SELECT id, collection_id, key, "
+                              "position, position, text, selected FROM texts_v1"));
+        db.run(QStringLiteral("DROP TABLE texts_v1"));
+        // Lines: a comment moves to its own table; version 1 had no way to tell an empty
+        // comment from none, so only comments with text become comments.
+        db.run(QStringLiteral("ALTER TABLE line_items RENAME TO line_items_v1"));
+        db.run(QString::fromLatin1(kLineItems));
+        db.run(QString::fromLatin1(kLineItemComments));
+        db.run(QStringLiteral("INSERT INTO line_items (id, submittal_id, position, quantity, type, "
+                              "brand, catalog_number, description, group_code, mto, selected) "
+                              "SELECT id, submittal_id, position, quantity, type, brand, "
+                              "catalog_number, description, group_code, mto, selected "
+                              "FROM line_items_v1"));
+        db.run(QStringLiteral("INSERT INTO line_item_comments (line_item_id, text) SELECT id, "
+                              "comment FROM line_items_v1 WHERE comment <> ''"));
+        db.run(QStringLiteral("DROP TABLE line_items_v1"));
+        for (const char* sql : kIndexes)
+            db.run(QString::fromLatin1(sql));
+    }
+    db.run(QStringLiteral("PRAGMA user_version = %1").arg(CurrentVersion));
+}
+
+}  // namespace ZebObjects

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace ZebObjects {
+
+class StoreConnection;
+
+// The tables of a store and the steps that bring an older file up to date. The version lives in
+// the file's user_version; each step runs inside the caller's write transaction, so a file is
+// either at its old version or at the new one, never in between.
+//
+// Version 1 kept a line's comment in the line itself and the texts without a saved order;
+// version 2 gives comments a table of their own (a line may have an empty comment or none) and
+// keeps each text collection's saved order beside the current one.
+class StoreSchema {
+public:
+    static constexpr int CurrentVersion = 2;
+
+    // An empty file becomes a store of the current version.
+    static void create(StoreConnection& db);
+    // A file of version from (1 to CurrentVersion - 1) becomes the current version.
+    static void migrate(StoreConnection& db, int from);
+};
+
+}  // namespace ZebObjects

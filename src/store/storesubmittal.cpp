@@ -1,0 +1,295 @@
+#include "store/storesubmittal.h"
+
+#include "objects/collectionrules.h"
+#include "objects/submittalrules.h"
+#include "store/storeconnection.h"
+
+namespace ZebObjects {
+
+namespace {
+
+const QString kSource = QStringLiteral("ZebObjects.Submittal");
+
+Failure gone(const StoreConnection& db)
+{
+    return Failure(ErrorNumber::ElementNotFound, kSource,
+                   QStringLiteral("Element not found: the submittal is no longer in the database "
+                                  "file \"%1\"")
+                       .arg(db.path()));
+}
+
+}  // namespace
+
+// Cover letter ----------------------------------------------------------------------------------
+
+StoreCoverLetter::StoreCoverLetter(std::shared_ptr<StoreConnection> db, qint64 submittalId)
+    : m_db(std::move(db)), m_id(submittalId)
+{
+}
+
+bool StoreCoverLetter::flag(const char* column) const
+{
+    const QVariant v = m_db->value(
+        QStringLiteral("SELECT %1 FROM cover_letters WHERE submittal_id = ?")
+            .arg(QLatin1String(column)),
+        {m_id});
+    if (!v.isValid())
+        throw gone(*m_db);
+    return v.toBool();
+}
+
+void StoreCoverLetter::setFlag(const char* column, bool value)
+{
+    m_db->write([&] {
+        m_db->run(QStringLiteral("UPDATE cover_letters SET %1 = ? WHERE submittal_id = ?")
+                      .arg(QLatin1String(column)),
+                  {int(value), m_id});
+    });
+}
+
+bool StoreCoverLetter::IncludeLogo() const { return flag("include_logo"); }
+void StoreCoverLetter::setIncludeLogo(bool include) { setFlag("include_logo", include); }
+bool StoreCoverLetter::IncludeDefaultParagraphs() const
+{
+    return flag("include_default_paragraphs");
+}
+void StoreCoverLetter::setIncludeDefaultParagraphs(bool include)
+{
+    setFlag("include_default_paragraphs", include);
+}
+bool StoreCoverLetter::IncludeRemarks() const { return flag("include_remarks"); }
+void StoreCoverLetter::setIncludeRemarks(bool include) { setFlag("include_remarks", include); }
+bool StoreCoverLetter::SeparateLetters() const { return flag("separate_letters"); }
+void StoreCoverLetter::setSeparateLetters(bool separate)
+{
+    setFlag("separate_letters", separate);
+}
+bool StoreCoverLetter::IncludeCarbonCopy() const { return flag("include_carbon_copy"); }
+void StoreCoverLetter::setIncludeCarbonCopy(bool include)
+{
+    setFlag("include_carbon_copy", include);
+}
+
+// Recipients ------------------------------------------------------------------------------------
+
+StoreRecipient::StoreRecipient(QString name, QString company)
+    : m_name(std::move(name)), m_company(std::move(company))
+{
+}
+
+QString StoreRecipient::Name() const { return m_name; }
+QString StoreRecipient::Company() const { return m_company; }
+
+StoreRecipients::StoreRecipients(std::shared_ptr<StoreConnection> db, qint64 submittalId)
+    : m_db(std::move(db)), m_id(submittalId)
+{
+}
+
+qint16 StoreRecipients::Count() const
+{
+    return qint16(
+        m_db->value(QStringLiteral("SELECT COUNT(*) FROM recipients WHERE submittal_id = ?"),
+                    {m_id})
+            .toInt());
+}
+
+std::shared_ptr<Recipient> StoreRecipients::Item(qint16 position) const
+{
+    const QVariantList r =
+        position < 1 ? QVariantList()
+                     : m_db->row(QStringLiteral("SELECT name, company FROM recipients WHERE "
+                                                "submittal_id = ? ORDER BY position, id "
+                                                "LIMIT 1 OFFSET ?"),
+                                 {m_id, int(position) - 1});
+    if (r.isEmpty())
+        throw CollectionRules::noPosition(QStringLiteral("ZebObjects.Recipients"),
+                                          QStringLiteral("recipient"), position, Count());
+    return std::make_shared<StoreRecipient>(r[0].toString(), r[1].toString());
+}
+
+RecipientList StoreRecipients::Enumerate() const
+{
+    RecipientList out;
+    for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT name, company FROM recipients "
+                                                           "WHERE submittal_id = ? ORDER BY "
+                                                           "position, id"),
+                                            {m_id}))
+        out.append(std::make_shared<StoreRecipient>(r[0].toString(), r[1].toString()));
+    return out;
+}
+
+void StoreRecipients::Add(const QString& name, const QString& company)
+{
+    m_db->write([&] {
+        const qint64 count = Count();
+        CollectionRules::checkRoom(QStringLiteral("ZebObjects.Recipients"),
+                                   QStringLiteral("recipients"), count);
+        m_db->run(QStringLiteral("INSERT INTO recipients (submittal_id, position, name, company) "
+                                 "VALUES (?, (SELECT COALESCE(MAX(position), 0) + 1 FROM "
+                                 "recipients WHERE submittal_id = ?), ?, ?)"),
+                  {m_id, m_id, name, company});
+    });
+}
+
+void StoreRecipients::Remove(qint16 position)
+{
+    m_db->write([&] {
+        const QVariant id =
+            position < 1 ? QVariant()
+                         : m_db->value(QStringLiteral("SELECT id FROM recipients WHERE "
+                                                      "submittal_id = ? ORDER BY position, id "
+                                                      "LIMIT 1 OFFSET ?"),
+                                       {m_id, int(position) - 1});
+        if (!id.isValid())
+            throw CollectionRules::noPosition(QStringLiteral("ZebObjects.Recipients"),
+                                              QStringLiteral("recipient"), position, Count());
+        m_db->run(QStringLiteral("DELETE FROM recipients WHERE id = ?"), {id});
+    });
+}
+
+// Submittal -------------------------------------------------------------------------------------
+
+StoreSubmittal::StoreSubmittal(std::shared_ptr<StoreConnection> db, qint64 id, QObject* parent)
+    : Submittal(parent)
+    , m_db(std::move(db))
+    , m_id(id)
+    , m_coverLetter(std::make_shared<StoreCoverLetter>(m_db, id))
+    , m_recipients(std::make_shared<StoreRecipients>(m_db, id))
+{
+}
+
+StoreSubmittal::~StoreSubmittal() = default;
+
+QVariant StoreSubmittal::column(const char* name) const
+{
+    const QVariant v = m_db->value(
+        QStringLiteral("SELECT %1 FROM submittals WHERE id = ?").arg(QLatin1String(name)), {m_id});
+    if (!v.isValid())
+        throw gone(*m_db);
+    return v;
+}
+
+bool StoreSubmittal::change(const char* name, const QVariant& value)
+{
+    return m_db->write([&] {
+        if (column(name) == value)
+            return false;
+        m_db->run(QStringLiteral("UPDATE submittals SET %1 = ? WHERE id = ?")
+                      .arg(QLatin1String(name)),
+                  {value, m_id});
+        return true;
+    });
+}
+
+QString StoreSubmittal::IssuedBy() const { return column("issued_by").toString(); }
+
+void StoreSubmittal::setIssuedBy(const QString& name)
+{
+    if (change("issued_by", name))
+        emit IssuedByChanged();
+}
+
+QString StoreSubmittal::SubmittalDate() const { return column("submittal_date").toString(); }
+
+void StoreSubmittal::setSubmittalDate(const QString& date)
+{
+    SubmittalRules::checkDate(date);
+    if (change("submittal_date", date))
+        emit SubmittalDateChanged();
+}
+
+bool StoreSubmittal::IncludeCoverLetter() const
+{
+    return column("include_cover_letter").toBool();
+}
+
+void StoreSubmittal::setIncludeCoverLetter(bool include)
+{
+    if (change("include_cover_letter", int(include)))
+        emit CoverLetterChanged();
+}
+
+std::shared_ptr<CoverLetter> StoreSubmittal::CoverLetter() const { return m_coverLetter; }
+
+bool StoreSubmittal::IncludeBOM() const { return column("include_bom").toBool(); }
+
+void StoreSubmittal::setIncludeBOM(bool include)
+{
+    if (change("include_bom", int(include)))
+        emit BOMChanged();
+}
+
+bool StoreSubmittal::IncludeLabels() const { return column("include_labels").toBool(); }
+
+void StoreSubmittal::setIncludeLabels(bool include)
+{
+    if (change("include_labels", int(include)))
+        emit LabelsChanged();
+}
+
+std::shared_ptr<Recipients> StoreSubmittal::Recipients() const { return m_recipients; }
+
+QString StoreSubmittal::SubmittalPurpose() const { return column("purpose").toString(); }
+
+namespace {
+
+SubmittalRules::Purpose readPurpose(StoreConnection& db, qint64 id)
+{
+    const QVariantList r = db.row(
+        QStringLiteral("SELECT purpose_index, purpose, other_purpose FROM submittals WHERE id = ?"),
+        {id});
+    if (r.isEmpty())
+        throw gone(db);
+    SubmittalRules::Purpose p;
+    p.index = qint16(r[0].toInt());
+    p.text = r[1].toString();
+    p.otherText = r[2].toString();
+    return p;
+}
+
+void writePurpose(StoreConnection& db, qint64 id, const SubmittalRules::Purpose& p)
+{
+    db.run(QStringLiteral("UPDATE submittals SET purpose_index = ?, purpose = ?, "
+                          "other_purpose = ? WHERE id = ?"),
+           {int(p.index), p.text, p.otherText, id});
+}
+
+}  // namespace
+
+void StoreSubmittal::setSubmittalPurpose(const QString& purpose)
+{
+    qint16 index = 0;
+    const bool changed = m_db->write([&] {
+        SubmittalRules::Purpose p = readPurpose(*m_db, m_id);
+        const SubmittalRules::Purpose before = p;
+        const bool textChanged = SubmittalRules::writePurpose(p, purpose);
+        if (p.text != before.text || p.otherText != before.otherText)
+            writePurpose(*m_db, m_id, p);
+        index = p.index;
+        return textChanged;
+    });
+    if (changed)
+        emit SubmittalPurposeChanged(index);
+}
+
+QString StoreSubmittal::SelectPurpose(qint16 index)
+{
+    bool changed = false;
+    const QString text = m_db->write([&] {
+        SubmittalRules::Purpose p = readPurpose(*m_db, m_id);
+        const QString answer = SubmittalRules::selectPurpose(p, index, changed);
+        if (changed)
+            writePurpose(*m_db, m_id, p);
+        return answer;
+    });
+    if (changed)
+        emit SubmittalPurposeChanged(index);
+    return text;
+}
+
+qint16 StoreSubmittal::SubmittalPurposeIndex() const
+{
+    return qint16(column("purpose_index").toInt());
+}
+
+}  // namespace ZebObjects

@@ -1,0 +1,223 @@
+#include "store/storetextobjects.h"
+
+#include "objects/collectionrules.h"
+#include "store/storeconnection.h"
+
+namespace ZebObjects {
+
+namespace {
+
+const QString kSource = QStringLiteral("ZebObjects.TextObjects");
+const QString kWhat = QStringLiteral("text object");
+
+}  // namespace
+
+StoreTextObject::StoreTextObject(std::shared_ptr<StoreConnection> db, qint64 id, QString key)
+    : m_db(std::move(db)), m_id(id), m_key(std::move(key))
+{
+}
+
+QVariant StoreTextObject::column(const char* name) const
+{
+    const QVariant v = m_db->value(
+        QStringLiteral("SELECT %1 FROM texts WHERE id = ?").arg(QLatin1String(name)), {m_id});
+    if (!v.isValid())
+        throw CollectionRules::missingKey(kSource, kWhat, m_key);
+    return v;
+}
+
+QString StoreTextObject::Key() const { return m_key; }
+QString StoreTextObject::Text() const { return column("text").toString(); }
+
+void StoreTextObject::setText(const QString& text)
+{
+    m_db->write([&] {
+        column("text");
+        m_db->run(QStringLiteral("UPDATE texts SET text = ? WHERE id = ?"), {text, m_id});
+    });
+}
+
+bool StoreTextObject::Selected() const { return column("selected").toBool(); }
+
+void StoreTextObject::setSelected(bool selected)
+{
+    m_db->write([&] {
+        column("selected");
+        m_db->run(QStringLiteral("UPDATE texts SET selected = ? WHERE id = ?"),
+                  {int(selected), m_id});
+    });
+}
+
+StoreTextObjects::StoreTextObjects(std::shared_ptr<StoreConnection> db, qint64 id,
+                                   QObject* parent)
+    : TextObjects(parent), m_db(std::move(db)), m_id(id)
+{
+}
+
+StoreTextObjects::~StoreTextObjects() = default;
+
+qint32 StoreTextObjects::TextObjectType() const
+{
+    return m_db->value(QStringLiteral("SELECT text_type FROM text_collections WHERE id = ?"),
+                       {m_id})
+        .toInt();
+}
+
+void StoreTextObjects::setTextObjectType(qint32 type)
+{
+    m_db->write([&] {
+        m_db->run(QStringLiteral("UPDATE text_collections SET text_type = ? WHERE id = ?"),
+                  {type, m_id});
+    });
+}
+
+bool StoreTextObjects::IsDirty() const
+{
+    return m_db->value(QStringLiteral("SELECT dirty FROM text_collections WHERE id = ?"), {m_id})
+        .toBool();
+}
+
+std::shared_ptr<TextObject> StoreTextObjects::object(qint64 id, const QString& key) const
+{
+    auto& slot = m_objects[id];
+    if (!slot)
+        slot = std::make_shared<StoreTextObject>(m_db, id, key);
+    return slot;
+}
+
+qint64 StoreTextObjects::idOf(const QString& key) const
+{
+    const QVariant id = m_db->value(
+        QStringLiteral("SELECT id FROM texts WHERE collection_id = ? AND key = ?"), {m_id, key});
+    if (!id.isValid())
+        throw CollectionRules::missingKey(kSource, kWhat, key);
+    return id.toLongLong();
+}
+
+std::shared_ptr<TextObject> StoreTextObjects::Item(const QString& key) const
+{
+    return object(idOf(key), key);
+}
+
+std::shared_ptr<TextObject> StoreTextObjects::Item(qint32 position) const
+{
+    const QVariantList r =
+        position < 1 ? QVariantList()
+                     : m_db->row(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = "
+                                                "? ORDER BY position LIMIT 1 OFFSET ?"),
+                                 {m_id, position - 1});
+    if (r.isEmpty())
+        throw CollectionRules::noPosition(kSource, kWhat, position, Count());
+    return object(r[0].toLongLong(), r[1].toString());
+}
+
+qint32 StoreTextObjects::Count() const
+{
+    return m_db->value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE collection_id = ?"),
+                       {m_id})
+        .toInt();
+}
+
+void StoreTextObjects::append(StoreConnection& db, qint64 collection, const QString& text,
+                              bool selected)
+{
+    // Keys are never handed out twice, not even after a removal.
+    qint64 next = db.value(QStringLiteral("SELECT next_key FROM text_collections WHERE id = ?"),
+                           {collection})
+                      .toLongLong();
+    while (db.value(QStringLiteral("SELECT 1 FROM texts WHERE collection_id = ? AND key = ?"),
+                    {collection, QString::number(next)})
+               .isValid())
+        ++next;
+    const QString key = QString::number(next);
+    db.run(QStringLiteral("UPDATE text_collections SET next_key = ? WHERE id = ?"),
+           {next + 1, collection});
+    // A new paragraph goes last in the current order and in the saved one alike.
+    db.run(QStringLiteral("INSERT INTO texts (collection_id, key, position, saved_position, "
+                          "text, selected) SELECT ?, ?, COALESCE(MAX(position), 0) + 1, "
+                          "COALESCE(MAX(position), 0) + 1, ?, ? FROM texts WHERE "
+                          "collection_id = ?"),
+           {collection, key, text, int(selected), collection});
+}
+
+std::shared_ptr<TextObject> StoreTextObjects::Add(const QString& text, bool selected)
+{
+    const QVariantList added = m_db->write([&] {
+        append(*m_db, m_id, text, selected);
+        return m_db->row(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = ? "
+                                        "ORDER BY position DESC LIMIT 1"),
+                         {m_id});
+    });
+    const auto o = object(added[0].toLongLong(), added[1].toString());
+    emit ItemAdded(added[1].toString());
+    emit Changed();
+    return o;
+}
+
+void StoreTextObjects::Remove(const QString& key)
+{
+    m_db->write([&] {
+        const qint64 id = idOf(key);
+        m_db->run(QStringLiteral("DELETE FROM texts WHERE id = ?"), {id});
+        m_objects.remove(id);
+    });
+    emit ItemDeleted(key);
+    emit Changed();
+}
+
+void StoreTextObjects::move(const QString& key, int step)
+{
+    const bool moved = m_db->write([&] {
+        const qint64 id = idOf(key);
+        const qint64 position =
+            m_db->value(QStringLiteral("SELECT position FROM texts WHERE id = ?"), {id})
+                .toLongLong();
+        const QVariantList neighbour = m_db->row(
+            step < 0 ? QStringLiteral("SELECT id, position FROM texts WHERE collection_id = ? "
+                                      "AND position < ? ORDER BY position DESC LIMIT 1")
+                     : QStringLiteral("SELECT id, position FROM texts WHERE collection_id = ? "
+                                      "AND position > ? ORDER BY position LIMIT 1"),
+            {m_id, position});
+        // A move past either end is accepted and changes nothing.
+        if (neighbour.isEmpty())
+            return false;
+        m_db->run(QStringLiteral("UPDATE texts SET position = ? WHERE id = ?"),
+                  {neighbour[1], id});
+        m_db->run(QStringLiteral("UPDATE texts SET position = ? WHERE id = ?"),
+                  {position, neighbour[0]});
+        m_db->run(QStringLiteral("UPDATE text_collections SET dirty = 1 WHERE id = ?"), {m_id});
+        return true;
+    });
+    if (!moved)
+        return;
+    emit ItemMoved();
+    emit Changed();
+}
+
+void StoreTextObjects::MoveDown(const QString& key) { move(key, +1); }
+void StoreTextObjects::MoveUp(const QString& key) { move(key, -1); }
+
+void StoreTextObjects::SaveOrder()
+{
+    m_db->write([&] {
+        m_db->run(QStringLiteral("UPDATE texts SET saved_position = position WHERE "
+                                 "collection_id = ?"),
+                  {m_id});
+        m_db->run(QStringLiteral("UPDATE text_collections SET dirty = 0 WHERE id = ?"), {m_id});
+    });
+    emit OrderSaved();
+    emit Changed();
+}
+
+TextObjectList StoreTextObjects::Enumerate() const
+{
+    TextObjectList out;
+    for (const QVariantList& r :
+         m_db->rows(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = ? ORDER BY "
+                                   "position"),
+                    {m_id}))
+        out.append(object(r[0].toLongLong(), r[1].toString()));
+    return out;
+}
+
+}  // namespace ZebObjects

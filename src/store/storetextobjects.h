@@ -1,0 +1,69 @@
+#pragma once
+
+#include "contracts/textobjects.h"
+
+#include <QHash>
+
+namespace ZebObjects {
+
+class StoreConnection;
+
+// One paragraph of a text collection in a store; reads and writes go to the file.
+class StoreTextObject : public TextObject {
+public:
+    StoreTextObject(std::shared_ptr<StoreConnection> db, qint64 id, QString key);
+
+    QString Key() const override;
+    QString Text() const override;
+    void setText(const QString& text) override;
+    bool Selected() const override;
+    void setSelected(bool selected) override;
+
+private:
+    QVariant column(const char* name) const;
+
+    std::shared_ptr<StoreConnection> m_db;
+    qint64 m_id;
+    QString m_key;
+};
+
+// A text collection in a store: a submittal's paragraphs or remarks, or a library of the
+// office. Keys are handed out in sequence ("1", "2", ...). The current order is committed with
+// every move; SaveOrder makes it the saved order, and the collection is dirty while the two
+// differ. Events are raised after the commit, as the stand-alone collection raises them.
+class StoreTextObjects : public TextObjects {
+    Q_OBJECT
+public:
+    StoreTextObjects(std::shared_ptr<StoreConnection> db, qint64 id, QObject* parent = nullptr);
+    ~StoreTextObjects() override;
+
+    qint32 TextObjectType() const override;
+    void setTextObjectType(qint32 type) override;
+    bool IsDirty() const override;
+    std::shared_ptr<TextObject> Item(const QString& key) const override;
+    std::shared_ptr<TextObject> Item(qint32 position) const override;
+    qint32 Count() const override;
+    std::shared_ptr<TextObject> Add(const QString& text, bool selected) override;
+    void Remove(const QString& key) override;
+    void MoveDown(const QString& key) override;
+    void MoveUp(const QString& key) override;
+    void SaveOrder() override;
+    TextObjectList Enumerate() const override;
+
+    qint64 id() const { return m_id; }
+
+    // Appends a paragraph inside the caller's transaction, without events (for filling).
+    static void append(StoreConnection& db, qint64 collection, const QString& text,
+                       bool selected);
+
+private:
+    std::shared_ptr<TextObject> object(qint64 id, const QString& key) const;
+    void move(const QString& key, int step);
+    qint64 idOf(const QString& key) const;
+
+    std::shared_ptr<StoreConnection> m_db;
+    qint64 m_id;
+    mutable QHash<qint64, std::shared_ptr<StoreTextObject>> m_objects;
+};
+
+}  // namespace ZebObjects

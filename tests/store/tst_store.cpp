@@ -1,0 +1,610 @@
+// The store as a file: its schema and upgrades, the failures of the file, commits before
+// events, and two connections on one file.
+#include "contracts/submittal.h"
+#include "contracts/textobjects.h"
+#include "objects/textkind.h"
+#include "store/jobcontents.h"
+#include "store/store.h"
+#include "store/storebom.h"
+#include "store/storecustomers.h"
+#include "store/storejob.h"
+#include "store/storelabels.h"
+#include "store/storelineitems.h"
+#include "store/storesubmittal.h"
+#include "store/storetextobjects.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <unistd.h>
+
+using namespace ZebObjects;
+
+namespace {
+
+JobContents simpleJob(const QString& number)
+{
+    JobContents c;
+    c.number = number;
+    c.name = QStringLiteral("Job ") + number;
+    c.paragraphs = {{QStringLiteral("First"), true}, {QStringLiteral("Second"), false}};
+    StandaloneLineItem::Data l;
+    l.quantity = 3;
+    l.type = QStringLiteral("A");
+    c.lines = {l, l};
+    StandaloneCustomer::Data d;
+    d.key = QStringLiteral("C1");
+    d.name = QStringLiteral("Customer One");
+    c.customers = {d};
+    return c;
+}
+
+template <class Call>
+ErrorInfo failureOf(Call&& call)
+{
+    try {
+        call();
+    } catch (const Failure& f) {
+        return f.info();
+    }
+    return {};
+}
+
+// A plain SQLite connection of the test's own, beside the store's.
+class RawConnection {
+public:
+    explicit RawConnection(const QString& path, const QString& options = QString())
+        : m_name(QStringLiteral("raw-%1").arg(++s_serial))
+    {
+        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
+        db.setDatabaseName(path);
+        db.setConnectOptions(options);
+        QVERIFY(db.open());
+    }
+    ~RawConnection()
+    {
+        {
+            auto db = QSqlDatabase::database(m_name);
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(m_name);
+    }
+    QVariant value(const QString& sql)
+    {
+        QSqlQuery q(QSqlDatabase::database(m_name));
+        if (!q.exec(sql) || !q.next())
+            return QVariant();
+        return q.value(0);
+    }
+    bool exec(const QString& sql)
+    {
+        QSqlQuery q(QSqlDatabase::database(m_name));
+        const bool ok = q.exec(sql);
+        if (!ok)
+            qWarning() << sql << q.lastError().text();
+        return ok;
+    }
+
+private:
+    static inline int s_serial = 0;
+    QString m_name;
+};
+
+// The schema as version 1 of the program wrote it.
+const char* const kVersion1[] = {
+    "CREATE TABLE settings (name TEXT PRIMARY KEY, value TEXT NOT NULL)",
+    "CREATE TABLE issuers (id INTEGER PRIMARY KEY, position INTEGER NOT NULL, name TEXT NOT NULL UNIQUE)",
+    "CREATE TABLE jobs (id INTEGER PRIMARY KEY, number TEXT NOT NULL UNIQUE, name TEXT NOT NULL)",
+    "CREATE TABLE submittals (id INTEGER PRIMARY KEY, job_id INTEGER NOT NULL UNIQUE REFERENCES jobs(id) ON DELETE CASCADE, "
+    "issued_by TEXT NOT NULL DEFAULT '', submittal_date TEXT NOT NULL DEFAULT '', include_cover_letter INTEGER NOT NULL DEFAULT 0, "
+    "include_bom INTEGER NOT NULL DEFAULT 0, include_labels INTEGER NOT NULL DEFAULT 0, "
+    "purpose_index INTEGER NOT NULL DEFAULT 0 CHECK (purpose_index BETWEEN 0 AND 7), purpose TEXT NOT NULL, other_purpose TEXT NOT NULL DEFAULT '')",
+    "CREATE TABLE cover_letters (submittal_id INTEGER PRIMARY KEY REFERENCES submittals(id) ON DELETE CASCADE, "
+    "include_logo INTEGER NOT NULL DEFAULT 0, include_default_paragraphs INTEGER NOT NULL DEFAULT 0, include_remarks INTEGER NOT NULL DEFAULT 0, "
+    "separate_letters INTEGER NOT NULL DEFAULT 0, include_carbon_copy INTEGER NOT NULL DEFAULT 0)",
+    "CREATE TABLE recipients (id INTEGER PRIMARY KEY, submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE, "
+    "position INTEGER NOT NULL, name TEXT NOT NULL, company TEXT NOT NULL)",
+    "CREATE TABLE text_collections (id INTEGER PRIMARY KEY, submittal_id INTEGER REFERENCES submittals(id) ON DELETE CASCADE, "
+    "kind INTEGER NOT NULL, text_type INTEGER NOT NULL, next_key INTEGER NOT NULL DEFAULT 1, dirty INTEGER NOT NULL DEFAULT 0)",
+    "CREATE TABLE texts (id INTEGER PRIMARY KEY, collection_id INTEGER NOT NULL REFERENCES text_collections(id) ON DELETE CASCADE, "
+    "key TEXT NOT NULL, position INTEGER NOT NULL, text TEXT NOT NULL, selected INTEGER NOT NULL DEFAULT 0, UNIQUE (collection_id, key))",
+    "CREATE TABLE boms (submittal_id INTEGER PRIMARY KEY REFERENCES submittals(id) ON DELETE CASCADE, "
+    "include_quantity INTEGER NOT NULL DEFAULT 0, include_type INTEGER NOT NULL DEFAULT 0, include_default_remarks INTEGER NOT NULL DEFAULT 0, "
+    "include_brand INTEGER NOT NULL DEFAULT 0, include_manufacturer INTEGER NOT NULL DEFAULT 0, include_catalog_number INTEGER NOT NULL DEFAULT 0, "
+    "include_description INTEGER NOT NULL DEFAULT 0, include_line_comments INTEGER NOT NULL DEFAULT 0, include_mto INTEGER NOT NULL DEFAULT 0, "
+    "include_group_codes INTEGER NOT NULL DEFAULT 0, remarks_collection_id INTEGER NOT NULL REFERENCES text_collections(id))",
+    "CREATE TABLE labels (submittal_id INTEGER PRIMARY KEY REFERENCES submittals(id) ON DELETE CASCADE, maximum_included INTEGER NOT NULL DEFAULT 5)",
+    "CREATE TABLE label_fields (id INTEGER PRIMARY KEY, submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE, "
+    "position INTEGER NOT NULL, key TEXT NOT NULL, caption TEXT NOT NULL, print_order INTEGER NOT NULL DEFAULT 0 CHECK (print_order >= 0), "
+    "UNIQUE (submittal_id, key))",
+    "CREATE TABLE line_items (id INTEGER PRIMARY KEY, submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE, "
+    "position INTEGER NOT NULL, quantity INTEGER NOT NULL, type TEXT NOT NULL, brand TEXT NOT NULL, catalog_number TEXT NOT NULL, "
+    "description TEXT NOT NULL, group_code TEXT NOT NULL, mto INTEGER NOT NULL DEFAULT 0, comment TEXT NOT NULL DEFAULT '', "
+    "selected INTEGER NOT NULL DEFAULT 0)",
+    "CREATE INDEX line_items_by_submittal ON line_items (submittal_id, position)",
+    "CREATE TABLE directory_customers (id INTEGER PRIMARY KEY, key TEXT NOT NULL UNIQUE, display_text TEXT NOT NULL, name TEXT NOT NULL, "
+    "account_number TEXT NOT NULL, city TEXT NOT NULL, state TEXT NOT NULL, type TEXT NOT NULL, category TEXT NOT NULL, zip TEXT NOT NULL, "
+    "phone TEXT NOT NULL, active INTEGER NOT NULL DEFAULT 1)",
+    "CREATE TABLE submittal_customers (id INTEGER PRIMARY KEY, submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE, "
+    "position INTEGER NOT NULL, key TEXT NOT NULL, customer_key TEXT NOT NULL, display_text TEXT NOT NULL, name TEXT NOT NULL, "
+    "account_number TEXT NOT NULL, city TEXT NOT NULL, state TEXT NOT NULL, type TEXT NOT NULL, category TEXT NOT NULL, "
+    "included INTEGER NOT NULL DEFAULT 0, UNIQUE (submittal_id, key))",
+    "INSERT INTO jobs VALUES (1, '23-0042', 'Old Library Annex')",
+    "INSERT INTO submittals (id, job_id, issued_by, submittal_date, include_bom, purpose_index, purpose) "
+    "VALUES (1, 1, 'Marta Halloran', '2023-05-02', 1, 1, 'Request For Approval')",
+    "INSERT INTO cover_letters (submittal_id, include_logo) VALUES (1, 1)",
+    "INSERT INTO text_collections (id, submittal_id, kind, text_type, next_key, dirty) VALUES (1, 1, 1, 1, 4, 0)",
+    "INSERT INTO text_collections (id, submittal_id, kind, text_type) VALUES (2, 1, 3, 3)",
+    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '1', 2, 'Second', 0)",
+    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '3', 1, 'First', 1)",
+    "INSERT INTO boms (submittal_id, include_quantity, remarks_collection_id) VALUES (1, 1, 2)",
+    "INSERT INTO labels (submittal_id) VALUES (1)",
+    "INSERT INTO line_items (id, submittal_id, position, quantity, type, brand, catalog_number, description, group_code, mto, comment, selected) "
+    "VALUES (10, 1, 1, 12, 'A', 'Varnholt', 'VH-1', 'Troffer', 'L1', 0, 'Verify ceiling', 1)",
+    "INSERT INTO line_items (id, submittal_id, position, quantity, type, brand, catalog_number, description, group_code, mto, comment, selected) "
+    "VALUES (11, 1, 2, 4, 'B', 'Quenza', 'QA-2', 'Downlight', 'L1', 1, '', 0)",
+    "PRAGMA user_version = 1",
+};
+
+}  // namespace
+
+class TestStore : public QObject {
+    Q_OBJECT
+
+    QString path(const QTemporaryDir& dir) const { return dir.filePath(QStringLiteral("office.zebdb")); }
+
+private slots:
+    void initTestCase()
+    {
+        // Nothing here may touch the user's own data folder.
+        static QTemporaryDir data;
+        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+    }
+
+    void newFileGetsTheCurrentSchemaWithForeignKeysAndWriteAheadLog()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        QVERIFY(QFile::exists(path(dir)));
+        QVERIFY(store->isEmpty());
+        QCOMPARE(store->path(), path(dir));
+        auto db = QSqlDatabase::database(store->connectionName());
+        QSqlQuery q(db);
+        QVERIFY(q.exec(QStringLiteral("PRAGMA user_version")) && q.next());
+        QCOMPARE(q.value(0).toInt(), 2);
+        QVERIFY(q.exec(QStringLiteral("PRAGMA foreign_keys")) && q.next());
+        QCOMPARE(q.value(0).toInt(), 1);
+        QVERIFY(q.exec(QStringLiteral("PRAGMA journal_mode")) && q.next());
+        QCOMPARE(q.value(0).toString(), QStringLiteral("wal"));
+        q.finish();
+    }
+
+    void createsTheFolderOfANewFile()
+    {
+        QTemporaryDir dir;
+        const QString nested = dir.filePath(QStringLiteral("a/b/office.zebdb"));
+        Store::open(nested);
+        QVERIFY(QFile::exists(nested));
+    }
+
+    void versionOneFileIsUpgradedKeepingItsData()
+    {
+        QTemporaryDir dir;
+        {
+            RawConnection raw(path(dir));
+            for (const char* sql : kVersion1)
+                QVERIFY(raw.exec(QString::fromLatin1(sql)));
+        }
+        const auto store = Store::open(path(dir));
+        RawConnection check(path(dir));
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 2);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
+        QCOMPARE(check.value(QStringLiteral("PRAGMA foreign_key_check")), QVariant());
+
+        QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
+                                                    QStringLiteral("Old Library Annex"), 0, 2}}));
+        const auto job = store->openJob(1);
+        QCOMPARE(job->submittal()->IssuedBy(), QStringLiteral("Marta Halloran"));
+        QCOMPARE(job->submittal()->SelectPurpose(1), QStringLiteral("Request For Approval"));
+        const auto texts = job->coverLetterParagraphs();
+        QStringList order;
+        for (const auto& t : texts->Enumerate())
+            order << t->Key() + QLatin1Char(':') + t->Text();
+        QCOMPARE(order, (QStringList{QStringLiteral("3:First"), QStringLiteral("1:Second")}));
+        QVERIFY(!texts->IsDirty());
+        // The saved order starts as the order the file held.
+        texts->MoveDown(QStringLiteral("3"));
+        texts->SaveOrder();
+        QCOMPARE(check.value(QStringLiteral("SELECT group_concat(key) FROM (SELECT key FROM texts "
+                                            "WHERE collection_id = 1 ORDER BY saved_position)")).toString(),
+                 QStringLiteral("1,3"));
+        // A new key steers clear of the keys already held.
+        QCOMPARE(texts->Add(QStringLiteral("Third"), false)->Key(), QStringLiteral("4"));
+        const auto lines = job->lineItems();
+        QCOMPARE(lines->Count(), qint16(2));
+        QCOMPARE(lines->Item(1)->Comment()->Text(), QStringLiteral("Verify ceiling"));
+        QVERIFY(lines->Item(2)->Comment() == nullptr);
+        QCOMPARE(lines->Item(2)->MTO(), true);
+        QCOMPARE(job->bom()->IncludeQuantity(), true);
+    }
+
+    void aNewerSchemaFailsNamingTheFileAndBothVersions()
+    {
+        QTemporaryDir dir;
+        Store::open(path(dir));
+        {
+            RawConnection raw(path(dir));
+            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 3")));
+        }
+        const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
+        QCOMPARE(e, (ErrorInfo{321, QStringLiteral("ZebObjects.Store"),
+                               QStringLiteral("The database file \"%1\" was written by a newer "
+                                              "version of the program (schema version 3; this "
+                                              "program reads up to version 2)")
+                                   .arg(path(dir))}));
+    }
+
+    void aFileThatIsNotADatabaseFails()
+    {
+        QTemporaryDir dir;
+        QFile f(path(dir));
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(QByteArray("Quantity,Type,Brand\n12,A,Varnholt\n").repeated(200));
+        f.close();
+        const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
+        QCOMPARE(e.Number, 321);
+        QCOMPARE(e.Description, QStringLiteral("The database file \"%1\" is not a database (file "
+                                               "is not a database)")
+                                    .arg(path(dir)));
+    }
+
+    void aDamagedFileFails()
+    {
+        QTemporaryDir dir;
+        {
+            const auto store = Store::open(path(dir));
+            JobContents c = simpleJob(QStringLiteral("1"));
+            for (int i = 0; i < 400; ++i)
+                c.paragraphs.append({QStringLiteral("Paragraph %1 ").arg(i).repeated(20), false});
+            store->createJob(c);
+        }
+        {
+            RawConnection raw(path(dir));
+            QVERIFY(raw.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")));
+        }
+        QFile f(path(dir));
+        QVERIFY(f.open(QIODevice::ReadWrite));
+        QVERIFY(f.size() > 16 * 4096);
+        // Scribble over the pages behind the schema.
+        f.seek(4 * 4096);
+        f.write(QByteArray(8 * 4096, '\xA5'));
+        f.close();
+        const ErrorInfo e = failureOf([&] {
+            const auto store = Store::open(path(dir));
+            store->openJob(1)->coverLetterParagraphs()->Enumerate();
+        });
+        QCOMPARE(e.Number, 321);
+        QVERIFY2(e.Description.startsWith(QStringLiteral("The database file \"%1\" is damaged (").arg(path(dir))),
+                 qPrintable(e.Description));
+    }
+
+    void aDatabaseOfAnotherProgramFails()
+    {
+        QTemporaryDir dir;
+        {
+            RawConnection raw(path(dir));
+            QVERIFY(raw.exec(QStringLiteral("CREATE TABLE invoices (id INTEGER PRIMARY KEY)")));
+        }
+        const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
+        QCOMPARE(e.Description,
+                 QStringLiteral("The database file \"%1\" is a database of another program").arg(path(dir)));
+    }
+
+    void aMissingFileFailsWhenItMustExist()
+    {
+        QTemporaryDir dir;
+        const ErrorInfo e = failureOf([&] { Store::open(path(dir), Store::OpenMode::OpenExisting); });
+        QCOMPARE(e, (ErrorInfo{75, QStringLiteral("ZebObjects.Store"),
+                               QStringLiteral("The database file \"%1\" does not exist").arg(path(dir))}));
+        QVERIFY(!QFile::exists(path(dir)));
+    }
+
+    void aFileLockedByAnotherWriterFailsTheWriteAndRaisesNothing()
+    {
+        QTemporaryDir dir;
+        Store::Options options;
+        options.busyTimeoutMs = 50;
+        const auto store = Store::open(path(dir), Store::OpenMode::OpenOrCreate, options);
+        const auto job = store->openJob(store->createJob(simpleJob(QStringLiteral("1"))));
+        const auto submittal = job->submittal();
+        QSignalSpy changed(submittal.get(), &Submittal::IssuedByChanged);
+        {
+            RawConnection other(path(dir));
+            QVERIFY(other.exec(QStringLiteral("BEGIN IMMEDIATE")));
+            const ErrorInfo e = failureOf([&] { submittal->setIssuedBy(QStringLiteral("Jens Okonkwo")); });
+            QCOMPARE(e, (ErrorInfo{70, QStringLiteral("ZebObjects.Store"),
+                                   QStringLiteral("The database file \"%1\" is locked by another "
+                                                  "writer (database is locked)")
+                                       .arg(path(dir))}));
+            QCOMPARE(changed.count(), 0);
+            // Reads go on while the other writer holds its lock.
+            QCOMPARE(submittal->IssuedBy(), QString());
+            QVERIFY(other.exec(QStringLiteral("ROLLBACK")));
+        }
+        submittal->setIssuedBy(QStringLiteral("Jens Okonkwo"));
+        QCOMPARE(changed.count(), 1);
+    }
+
+    void aStoreOpenedReadOnlyFailsEveryWriteNamingTheFile()
+    {
+        QTemporaryDir dir;
+        {
+            const auto store = Store::open(path(dir));
+            store->createJob(simpleJob(QStringLiteral("1")));
+        }
+        const auto store = Store::open(path(dir), Store::OpenMode::ReadOnly);
+        const auto job = store->openJob(1);
+        QCOMPARE(job->coverLetterParagraphs()->Count(), 2);
+        QSignalSpy added(job->coverLetterParagraphs().get(), &TextObjects::ItemAdded);
+        const ErrorInfo e = failureOf([&] { job->coverLetterParagraphs()->Add(QStringLiteral("x"), false); });
+        QCOMPARE(e.Number, 75);
+        QCOMPARE(e.Source, QStringLiteral("ZebObjects.Store"));
+        QVERIFY2(e.Description.startsWith(QStringLiteral("The database file \"%1\" is read-only: the "
+                                                         "change cannot be saved (")
+                                              .arg(path(dir))),
+                 qPrintable(e.Description));
+        QCOMPARE(added.count(), 0);
+        QCOMPARE(job->coverLetterParagraphs()->Count(), 2);
+    }
+
+    void aFileWithoutWritePermissionFailsWrites()
+    {
+        if (geteuid() == 0)
+            QSKIP("permission bits do not bind the superuser");
+        QTemporaryDir dir;
+        {
+            const auto store = Store::open(path(dir));
+            store->createJob(simpleJob(QStringLiteral("1")));
+        }
+        QFile::setPermissions(path(dir), QFile::ReadOwner);
+        const auto store = Store::open(path(dir), Store::OpenMode::ReadOnly);
+        const ErrorInfo e = failureOf([&] { store->openJob(1)->submittal()->setIncludeBOM(true); });
+        QCOMPARE(e.Number, 75);
+    }
+
+    void aFullDiskFailsTheWriteAndKeepsWhatWasCommitted()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        const auto job = store->openJob(store->createJob(simpleJob(QStringLiteral("1"))));
+        const auto texts = job->coverLetterParagraphs();
+        {
+            // The file may not grow beyond the pages it has now.
+            QSqlQuery q(QSqlDatabase::database(store->connectionName()));
+            QVERIFY(q.exec(QStringLiteral("PRAGMA page_count")) && q.next());
+            const int pages = q.value(0).toInt();
+            QVERIFY(q.exec(QStringLiteral("PRAGMA max_page_count = %1").arg(pages)));
+            q.finish();
+        }
+        QSignalSpy added(texts.get(), &TextObjects::ItemAdded);
+        const ErrorInfo e = failureOf([&] { texts->Add(QStringLiteral("Long text ").repeated(20000), false); });
+        QCOMPARE(e.Number, 61);
+        QVERIFY2(e.Description.startsWith(QStringLiteral("The database file \"%1\" cannot grow: the disk is full (")
+                                              .arg(path(dir))),
+                 qPrintable(e.Description));
+        QCOMPARE(added.count(), 0);
+        QCOMPARE(texts->Count(), 2);
+        QCOMPARE(texts->Item(1)->Text(), QStringLiteral("First"));
+        // Small changes still fit.
+        texts->Item(1)->setSelected(false);
+        QCOMPARE(texts->Item(1)->Selected(), false);
+    }
+
+    void everyWriteIsCommittedBeforeItsEvent()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        const auto job = store->openJob(store->createJob(simpleJob(QStringLiteral("1"))));
+        const auto other = Store::open(path(dir));
+        const auto submittal = job->submittal();
+        const auto otherSubmittal = other->openJob(job->id())->submittal();
+        QStringList seen;
+        connect(submittal.get(), &Submittal::IssuedByChanged, this,
+                [&] { seen << QStringLiteral("IssuedBy:") + otherSubmittal->IssuedBy(); });
+        connect(submittal.get(), &Submittal::SubmittalPurposeChanged, this, [&](qint16 index) {
+            seen << QStringLiteral("Purpose:%1:%2").arg(index).arg(otherSubmittal->SubmittalPurposeIndex());
+        });
+        const auto texts = job->coverLetterParagraphs();
+        const auto otherTexts = other->openJob(job->id())->coverLetterParagraphs();
+        connect(texts.get(), &TextObjects::ItemAdded, this,
+                [&](const QString& key) { seen << QStringLiteral("Added:") + otherTexts->Item(key)->Text(); });
+        const quint64 before = store->commitCount();
+        submittal->setIssuedBy(QStringLiteral("Keiko Brandt"));
+        QCOMPARE(store->commitCount(), before + 1);
+        submittal->SelectPurpose(6);
+        texts->Add(QStringLiteral("Third"), true);
+        QCOMPARE(seen, (QStringList{QStringLiteral("IssuedBy:Keiko Brandt"), QStringLiteral("Purpose:6:6"),
+                                    QStringLiteral("Added:Third")}));
+    }
+
+    void twoConnectionsSeeEachOthersCommittedChangesOnTheirNextRead()
+    {
+        QTemporaryDir dir;
+        const auto one = Store::open(path(dir));
+        const qint64 id = one->createJob(simpleJob(QStringLiteral("1")));
+        const auto two = Store::open(path(dir));
+        const auto a = one->openJob(id);
+        const auto b = two->openJob(id);
+        QCOMPARE(b->lineItems()->Item(1)->Selected(), false);
+        a->lineItems()->Item(1)->setSelected(true);
+        QCOMPARE(b->lineItems()->Item(1)->Selected(), true);
+        b->customers()->Item(1)->setIncluded(true);
+        QCOMPARE(a->customers()->Item(1)->Included(), true);
+        b->coverLetterParagraphs()->MoveUp(QStringLiteral("2"));
+        QCOMPARE(a->coverLetterParagraphs()->Item(1)->Text(), QStringLiteral("Second"));
+        QVERIFY(a->coverLetterParagraphs()->IsDirty());
+        two->createJob(simpleJob(QStringLiteral("2")));
+        QCOMPARE(one->jobs().size(), 2);
+    }
+
+    void aChangeSurvivesClosingAndReopening()
+    {
+        QTemporaryDir dir;
+        qint64 id = 0;
+        {
+            const auto store = Store::open(path(dir));
+            id = store->createJob(simpleJob(QStringLiteral("1")));
+            const auto job = store->openJob(id);
+            job->submittal()->setSubmittalDate(QStringLiteral("2026-12-24"));
+            job->submittal()->setSubmittalPurpose(job->submittal()->SelectPurpose(7));
+            job->submittal()->setSubmittalPurpose(QStringLiteral("Budget review"));
+            job->labels()->LabelFields();
+            job->bom()->setIncludeMTO(true);
+        }
+        const auto store = Store::open(path(dir), Store::OpenMode::OpenExisting);
+        const auto job = store->openJob(id);
+        QCOMPARE(job->submittal()->SubmittalDate(), QStringLiteral("2026-12-24"));
+        QCOMPARE(job->submittal()->SubmittalPurposeIndex(), qint16(7));
+        QCOMPARE(job->submittal()->SelectPurpose(2), QStringLiteral("Request For Approval As Submitted"));
+        QCOMPARE(job->submittal()->SelectPurpose(7), QStringLiteral("Budget review"));
+        QCOMPARE(job->bom()->IncludeMTO(), true);
+    }
+
+    void jobsListNumberNameCustomersAndLinesInNumberOrder()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        JobContents big = simpleJob(QStringLiteral("2"));
+        big.lines.append(big.lines);
+        const qint64 second = store->createJob(big);
+        const qint64 first = store->createJob(simpleJob(QStringLiteral("1")));
+        QCOMPARE(store->jobs(), (QList<JobSummary>{{first, QStringLiteral("1"), QStringLiteral("Job 1"), 1, 2},
+                                                   {second, QStringLiteral("2"), QStringLiteral("Job 2"), 1, 4}}));
+        const ErrorInfo e = failureOf([&] { store->createJob(simpleJob(QStringLiteral("1"))); });
+        QCOMPARE(e.Number, 457);
+        QCOMPARE(store->jobs().size(), 2);
+    }
+
+    void anOpenJobHandsOutTheSameObjectsEveryTime()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        const auto job = store->openJob(store->createJob(simpleJob(QStringLiteral("1"))));
+        QCOMPARE(job->number(), QStringLiteral("1"));
+        QCOMPARE(job->name(), QStringLiteral("Job 1"));
+        QCOMPARE(job->submittal(), job->submittal());
+        QCOMPARE(job->coverLetterParagraphs(), job->coverLetterParagraphs());
+        QVERIFY(job->coverLetterParagraphs() != job->coverLetterRemarks());
+        QCOMPARE(job->coverLetterRemarks()->TextObjectType(), TextKind::CoverLetterRemark);
+        QCOMPARE(job->bom(), job->bom());
+        QCOMPARE(job->bom()->DefaultRemarks(), job->bom()->DefaultRemarks());
+        QCOMPARE(job->labels(), job->labels());
+        QCOMPARE(job->lineItems(), job->lineItems());
+        QCOMPARE(job->customers(), job->customers());
+        QCOMPARE(job->customerFinder(), job->customerFinder());
+    }
+
+    void aJobThatIsNotInTheFileFails()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        const qint64 id = store->createJob(simpleJob(QStringLiteral("1")));
+        const auto job = store->openJob(id);
+        QCOMPARE(failureOf([&] { store->openJob(id + 1); }),
+                 (ErrorInfo{35601, QStringLiteral("ZebObjects.Store"),
+                            QStringLiteral("Element not found: there is no job %1").arg(id + 1)}));
+        store->deleteJob(id);
+        QVERIFY(store->jobs().isEmpty());
+        // Objects of a deleted job fail on use instead of answering empty values.
+        QCOMPARE(failureOf([&] { job->submittal()->IssuedBy(); }).Number, 35601);
+        QCOMPARE(failureOf([&] { store->deleteJob(id); }).Number, 35601);
+    }
+
+    void objectsKeepTheFileOpenAfterTheStoreIsGone()
+    {
+        QTemporaryDir dir;
+        std::shared_ptr<Submittal> submittal;
+        {
+            const auto store = Store::open(path(dir));
+            submittal = store->openJob(store->createJob(simpleJob(QStringLiteral("1"))))->submittal();
+        }
+        submittal->setIncludeLabels(true);
+        QCOMPARE(submittal->IncludeLabels(), true);
+    }
+
+    void officeLibrariesAreMadeOnFirstUseAndKept()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        const auto library = store->library(TextKind::CoverLetterParagraph);
+        QCOMPARE(library->Count(), 0);
+        library->Add(QStringLiteral("Library paragraph"), false);
+        QCOMPARE(store->library(TextKind::CoverLetterParagraph)->Count(), 1);
+        QCOMPARE(store->library(TextKind::CoverLetterRemark)->Count(), 0);
+        QVERIFY(!store->isEmpty() || store->jobs().isEmpty());
+    }
+
+    void directoryIssuersAndSearchContextAreKept()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        store->setIssuedByNames({QStringLiteral("B"), QStringLiteral("A")});
+        QCOMPARE(store->issuedByNames(), (QStringList{QStringLiteral("B"), QStringLiteral("A")}));
+        store->setSearchContextValue(QStringLiteral("PDX/me"));
+        QCOMPARE(store->searchContextValue().toString(), QStringLiteral("PDX/me"));
+        StandaloneCustomer::Data d;
+        d.key = QStringLiteral("K1");
+        d.name = QStringLiteral("Keystone Electric");
+        store->addDirectoryCustomers({d});
+        QCOMPARE(store->directoryCount(), 1);
+        QCOMPARE(failureOf([&] { store->addDirectoryCustomers({d}); }).Number, 457);
+        QCOMPARE(store->directoryCustomers().first().name, QStringLiteral("Keystone Electric"));
+        QVERIFY(!store->isEmpty());
+    }
+
+    void recipientsAddedAndRemovedAreCommitted()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        const auto job = store->openJob(store->createJob(simpleJob(QStringLiteral("1"))));
+        const auto recipients = job->submittal()->storeRecipients();
+        recipients->Add(QStringLiteral("Dana Whitcomb"), QStringLiteral("Halvorsen Electric Co."));
+        recipients->Add(QStringLiteral("Priya Raman"), QStringLiteral("Cedar Ridge Architects"));
+        const auto other = Store::open(path(dir))->openJob(job->id())->submittal()->Recipients();
+        QCOMPARE(other->Count(), qint16(2));
+        recipients->Remove(1);
+        QCOMPARE(other->Count(), qint16(1));
+        QCOMPARE(other->Item(1)->Company(), QStringLiteral("Cedar Ridge Architects"));
+        QCOMPARE(failureOf([&] { recipients->Remove(2); }).Description,
+                 QStringLiteral("Subscript out of range: no recipient at position 2 of 1"));
+    }
+
+    void writeAllCommitsTogetherOrNotAtAll()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        const ErrorInfo e = failureOf([&] {
+            store->writeAll([&] {
+                store->createJob(simpleJob(QStringLiteral("1")));
+                store->createJob(simpleJob(QStringLiteral("1")));
+            });
+        });
+        QCOMPARE(e.Number, 457);
+        QVERIFY(store->jobs().isEmpty());
+        const quint64 before = store->commitCount();
+        store->writeAll([&] {
+            store->createJob(simpleJob(QStringLiteral("1")));
+            store->createJob(simpleJob(QStringLiteral("2")));
+        });
+        QCOMPARE(store->commitCount(), before + 1);
+        QCOMPARE(store->jobs().size(), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestStore)
+#include "tst_store.moc"

@@ -1,0 +1,96 @@
+// A failure of the store's file reaches a control's error path like any other failure, and the
+// control goes on working once the file is free again.
+#include "controls/textselect/ctltextselect.h"
+#include "objects/runtime.h"
+#include "platform/keyedlistview.h"
+#include "platform/multilinetextbox.h"
+#include "store/jobcontents.h"
+#include "store/store.h"
+#include "store/storejob.h"
+#include "store/storetextobjects.h"
+#include "support/testsupport.h"
+
+#include <QPushButton>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace ZebObjects;
+using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
+
+class TestStoreInControls : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase()
+    {
+        static QTemporaryDir data;
+        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+    }
+
+    void aLockedFileEndsTheAddInTheStandardReportAndTheNextAddWorks()
+    {
+        ZebTest::Harness h;
+        QTemporaryDir dir;
+        const QString file = dir.filePath(QStringLiteral("office.zebdb"));
+        Store::Options options;
+        options.busyTimeoutMs = 50;
+        const auto store = Store::open(file, Store::OpenMode::OpenOrCreate, options);
+        JobContents c;
+        c.number = QStringLiteral("24-0131");
+        c.name = QStringLiteral("Riverside Medical Office Building");
+        c.paragraphs = {{QStringLiteral("Enclosed please find our submittal."), true}};
+        const auto job = store->openJob(store->createJob(c));
+        Runtime::setApplicationServices(store->applicationServices());
+
+        ZebSubCtl::ctlTextSelect ctl;
+        ctl.setAllowUpdate(true);
+        ctl.setTextObjects(job->coverLetterParagraphs());
+        ctl.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&ctl));
+        auto* list = ctl.findChild<ZebSubCtl::KeyedListView*>(QStringLiteral("ListView"));
+        auto* entry = ctl.findChild<ZebSubCtl::MultiLineTextBox*>(QStringLiteral("txtNewComment"));
+        auto* add = ctl.findChild<QPushButton*>(QStringLiteral("cmdAdd"));
+        QVERIFY(list && entry && add);
+        QCOMPARE(list->count(), 1);
+
+        {
+            auto other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            other.setDatabaseName(file);
+            QVERIFY(other.open());
+            QSqlQuery lock(other);
+            QVERIFY(lock.exec(QStringLiteral("BEGIN IMMEDIATE")));
+            h.log().clear();
+            QTest::keyClicks(entry, QStringLiteral("Lead times start at approval."));
+            QTest::mouseClick(add, Qt::LeftButton);
+            const QString description =
+                QStringLiteral("The database file \"%1\" is locked by another writer (database "
+                               "is locked)")
+                    .arg(file);
+            QCOMPARE(h.boxes().shown(),
+                     (QList<Shown>{Shown{QStringLiteral("The requested operation cannot be completed."),
+                                         48, QStringLiteral("70 - ") + description}}));
+            QCOMPARE(h.log().lines(),
+                     QStringList{QStringLiteral("LogError|ctlTextSelect|cmdAdd_Click()|70|"
+                                                "ZebObjects.Store|%1|0")
+                                     .arg(description)});
+            QCOMPARE(list->count(), 1);
+            QVERIFY(lock.exec(QStringLiteral("ROLLBACK")));
+            lock.finish();
+            other.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("other"));
+
+        h.boxes().clear();
+        QTest::mouseClick(add, Qt::LeftButton);
+        QVERIFY(h.boxes().shown().isEmpty());
+        QCOMPARE(list->count(), 2);
+        // Committed: another connection reads it at once.
+        const auto again = Store::open(file, Store::OpenMode::OpenExisting);
+        QCOMPARE(again->openJob(job->id())->coverLetterParagraphs()->Item(2)->Text(),
+                 QStringLiteral("Lead times start at approval."));
+    }
+};
+
+QTEST_MAIN(TestStoreInControls)
+#include "tst_storeincontrols.moc"
