@@ -80,6 +80,8 @@ WorkbenchWindow::WorkbenchWindow(const FormDescription& form, QWidget* parent)
     m_log->setMaximumBlockCount(5000);
     m_dock->setWidget(m_log);
     addDockWidget(Qt::BottomDockWidgetArea, m_dock);
+    // The pages come first; the log is for a glance and grows when dragged.
+    resizeDocks({m_dock}, {110}, Qt::Vertical);
 }
 
 WorkbenchWindow::WorkbenchWindow(const FormDescription& form, WorkbenchData& data, QWidget* parent)
