@@ -139,7 +139,7 @@ int main(int argc, char** argv)
 
     Workstation::Options options;
     // A rendering has the form's own size, whatever the window was left at.
-    options.rememberGeometry = !parser.isSet(screenshot) && !parser.isSet(saveDesign);
+    options.remember = !parser.isSet(screenshot) && !parser.isSet(saveDesign);
     options.generatedLineItems = generated;
     Workstation window(description, store, options);
     qint64 first = window.startingJob();

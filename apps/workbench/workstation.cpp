@@ -39,6 +39,10 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
 {
     setObjectName(QStringLiteral("frmWorkstation"));
 
+    menuBar()->setObjectName(QStringLiteral("mnuMain"));
+    menuBar()->setAccessibleName(QStringLiteral("Menu"));
+    menuBar()->setAccessibleDescription(QStringLiteral("Opening a job, exporting its package, "
+                                                       "showing the diagnostics and quitting"));
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->setObjectName(QStringLiteral("mnuFile"));
     QAction* open = file->addAction(QStringLiteral("&Open Job..."), this, [this] { chooseJob(); });
@@ -67,7 +71,7 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     statusBar()->addWidget(m_jobLabel, 1);
     statusBar()->addPermanentWidget(m_saveLabel);
 
-    if (m_options.rememberGeometry) {
+    if (m_options.remember) {
         QSettings settings;
         restoreGeometry(settings.value(kGeometryKey).toByteArray());
         restoreState(settings.value(kStateKey).toByteArray());
@@ -93,14 +97,14 @@ void Workstation::openJob(qint64 id)
     setData(data);
     if (page >= 0 && page < pageCount())
         showPage(page);
-    if (m_options.rememberGeometry)
+    if (m_options.remember)
         QSettings().setValue(kLastJobKey, m_job->number());
     updateStatus();
 }
 
 qint64 Workstation::startingJob() const
 {
-    if (m_options.rememberGeometry)
+    if (m_options.remember)
         if (const qint64 last = jobByNumber(QSettings().value(kLastJobKey).toString()))
             return last;
     return defaultJob(*m_store);
@@ -222,7 +226,7 @@ void Workstation::updateStatus()
 
 void Workstation::closeEvent(QCloseEvent* event)
 {
-    if (m_options.rememberGeometry) {
+    if (m_options.remember) {
         QSettings settings;
         settings.setValue(kGeometryKey, saveGeometry());
         settings.setValue(kStateKey, saveState());

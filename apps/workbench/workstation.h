@@ -17,8 +17,9 @@ class Workstation : public WorkbenchWindow {
     Q_OBJECT
 public:
     struct Options {
-        // Keeps and restores the window's size and place; off when a fixed size is wanted.
-        bool rememberGeometry = true;
+        // Keeps and restores the window's size and place and the job last open; off when a
+        // rendering of the form's own size and the sample job is wanted.
+        bool remember = true;
         // When not negative, a generated job of this many lines is shown in place of the job's.
         int generatedLineItems = -1;
         // How long an export runs before its progress dialog shows.

@@ -29,6 +29,7 @@
 #include "workstation.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QDockWidget>
 #include <QFile>
@@ -66,8 +67,9 @@ private slots:
     void menusCarryTheShortcutsAndTheDiagnosticsPaneCanBeHidden();
     void statusBarShowsTheJobAndTheSaveState();
     void pageControlFollowsTheWindowSize();
-    void windowGeometryIsRememberedBetweenRuns();
+    void windowGeometryAndTheLastJobAreRememberedBetweenRuns();
     void unregisteredControlLeavesItsPageOut();
+    void everyInteractiveElementOfTheWindowAndTheJobListHasAName();
     void exportWritesTheSamplePackageWithoutAWindow();
     void exportOfAJobChosenByNumber();
     void exportOfAJobTheOfficeLacksIsAClearMessage();
@@ -81,7 +83,7 @@ private:
         QString err;
     };
     static Run run(const QStringList& args);
-    std::unique_ptr<Workstation> openWorkstation(bool rememberGeometry = false);
+    std::unique_ptr<Workstation> openWorkstation(bool remember = false);
 
     QTemporaryDir m_home;
     std::unique_ptr<QTemporaryDir> m_scratch;
@@ -122,6 +124,31 @@ void clickRowCheck(KeyedListView* list, int row)
 {
     list->scrollTo(list->model()->index(row, 0));
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->checkBoxRect(row).center());
+}
+
+// Interactive elements of the window's own making that have no accessible name; the controls on
+// the pages are walked by their own tests.
+void unnamed(QAccessibleInterface* node, QStringList& found)
+{
+    if (!node)
+        return;
+    if (qobject_cast<ZebSubCtl::UserControl*>(node->object()))
+        return;
+    static const QList<QAccessible::Role> interactive = {
+        QAccessible::PushButton, QAccessible::CheckBox, QAccessible::RadioButton,
+        QAccessible::ComboBox, QAccessible::EditableText, QAccessible::List, QAccessible::Table,
+        QAccessible::Tree, QAccessible::ScrollBar, QAccessible::PageTabList, QAccessible::MenuBar,
+        QAccessible::SpinBox, QAccessible::Slider};
+    if (interactive.contains(node->role()) && node->text(QAccessible::Name).trimmed().isEmpty()
+        && !node->state().invisible) {
+        const QObject* o = node->object();
+        found.append(QStringLiteral("%1 (%2, role %3)")
+                         .arg(o ? o->objectName() : QString(),
+                              o ? QString::fromLatin1(o->metaObject()->className()) : QString())
+                         .arg(int(node->role())));
+    }
+    for (int i = 0; i < node->childCount(); ++i)
+        unnamed(node->child(i), found);
 }
 
 QString pdfText(const QString& pdf)
@@ -234,14 +261,14 @@ void tst_Workstation::cleanup()
     QDir(m_home.filePath(QStringLiteral("config"))).removeRecursively();
 }
 
-std::unique_ptr<Workstation> tst_Workstation::openWorkstation(bool rememberGeometry)
+std::unique_ptr<Workstation> tst_Workstation::openWorkstation(bool remember)
 {
     if (!m_store)
         m_store = QFileInfo::exists(m_db) ? OfficeFile::open(m_db, false)
                                           : OfficeFile::resetSample(m_db);
     ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
     Workstation::Options options;
-    options.rememberGeometry = rememberGeometry;
+    options.remember = remember;
     auto window = std::make_unique<Workstation>(shippedForm(), m_store, options);
     if (const qint64 id = window->startingJob())
         window->openJob(id);
@@ -557,18 +584,23 @@ void tst_Workstation::pageControlFollowsTheWindowSize()
     QCOMPARE(paragraphs->geometry(), page->rect().adjusted(10, 10, -10, -10));
 }
 
-void tst_Workstation::windowGeometryIsRememberedBetweenRuns()
+void tst_Workstation::windowGeometryAndTheLastJobAreRememberedBetweenRuns()
 {
     {
         auto window = openWorkstation(true);
+        QCOMPARE(window->job()->name(), QStringLiteral("Riverside Medical Office Building"));
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         window->resize(777, 555);
         QTRY_COMPARE(window->size(), QSize(777, 555));
+        for (const auto& job : m_store->jobs())
+            if (job.lineCount == ZebObjects::SampleOffice::LargeJobLineCount)
+                window->openJob(job.id);
         window->close();
     }
     auto window = openWorkstation(true);
     QCOMPARE(window->size(), QSize(777, 555));
+    QCOMPARE(window->job()->lineItems()->Count(), ZebObjects::SampleOffice::LargeJobLineCount);
 }
 
 void tst_Workstation::unregisteredControlLeavesItsPageOut()
@@ -584,13 +616,29 @@ void tst_Workstation::unregisteredControlLeavesItsPageOut()
              "name": "ctlBOMCriteria", "left": 150, "top": 150, "width": 7200, "height": 6540,
              "bind": {"BOM": "bom"}}]}]})");
     Workstation::Options options;
-    options.rememberGeometry = false;
+    options.remember = false;
     Workstation window(form, m_store, options);
     window.openJob(window.startingJob());
     QCOMPARE(window.pageTitles(), QStringList{QStringLiteral("Bill of Materials")});
     QCOMPARE(window.problems(),
              QStringList{QStringLiteral("later: Cannot create control: no control is registered as "
                                         "\"ZebSubmittalControls.ctlNotYet\"")});
+}
+
+void tst_Workstation::everyInteractiveElementOfTheWindowAndTheJobListHasAName()
+{
+    auto window = openWorkstation();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QStringList found;
+    unnamed(QAccessible::queryAccessibleInterface(window.get()), found);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+
+    JobListDialog dialog(m_store->jobs());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    unnamed(QAccessible::queryAccessibleInterface(&dialog), found);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
 }
 
 void tst_Workstation::exportWritesTheSamplePackageWithoutAWindow()
@@ -651,7 +699,7 @@ void tst_Workstation::exportFromTheWindowCanBeCancelledAndLeavesNoFile()
     m_store = OfficeFile::resetSample(m_db);
     ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
     Workstation::Options options;
-    options.rememberGeometry = false;
+    options.remember = false;
     options.exportProgressDelayMs = 0;
     Workstation window(shippedForm(), m_store, options);
     qint64 large = 0;
