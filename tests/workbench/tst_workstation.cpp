@@ -32,9 +32,15 @@
 #include <QAccessible>
 #include <QAction>
 #include <QDockWidget>
+#include <QDialogButtonBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QFile>
+#include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QProcess>
 #include <QProgressDialog>
 #include <QRegularExpression>
@@ -75,6 +81,7 @@ private slots:
     void exportOfAJobTheOfficeLacksIsAClearMessage();
     void exportFromTheWindowWritesTheOpenJobsPackage();
     void exportFromTheWindowCanBeCancelledAndLeavesNoFile();
+    void exportMenuAsksForTheFileWritesItAndOffersToOpenIt();
 
 private:
     struct Run {
@@ -717,6 +724,37 @@ void tst_Workstation::exportFromTheWindowCanBeCancelledAndLeavesNoFile()
     QVERIFY(answer.answered());
     QVERIFY(!QFileInfo::exists(pdf));
     QCOMPARE(QDir(m_scratch->path()).entryList({QStringLiteral("*.pdf*")}, QDir::Files), QStringList());
+}
+
+void tst_Workstation::exportMenuAsksForTheFileWritesItAndOffersToOpenIt()
+{
+    auto window = openWorkstation();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    const QString pdf = m_scratch->filePath(QStringLiteral("menu.pdf"));
+    QString offer;
+    ZebTest::WhenModal<QFileDialog> file([&](QFileDialog& dialog) {
+        // The folder is chosen in the dialog, the name typed into its name box.
+        dialog.setDirectory(m_scratch->path());
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(name);
+        name->selectAll();
+        QTest::keyClicks(name, QStringLiteral("menu.pdf"));
+        auto* buttons = dialog.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+        QVERIFY(buttons);
+        QTest::mouseClick(buttons->button(QDialogButtonBox::Save), Qt::LeftButton);
+    });
+    ZebTest::WhenModal<QMessageBox> question([&](QMessageBox& box) {
+        offer = box.text();
+        // No viewer is started from a test.
+        QTest::mouseClick(box.button(QMessageBox::No), Qt::LeftButton);
+    });
+    QTest::keyClick(window.get(), Qt::Key_E, Qt::ControlModifier);
+    QVERIFY(file.answered());
+    QVERIFY(!file.leftOpen());
+    QVERIFY(question.answered());
+    QCOMPARE(offer, QStringLiteral("The package is written to %1.\nOpen it now?").arg(pdf));
+    QVERIFY(pdfText(pdf).contains(QStringLiteral("Riverside Medical Office Building")));
 }
 
 QTEST_MAIN(tst_Workstation)
