@@ -1,12 +1,16 @@
-// zeb-workbench: shows the library's controls at work on sample submittal data.
+// zeb-workbench: the submittal workstation on the office's store.
 #include "formdescription.h"
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
 #include "logpane.h"
 #include "objects/defaultdiagnosticlog.h"
 #include "objects/runtime.h"
+#include "officefile.h"
+#include "package/packagegenerator.h"
+#include "storepackagesource.h"
+#include "store/store.h"
 #include "workbenchdata.h"
-#include "workbenchwindow.h"
+#include "workstation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -40,10 +44,11 @@ int main(int argc, char** argv)
                           && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
                           && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     if (headless && (wantsOption(argc, argv, "--screenshot") || wantsOption(argc, argv, "--list")
-                     || wantsOption(argc, argv, "--save-design")))
+                     || wantsOption(argc, argv, "--save-design") || wantsOption(argc, argv, "--export")))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication app(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
     QApplication::setApplicationName(QStringLiteral("zeb-workbench"));
     QApplication::setApplicationVersion(ZebSubCtl::LibraryInfo::Version());
 
@@ -60,6 +65,11 @@ int main(int argc, char** argv)
     const QCommandLineOption lineItems(QStringLiteral("line-items"), QStringLiteral("Bind a generated job of this many lines as \"lineItems\" (more than the viewer holds shows its failure in the log)."), QStringLiteral("count"));
     parser.addOptions({list, screenshot, form, log, saveDesign, page});
     parser.addOption(lineItems);
+    const QCommandLineOption db(QStringLiteral("db"), QStringLiteral("Open this office file instead of the one in the user's data folder."), QStringLiteral("file"));
+    const QCommandLineOption resetSample(QStringLiteral("reset-sample"), QStringLiteral("Make the office file anew with the sample office."));
+    const QCommandLineOption job(QStringLiteral("job"), QStringLiteral("Open the job with this number first."), QStringLiteral("number"));
+    const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
+    parser.addOptions({db, resetSample, job, exportPdf});
     parser.process(app);
 
     if (parser.isSet(list)) {
@@ -86,19 +96,64 @@ int main(int argc, char** argv)
         return fail(f.Description());
     }
 
-    WorkbenchData data;
+    int generated = -1;
     if (parser.isSet(lineItems)) {
         bool ok = false;
-        const int count = parser.value(lineItems).toInt(&ok);
+        generated = parser.value(lineItems).toInt(&ok);
         if (!ok)
             return fail(QStringLiteral("--line-items needs a whole number, not \"%1\"").arg(parser.value(lineItems)));
+        if (generated < 0 || generated > 32767)
+            return fail(QStringLiteral("Overflow: a job has 0 to 32767 lines, not %1").arg(generated));
+    }
+
+    const bool ownOffice = !parser.isSet(db);
+    const QString path = ownOffice ? OfficeFile::defaultPath() : parser.value(db);
+    std::shared_ptr<ZebObjects::Store> store;
+    try {
+        store = parser.isSet(resetSample) ? OfficeFile::resetSample(path) : OfficeFile::open(path, ownOffice);
+    } catch (const ZebObjects::Failure& f) {
+        return fail(f.Description());
+    }
+    ZebObjects::Runtime::setApplicationServices(store->applicationServices());
+    // The services hold the store's connection, which must close before Qt SQL goes away.
+    struct ServicesRelease {
+        ~ServicesRelease() { ZebObjects::Runtime::setApplicationServices(nullptr); }
+    } servicesRelease;
+
+    if (parser.isSet(exportPdf)) {
+        const qint64 id = parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job))
+                                            : Workstation::defaultJob(*store);
+        if (id == 0)
+            return fail(parser.isSet(job) ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(path, parser.value(job))
+                                          : QStringLiteral("the office \"%1\" has no job").arg(path));
         try {
-            data.generateLineItems(count);
+            const StorePackageSource source(*store, store->openJob(id));
+            ZebPackage::PackageGenerator generator;
+            generator.Generate(source, parser.value(exportPdf));
+            std::printf("%s: %d pages\n", qPrintable(parser.value(exportPdf)), int(generator.pageCount()));
         } catch (const ZebObjects::Failure& f) {
             return fail(f.Description());
         }
+        return 0;
     }
-    WorkbenchWindow window(description, data);
+
+    Workstation::Options options;
+    // A rendering has the form's own size, whatever the window was left at.
+    options.remember = !parser.isSet(screenshot) && !parser.isSet(saveDesign);
+    options.generatedLineItems = generated;
+    Workstation window(description, store, options);
+    qint64 first = window.startingJob();
+    if (parser.isSet(job)) {
+        first = window.jobByNumber(parser.value(job));
+        if (first == 0)
+            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(path, parser.value(job)));
+    }
+    try {
+        if (first != 0)
+            window.openJob(first);
+    } catch (const ZebObjects::Failure& f) {
+        return fail(f.Description());
+    }
     pane->setView(window.logView());
     for (const QString& problem : window.problems())
         std::fprintf(stderr, "zeb-workbench: %s\n", qPrintable(problem));

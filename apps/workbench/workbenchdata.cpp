@@ -15,6 +15,13 @@
 #include "objects/standalonelineitems.h"
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
+#include "store/storebom.h"
+#include "store/storecustomers.h"
+#include "store/storejob.h"
+#include "store/storelabels.h"
+#include "store/storelineitems.h"
+#include "store/storesubmittal.h"
+#include "store/storetextobjects.h"
 
 namespace {
 // Objects are handed over as the contract types the controls' properties take.
@@ -37,6 +44,18 @@ WorkbenchData::WorkbenchData()
     add(QStringLiteral("labels"), asContract<Labels>(SampleData::labels()));
     add(QStringLiteral("lineItems"), asContract<LineItems>(SampleData::lineItems()));
     add(QStringLiteral("customers"), asContract<Customers>(SampleData::customers()));
+}
+
+WorkbenchData::WorkbenchData(ZebObjects::StoreJob& job)
+{
+    using namespace ZebObjects;
+    add(QStringLiteral("coverLetterParagraphs"), asContract<TextObjects>(job.coverLetterParagraphs()));
+    add(QStringLiteral("coverLetterRemarks"), asContract<TextObjects>(job.coverLetterRemarks()));
+    add(QStringLiteral("submittal"), asContract<Submittal>(job.submittal()));
+    add(QStringLiteral("bom"), asContract<BOM>(job.bom()));
+    add(QStringLiteral("labels"), asContract<Labels>(job.labels()));
+    add(QStringLiteral("lineItems"), asContract<LineItems>(job.lineItems()));
+    add(QStringLiteral("customers"), asContract<Customers>(job.customers()));
 }
 
 void WorkbenchData::bind(ZebSubCtl::UserControl* control, const QString& property,

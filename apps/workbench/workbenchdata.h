@@ -4,15 +4,19 @@
 #include <QString>
 #include <QVariant>
 
+namespace ZebObjects {
+class StoreJob;
+}
 namespace ZebSubCtl {
 class UserControl;
 }
 
 // The business objects the workbench binds its controls to, by name: the stand-alone library's
-// sample submittal.
+// sample submittal, or the objects of a job open in the store.
 class WorkbenchData {
 public:
     WorkbenchData();
+    explicit WorkbenchData(ZebObjects::StoreJob& job);
 
     QStringList names() const { return m_objects.keys(); }
     QVariant object(const QString& name) const { return m_objects.value(name); }

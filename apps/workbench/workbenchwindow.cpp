@@ -10,14 +10,54 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLabel>
 #include <QPlainTextEdit>
+#include <QResizeEvent>
 #include <QScrollArea>
 #include <QTabWidget>
 
 using ZebSubCtl::UserControl;
 
-WorkbenchWindow::WorkbenchWindow(const FormDescription& form, WorkbenchData& data, QWidget* parent)
+namespace {
+// Empty space kept around a page's controls, in pixels.
+constexpr int kPageMargin = 10;
+
+// A page's surface. A single control follows the page's size (its own resize rules lay out its
+// insides); several keep their design places. Never smaller than the design, so a small window
+// scrolls instead of squeezing the control below what it was drawn for.
+class PageCanvas : public QWidget {
+public:
+    using QWidget::QWidget;
+
+    void addControl(QWidget* control, const QRect& designRect)
+    {
+        m_controls.append(control);
+        m_design = m_design.united(designRect);
+        setMinimumSize(m_design.right() + 1 + kPageMargin, m_design.bottom() + 1 + kPageMargin);
+        layoutControls();
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QWidget::resizeEvent(event);
+        layoutControls();
+    }
+
+private:
+    void layoutControls()
+    {
+        if (m_controls.size() != 1)
+            return;
+        m_controls.front()->setGeometry(rect().adjusted(kPageMargin, kPageMargin, -kPageMargin,
+                                                        -kPageMargin));
+    }
+
+    QList<QWidget*> m_controls;
+    QRect m_design;
+};
+}  // namespace
+
+WorkbenchWindow::WorkbenchWindow(const FormDescription& form, QWidget* parent)
     : QMainWindow(parent), m_form(form)
 {
     setObjectName(QStringLiteral("frmWorkbench"));
@@ -26,31 +66,90 @@ WorkbenchWindow::WorkbenchWindow(const FormDescription& form, WorkbenchData& dat
 
     m_tabs = new QTabWidget(this);
     m_tabs->setObjectName(QStringLiteral("tabPages"));
+    m_tabs->setAccessibleName(QStringLiteral("Pages"));
+    m_tabs->setAccessibleDescription(QStringLiteral("The pages of the open submittal"));
     setCentralWidget(m_tabs);
-    for (const FormPage& page : form.pages) {
-        auto* canvas = new QWidget;
+
+    m_dock = new QDockWidget(QStringLiteral("Diagnostics"), this);
+    m_dock->setObjectName(QStringLiteral("dockDiagnostics"));
+    m_log = new QPlainTextEdit(m_dock);
+    m_log->setObjectName(QStringLiteral("txtDiagnostics"));
+    m_log->setAccessibleName(QStringLiteral("Diagnostics"));
+    m_log->setAccessibleDescription(QStringLiteral("What the controls logged"));
+    m_log->setReadOnly(true);
+    m_log->setMaximumBlockCount(5000);
+    m_dock->setWidget(m_log);
+    addDockWidget(Qt::BottomDockWidgetArea, m_dock);
+    // The pages come first; the log is for a glance and grows when dragged.
+    resizeDocks({m_dock}, {110}, Qt::Vertical);
+}
+
+WorkbenchWindow::WorkbenchWindow(const FormDescription& form, WorkbenchData& data, QWidget* parent)
+    : WorkbenchWindow(form, parent)
+{
+    buildPages(data);
+}
+
+WorkbenchWindow::~WorkbenchWindow()
+{
+    // Controls go before the objects they are bound to are let go by the host.
+    clearPages();
+}
+
+void WorkbenchWindow::setData(WorkbenchData& data)
+{
+    clearPages();
+    buildPages(data);
+}
+
+void WorkbenchWindow::clearPages()
+{
+    while (m_tabs->count() > 0) {
+        QWidget* page = m_tabs->widget(0);
+        m_tabs->removeTab(0);
+        delete page;
+    }
+    m_controls.clear();
+    m_problems.clear();
+}
+
+int WorkbenchWindow::pageCount() const
+{
+    return m_tabs->count();
+}
+
+QStringList WorkbenchWindow::pageTitles() const
+{
+    QStringList titles;
+    for (int i = 0; i < m_tabs->count(); ++i)
+        titles.append(m_tabs->tabText(i));
+    return titles;
+}
+
+void WorkbenchWindow::buildPages(WorkbenchData& data)
+{
+    for (const FormPage& page : m_form.pages) {
+        auto* canvas = new PageCanvas;
         canvas->setObjectName(page.title);
-        int right = 0, bottom = 0;
+        bool any = false;
         for (const FormControl& control : page.controls) {
-            place(canvas, control, data);
-            right = std::max(right, ZebSubCtl::twipsToPixels(control.left + control.width));
-            bottom = std::max(bottom, ZebSubCtl::twipsToPixels(control.top + control.height));
+            if (UserControl* created = place(canvas, control, data)) {
+                canvas->addControl(created, ZebSubCtl::twipsRect(control.left, control.top,
+                                                                 control.width, control.height));
+                any = true;
+            }
         }
-        canvas->setMinimumSize(right + 10, bottom + 10);
+        if (!any) {
+            delete canvas;
+            continue;
+        }
         auto* scroll = new QScrollArea;
+        scroll->setObjectName(QStringLiteral("scr") + page.title);
+        scroll->setFrameShape(QFrame::NoFrame);
         scroll->setWidget(canvas);
         scroll->setWidgetResizable(true);
         m_tabs->addTab(scroll, page.title);
     }
-
-    auto* dock = new QDockWidget(QStringLiteral("Diagnostics"), this);
-    dock->setObjectName(QStringLiteral("dockDiagnostics"));
-    m_log = new QPlainTextEdit(dock);
-    m_log->setObjectName(QStringLiteral("txtDiagnostics"));
-    m_log->setReadOnly(true);
-    m_log->setMaximumBlockCount(5000);
-    dock->setWidget(m_log);
-    addDockWidget(Qt::BottomDockWidgetArea, dock);
 }
 
 UserControl* WorkbenchWindow::place(QWidget* page, const FormControl& control, WorkbenchData& data)
@@ -62,12 +161,6 @@ UserControl* WorkbenchWindow::place(QWidget* page, const FormControl& control, W
         created = ZebSubCtl::ControlRegistry::instance().create(control.identifier, page);
     } catch (const ZebObjects::Failure& f) {
         m_problems.append(QStringLiteral("%1: %2").arg(control.name, f.Description()));
-        auto* missing = new QLabel(QStringLiteral("%1\n%2").arg(control.identifier, f.Description()),
-                                   page);
-        missing->setObjectName(control.name);
-        missing->setFrameShape(QFrame::Box);
-        missing->setWordWrap(true);
-        missing->setGeometry(rect);
         return nullptr;
     }
     created->setObjectName(control.name);

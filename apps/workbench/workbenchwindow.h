@@ -5,6 +5,7 @@
 #include <QList>
 #include <QMainWindow>
 
+class QDockWidget;
 class QPlainTextEdit;
 class QTabWidget;
 class WorkbenchData;
@@ -12,12 +13,21 @@ namespace ZebSubCtl {
 class UserControl;
 }
 
-// The host's main window: one tab per form page, the controls placed at their design places,
-// and a pane that shows the diagnostic log.
+// The host's main window: one tab per form page with its controls, a page whose controls all
+// failed to be created left out, and a dockable pane that shows the diagnostic log.
 class WorkbenchWindow : public QMainWindow {
     Q_OBJECT
 public:
     WorkbenchWindow(const FormDescription& form, WorkbenchData& data, QWidget* parent = nullptr);
+    ~WorkbenchWindow() override;
+
+    // Drops every page and builds them again over other objects.
+    void setData(WorkbenchData& data);
+    // Drops every page.
+    void clearPages();
+    int pageCount() const;
+    QStringList pageTitles() const;
+    QDockWidget* diagnosticsDock() const { return m_dock; }
 
     QList<ZebSubCtl::UserControl*> controls() const { return m_controls; }
     QPlainTextEdit* logView() const { return m_log; }
@@ -34,12 +44,19 @@ public:
     static void setRuntimeProperty(ZebSubCtl::UserControl* control, const QString& property,
                                    const QVariant& value);
 
+protected:
+    // The window without pages, for a host that binds them later.
+    explicit WorkbenchWindow(const FormDescription& form, QWidget* parent = nullptr);
+    QTabWidget* tabs() const { return m_tabs; }
+
 private:
+    void buildPages(WorkbenchData& data);
     ZebSubCtl::UserControl* place(QWidget* page, const FormControl& control, WorkbenchData& data);
 
     FormDescription m_form;
     QTabWidget* m_tabs = nullptr;
     QPlainTextEdit* m_log = nullptr;
+    QDockWidget* m_dock = nullptr;
     QList<ZebSubCtl::UserControl*> m_controls;
     QStringList m_problems;
 };

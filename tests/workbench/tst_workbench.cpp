@@ -18,6 +18,7 @@
 class tst_Workbench : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase();
     void listPrintsEveryRegisteredIdentifier();
     void screenshotWritesThePngOfTheWindow();
     void formDescriptionReadsControlsPlacesDesignsAndBindings();
@@ -33,6 +34,9 @@ private slots:
     void runtimePropertyTheControlLacksIsAProblemAndTheRestOfTheFormStays();
     void runtimePropertiesMustBeFlagsNumbersOrTexts();
     void shippedFormHasThePagesInTheOrderOfWorkWithTheCustomersSecond();
+
+private:
+    QTemporaryDir m_home;
 };
 
 namespace {
@@ -80,6 +84,14 @@ int rowsOf(ZebSubCtl::UserControl* viewer)
     return int(viewer->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size());
 }
 }  // namespace
+
+void tst_Workbench::initTestCase()
+{
+    // The workbench started here makes its office in the data folder: a scratch one.
+    QVERIFY(m_home.isValid());
+    qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
+    qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
+}
 
 void tst_Workbench::listPrintsEveryRegisteredIdentifier()
 {

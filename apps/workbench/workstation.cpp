@@ -1,0 +1,235 @@
+#include "workstation.h"
+
+#include "contracts/failure.h"
+#include "joblistdialog.h"
+#include "package/packagegenerator.h"
+#include "storepackagesource.h"
+#include "store/store.h"
+#include "store/storejob.h"
+#include "workbenchdata.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QDockWidget>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QProgressDialog>
+#include <QSettings>
+#include <QStatusBar>
+#include <QUrl>
+
+namespace {
+const QString kGeometryKey = QStringLiteral("workstation/geometry");
+const QString kStateKey = QStringLiteral("workstation/state");
+const QString kLastJobKey = QStringLiteral("workstation/lastJob");
+// The job the office's sample is shown with first.
+const QString kSampleJobName = QStringLiteral("Riverside Medical Office Building");
+}  // namespace
+
+Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects::Store> store,
+                         const Options& options, QWidget* parent)
+    : WorkbenchWindow(form, parent), m_store(std::move(store)), m_options(options),
+      m_baseTitle(form.title)
+{
+    setObjectName(QStringLiteral("frmWorkstation"));
+
+    menuBar()->setObjectName(QStringLiteral("mnuMain"));
+    menuBar()->setAccessibleName(QStringLiteral("Menu"));
+    menuBar()->setAccessibleDescription(QStringLiteral("Opening a job, exporting its package, "
+                                                       "showing the diagnostics and quitting"));
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->setObjectName(QStringLiteral("mnuFile"));
+    QAction* open = file->addAction(QStringLiteral("&Open Job..."), this, [this] { chooseJob(); });
+    open->setObjectName(QStringLiteral("actOpenJob"));
+    open->setShortcut(QKeySequence::Open);
+    QAction* exportPackage =
+        file->addAction(QStringLiteral("&Export Package..."), this, [this] { chooseExport(); });
+    exportPackage->setObjectName(QStringLiteral("actExportPackage"));
+    exportPackage->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    file->addSeparator();
+    QAction* quit = file->addAction(QStringLiteral("&Quit"), this, [this] { close(); });
+    quit->setObjectName(QStringLiteral("actQuit"));
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    view->setObjectName(QStringLiteral("mnuView"));
+    QAction* diagnostics = diagnosticsDock()->toggleViewAction();
+    diagnostics->setObjectName(QStringLiteral("actDiagnostics"));
+    diagnostics->setText(QStringLiteral("&Diagnostics"));
+    view->addAction(diagnostics);
+
+    m_jobLabel = new QLabel(this);
+    m_jobLabel->setObjectName(QStringLiteral("lblJob"));
+    m_saveLabel = new QLabel(this);
+    m_saveLabel->setObjectName(QStringLiteral("lblSaveState"));
+    statusBar()->addWidget(m_jobLabel, 1);
+    statusBar()->addPermanentWidget(m_saveLabel);
+
+    if (m_options.remember) {
+        QSettings settings;
+        restoreGeometry(settings.value(kGeometryKey).toByteArray());
+        restoreState(settings.value(kStateKey).toByteArray());
+    }
+    updateStatus();
+}
+
+Workstation::~Workstation()
+{
+    // The pages' controls are bound to the job's objects: they go first.
+    clearPages();
+}
+
+void Workstation::openJob(qint64 id)
+{
+    auto job = m_store->openJob(id);
+    WorkbenchData data(*job);
+    if (m_options.generatedLineItems >= 0)
+        data.generateLineItems(m_options.generatedLineItems);
+    const int page = tabs()->currentIndex();
+    clearPages();
+    m_job = std::move(job);
+    setData(data);
+    if (page >= 0 && page < pageCount())
+        showPage(page);
+    if (m_options.remember)
+        QSettings().setValue(kLastJobKey, m_job->number());
+    updateStatus();
+}
+
+qint64 Workstation::startingJob() const
+{
+    if (m_options.remember)
+        if (const qint64 last = jobByNumber(QSettings().value(kLastJobKey).toString()))
+            return last;
+    return defaultJob(*m_store);
+}
+
+qint64 Workstation::defaultJob(const ZebObjects::Store& store)
+{
+    const QList<ZebObjects::JobSummary> jobs = store.jobs();
+    if (jobs.isEmpty())
+        return 0;
+    for (const ZebObjects::JobSummary& job : jobs)
+        if (job.name == kSampleJobName)
+            return job.id;
+    return jobs.front().id;
+}
+
+qint64 Workstation::jobByNumber(const QString& number) const
+{
+    return jobByNumber(*m_store, number);
+}
+
+qint64 Workstation::jobByNumber(const ZebObjects::Store& store, const QString& number)
+{
+    if (number.isEmpty())
+        return 0;
+    for (const ZebObjects::JobSummary& job : store.jobs())
+        if (job.number == number)
+            return job.id;
+    return 0;
+}
+
+void Workstation::chooseJob()
+{
+    try {
+        JobListDialog dialog(m_store->jobs(), m_job ? m_job->id() : 0, this);
+        if (dialog.exec() != QDialog::Accepted || dialog.selectedJobId() == 0)
+            return;
+        openJob(dialog.selectedJobId());
+    } catch (const ZebObjects::Failure& f) {
+        logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+        QMessageBox::warning(this, QStringLiteral("Open Job"), f.Description());
+    }
+}
+
+bool Workstation::exportPackage(const QString& path)
+{
+    if (!m_job)
+        return false;
+    QProgressDialog progress(QStringLiteral("Writing the package of job %1...").arg(m_job->number()),
+                             QStringLiteral("Cancel"), 0, 1, this);
+    progress.setObjectName(QStringLiteral("dlgExportProgress"));
+    progress.setWindowTitle(QStringLiteral("Export Package"));
+    progress.setWindowModality(Qt::WindowModal);
+    // Short exports finish before the dialog would be worth showing.
+    progress.setMinimumDuration(m_options.exportProgressDelayMs);
+    ZebPackage::PackageGenerator generator;
+    generator.setProgress([&progress](qint32 done, qint32 total) {
+        progress.setMaximum(std::max(total, 1));
+        progress.setValue(std::min(done, std::max(total, 1)));
+        QApplication::processEvents();
+        return !progress.wasCanceled();
+    });
+    try {
+        const StorePackageSource source(*m_store, m_job);
+        const bool written = generator.Generate(source, path);
+        progress.reset();
+        statusBar()->showMessage(written ? QStringLiteral("Package written to %1").arg(path)
+                                         : QStringLiteral("Export cancelled"),
+                                 5000);
+        return written;
+    } catch (const ZebObjects::Failure& f) {
+        progress.reset();
+        logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+        QMessageBox::warning(this, QStringLiteral("Export Package"), f.Description());
+        return false;
+    }
+}
+
+void Workstation::chooseExport()
+{
+    if (!m_job)
+        return;
+    const QString suggested = QDir::home().filePath(
+        QStringLiteral("%1 Submittal.pdf").arg(m_job->number()));
+    const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Export Package"),
+                                                      suggested, QStringLiteral("PDF (*.pdf)"));
+    if (path.isEmpty() || !exportPackage(path))
+        return;
+    if (QMessageBox::question(this, QStringLiteral("Export Package"),
+                              QStringLiteral("The package is written to %1.\nOpen it now?").arg(path))
+        == QMessageBox::Yes)
+        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+QString Workstation::jobStatus() const
+{
+    return m_jobLabel->text();
+}
+
+QString Workstation::saveStatus() const
+{
+    return m_saveLabel->text();
+}
+
+void Workstation::updateStatus()
+{
+    if (!m_job) {
+        setWindowTitle(m_baseTitle);
+        m_jobLabel->setText(QStringLiteral("No job open"));
+        m_saveLabel->clear();
+        return;
+    }
+    const QString job = QStringLiteral("Job %1 %2").arg(m_job->number(), m_job->name());
+    setWindowTitle(QStringLiteral("%1 - %2").arg(m_baseTitle, job));
+    m_jobLabel->setText(job);
+    // Every write is committed as it is made: nothing ever waits to be saved.
+    m_saveLabel->setText(QStringLiteral("All changes saved"));
+}
+
+void Workstation::closeEvent(QCloseEvent* event)
+{
+    if (m_options.remember) {
+        QSettings settings;
+        settings.setValue(kGeometryKey, saveGeometry());
+        settings.setValue(kStateKey, saveState());
+    }
+    QMainWindow::closeEvent(event);
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "workbenchwindow.h"
+
+#include <memory>
+
+class QLabel;
+namespace ZebObjects {
+class Store;
+class StoreJob;
+}
+
+// The submittal workstation: the office's store, one job open at a time with its pages bound to
+// the job's objects, menus to open a job and to quit, and a status bar with the job and the save
+// state. Its size and place, and the job last open, are kept between runs.
+class Workstation : public WorkbenchWindow {
+    Q_OBJECT
+public:
+    struct Options {
+        // Keeps and restores the window's size and place and the job last open; off when a
+        // rendering of the form's own size and the sample job is wanted.
+        bool remember = true;
+        // When not negative, a generated job of this many lines is shown in place of the job's.
+        int generatedLineItems = -1;
+        // How long an export runs before its progress dialog shows.
+        int exportProgressDelayMs = 500;
+    };
+
+    Workstation(const FormDescription& form, std::shared_ptr<ZebObjects::Store> store,
+                const Options& options, QWidget* parent = nullptr);
+    ~Workstation() override;
+
+    // Opens the job and binds every page to its objects; a job not in the store fails with 35601.
+    void openJob(qint64 id);
+    // The job to start with: the one last open when it still exists, else the office's sample
+    // job, else the first; 0 for an office without jobs.
+    qint64 startingJob() const;
+    // The job with this number; 0 when there is none.
+    qint64 jobByNumber(const QString& number) const;
+    static qint64 jobByNumber(const ZebObjects::Store& store, const QString& number);
+    // The office's sample job, else its first; 0 for an office without jobs.
+    static qint64 defaultJob(const ZebObjects::Store& store);
+    std::shared_ptr<ZebObjects::StoreJob> job() const { return m_job; }
+    std::shared_ptr<ZebObjects::Store> store() const { return m_store; }
+    // Asks for a job in the job list and opens it.
+    void chooseJob();
+    // Writes the open job's package to path, showing a progress dialog that can cancel it. True
+    // when the file is written; a failure is shown and logged, and leaves no file behind.
+    bool exportPackage(const QString& path);
+    // Asks where to write the package, writes it and offers to open it.
+    void chooseExport();
+
+    QString jobStatus() const;
+    QString saveStatus() const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void updateStatus();
+
+    std::shared_ptr<ZebObjects::Store> m_store;
+    std::shared_ptr<ZebObjects::StoreJob> m_job;
+    Options m_options;
+    QString m_baseTitle;
+    QLabel* m_jobLabel = nullptr;
+    QLabel* m_saveLabel = nullptr;
+};

@@ -1,0 +1,761 @@
+#include "contracts/bom.h"
+#include "contracts/coverletter.h"
+#include "contracts/customer.h"
+#include "contracts/customers.h"
+#include "contracts/labelfield.h"
+#include "contracts/labelfields.h"
+#include "contracts/labels.h"
+#include "contracts/lineitem.h"
+#include "contracts/lineitems.h"
+#include "contracts/submittal.h"
+#include "contracts/textobject.h"
+#include "contracts/textobjects.h"
+#include "formdescription.h"
+#include "frame/usercontrol.h"
+#include "joblistdialog.h"
+#include "objects/runtime.h"
+#include "officefile.h"
+#include "platform/keyedlistview.h"
+#include "store/sampleoffice.h"
+#include "store/store.h"
+#include "store/storebom.h"
+#include "store/storecustomers.h"
+#include "store/storejob.h"
+#include "store/storelabels.h"
+#include "store/storelineitems.h"
+#include "store/storesubmittal.h"
+#include "store/storetextobjects.h"
+#include "userinput.h"
+#include "workstation.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QAction>
+#include <QDockWidget>
+#include <QDialogButtonBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProcess>
+#include <QProgressDialog>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+using ZebObjects::Store;
+using ZebSubCtl::KeyedListView;
+
+class tst_Workstation : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void firstStartCreatesTheSampleOfficeInTheDataFolder();
+    void resetSampleRecreatesTheOffice();
+    void missingDbFileIsAClearMessageAndNothingIsCreated();
+    void dbThatIsNotADatabaseIsAClearMessageAndTheFileStaysAsItWas();
+    void dbWithANewerSchemaIsAClearMessage();
+    void dbThatIsAFolderOrUnreadableIsAClearMessage();
+    void unknownJobNumberIsAClearMessage();
+    void startsOnTheSampleJobWithEveryPageInTheOrderOfWork();
+    void aChangeOnEveryPageSurvivesClosingAndReopening();
+    void jobListShowsEveryJobAndOpensTheChosenOne();
+    void menusCarryTheShortcutsAndTheDiagnosticsPaneCanBeHidden();
+    void statusBarShowsTheJobAndTheSaveState();
+    void pageControlFollowsTheWindowSize();
+    void windowGeometryAndTheLastJobAreRememberedBetweenRuns();
+    void unregisteredControlLeavesItsPageOut();
+    void everyInteractiveElementOfTheWindowAndTheJobListHasAName();
+    void exportWritesTheSamplePackageWithoutAWindow();
+    void exportOfAJobChosenByNumber();
+    void exportOfAJobTheOfficeLacksIsAClearMessage();
+    void exportFromTheWindowWritesTheOpenJobsPackage();
+    void exportFromTheWindowCanBeCancelledAndLeavesNoFile();
+    void exportMenuAsksForTheFileWritesItAndOffersToOpenIt();
+
+private:
+    struct Run {
+        int code = -1;
+        QString out;
+        QString err;
+    };
+    static Run run(const QStringList& args);
+    std::unique_ptr<Workstation> openWorkstation(bool remember = false);
+
+    QTemporaryDir m_home;
+    std::unique_ptr<QTemporaryDir> m_scratch;
+    QString m_db;
+    std::shared_ptr<Store> m_store;
+};
+
+namespace {
+FormDescription shippedForm()
+{
+    return FormDescription::fromFile(QStringLiteral(":/forms/workbench.json"));
+}
+
+QString defaultOffice()
+{
+    return qEnvironmentVariable("XDG_DATA_HOME")
+           + QStringLiteral("/ZebSubmittalControls/zeb-workbench/office.sqlite");
+}
+
+template <class T>
+T* control(Workstation& window, const char* name)
+{
+    auto* found = window.findChild<T*>(QLatin1String(name));
+    if (!found)
+        qWarning("no %s", name);
+    return found;
+}
+
+// Clicks a check box on its box, as a user would; its caption may be far narrower than the widget.
+void clickCheckBox(QAbstractButton* box)
+{
+    QVERIFY(box);
+    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(7, box->height() / 2));
+}
+
+// Clicks the check box of a row of a list as a user would.
+void clickRowCheck(KeyedListView* list, int row)
+{
+    list->scrollTo(list->model()->index(row, 0));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->checkBoxRect(row).center());
+}
+
+// Interactive elements of the window's own making that have no accessible name; the controls on
+// the pages are walked by their own tests.
+void unnamed(QAccessibleInterface* node, QStringList& found)
+{
+    if (!node)
+        return;
+    if (qobject_cast<ZebSubCtl::UserControl*>(node->object()))
+        return;
+    static const QList<QAccessible::Role> interactive = {
+        QAccessible::PushButton, QAccessible::CheckBox, QAccessible::RadioButton,
+        QAccessible::ComboBox, QAccessible::EditableText, QAccessible::List, QAccessible::Table,
+        QAccessible::Tree, QAccessible::ScrollBar, QAccessible::PageTabList, QAccessible::MenuBar,
+        QAccessible::SpinBox, QAccessible::Slider};
+    if (interactive.contains(node->role()) && node->text(QAccessible::Name).trimmed().isEmpty()
+        && !node->state().invisible) {
+        const QObject* o = node->object();
+        found.append(QStringLiteral("%1 (%2, role %3)")
+                         .arg(o ? o->objectName() : QString(),
+                              o ? QString::fromLatin1(o->metaObject()->className()) : QString())
+                         .arg(int(node->role())));
+    }
+    for (int i = 0; i < node->childCount(); ++i)
+        unnamed(node->child(i), found);
+}
+
+QString pdfText(const QString& pdf)
+{
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    if (!p.waitForFinished(60000))
+        return {};
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+int selectedTexts(ZebObjects::TextObjects& texts)
+{
+    int n = 0;
+    for (const auto& t : texts.Enumerate())
+        n += t->Selected() ? 1 : 0;
+    return n;
+}
+
+int includedCustomers(ZebObjects::Customers& customers)
+{
+    int n = 0;
+    for (const auto& c : customers.Enumerate())
+        n += c->Included() ? 1 : 0;
+    return n;
+}
+
+int includedFields(ZebObjects::Labels& labels)
+{
+    int n = 0;
+    for (const auto& f : labels.LabelFields()->Enumerate())
+        n += f->Included() ? 1 : 0;
+    return n;
+}
+
+int selectedLines(ZebObjects::LineItems& lines)
+{
+    int n = 0;
+    for (const auto& l : lines.Enumerate())
+        n += l->Selected() ? 1 : 0;
+    return n;
+}
+
+// What the test changes, read from a job.
+struct Facts {
+    bool coverLetter = false;
+    int customers = 0;
+    bool logo = false;
+    int paragraphs = 0;
+    int remarks = 0;
+    bool brand = false;
+    int fields = 0;
+    int lines = 0;
+};
+
+Facts factsOf(ZebObjects::StoreJob& job)
+{
+    Facts f;
+    f.coverLetter = job.submittal()->IncludeCoverLetter();
+    f.customers = includedCustomers(*job.customers());
+    f.logo = job.submittal()->CoverLetter()->IncludeLogo();
+    f.paragraphs = selectedTexts(*job.coverLetterParagraphs());
+    f.remarks = selectedTexts(*job.coverLetterRemarks());
+    f.brand = job.bom()->IncludeBrand();
+    f.fields = includedFields(*job.labels());
+    f.lines = selectedLines(*job.lineItems());
+    return f;
+}
+}  // namespace
+
+tst_Workstation::Run tst_Workstation::run(const QStringList& args)
+{
+    QProcess p;
+    p.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
+    Run r;
+    if (!p.waitForFinished(120000))
+        return r;
+    r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    r.out = QString::fromUtf8(p.readAllStandardOutput());
+    // Qt's own notes about the environment come before what the program says.
+    const QStringList lines = QString::fromUtf8(p.readAllStandardError())
+                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+                                  .filter(QRegularExpression(QStringLiteral("^(?!QStandardPaths:)")));
+    r.err = lines.join(QLatin1Char('\n'));
+    return r;
+}
+
+void tst_Workstation::initTestCase()
+{
+    // Neither this program nor the workbench it starts may touch the user's own office.
+    QVERIFY(m_home.isValid());
+    qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
+    qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
+    QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
+    QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+}
+
+void tst_Workstation::init()
+{
+    m_scratch = std::make_unique<QTemporaryDir>();
+    m_db = m_scratch->filePath(QStringLiteral("office.sqlite"));
+}
+
+void tst_Workstation::cleanup()
+{
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+    m_scratch.reset();
+    QDir(m_home.filePath(QStringLiteral("data"))).removeRecursively();
+    QDir(m_home.filePath(QStringLiteral("config"))).removeRecursively();
+}
+
+std::unique_ptr<Workstation> tst_Workstation::openWorkstation(bool remember)
+{
+    if (!m_store)
+        m_store = QFileInfo::exists(m_db) ? OfficeFile::open(m_db, false)
+                                          : OfficeFile::resetSample(m_db);
+    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
+    Workstation::Options options;
+    options.remember = remember;
+    auto window = std::make_unique<Workstation>(shippedForm(), m_store, options);
+    if (const qint64 id = window->startingJob())
+        window->openJob(id);
+    return window;
+}
+
+void tst_Workstation::firstStartCreatesTheSampleOfficeInTheDataFolder()
+{
+    QVERIFY(!QFileInfo::exists(defaultOffice()));
+    const QString design = m_scratch->filePath(QStringLiteral("design.json"));
+    Run r = run({QStringLiteral("--save-design"), design});
+    QCOMPARE(r.code, 0);
+    QVERIFY2(QFileInfo::exists(defaultOffice()), qPrintable(r.err));
+    QVERIFY(!QFileInfo::exists(defaultOffice() + QStringLiteral(".new")));
+    {
+        auto store = Store::open(defaultOffice(), Store::OpenMode::OpenExisting);
+        const QList<ZebObjects::JobSummary> jobs = store->jobs();
+        QCOMPARE(jobs.size(), 4);
+        bool riverside = false, large = false;
+        for (const auto& job : jobs) {
+            riverside |= job.name == QStringLiteral("Riverside Medical Office Building");
+            large |= job.lineCount == ZebObjects::SampleOffice::LargeJobLineCount;
+        }
+        QVERIFY(riverside);
+        QVERIFY(large);
+        QVERIFY(store->directoryCount() >= 200);
+        // A mark of the user's own: the next start must keep it.
+        store->setIssuedByNames({QStringLiteral("Only Issuer")});
+    }
+    r = run({QStringLiteral("--save-design"), design});
+    QCOMPARE(r.code, 0);
+    auto store = Store::open(defaultOffice(), Store::OpenMode::OpenExisting);
+    QCOMPARE(store->issuedByNames(), QStringList{QStringLiteral("Only Issuer")});
+}
+
+void tst_Workstation::resetSampleRecreatesTheOffice()
+{
+    {
+        auto store = OfficeFile::resetSample(m_db);
+        store->setIssuedByNames({QStringLiteral("Only Issuer")});
+    }
+    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--reset-sample"),
+                       QStringLiteral("--save-design"), m_scratch->filePath(QStringLiteral("d.json"))});
+    QCOMPARE(r.code, 0);
+    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    QCOMPARE(store->issuedByNames(), ZebObjects::SampleOffice::issuedByNames());
+    QCOMPARE(store->jobs().size(), 4);
+}
+
+void tst_Workstation::missingDbFileIsAClearMessageAndNothingIsCreated()
+{
+    const QString missing = m_scratch->filePath(QStringLiteral("none.sqlite"));
+    const Run r = run({QStringLiteral("--db"), missing, QStringLiteral("--save-design"),
+                       m_scratch->filePath(QStringLiteral("d.json"))});
+    QCOMPARE(r.code, 1);
+    QCOMPARE(r.err.trimmed(),
+             QStringLiteral("zeb-workbench: Cannot open the office \"%1\": the file does not exist "
+                            "(--reset-sample makes it with the sample office)")
+                 .arg(missing));
+    QVERIFY(!QFileInfo::exists(missing));
+    QVERIFY(!QFileInfo::exists(m_scratch->filePath(QStringLiteral("d.json"))));
+}
+
+void tst_Workstation::dbThatIsNotADatabaseIsAClearMessageAndTheFileStaysAsItWas()
+{
+    const QString text = m_scratch->filePath(QStringLiteral("notes.txt"));
+    {
+        QFile f(text);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(QByteArray("Meeting notes, not an office.\n").repeated(200));
+    }
+    const Run r = run({QStringLiteral("--db"), text, QStringLiteral("--save-design"),
+                       m_scratch->filePath(QStringLiteral("d.json"))});
+    QCOMPARE(r.code, 1);
+    QVERIFY2(r.err.startsWith(QStringLiteral("zeb-workbench: ")), qPrintable(r.err));
+    QVERIFY2(r.err.contains(text), qPrintable(r.err));
+    QVERIFY2(r.err.contains(QStringLiteral("not a database")), qPrintable(r.err));
+    QFile f(text);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    QCOMPARE(f.readAll(), QByteArray("Meeting notes, not an office.\n").repeated(200));
+}
+
+void tst_Workstation::dbWithANewerSchemaIsAClearMessage()
+{
+    OfficeFile::resetSample(m_db).reset();
+    {
+        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
+        db.setDatabaseName(m_db);
+        QVERIFY(db.open());
+        QSqlQuery q(db);
+        QVERIFY(q.exec(QStringLiteral("PRAGMA user_version = 999")));
+        q.finish();
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("newer"));
+    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--save-design"),
+                       m_scratch->filePath(QStringLiteral("d.json"))});
+    QCOMPARE(r.code, 1);
+    QVERIFY2(r.err.contains(m_db), qPrintable(r.err));
+    QVERIFY2(r.err.contains(QStringLiteral("newer")), qPrintable(r.err));
+}
+
+void tst_Workstation::dbThatIsAFolderOrUnreadableIsAClearMessage()
+{
+    const QString folder = m_scratch->filePath(QStringLiteral("folder.sqlite"));
+    QVERIFY(QDir().mkpath(folder));
+    Run r = run({QStringLiteral("--db"), folder, QStringLiteral("--save-design"),
+                 m_scratch->filePath(QStringLiteral("d.json"))});
+    QCOMPARE(r.code, 1);
+    QCOMPARE(r.err.trimmed(),
+             QStringLiteral("zeb-workbench: Cannot open the office \"%1\": it is a folder, not a "
+                            "file")
+                 .arg(folder));
+
+    OfficeFile::resetSample(m_db).reset();
+    QFile::setPermissions(m_db, QFileDevice::Permissions());
+    if (QFileInfo(m_db).isReadable())
+        return;  // the superuser reads everything; the folder case above stands for it
+    r = run({QStringLiteral("--db"), m_db, QStringLiteral("--save-design"),
+             m_scratch->filePath(QStringLiteral("d.json"))});
+    QCOMPARE(r.code, 1);
+    QCOMPARE(r.err.trimmed(),
+             QStringLiteral("zeb-workbench: Cannot open the office \"%1\": the file cannot be read "
+                            "(permission denied)")
+                 .arg(m_db));
+}
+
+void tst_Workstation::unknownJobNumberIsAClearMessage()
+{
+    OfficeFile::resetSample(m_db).reset();
+    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), QStringLiteral("nope"),
+                       QStringLiteral("--save-design"), m_scratch->filePath(QStringLiteral("d.json"))});
+    QCOMPARE(r.code, 1);
+    QCOMPARE(r.err.trimmed(), QStringLiteral("zeb-workbench: the office \"%1\" has no job numbered "
+                                             "\"nope\"")
+                                  .arg(m_db));
+}
+
+void tst_Workstation::startsOnTheSampleJobWithEveryPageInTheOrderOfWork()
+{
+    auto window = openWorkstation();
+    QVERIFY(window->job());
+    QCOMPARE(window->job()->name(), QStringLiteral("Riverside Medical Office Building"));
+    QCOMPARE(window->problems(), QStringList());
+    QCOMPARE(window->pageTitles(),
+             (QStringList{QStringLiteral("General Information"), QStringLiteral("Customers"),
+                          QStringLiteral("Cover Letter Options"),
+                          QStringLiteral("Cover Letter Paragraphs"),
+                          QStringLiteral("Cover Letter Remarks"), QStringLiteral("Bill of Materials"),
+                          QStringLiteral("Labels"), QStringLiteral("Line Items")}));
+    // Bound to the open job's own objects.
+    auto* lines = control<ZebSubCtl::UserControl>(*window, "ctlLineItems");
+    QVERIFY(lines);
+    QCOMPARE(int(lines->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size()),
+             int(window->job()->lineItems()->Count()));
+    auto* customers = control<ZebSubCtl::UserControl>(*window, "ctlCustomers");
+    QCOMPARE(customers->findChild<KeyedListView*>(QStringLiteral("lsvCustomers"))->count(),
+             int(window->job()->customers()->Count()));
+}
+
+void tst_Workstation::aChangeOnEveryPageSurvivesClosingAndReopening()
+{
+    Facts before;
+    qint64 jobId = 0;
+    {
+        auto window = openWorkstation();
+        jobId = window->job()->id();
+        before = factsOf(*window->job());
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+
+        window->showPage(1);
+        auto* customers = control<KeyedListView>(*window, "lsvCustomers");
+        QVERIFY(customers->count() > 0);
+        clickRowCheck(customers, 0);
+
+        window->showPage(2);
+        clickCheckBox(control<QAbstractButton>(*window, "chkIncludeLogo"));
+
+        window->showPage(3);
+        auto* paragraphs = control<ZebSubCtl::UserControl>(*window, "ctlParagraphs")
+                               ->findChild<KeyedListView*>();
+        QVERIFY(paragraphs->count() > 0);
+        clickRowCheck(paragraphs, 0);
+
+        window->showPage(4);
+        auto* remarks = control<ZebSubCtl::UserControl>(*window, "ctlRemarks")
+                            ->findChild<KeyedListView*>();
+        QVERIFY(remarks->count() > 0);
+        clickRowCheck(remarks, 0);
+
+        window->showPage(5);
+        clickCheckBox(control<QAbstractButton>(*window, "chkBrand"));
+
+        window->showPage(6);
+        auto* labels = control<ZebSubCtl::UserControl>(*window, "ctlLabels");
+        auto* chosen = labels->findChild<KeyedListView*>(QStringLiteral("lsvSelectedItems"));
+        QVERIFY(chosen->count() > 0);
+        QTest::mouseClick(chosen->viewport(), Qt::LeftButton, {},
+                          chosen->itemRect(0).center());
+        QTest::mouseClick(labels->findChild<QAbstractButton*>(QStringLiteral("cmdRemove")),
+                          Qt::LeftButton);
+
+        window->showPage(7);
+        auto* line = control<ZebSubCtl::UserControl>(*window, "ctlLineItems")
+                         ->findChild<QWidget*>(QStringLiteral("ctlSubLine"));
+        clickCheckBox(line->findChild<QAbstractButton*>(QStringLiteral("chkSelect")));
+
+        // Last: leaving out the cover letter disables its options' page.
+        window->showPage(0);
+        clickCheckBox(control<QAbstractButton>(*window, "chkCoverLetter"));
+
+        QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
+        window->close();
+    }
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+
+    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    const Facts after = factsOf(*store->openJob(jobId));
+    QCOMPARE(after.coverLetter, !before.coverLetter);
+    QCOMPARE(std::abs(after.customers - before.customers), 1);
+    QCOMPARE(after.logo, !before.logo);
+    QCOMPARE(std::abs(after.paragraphs - before.paragraphs), 1);
+    QCOMPARE(std::abs(after.remarks - before.remarks), 1);
+    QCOMPARE(after.brand, !before.brand);
+    QCOMPARE(after.fields, before.fields - 1);
+    QCOMPARE(std::abs(after.lines - before.lines), 1);
+}
+
+void tst_Workstation::jobListShowsEveryJobAndOpensTheChosenOne()
+{
+    auto window = openWorkstation();
+    const QList<ZebObjects::JobSummary> jobs = m_store->jobs();
+    int largeRow = -1;
+    for (int i = 0; i < jobs.size(); ++i)
+        if (jobs.at(i).lineCount == ZebObjects::SampleOffice::LargeJobLineCount)
+            largeRow = i;
+    QVERIFY(largeRow >= 0);
+
+    bool shown = false;
+    ZebTest::WhenModal<JobListDialog> answer([&](JobListDialog& dialog) {
+        QTableWidget* table = dialog.table();
+        shown = table->rowCount() == jobs.size()
+                && table->item(largeRow, 0)->text() == jobs.at(largeRow).number
+                && table->item(largeRow, 1)->text() == jobs.at(largeRow).name
+                && table->item(largeRow, 2)->text() == QString::number(jobs.at(largeRow).customerCount)
+                && table->item(largeRow, 3)->text() == QStringLiteral("744");
+        const QRect cell = table->visualItemRect(table->item(largeRow, 1));
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+        QTest::mouseClick(dialog.findChild<QAbstractButton*>(QStringLiteral("cmdOpen")),
+                          Qt::LeftButton);
+    });
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
+    QVERIFY(answer.answered());
+    QVERIFY(!answer.leftOpen());
+    QVERIFY(shown);
+    QCOMPARE(window->job()->id(), jobs.at(largeRow).id);
+    auto* lines = control<ZebSubCtl::UserControl>(*window, "ctlLineItems");
+    QCOMPARE(int(lines->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size()), 744);
+    QCOMPARE(window->problems(), QStringList());
+}
+
+void tst_Workstation::menusCarryTheShortcutsAndTheDiagnosticsPaneCanBeHidden()
+{
+    auto window = openWorkstation();
+    auto* open = window->findChild<QAction*>(QStringLiteral("actOpenJob"));
+    auto* quit = window->findChild<QAction*>(QStringLiteral("actQuit"));
+    QVERIFY(open && quit);
+    QCOMPARE(open->text(), QStringLiteral("&Open Job..."));
+    QCOMPARE(open->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
+    QCOMPARE(quit->text(), QStringLiteral("&Quit"));
+    QCOMPARE(quit->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QVERIFY(window->diagnosticsDock()->isVisible());
+    auto* diagnostics = window->findChild<QAction*>(QStringLiteral("actDiagnostics"));
+    QVERIFY(diagnostics->isCheckable());
+    diagnostics->trigger();
+    QVERIFY(!window->diagnosticsDock()->isVisible());
+    diagnostics->trigger();
+    QVERIFY(window->diagnosticsDock()->isVisible());
+
+    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    QVERIFY(!window->isVisible());
+}
+
+void tst_Workstation::statusBarShowsTheJobAndTheSaveState()
+{
+    auto window = openWorkstation();
+    const QString job = QStringLiteral("Job %1 %2").arg(window->job()->number(), window->job()->name());
+    QCOMPARE(window->jobStatus(), job);
+    QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
+    QCOMPARE(window->windowTitle(), QStringLiteral("Submittal Workbench - ") + job);
+}
+
+void tst_Workstation::pageControlFollowsTheWindowSize()
+{
+    auto window = openWorkstation();
+    window->resize(900, 700);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    window->showPage(3);
+    auto* paragraphs = control<ZebSubCtl::UserControl>(*window, "ctlParagraphs");
+    const QWidget* page = paragraphs->parentWidget();
+    QCOMPARE(paragraphs->geometry(), page->rect().adjusted(10, 10, -10, -10));
+    const int width = paragraphs->width();
+    window->resize(1200, 800);
+    QTRY_VERIFY(paragraphs->width() > width);
+    QCOMPARE(paragraphs->geometry(), page->rect().adjusted(10, 10, -10, -10));
+}
+
+void tst_Workstation::windowGeometryAndTheLastJobAreRememberedBetweenRuns()
+{
+    {
+        auto window = openWorkstation(true);
+        QCOMPARE(window->job()->name(), QStringLiteral("Riverside Medical Office Building"));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        window->resize(777, 555);
+        QTRY_COMPARE(window->size(), QSize(777, 555));
+        for (const auto& job : m_store->jobs())
+            if (job.lineCount == ZebObjects::SampleOffice::LargeJobLineCount)
+                window->openJob(job.id);
+        window->close();
+    }
+    auto window = openWorkstation(true);
+    QCOMPARE(window->size(), QSize(777, 555));
+    QCOMPARE(window->job()->lineItems()->Count(), ZebObjects::SampleOffice::LargeJobLineCount);
+}
+
+void tst_Workstation::unregisteredControlLeavesItsPageOut()
+{
+    m_store = OfficeFile::resetSample(m_db);
+    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 600, "height": 400,
+        "pages": [
+            {"title": "Later", "controls": [{"identifier": "ZebSubmittalControls.ctlNotYet",
+             "name": "later", "left": 150, "top": 150, "width": 3000, "height": 3000}]},
+            {"title": "Bill of Materials", "controls": [{"identifier": "ZebSubmittalControls.ctlBOMCriteria",
+             "name": "ctlBOMCriteria", "left": 150, "top": 150, "width": 7200, "height": 6540,
+             "bind": {"BOM": "bom"}}]}]})");
+    Workstation::Options options;
+    options.remember = false;
+    Workstation window(form, m_store, options);
+    window.openJob(window.startingJob());
+    QCOMPARE(window.pageTitles(), QStringList{QStringLiteral("Bill of Materials")});
+    QCOMPARE(window.problems(),
+             QStringList{QStringLiteral("later: Cannot create control: no control is registered as "
+                                        "\"ZebSubmittalControls.ctlNotYet\"")});
+}
+
+void tst_Workstation::everyInteractiveElementOfTheWindowAndTheJobListHasAName()
+{
+    auto window = openWorkstation();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QStringList found;
+    unnamed(QAccessible::queryAccessibleInterface(window.get()), found);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+
+    JobListDialog dialog(m_store->jobs());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    unnamed(QAccessible::queryAccessibleInterface(&dialog), found);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+void tst_Workstation::exportWritesTheSamplePackageWithoutAWindow()
+{
+    const QString pdf = m_scratch->filePath(QStringLiteral("out.pdf"));
+    const Run r = run({QStringLiteral("--export"), pdf});
+    QCOMPARE(r.code, 0);
+    QVERIFY2(QFileInfo::exists(defaultOffice()), qPrintable(r.err));
+    QVERIFY2(QFileInfo(pdf).size() > 0, qPrintable(r.err));
+    const QString text = pdfText(pdf);
+    QVERIFY2(text.contains(QStringLiteral("Riverside Medical Office Building")), qPrintable(text));
+    QVERIFY(r.out.startsWith(pdf + QStringLiteral(": ")));
+}
+
+void tst_Workstation::exportOfAJobChosenByNumber()
+{
+    auto store = OfficeFile::resetSample(m_db);
+    ZebObjects::JobSummary small;
+    for (const auto& job : store->jobs())
+        if (small.id == 0 || job.lineCount < small.lineCount)
+            small = job;
+    store.reset();
+    const QString pdf = m_scratch->filePath(QStringLiteral("small.pdf"));
+    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), small.number,
+                       QStringLiteral("--export"), pdf});
+    QCOMPARE(r.code, 0);
+    const QString text = pdfText(pdf);
+    QVERIFY2(text.contains(small.name), qPrintable(text));
+    QVERIFY(!text.contains(QStringLiteral("Riverside Medical Office Building")));
+}
+
+void tst_Workstation::exportOfAJobTheOfficeLacksIsAClearMessage()
+{
+    OfficeFile::resetSample(m_db).reset();
+    const QString pdf = m_scratch->filePath(QStringLiteral("none.pdf"));
+    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), QStringLiteral("0000"),
+                       QStringLiteral("--export"), pdf});
+    QCOMPARE(r.code, 1);
+    QCOMPARE(r.err.trimmed(), QStringLiteral("zeb-workbench: the office \"%1\" has no job numbered "
+                                             "\"0000\"")
+                                  .arg(m_db));
+    QVERIFY(!QFileInfo::exists(pdf));
+}
+
+void tst_Workstation::exportFromTheWindowWritesTheOpenJobsPackage()
+{
+    auto window = openWorkstation();
+    auto* action = window->findChild<QAction*>(QStringLiteral("actExportPackage"));
+    QVERIFY(action);
+    QCOMPARE(action->text(), QStringLiteral("&Export Package..."));
+    const QString pdf = m_scratch->filePath(QStringLiteral("window.pdf"));
+    QVERIFY(window->exportPackage(pdf));
+    QVERIFY(pdfText(pdf).contains(window->job()->name()));
+}
+
+void tst_Workstation::exportFromTheWindowCanBeCancelledAndLeavesNoFile()
+{
+    m_store = OfficeFile::resetSample(m_db);
+    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
+    Workstation::Options options;
+    options.remember = false;
+    options.exportProgressDelayMs = 0;
+    Workstation window(shippedForm(), m_store, options);
+    qint64 large = 0;
+    for (const auto& job : m_store->jobs())
+        if (job.lineCount == ZebObjects::SampleOffice::LargeJobLineCount)
+            large = job.id;
+    window.openJob(large);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    ZebTest::WhenModal<QProgressDialog> answer([](QProgressDialog& dialog) {
+        QTest::mouseClick(dialog.findChild<QAbstractButton*>(), Qt::LeftButton);
+    });
+    const QString pdf = m_scratch->filePath(QStringLiteral("cancelled.pdf"));
+    QVERIFY(!window.exportPackage(pdf));
+    QVERIFY(answer.answered());
+    QVERIFY(!QFileInfo::exists(pdf));
+    QCOMPARE(QDir(m_scratch->path()).entryList({QStringLiteral("*.pdf*")}, QDir::Files), QStringList());
+}
+
+void tst_Workstation::exportMenuAsksForTheFileWritesItAndOffersToOpenIt()
+{
+    auto window = openWorkstation();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    const QString pdf = m_scratch->filePath(QStringLiteral("menu.pdf"));
+    QString offer;
+    ZebTest::WhenModal<QFileDialog> file([&](QFileDialog& dialog) {
+        // The folder is chosen in the dialog, the name typed into its name box.
+        dialog.setDirectory(m_scratch->path());
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(name);
+        name->selectAll();
+        QTest::keyClicks(name, QStringLiteral("menu.pdf"));
+        auto* buttons = dialog.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+        QVERIFY(buttons);
+        QTest::mouseClick(buttons->button(QDialogButtonBox::Save), Qt::LeftButton);
+    });
+    ZebTest::WhenModal<QMessageBox> question([&](QMessageBox& box) {
+        offer = box.text();
+        // No viewer is started from a test.
+        QTest::mouseClick(box.button(QMessageBox::No), Qt::LeftButton);
+    });
+    QTest::keyClick(window.get(), Qt::Key_E, Qt::ControlModifier);
+    QVERIFY(file.answered());
+    QVERIFY(!file.leftOpen());
+    QVERIFY(question.answered());
+    QCOMPARE(offer, QStringLiteral("The package is written to %1.\nOpen it now?").arg(pdf));
+    QVERIFY(pdfText(pdf).contains(QStringLiteral("Riverside Medical Office Building")));
+}
+
+QTEST_MAIN(tst_Workstation)
+#include "tst_workstation.moc"
