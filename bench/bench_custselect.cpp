@@ -10,6 +10,7 @@
 //
 // N runs to 32,767, the most a collection with 16-bit positions holds.
 
+#include "benchsupport.h"
 #include "controls/customers/ctlcustselect.h"
 #include "frame/messageboxes.h"
 #include "objects/standalonecustomer.h"
@@ -30,6 +31,9 @@
 
 using namespace ZebSubCtl;
 using Clock = std::chrono::steady_clock;
+
+using ZebBench::seconds;
+using ZebBench::settle;
 
 namespace {
 
@@ -63,15 +67,6 @@ std::shared_ptr<ZebObjects::StandaloneCustomers> customers(int count)
     return out;
 }
 
-// Layout and the first paint, as the user would see the result.
-void settle()
-{
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-}
-
 // Every timed step starts with cold caches, as a user's click on data loaded long before does:
 // otherwise 10,000 customers stay in the last-level cache and 32,767 do not, and the growth
 // between them measures the cache, not the work.
@@ -84,11 +79,6 @@ void evictCaches()
         buffer[i] = char(buffer[i] + round);
     benchmark::DoNotOptimize(buffer.data());
     benchmark::ClobberMemory();
-}
-
-double seconds(Clock::time_point from, Clock::time_point to)
-{
-    return std::chrono::duration<double>(to - from).count();
 }
 
 std::unique_ptr<QTreeWidget> plainTree()
@@ -262,13 +252,5 @@ BENCHMARK(BM_RemoveAll)->Arg(32767)->Iterations(12)->UseManualTime()->Unit(bench
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return ZebBench::runBenchmarks<QApplication>(argc, argv);
 }

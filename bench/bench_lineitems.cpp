@@ -12,6 +12,7 @@
 //   BM_TableView     binding 744 lines against a QTableView over a model filled before it is
 //                    set (the idiomatic list)
 
+#include "benchsupport.h"
 #include "controls/lineitems/ctlsubline.h"
 #include "controls/lineitems/ctlsublinedsp.h"
 #include "controls/lineitems/ctlsublines.h"
@@ -53,6 +54,9 @@ struct Clock {
 using ZebObjects::StandaloneLineItem;
 using ZebObjects::StandaloneLineItems;
 
+using ZebBench::seconds;
+using ZebBench::settle;
+
 namespace {
 
 // The viewer's design size.
@@ -78,19 +82,6 @@ std::shared_ptr<StandaloneLineItems> jobLines(int count, int variant = 0)
         items->Add(d);
     }
     return items;
-}
-
-void settle()
-{
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-}
-
-double seconds(Clock::time_point from, Clock::time_point to)
-{
-    return (to - from).count();
 }
 
 // --- the hand-written stack
@@ -419,13 +410,5 @@ BENCHMARK(BM_TableView)->Arg(kMostLines)->Iterations(8)->UseManualTime()->Unit(
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return ZebBench::runBenchmarks<QApplication>(argc, argv);
 }

@@ -6,6 +6,7 @@
 //   BM_Growth     the 100-line and the 744-line export in the same iteration; growth is the
 //                 ratio of their times (linear growth would be 7.44)
 
+#include "benchsupport.h"
 #include "objects/standalonebom.h"
 #include "objects/standalonecoverletter.h"
 #include "objects/standalonepackagesource.h"
@@ -22,6 +23,7 @@
 
 using namespace ZebObjects;
 using Clock = std::chrono::steady_clock;
+using ZebBench::seconds;
 
 namespace {
 
@@ -61,7 +63,7 @@ double exportSeconds(const StandalonePackageSource& job, const QString& path, qi
     generator.Generate(job, path);
     const auto end = Clock::now();
     *pages = generator.pageCount();
-    return std::chrono::duration<double>(end - start).count();
+    return seconds(start, end);
 }
 
 void BM_Export(benchmark::State& state)
@@ -111,11 +113,5 @@ BENCHMARK(BM_Growth)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations
 
 int main(int argc, char** argv)
 {
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return ZebBench::runBenchmarks<QGuiApplication>(argc, argv);
 }

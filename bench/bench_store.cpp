@@ -3,6 +3,7 @@
 // plain Qt SQL equivalent exists it runs in the same iteration, and the counters give both
 // times and their ratio. Built and run in the Release tree:
 //   BENCHES=bench_store bench/run.sh
+#include "benchsupport.h"
 #include "contracts/customers.h"
 #include "contracts/labelfields.h"
 #include "contracts/lineitemcomment.h"
@@ -29,14 +30,11 @@
 
 using namespace ZebObjects;
 
+using ZebBench::seconds;
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-double seconds(Clock::time_point a, Clock::time_point b)
-{
-    return std::chrono::duration<double>(b - a).count();
-}
 
 // The sample office in a scratch file, made once for the benchmarks that read or write it.
 struct Office {
@@ -222,11 +220,5 @@ BENCHMARK(BM_OpenLargeJob)->Iterations(10)->UseManualTime()->Unit(benchmark::kMi
 
 int main(int argc, char** argv)
 {
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return ZebBench::runBenchmarks<QCoreApplication>(argc, argv);
 }

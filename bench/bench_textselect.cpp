@@ -9,6 +9,7 @@
 //   BM_ItemMoved   Move Down on a list of 10,000 (the list rebuilt) against the hand-written
 //                  fill of 10,000
 
+#include "benchsupport.h"
 #include "controls/textselect/ctltextselect.h"
 #include "objects/standalonetextobjects.h"
 #include "platform/keyedlistview.h"
@@ -28,6 +29,9 @@
 using namespace ZebSubCtl;
 using Clock = std::chrono::steady_clock;
 
+using ZebBench::seconds;
+using ZebBench::settle;
+
 namespace {
 
 constexpr QSize kControlSize(410, 352);
@@ -46,20 +50,6 @@ std::shared_ptr<ZebObjects::StandaloneTextObjects> paragraphs(int count)
         texts->Add(text, i % 3 == 0);
     }
     return texts;
-}
-
-// Layout and the first paint, as the user would see the result.
-void settle()
-{
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-}
-
-double seconds(Clock::time_point from, Clock::time_point to)
-{
-    return std::chrono::duration<double>(to - from).count();
 }
 
 // The hand-written list: a shown QListView with uniform item sizes.
@@ -246,13 +236,5 @@ BENCHMARK(BM_ItemMoved)->Arg(10000)->Iterations(10)->UseManualTime()->Unit(
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return ZebBench::runBenchmarks<QApplication>(argc, argv);
 }

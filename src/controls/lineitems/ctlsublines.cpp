@@ -164,8 +164,10 @@ void ctlSubLines::Populate()
 {
     ErrorPath::run(
         Procedure::untraced(this, QStringLiteral("Populate()")), Ending::propagate(), [&] {
-            const HiddenWhileRebuilt hidden(this);
+            // The old rows go while still shown: hiding them first would walk every one of
+            // their widgets only to destroy it.
             Clear();
+            const HiddenWhileRebuilt hidden(this);
             if (!m_lineItems)
                 return;
             qint16 n = 1;
