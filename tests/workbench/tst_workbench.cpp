@@ -260,6 +260,8 @@ void tst_Workbench::lineItemsOptionRejectsWhatIsNotACount()
                              QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
     QCOMPARE(run.code, 1);
     QVERIFY(run.err.contains(QStringLiteral("Overflow")));
+}
+
 void tst_Workbench::runtimePropertiesAreSetByNameAfterBinding()
 {
     const FormDescription form = FormDescription::fromJson(R"({
