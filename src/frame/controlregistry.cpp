@@ -17,10 +17,18 @@ QString ControlRegistry::identifierFor(const QString& controlName)
     return LibraryInfo::Name() + QLatin1Char('.') + controlName;
 }
 
-bool ControlRegistry::add(const QString& controlName, Factory factory)
+bool ControlRegistry::add(const QString& controlName, Factory factory,
+                          const QMetaObject* metaObject)
 {
-    m_factories.insert(identifierFor(controlName), std::move(factory));
+    const QString identifier = identifierFor(controlName);
+    m_factories.insert(identifier, std::move(factory));
+    m_metaObjects.insert(identifier, metaObject);
     return true;
+}
+
+const QMetaObject* ControlRegistry::metaObject(const QString& identifier) const
+{
+    return m_metaObjects.value(identifier, nullptr);
 }
 
 bool ControlRegistry::contains(const QString& identifier) const

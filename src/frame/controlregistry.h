@@ -7,6 +7,7 @@
 #include <functional>
 
 class QWidget;
+struct QMetaObject;
 
 namespace ZebSubCtl {
 
@@ -22,15 +23,20 @@ public:
     static QString identifierFor(const QString& controlName);
 
     // Returns true so that registration can initialise a static.
-    bool add(const QString& controlName, Factory factory);
+    bool add(const QString& controlName, Factory factory,
+             const QMetaObject* metaObject = nullptr);
     bool contains(const QString& identifier) const;
     // Registered identifiers, sorted.
     QStringList identifiers() const;
     // A new control; an unknown identifier fails with 429 (cannot create object).
     UserControl* create(const QString& identifier, QWidget* parent = nullptr) const;
+    // The control's class, so that a form designer can describe it without making one;
+    // null for an unknown identifier.
+    const QMetaObject* metaObject(const QString& identifier) const;
 
 private:
     QMap<QString, Factory> m_factories;
+    QMap<QString, const QMetaObject*> m_metaObjects;
 };
 
 }  // namespace ZebSubCtl
@@ -41,5 +47,6 @@ private:
         ::ZebSubCtl::ControlRegistry::instance().add(                                         \
             QStringLiteral(#Class), [](QWidget* parent) -> ::ZebSubCtl::UserControl* {        \
                 return new Class(parent);                                                     \
-            });                                                                              \
+            },                                                                               \
+            &Class::staticMetaObject);                                                       \
     }

@@ -24,6 +24,7 @@ private slots:
     void unknownIdentifierFailsClearly();
     void identifiersAreSorted();
     void libraryIdentity();
+    void registeredControlsClassIsKnownWithoutMakingOne();
 };
 
 void tst_ControlRegistry::identifierIsLibraryNameDotControlName()
@@ -70,6 +71,15 @@ void tst_ControlRegistry::libraryIdentity()
     QCOMPARE(LibraryInfo::InternalName(), QStringLiteral("ZebSubCtl"));
     QCOMPARE(LibraryInfo::Description(), QStringLiteral("Varnholt Quenza Submittal Controls"));
     QCOMPARE(LibraryInfo::Version(), QStringLiteral("4.09.0040"));
+}
+
+void tst_ControlRegistry::registeredControlsClassIsKnownWithoutMakingOne()
+{
+    const QString id = QStringLiteral("ZebSubmittalControls.ctlRegistryProbe");
+    QCOMPARE(ControlRegistry::instance().metaObject(id), &ctlRegistryProbe::staticMetaObject);
+    QCOMPARE(ControlRegistry::instance().metaObject(
+                 QStringLiteral("ZebSubmittalControls.ctlNoSuch")),
+             nullptr);
 }
 
 QTEST_MAIN(tst_ControlRegistry)

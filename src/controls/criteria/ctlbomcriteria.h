@@ -25,7 +25,15 @@ class ctlTextSelect;
 // bound BOM options at once. Registered as "ZebSubmittalControls.ctlBOMCriteria".
 class ctlBOMCriteria : public UserControl {
     Q_OBJECT
-    Q_PROPERTY(std::shared_ptr<ZebObjects::BOM> BOM READ BOM WRITE setBOM)
+    Q_CLASSINFO("ToolTip",
+                "Bill of materials options: which columns the bill of materials shows and its "
+                "default remarks.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlBOMCriteria sets how a submittal's bill of materials looks: the column "
+                "options and the default remarks. Bind it to the submittal's BOM object through "
+                "its BOM property at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/criteria/ctlbomcriteria.h")
+    Q_PROPERTY(std::shared_ptr<ZebObjects::BOM> BOM READ BOM WRITE setBOM DESIGNABLE false)
 public:
     explicit ctlBOMCriteria(QWidget* parent = nullptr);
     ~ctlBOMCriteria() override;

@@ -23,7 +23,13 @@ class Picture;
 // "ZebSubmittalControls.ctlCvrLtrCriteria".
 class ctlCvrLtrCriteria : public UserControl {
     Q_OBJECT
-    Q_PROPERTY(std::shared_ptr<ZebObjects::Submittal> Submittal READ Submittal WRITE setSubmittal)
+    Q_CLASSINFO("ToolTip", "Cover letter options of a submittal.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlCvrLtrCriteria sets the cover letter options of a submittal. Bind it to the "
+                "submittal through its Submittal property at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/criteria/ctlcvrltrcriteria.h")
+    Q_PROPERTY(std::shared_ptr<ZebObjects::Submittal> Submittal READ Submittal WRITE setSubmittal
+                   DESIGNABLE false)
 public:
     explicit ctlCvrLtrCriteria(QWidget* parent = nullptr);
     ~ctlCvrLtrCriteria() override;

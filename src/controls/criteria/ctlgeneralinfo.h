@@ -30,7 +30,14 @@ class TextBox;
 // "ZebSubmittalControls.ctlGeneralInfo".
 class ctlGeneralInfo : public UserControl {
     Q_OBJECT
-    Q_PROPERTY(std::shared_ptr<ZebObjects::Submittal> Criteria READ Criteria WRITE setCriteria)
+    Q_CLASSINFO("ToolTip", "Submittal contents, purpose, issuer and date.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlGeneralInfo sets what a submittal contains (cover letter, bill of materials, "
+                "labels...), its purpose, who issues it and its date. Bind it to the submittal "
+                "through its Criteria property at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/criteria/ctlgeneralinfo.h")
+    Q_PROPERTY(std::shared_ptr<ZebObjects::Submittal> Criteria READ Criteria WRITE setCriteria
+                   DESIGNABLE false)
 public:
     explicit ctlGeneralInfo(QWidget* parent = nullptr);
     ~ctlGeneralInfo() override;

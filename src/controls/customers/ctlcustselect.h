@@ -27,10 +27,17 @@ class KeyedListView;
 // "ZebSubmittalControls.ctlCustSelect".
 class ctlCustSelect : public UserControl {
     Q_OBJECT
-    Q_PROPERTY(std::shared_ptr<ZebObjects::Customers> Customers READ Customers WRITE setCustomers)
+    Q_CLASSINFO("ToolTip", "Searches customers and keeps the list of the submittal's customers.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlCustSelect searches the customers and keeps the list of customers a submittal"
+                " goes to. AllowAdd and AllowDelete offer adding and removing customers. Bind it "
+                "to the customer list through its Customers property at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/customers/ctlcustselect.h")
+    Q_PROPERTY(std::shared_ptr<ZebObjects::Customers> Customers READ Customers WRITE setCustomers
+                   DESIGNABLE false)
     Q_PROPERTY(bool AllowAdd READ AllowAdd WRITE setAllowAdd)
     Q_PROPERTY(bool AllowDelete READ AllowDelete WRITE setAllowDelete)
-    Q_PROPERTY(bool ShowCheckboxes READ ShowCheckboxes WRITE setShowCheckboxes)
+    Q_PROPERTY(bool ShowCheckboxes READ ShowCheckboxes WRITE setShowCheckboxes DESIGNABLE false)
 public:
     explicit ctlCustSelect(QWidget* parent = nullptr);
     ~ctlCustSelect() override;

@@ -22,7 +22,13 @@ class LineShape;
 // Registered as "ZebSubmittalControls.ctlLabelCriteria".
 class ctlLabelCriteria : public UserControl {
     Q_OBJECT
-    Q_PROPERTY(std::shared_ptr<ZebObjects::Labels> Labels READ Labels WRITE setLabels)
+    Q_CLASSINFO("ToolTip", "Which fields print on labels, and in which order.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlLabelCriteria chooses the fields that print on a submittal's labels and their"
+                " order. Bind it to the labels through its Labels property at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/labels/ctllabelcriteria.h")
+    Q_PROPERTY(std::shared_ptr<ZebObjects::Labels> Labels READ Labels WRITE setLabels
+                   DESIGNABLE false)
 public:
     explicit ctlLabelCriteria(QWidget* parent = nullptr);
     ~ctlLabelCriteria() override;

@@ -23,10 +23,17 @@ class ImageBox;
 // line's Selected back. Registered as "ZebSubmittalControls.ctlSubLine".
 class ctlSubLine : public UserControl {
     Q_OBJECT
-    Q_PROPERTY(QString LineNumber READ LineNumber WRITE setLineNumber)
-    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItem> LineItem READ LineItem WRITE setLineItem)
-    Q_PROPERTY(bool Grayed READ Grayed WRITE setGrayed)
-    Q_PROPERTY(qint16 Index READ Index)
+    Q_CLASSINFO("ToolTip", "One line item row with its check box.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlSubLine shows one line item of a submittal as a row with its check box. Rows "
+                "are normally made by ctlSubLines; bind a row to its line item through its "
+                "LineItem property at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/lineitems/ctlsubline.h")
+    Q_PROPERTY(QString LineNumber READ LineNumber WRITE setLineNumber DESIGNABLE false)
+    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItem> LineItem READ LineItem WRITE setLineItem
+                   DESIGNABLE false)
+    Q_PROPERTY(bool Grayed READ Grayed WRITE setGrayed DESIGNABLE false)
+    Q_PROPERTY(qint16 Index READ Index DESIGNABLE false)
 public:
     explicit ctlSubLine(QWidget* parent = nullptr);
     ~ctlSubLine() override;

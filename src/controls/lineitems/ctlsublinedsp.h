@@ -22,7 +22,14 @@ class ScrollBar;
 // Registered as "ZebSubmittalControls.ctlSubLineDsp".
 class ctlSubLineDsp : public UserControl {
     Q_OBJECT
-    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItems> LineItems READ LineItems WRITE setLineItems)
+    Q_CLASSINFO("ToolTip", "Scrolling, striped list of a submittal's line items.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlSubLineDsp shows a submittal's line items as a scrolling, striped list with a"
+                " check box on each row. Bind it to the line items through its LineItems property"
+                " at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/lineitems/ctlsublinedsp.h")
+    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItems> LineItems READ LineItems WRITE setLineItems
+                   DESIGNABLE false)
 public:
     explicit ctlSubLineDsp(QWidget* parent = nullptr);
     ~ctlSubLineDsp() override;

@@ -21,8 +21,15 @@ class ctlSubLine;
 // the design-time row and is never destroyed. Registered as "ZebSubmittalControls.ctlSubLines".
 class ctlSubLines : public UserControl {
     Q_OBJECT
-    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItems> LineItems READ LineItems WRITE setLineItems)
-    Q_PROPERTY(qint16 LineHeight READ LineHeight)
+    Q_CLASSINFO("ToolTip", "Striped rows of a submittal's line items.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlSubLines shows a submittal's line items as striped rows with a check box "
+                "each; ctlSubLineDsp scrolls it. Bind it to the line items through its LineItems "
+                "property at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/lineitems/ctlsublines.h")
+    Q_PROPERTY(std::shared_ptr<ZebObjects::LineItems> LineItems READ LineItems WRITE setLineItems
+                   DESIGNABLE false)
+    Q_PROPERTY(qint16 LineHeight READ LineHeight DESIGNABLE false)
 public:
     explicit ctlSubLines(QWidget* parent = nullptr);
     ~ctlSubLines() override;

@@ -240,6 +240,13 @@ void ctlTextSelect::setMaxLength(qint16 length)
     });
 }
 
+void ctlTextSelect::setMaxLengthByName(qint32 length)
+{
+    // Reached from Qt's property system, so a failure must not leave this function.
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("MaxLength() - Property Set")),
+                   Ending::report(), [&] { setMaxLength(narrowTo16(length)); });
+}
+
 bool ctlTextSelect::AllowUpdate() const
 {
     return ErrorPath::run(traced("AllowUpdate"), Ending::propagate(),

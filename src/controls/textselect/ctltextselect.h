@@ -30,13 +30,20 @@ class ToolTipRegistry;
 // events. Registered as "ZebSubmittalControls.ctlTextSelect".
 class ctlTextSelect : public UserControl {
     Q_OBJECT
+    Q_CLASSINFO("ToolTip", "List of reusable text paragraphs or comments to pick from.")
+    Q_CLASSINFO("WhatsThis",
+                "ctlTextSelect lists reusable text paragraphs or comments with a check box each "
+                "and, as its design allows, adds, edits, deletes, reorders and saves them. Bind "
+                "it to a text collection through its TextObjects property at run time.")
+    Q_CLASSINFO("IncludeFile", "controls/textselect/ctltextselect.h")
     Q_PROPERTY(qint32 TextObjectType READ TextObjectType WRITE setTextObjectType)
-    Q_PROPERTY(qint16 MaxLength READ MaxLength WRITE setMaxLength)
+    // 32 bits by name, as forms and the saved design hold it; narrowed on the way in.
+    Q_PROPERTY(qint32 MaxLength READ MaxLength WRITE setMaxLengthByName)
     Q_PROPERTY(bool AllowUpdate READ AllowUpdate WRITE setAllowUpdate)
     Q_PROPERTY(bool AllowReorder READ AllowReorder WRITE setAllowReorder)
     Q_PROPERTY(bool AllowSave READ AllowSave WRITE setAllowSave)
     Q_PROPERTY(std::shared_ptr<ZebObjects::TextObjects> TextObjects READ TextObjects WRITE
-                   setTextObjects)
+                   setTextObjects DESIGNABLE false)
 public:
     explicit ctlTextSelect(QWidget* parent = nullptr);
     ~ctlTextSelect() override;
@@ -48,6 +55,9 @@ public:
     // default text object (0: no limit).
     qint16 MaxLength() const;
     void setMaxLength(qint16 length);
+    // The by-name and form path: narrows like the design restore (overflow 6 is reported and
+    // leaves the length as it was), then sets through setMaxLength.
+    void setMaxLengthByName(qint32 length);
     // Shows the entry area and enables Edit and Delete.
     bool AllowUpdate() const;
     void setAllowUpdate(bool allow);
