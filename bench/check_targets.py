@@ -63,9 +63,11 @@ def check(path):
             print(f"{name:<24}  KiB per row: resident {r['control_kib_per_row']:.2f} vs "
                   f"{r['baseline_kib_per_row']:.2f}, heap {r['control_heap_kib_per_row']:.2f} vs "
                   f"{r['baseline_heap_kib_per_row']:.2f}  {target}")
-        elif "control_ms" in r:
+        elif "control_ms" in r and "baseline_ms" in r:
             print(f"{name:<24}{r['control_ms']:>12.3f}{r['baseline_ms']:>10.3f}"
                   f"{r.get('ratio', 0):>8.2f}  {target}")
+        elif "control_ms" in r:
+            print(f"{name:<24}{r['control_ms']:>12.3f}{'':>18}  {target}")
         else:
             figures = ", ".join(f"{k} {v:.2f}" for k, v in r.items()
                                 if k.endswith(("_ms", "pages", "pages_100", "pages_744")))
