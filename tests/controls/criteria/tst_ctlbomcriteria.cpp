@@ -385,6 +385,9 @@ void tst_ctlBOMCriteria::everyInteractiveElementHasAnAccessibleName()
     QAccessibleInterface* picture =
         QAccessible::queryAccessibleInterface(f.ctl->findChild<Picture*>(QStringLiteral("Image2")));
     QVERIFY(!picture->text(QAccessible::Name).isEmpty());
+    // The whole tree too, the children's own parts (scroll bars, list headers) included.
+    const QStringList unnamedInTree = ZebTest::unnamedAccessibleElements(f.ctl.get());
+    QVERIFY2(unnamedInTree.isEmpty(), qPrintable(unnamedInTree.join(QStringLiteral("; "))));
 }
 
 // --- Binding and Populate

@@ -373,6 +373,9 @@ void tst_ctlCvrLtrCriteria::everyInteractiveElementHasAnAccessibleName()
         QVERIFY2(!picture->text(QAccessible::Name).isEmpty(), name);
         QVERIFY2(!picture->text(QAccessible::Description).isEmpty(), name);
     }
+    // The whole tree too, the children's own parts (scroll bars, list headers) included.
+    const QStringList unnamedInTree = ZebTest::unnamedAccessibleElements(f.ctl.get());
+    QVERIFY2(unnamedInTree.isEmpty(), qPrintable(unnamedInTree.join(QStringLiteral("; "))));
 }
 
 void tst_ctlCvrLtrCriteria::panelIsUsableByKeyboard()

@@ -499,6 +499,9 @@ void tst_ctlGeneralInfo::everyInteractiveElementHasANameForScreenReaders()
     QVERIFY(interactive >= 3);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     QTRY_VERIFY(!f.date()->isCalendarOpen());
+    // The whole tree too, the children's own parts (scroll bars, list headers) included.
+    const QStringList unnamedInTree = ZebTest::unnamedAccessibleElements(f.ctl.get());
+    QVERIFY2(unnamedInTree.isEmpty(), qPrintable(unnamedInTree.join(QStringLiteral("; "))));
 }
 
 void tst_ctlGeneralInfo::tabVisitsTheControlsInReadingOrder()

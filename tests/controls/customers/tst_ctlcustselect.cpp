@@ -572,6 +572,9 @@ void tst_ctlCustSelect::everyInteractiveElementHasAnAccessibleName()
         QVERIFY(!w->accessibleName().isEmpty());
         QVERIFY(!w->accessibleDescription().isEmpty());
     }
+    // The whole tree too, the children's own parts (scroll bars, list headers) included.
+    const QStringList unnamedInTree = ZebTest::unnamedAccessibleElements(f.ctl.get());
+    QVERIFY2(unnamedInTree.isEmpty(), qPrintable(unnamedInTree.join(QStringLiteral("; "))));
 }
 
 void tst_ctlCustSelect::tabOrderRunsFromTheSearchBoxesToTheBottomRow()

@@ -602,6 +602,9 @@ void tst_ctlLabelCriteria::everyInteractiveElementHasAnAccessibleName()
     }
     QCOMPARE(f.button("cmdAdd")->accessibleName(), QStringLiteral("Add Field"));
     QCOMPARE(f.button("cmdRemove")->accessibleName(), QStringLiteral("Remove Field"));
+    // The whole tree too, the children's own parts (scroll bars, list headers) included.
+    const QStringList unnamedInTree = ZebTest::unnamedAccessibleElements(f.ctl.get());
+    QVERIFY2(unnamedInTree.isEmpty(), qPrintable(unnamedInTree.join(QStringLiteral("; "))));
 }
 
 // --- The Labels property and filling
