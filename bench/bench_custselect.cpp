@@ -145,10 +145,7 @@ double median(std::vector<double> times)
 void report(benchmark::State& state, const std::string& name, int count, double control,
             double baseline, const std::vector<double>& times)
 {
-    const double n = double(state.iterations());
-    state.counters["control_ms"] = control / n * 1e3;
-    state.counters["baseline_ms"] = baseline / n * 1e3;
-    state.counters["ratio"] = control / baseline;
+    ZebBench::reportAgainstBaseline(state, control, baseline);
     const double mid = median(times);
     state.counters["control_median_ms"] = mid * 1e3;
     medianSeconds()[{name, count}] = mid;

@@ -259,9 +259,7 @@ void BM_Bind(benchmark::State& state)
         state.SetIterationTime(c);
     }
     const double n = double(state.iterations());
-    state.counters["control_ms"] = ours / n * 1e3;
-    state.counters["baseline_ms"] = theirs / n * 1e3;
-    state.counters["ratio"] = ours / theirs;
+    ZebBench::reportAgainstBaseline(state, ours, theirs);
     bindSeconds()[count] = ours / n;
     baselineBindSeconds()[count] = theirs / n;
     if (count == kMostLines && bindSeconds().count(100)) {
@@ -289,10 +287,7 @@ void BM_Rebind(benchmark::State& state)
         again += c;
         state.SetIterationTime(c);
     }
-    const double n = double(state.iterations());
-    state.counters["control_ms"] = again / n * 1e3;
-    state.counters["baseline_ms"] = once / n * 1e3;
-    state.counters["ratio"] = again / once;
+    ZebBench::reportAgainstBaseline(state, again, once);
 }
 BENCHMARK(BM_Rebind)->Arg(kMostLines)->Iterations(8)->UseManualTime()->Unit(
     benchmark::kMillisecond);
@@ -336,10 +331,7 @@ void BM_ScrollStep(benchmark::State& state)
         ours += c;
         state.SetIterationTime(c);
     }
-    const double n = double(state.iterations());
-    state.counters["control_ms"] = ours / n * 1e3;
-    state.counters["baseline_ms"] = theirs / n * 1e3;
-    state.counters["ratio"] = ours / theirs;
+    ZebBench::reportAgainstBaseline(state, ours, theirs);
     state.counters["target_ms"] = 2.0;
 }
 BENCHMARK(BM_ScrollStep)->Arg(kMostLines)->Iterations(200)->UseManualTime()->Unit(
@@ -398,10 +390,7 @@ void BM_TableView(benchmark::State& state)
         ours += c;
         state.SetIterationTime(c);
     }
-    const double n = double(state.iterations());
-    state.counters["control_ms"] = ours / n * 1e3;
-    state.counters["baseline_ms"] = theirs / n * 1e3;
-    state.counters["ratio"] = ours / theirs;
+    ZebBench::reportAgainstBaseline(state, ours, theirs);
 }
 BENCHMARK(BM_TableView)->Arg(kMostLines)->Iterations(8)->UseManualTime()->Unit(
     benchmark::kMillisecond);

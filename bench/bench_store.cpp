@@ -106,10 +106,7 @@ void BM_ControlWrite(benchmark::State& state)
     // Every write changed the flag, so every one must have ended in its event.
     if (events != qint64(state.iterations()))
         state.SkipWithError("a write raised no event");
-    const double n = double(state.iterations());
-    state.counters["control_ms"] = ours / n * 1e3;
-    state.counters["baseline_ms"] = theirs / n * 1e3;
-    state.counters["ratio"] = ours / theirs;
+    ZebBench::reportAgainstBaseline(state, ours, theirs);
     state.counters["worst_ms"] = worst * 1e3;
     state.counters["target_ms"] = 2.0;
 }
@@ -209,10 +206,7 @@ void BM_OpenLargeJob(benchmark::State& state)
         ours += c;
         theirs += b;
     }
-    const double n = double(state.iterations());
-    state.counters["control_ms"] = ours / n * 1e3;
-    state.counters["baseline_ms"] = theirs / n * 1e3;
-    state.counters["ratio"] = ours / theirs;
+    ZebBench::reportAgainstBaseline(state, ours, theirs);
 }
 BENCHMARK(BM_OpenLargeJob)->Iterations(10)->UseManualTime()->Unit(benchmark::kMillisecond);
 

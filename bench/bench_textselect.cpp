@@ -145,9 +145,7 @@ void BM_Bind(benchmark::State& state)
         state.SetIterationTime(c);
     }
     const double n = double(state.iterations());
-    state.counters["control_ms"] = control / n * 1e3;
-    state.counters["baseline_ms"] = baseline / n * 1e3;
-    state.counters["ratio"] = control / baseline;
+    ZebBench::reportAgainstBaseline(state, control, baseline);
     bindSeconds()[count] = control / n;
     if (count == 100000 && bindSeconds().count(10000))
         state.counters["growth_100k_over_10k"] = bindSeconds()[100000] / bindSeconds()[10000];
@@ -186,10 +184,7 @@ void BM_MouseMove(benchmark::State& state)
         ours += c;
         state.SetIterationTime(c);
     }
-    const double n = double(state.iterations());
-    state.counters["control_ms"] = ours / n * 1e3;
-    state.counters["baseline_ms"] = theirs / n * 1e3;
-    state.counters["ratio"] = ours / theirs;
+    ZebBench::reportAgainstBaseline(state, ours, theirs);
     state.counters["target_ms"] = 2.0;
 }
 BENCHMARK(BM_MouseMove)->Arg(10000)->Iterations(200)->UseManualTime()->Unit(
@@ -224,10 +219,7 @@ void BM_ItemMoved(benchmark::State& state)
     }
     if (list->selectedRow() < 0)
         state.SkipWithError("the moved paragraph lost its selection");
-    const double n = double(state.iterations());
-    state.counters["control_ms"] = ours / n * 1e3;
-    state.counters["baseline_ms"] = baseline / n * 1e3;
-    state.counters["ratio"] = ours / baseline;
+    ZebBench::reportAgainstBaseline(state, ours, baseline);
 }
 BENCHMARK(BM_ItemMoved)->Arg(10000)->Iterations(10)->UseManualTime()->Unit(
     benchmark::kMillisecond);

@@ -26,6 +26,17 @@ inline void settle()
     QCoreApplication::processEvents();
 }
 
+// Reports the control's and the baseline's mean times over the benchmark's iterations and their
+// ratio: the counters bench/check_targets.py reads.
+inline void reportAgainstBaseline(benchmark::State& state, double controlSeconds,
+                                  double baselineSeconds)
+{
+    const double n = double(state.iterations());
+    state.counters["control_ms"] = controlSeconds / n * 1e3;
+    state.counters["baseline_ms"] = baselineSeconds / n * 1e3;
+    state.counters["ratio"] = controlSeconds / baselineSeconds;
+}
+
 // Runs the registered benchmarks inside an Application (QApplication for widgets), on the
 // offscreen platform unless another one is asked for.
 template <class Application>
