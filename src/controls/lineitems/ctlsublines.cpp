@@ -125,7 +125,12 @@ void ctlSubLines::Clear()
     ErrorPath::run(Procedure::untraced(this, QStringLiteral("Clear()")), Ending::propagate(),
                    [&] {
                        while (m_rows.size() > 1) {
-                           delete m_rows.back().data();
+                           ctlSubLine* last = m_rows.back().data();
+                           // The row gives its area back to the list once; its children need
+                           // not each mark their own piece of it for repainting.
+                           if (last)
+                               last->setUpdatesEnabled(false);
+                           delete last;
                            m_rows.pop_back();
                        }
                        row(1)->setLineItem(nullptr);

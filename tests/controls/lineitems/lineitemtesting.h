@@ -5,6 +5,7 @@
 #include "objects/standalonelineitem.h"
 #include "objects/standalonelineitems.h"
 #include "platform/paintedlabel.h"
+#include "support/testsupport.h"
 
 #include <QAccessible>
 #include <QFontMetrics>
@@ -80,9 +81,10 @@ inline std::shared_ptr<ZebObjects::StandaloneLineItems> lines(int count)
     return out;
 }
 
-// Every widget under root that a user can reach or that screen readers present as a control,
-// and that has no accessible name.
-inline QStringList unnamedInteractive(QWidget* root)
+// What the shared accessibility walk leaves out: every widget under root, hidden ones included,
+// has an interface; a label with a caption reads as it; the comment picture, check boxes, scroll
+// bars and anything that takes the focus carry a name.
+inline QStringList unnamedWidgetsShownOrHidden(QWidget* root)
 {
     QStringList out;
     QList<QWidget*> widgets = root->findChildren<QWidget*>();
@@ -94,15 +96,13 @@ inline QStringList unnamedInteractive(QWidget* root)
             continue;
         }
         const QAccessible::Role role = iface->role();
-        const bool interactive = w->focusPolicy() != Qt::NoFocus
-                                 || role == QAccessible::CheckBox || role == QAccessible::ScrollBar
-                                 || role == QAccessible::Graphic || role == QAccessible::StaticText;
-        if (interactive && iface->text(QAccessible::Name).isEmpty()
+        const bool named = w->focusPolicy() != Qt::NoFocus || role == QAccessible::CheckBox
+                           || role == QAccessible::ScrollBar || role == QAccessible::Graphic
+                           || role == QAccessible::StaticText;
+        if (named && iface->text(QAccessible::Name).isEmpty()
             && !(role == QAccessible::StaticText
                  && static_cast<ZebSubCtl::PaintedLabel*>(w)->Caption().isEmpty()))
             out.append(w->objectName());
-        if (w == root && iface->text(QAccessible::Description).isEmpty())
-            out.append(w->objectName() + QStringLiteral(" (no description)"));
     }
     return out;
 }
