@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <cstddef>
 #include <cstdint>
@@ -30,14 +31,12 @@ void ensureApplication()
     static QCoreApplication app(argc, argv);
 }
 
+// One file, rewritten for every input, in a folder removed at exit.
 const QString& filePath()
 {
-    static const QString path = [] {
-        const QString dir = QDir::tempPath() + QStringLiteral("/zeb-storeopen-%1")
-                                                   .arg(QCoreApplication::applicationPid());
-        QDir().mkpath(dir);
-        return dir + QStringLiteral("/office.zebstore");
-    }();
+    static QTemporaryDir dir(QDir::tempPath() + QStringLiteral("/zeb-storeopen-XXXXXX"));
+    static const QString path = dir.filePath(QStringLiteral("office.zebstore"));
+    ZEB_FUZZ_CHECK(dir.isValid(), "a folder for the damaged file can be made");
     return path;
 }
 
