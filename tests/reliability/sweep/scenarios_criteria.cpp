@@ -106,8 +106,8 @@ void coverLetter(QWidget& w, Script& s)
     s.user(QStringLiteral("tick default paragraphs"), [&w] { clickNamed(w, "chkDefaultParagraph"); });
     s.user(QStringLiteral("tick logo"), [&w] { clickNamed(w, "chkIncludeLogo"); });
     s.user(QStringLiteral("tick remarks"), [&w] { clickNamed(w, "chkRemarks"); });
-    s.user(QStringLiteral("one letter"), [&w] { clickNamed(w, "optOneCoverLetter"); });
     s.user(QStringLiteral("separate letters"), [&w] { clickNamed(w, "optMultipleCoverLetters"); });
+    s.user(QStringLiteral("one letter"), [&w] { clickNamed(w, "optOneCoverLetter"); });
     s.user(QStringLiteral("resize"), [&w] { grow(w, 80, 40); });
     auto other = s.keep(ZebObjects::SampleData::submittal());
     s.host(QStringLiteral("rebind"), [&panel, other] { panel.setSubmittal(other); });

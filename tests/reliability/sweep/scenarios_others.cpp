@@ -217,14 +217,16 @@ QList<Scenario> subLineScenarios()
 
 QList<Scenario> subLinesScenarios()
 {
+    // Twenty rows fill alike: every third call (prime to the calls one row makes) still fails
+    // each member of a row somewhere, in a third of the time.
     return {Scenario{QStringLiteral("ctlSubLines"), QStringLiteral("twenty rows"),
-                     &shown<ZebSubCtl::ctlSubLines>, &rows, 1, {}}};
+                     &shown<ZebSubCtl::ctlSubLines>, &rows, 3, {}}};
 }
 
 QList<Scenario> subLineDspScenarios()
 {
     return {Scenario{QStringLiteral("ctlSubLineDsp"), QStringLiteral("scrolling twenty rows"),
-                     &shown<ZebSubCtl::ctlSubLineDsp>, &viewer, 1, {}}};
+                     &shown<ZebSubCtl::ctlSubLineDsp>, &viewer, 3, {}}};
 }
 
 QList<Scenario> custSelectScenarios()

@@ -97,6 +97,8 @@ void commands(QWidget& w, Script& s)
     s.user(QStringLiteral("menu Delete"), [&w] { chooseFromMenu(w, 0, Qt::Key_D); });
     s.model(QStringLiteral("another holder adds"),
             [remarks] { remarks->Add(QStringLiteral("Added elsewhere."), true); });
+    s.model(QStringLiteral("another holder inserts"),
+            [remarks] { remarks->Insert(1, QStringLiteral("Inserted elsewhere."), false); });
     s.model(QStringLiteral("another holder removes"), [remarks] {
         const auto all = remarks->Enumerate();
         if (!all.isEmpty())

@@ -411,9 +411,11 @@ ControlResult sweep(const QString& control, const QList<Scenario>& scenarios)
                             static_cast<long long>(i + 1), qPrintable(first.calls.at(i)),
                             qPrintable(first.callSteps.at(i)));
         result.recorded += total;
-        const int every = qMax(1, scenario.sampleEvery);
+        // ZEB_SWEEP_FULL=1 replays every call of every scenario.
+        const int every =
+            qEnvironmentVariableIsSet("ZEB_SWEEP_FULL") ? 1 : qMax(1, scenario.sampleEvery);
         if (every > 1)
-            result.sampled << QStringLiteral("%1 (every %2th of %3 calls)")
+            result.sampled << QStringLiteral("%1 (one call in %2 of its %3 calls)")
                                   .arg(name)
                                   .arg(every)
                                   .arg(total);
