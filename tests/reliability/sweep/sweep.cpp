@@ -159,6 +159,13 @@ QString widgetState(QWidget* w)
         if (user.isValid())
             parts << user.read(w).toString();
     }
+    // And through the properties the controls set by name.
+    for (const char* name : {"Caption", "Value"}) {
+        const int index = w->metaObject()->indexOfProperty(name);
+        if (index >= 0)
+            parts << QLatin1String(name) + QLatin1Char('=') +
+                         w->metaObject()->property(index).read(w).toString();
+    }
     if (!w->toolTip().isEmpty())
         parts << QStringLiteral("tip ") + w->toolTip();
     return parts.join(QLatin1Char(' '));
