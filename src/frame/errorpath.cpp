@@ -18,6 +18,12 @@ const QString kExiting = QStringLiteral("Exiting Method...");
 // The library has no numbered lines.
 constexpr qint32 kLine = 0;
 
+QList<ProcedureStack::Frame>& frames()
+{
+    static QList<ProcedureStack::Frame> stack;
+    return stack;
+}
+
 ErrorPath::LastResortHook& hookSlot()
 {
     static ErrorPath::LastResortHook hook;
@@ -32,6 +38,34 @@ QString componentName(const QObject* component)
     const QString name = QString::fromLatin1(component->metaObject()->className());
     const qsizetype colon = name.lastIndexOf(QLatin1Char(':'));
     return colon < 0 ? name : name.mid(colon + 1);
+}
+
+void ProcedureStack::setEnabled(bool on)
+{
+    s_enabled = on;
+    frames().clear();
+}
+
+QList<ProcedureStack::Frame> ProcedureStack::current()
+{
+    return frames();
+}
+
+qsizetype ProcedureStack::depth()
+{
+    return frames().size();
+}
+
+bool ProcedureStack::push(const Procedure& procedure)
+{
+    frames().append(Frame{procedure.module(), procedure.label()});
+    return true;
+}
+
+void ProcedureStack::pop()
+{
+    if (!frames().isEmpty())
+        frames().removeLast();
 }
 
 Procedure::Procedure(const QObject* component, QString module, QString label, QString traceLabel)

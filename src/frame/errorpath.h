@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QString>
 
+#include <QList>
+
 #include <functional>
 #include <type_traits>
 #include <utility>
@@ -68,6 +70,47 @@ private:
     std::function<void(const ErrorInfo&)> m_next;
 };
 
+// The procedures now running, innermost last, for tests that must know in which procedure a
+// failure happened. Off unless a test turns it on; then every procedure that runs through the
+// error path helpers below enters and leaves it.
+class ProcedureStack {
+public:
+    struct Frame {
+        QString module;
+        QString label;
+    };
+
+    static void setEnabled(bool on);
+    static bool enabled() { return s_enabled; }
+    static QList<Frame> current();
+    static qsizetype depth();
+
+    // Enters a procedure for the life of the scope (nothing when off).
+    class Scope {
+    public:
+        explicit Scope(const Procedure& procedure)
+        {
+            if (s_enabled)
+                m_entered = push(procedure);
+        }
+        ~Scope()
+        {
+            if (m_entered)
+                pop();
+        }
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+
+    private:
+        bool m_entered = false;
+    };
+
+private:
+    static bool push(const Procedure& procedure);
+    static void pop();
+    static inline bool s_enabled = false;
+};
+
 // The error path every procedure runs in. The body is the procedure's work; the helper traces
 // entry and normal exit for traced procedures, and on any failure reads it, logs it (line 0)
 // and ends as the Ending says. A failure raised by the error path itself leaves the procedure:
@@ -82,28 +125,16 @@ public:
     static auto run(const Procedure& procedure, const Ending& ending, Body&& body)
         -> std::invoke_result_t<Body&>
     {
-        using Result = std::invoke_result_t<Body&>;
-        ErrorInfo error;
-        try {
-            if (procedure.isTraced())
-                traceEntry(procedure);
-            if constexpr (std::is_void_v<Result>) {
-                body();
-                if (procedure.isTraced())
-                    traceExit(procedure);
-                return;
-            } else {
-                Result result = body();
-                if (procedure.isTraced())
-                    traceExit(procedure);
-                return result;
-            }
-        } catch (...) {
-            error = currentError();
-        }
-        fail(procedure, ending, error);
-        if constexpr (!std::is_void_v<Result>)
-            return Result{};
+        return runWith(procedure, ending, body, &ErrorPath::fail);
+    }
+
+    // The same, but a failure of the error path itself is thrown to the caller whatever the
+    // ending: for the controls' own operations, whose callers run an error path of their own.
+    template <class Body>
+    static auto runOrThrow(const Procedure& procedure, const Ending& ending, Body&& body)
+        -> std::invoke_result_t<Body&>
+    {
+        return runWith(procedure, ending, body, &ErrorPath::failOrThrow);
     }
 
     // For Qt's event handlers that call a propagating procedure (a resize handler, say): a
@@ -136,6 +167,40 @@ public:
 
     static void setLastResortHook(LastResortHook hook);
     static void lastResort(const ErrorInfo& error) noexcept;
+
+private:
+    using FailFunction = void (*)(const Procedure&, const Ending&, const ErrorInfo&);
+
+    template <class Body>
+    static auto runWith(const Procedure& procedure, const Ending& ending, Body& body,
+                        FailFunction failWith) -> std::invoke_result_t<Body&>
+    {
+        using Result = std::invoke_result_t<Body&>;
+        ErrorInfo error;
+        {
+            const ProcedureStack::Scope scope(procedure);
+            try {
+                if (procedure.isTraced())
+                    traceEntry(procedure);
+                if constexpr (std::is_void_v<Result>) {
+                    body();
+                    if (procedure.isTraced())
+                        traceExit(procedure);
+                    return;
+                } else {
+                    Result result = body();
+                    if (procedure.isTraced())
+                        traceExit(procedure);
+                    return result;
+                }
+            } catch (...) {
+                error = currentError();
+            }
+        }
+        failWith(procedure, ending, error);
+        if constexpr (!std::is_void_v<Result>)
+            return Result{};
+    }
 };
 
 // "Resume with the next statement": each step runs guarded; a failed step runs the error path
@@ -154,6 +219,7 @@ public:
     {
         ErrorInfo error;
         try {
+            const ProcedureStack::Scope scope(m_procedure);
             step();
             return *this;
         } catch (...) {

@@ -53,6 +53,10 @@ private slots:
     void foreignExceptionsBecomeInternalErrors();
     void lineNumberIsZero();
     void componentNameIsTheBareClassName();
+    void runOrThrowSendsAFailingLogOnlyErrorPathToTheCaller();
+    void procedureStackIsEmptyWhenOff();
+    void procedureStackListsTheRunningProceduresInnermostLast();
+    void procedureStackIsLeftOnFailureAndInResumeSteps();
 };
 
 void tst_ErrorPath::firstFailureInFreshProcessCreatesTheLogBeforeLoggingIt()
@@ -361,6 +365,81 @@ void tst_ErrorPath::componentNameIsTheBareClassName()
     ctlProbe probe;
     QCOMPARE(componentName(&probe), QStringLiteral("ctlProbe"));
     QCOMPARE(componentName(nullptr), QString());
+}
+
+void tst_ErrorPath::runOrThrowSendsAFailingLogOnlyErrorPathToTheCaller()
+{
+    ZebTest::Harness h;
+    h.log().faults().failNext(QStringLiteral("LogError"),
+                              error(75, QStringLiteral("Log"), QStringLiteral("Disk full")));
+    try {
+        ErrorPath::runOrThrow(Procedure::untraced(QStringLiteral("ctlLabelCriteria"),
+                                                  QStringLiteral("addField()")),
+                              Ending::logOnly(), [] { throwFailure(); });
+        QFAIL("no failure");
+    } catch (const Failure& e) {
+        QCOMPARE(e.info().Number, 75);
+    }
+    QVERIFY(h.lastResort().isEmpty());
+    // Without a failing log it swallows like run().
+    ErrorPath::runOrThrow(Procedure::untraced(QStringLiteral("ctlLabelCriteria"),
+                                              QStringLiteral("addField()")),
+                          Ending::logOnly(), [] { throwFailure(); });
+    QCOMPARE(h.log().failureLines().size(), 1);
+}
+
+void tst_ErrorPath::procedureStackIsEmptyWhenOff()
+{
+    ZebTest::Harness h;
+    ProcedureStack::setEnabled(false);
+    int seen = -1;
+    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlA"), QStringLiteral("a()")),
+                   Ending::logOnly(), [&] { seen = int(ProcedureStack::current().size()); });
+    QCOMPARE(seen, 0);
+}
+
+void tst_ErrorPath::procedureStackListsTheRunningProceduresInnermostLast()
+{
+    ZebTest::Harness h;
+    ctlProbe probe;
+    ProcedureStack::setEnabled(true);
+    QList<ProcedureStack::Frame> inner;
+    ErrorPath::run(Procedure::untraced(&probe, QStringLiteral("cmdAdd_Click()")), Ending::report(),
+                   [&] {
+                       ErrorPath::run(Procedure::traced(QStringLiteral("ctlProbe"),
+                                                        QStringLiteral("Populate")),
+                                      Ending::propagate(),
+                                      [&] { inner = ProcedureStack::current(); });
+                   });
+    QCOMPARE(inner.size(), 2);
+    QCOMPARE(ProcedureStack::depth(), 0);
+    QCOMPARE(inner.at(0).module, QStringLiteral("ctlProbe"));
+    QCOMPARE(inner.at(0).label, QStringLiteral("cmdAdd_Click()"));
+    QCOMPARE(inner.at(1).label, QStringLiteral("Populate"));
+    QVERIFY(ProcedureStack::current().isEmpty());
+    ProcedureStack::setEnabled(false);
+}
+
+void tst_ErrorPath::procedureStackIsLeftOnFailureAndInResumeSteps()
+{
+    ZebTest::Harness h;
+    ProcedureStack::setEnabled(true);
+    QList<ProcedureStack::Frame> inStep;
+    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlA"), QStringLiteral("a()")),
+                   Ending::report(), [&] {
+                       ErrorPath::run(Procedure::untraced(QStringLiteral("ctlA"),
+                                                          QStringLiteral("b()")),
+                                      Ending::propagate(), [] { throwFailure(); });
+                   });
+    QVERIFY(ProcedureStack::current().isEmpty());
+    ResumeNext steps(Procedure::untraced(QStringLiteral("ctlSubLines"),
+                                         QStringLiteral("UserControl_Resize()")),
+                     Ending::warning());
+    steps([&] { throwFailure(); })([&] { inStep = ProcedureStack::current(); });
+    QCOMPARE(inStep.size(), 1);
+    QCOMPARE(inStep.at(0).label, QStringLiteral("UserControl_Resize()"));
+    QVERIFY(ProcedureStack::current().isEmpty());
+    ProcedureStack::setEnabled(false);
 }
 
 QTEST_MAIN(tst_ErrorPath)

@@ -476,6 +476,74 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(Failure, c.Name());
         QCOMPARE(c.faults().calls(), QStringList{QStringLiteral("Name")});
     }
+    void aCallSequenceRecordsTheCallsOfEveryObjectInOneOrder()
+    {
+        StandaloneLineItem a{StandaloneLineItem::Data{}};
+        StandaloneCustomer b(customerData(QStringLiteral("B")));
+        CallSequence sequence;
+        sequence.start();
+        a.Selected();
+        b.Name();
+        a.setSelected(true);
+        sequence.stop();
+        b.Name();
+        QCOMPARE(sequence.calls(), (QStringList{QStringLiteral("Selected"), QStringLiteral("Name"),
+                                                QStringLiteral("Selected=")}));
+        QCOMPARE(sequence.count(), qint64(3));
+        QVERIFY(!CallSequence::active());
+    }
+
+    void aCallSequenceFailsExactlyTheNthCallOverall()
+    {
+        StandaloneLineItem a{StandaloneLineItem::Data{}};
+        StandaloneCustomer b(customerData(QStringLiteral("B")));
+        CallSequence sequence;
+        QList<qint64> seen;
+        sequence.setObserver([&](qint64 n, const QString&) { seen.append(n); });
+        sequence.failAt(2, kError);
+        sequence.start();
+        a.Selected();
+        QVERIFY(!sequence.failed());
+        try {
+            b.Name();
+            QFAIL("no failure");
+        } catch (const Failure& e) {
+            QCOMPARE(e.info(), kError);
+        }
+        QVERIFY(sequence.failed());
+        b.Name();
+        a.Selected();
+        sequence.stop();
+        QCOMPARE(seen, (QList<qint64>{1, 2, 3, 4}));
+        QCOMPARE(sequence.calls().size(), 4);
+    }
+
+    void callsTheFilterRejectsAreNeitherCountedNorFailed()
+    {
+        StandaloneCustomer b(customerData(QStringLiteral("B")));
+        CallSequence sequence;
+        sequence.setFilter([](const QString& member) { return member != QLatin1String("Name"); });
+        sequence.failAt(1, kError);
+        sequence.start();
+        b.Name();
+        QVERIFY_THROWS_EXCEPTION(Failure, b.City());
+        sequence.stop();
+        QCOMPARE(sequence.calls(), QStringList{QStringLiteral("City")});
+    }
+
+    void anObjectLeftOutOfTheSequenceIsNotCounted()
+    {
+        MemoryDiagnosticLog log;
+        log.faults().setInSequence(false);
+        StandaloneCustomer b(customerData(QStringLiteral("B")));
+        CallSequence sequence;
+        sequence.failAt(1, kError);
+        sequence.start();
+        log.Trace(QStringLiteral("m"), QStringLiteral("l"), QStringLiteral("x"), 0);
+        QVERIFY_THROWS_EXCEPTION(Failure, b.Name());
+        sequence.stop();
+        QCOMPARE(sequence.calls(), QStringList{QStringLiteral("Name")});
+    }
 };
 
 QTEST_GUILESS_MAIN(TestFaultInjection)

@@ -316,24 +316,19 @@ void ctlGeneralInfo::connectCriteria()
 void ctlGeneralInfo::Populate()
 {
     // Log only; a failure of the log itself goes on to the property that called Populate.
-    const Procedure procedure = Procedure::untraced(this, QStringLiteral("Populate()"));
-    ZebObjects::ErrorInfo error;
-    try {
-        ZebObjects::Submittal& c = objectRef(mCriteria);
-        cmbIssuedBy->setText(c.IssuedBy());
-        showSubmittalDate();
-        chkCoverLetter->setValue(c.IncludeCoverLetter() ? 1 : 0);
-        chkBOM->setValue(c.IncludeBOM() ? 1 : 0);
-        chkLabels->setValue(c.IncludeLabels() ? 1 : 0);
-        // Selecting runs the option's click, which writes the purpose first.
-        optSubmittalPurpose->button(c.SubmittalPurposeIndex())->setValue(true);
-        if (optSubmittalPurpose->button(kOther)->value())
-            txtPurposeOther->setText(c.SubmittalPurpose());
-        return;
-    } catch (...) {
-        error = ErrorPath::currentError();
-    }
-    ErrorPath::failOrThrow(procedure, Ending::logOnly(), error);
+    ErrorPath::runOrThrow(
+        Procedure::untraced(this, QStringLiteral("Populate()")), Ending::logOnly(), [&] {
+            ZebObjects::Submittal& c = objectRef(mCriteria);
+            cmbIssuedBy->setText(c.IssuedBy());
+            showSubmittalDate();
+            chkCoverLetter->setValue(c.IncludeCoverLetter() ? 1 : 0);
+            chkBOM->setValue(c.IncludeBOM() ? 1 : 0);
+            chkLabels->setValue(c.IncludeLabels() ? 1 : 0);
+            // Selecting runs the option's click, which writes the purpose first.
+            optSubmittalPurpose->button(c.SubmittalPurposeIndex())->setValue(true);
+            if (optSubmittalPurpose->button(kOther)->value())
+                txtPurposeOther->setText(c.SubmittalPurpose());
+        });
 }
 
 void ctlGeneralInfo::showSubmittalDate()

@@ -37,15 +37,8 @@ constexpr int kMarginWithoutScrollBar = 5;
 template <class Body>
 void calledOperation(const QObject* component, const char* label, Body&& body)
 {
-    const Procedure procedure = Procedure::untraced(component, QLatin1String(label));
-    ErrorInfo error;
-    try {
-        body();
-        return;
-    } catch (...) {
-        error = ErrorPath::currentError();
-    }
-    ErrorPath::failOrThrow(procedure, Ending::logOnly(), error);
+    ErrorPath::runOrThrow(Procedure::untraced(component, QLatin1String(label)), Ending::logOnly(),
+                          body);
 }
 
 // The key of the list's selected item; no selected item fails like an empty reference.
