@@ -18,7 +18,9 @@
 #endif
 
 #ifdef ZEB_TEST_ASAN
-#include <sanitizer/allocator_interface.h>
+// The sanitizer runtime's own count of the bytes the program holds (its quarantine excluded);
+// GCC ships the runtime without the header that declares it.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 // Qt's hook table (QtCore exports it for object inspectors). The indices are fixed by its

@@ -86,6 +86,9 @@ struct ShadowSession {
     // The failures the last action should have logged, as "module|number" (a duplicate customer
     // is reported through the error path, so it is logged as well as shown).
     QStringList failures;
+    // The writes the last action should have made, by object: member writes ("IncludeBOM=") and
+    // calls that change a collection ("Add", "MoveUp", ...), in order.
+    QMap<QString, QStringList> writes;
 };
 
 }  // namespace ZebTest

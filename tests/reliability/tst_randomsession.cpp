@@ -47,6 +47,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -98,6 +99,21 @@ QString asAccepted(QString text)
     for (const Pasted& p : kPasted)
         text.replace(p.c, p.becomes);
     return text;
+}
+
+// The calls of an object that change it, out of everything its injector recorded.
+QStringList writesIn(const FaultInjector& faults)
+{
+    static const QStringList mutators = {
+        QStringLiteral("Add"),      QStringLiteral("Remove"),   QStringLiteral("RemoveAll"),
+        QStringLiteral("MoveUp"),   QStringLiteral("MoveDown"), QStringLiteral("SaveOrder"),
+        QStringLiteral("Insert"),   QStringLiteral("SelectPurpose"),
+        QStringLiteral("PopulateRemarks")};
+    QStringList out;
+    for (const QString& call : faults.calls())
+        if (call.endsWith(QLatin1Char('=')) || mutators.contains(call))
+            out.append(call);
+    return out;
 }
 
 QString shownText(QString text)
@@ -273,6 +289,13 @@ private:
     ctlCustSelect* m_customerPanel = nullptr;
 
     ZebTest::ShadowSession m_shadow;
+    // The objects whose writes are counted, by the names the shadow uses.
+    QMap<QString, const FaultInjector*> m_recorded;
+    void write(const QString& object, const QString& member, int times = 1)
+    {
+        for (int i = 0; i < times; ++i)
+            m_shadow.writes[object].append(member);
+    }
 };
 
 void tst_RandomSession::initTestCase()
@@ -351,6 +374,18 @@ void tst_RandomSession::buildSession()
     QCoreApplication::processEvents();
 
     takeShadowFromObjects();
+    m_recorded = {
+        {QStringLiteral("paragraphs"), &m_paragraphs->faults()},
+        {QStringLiteral("remarks"), &m_remarks->faults()},
+        {QStringLiteral("BOM remarks"),
+         &std::dynamic_pointer_cast<StandaloneTextObjects>(m_bom->DefaultRemarks())->faults()},
+        {QStringLiteral("submittal"), &m_submittal->faults()},
+        {QStringLiteral("cover letter"), &m_submittal->standaloneCoverLetter()->faults()},
+        {QStringLiteral("bill of materials"), &m_bom->faults()},
+        {QStringLiteral("customers"), &m_customers->faults()},
+    };
+    for (const FaultInjector* faults : std::as_const(m_recorded))
+        const_cast<FaultInjector*>(faults)->setRecording(true);
     m_h->log().clear();
     m_h->boxes().clear();
 }
@@ -486,6 +521,7 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, StandaloneTextObj
             }
             click(child<QPushButton>(control, "cmdAdd"));
         }
+        write(s.name, QStringLiteral("Add"));
         s.items.append({accepted, ticked});
         changed();
         if (!entry->text().isEmpty() || tick->value() != 0)
@@ -515,6 +551,8 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, StandaloneTextObj
         else
             click(child<QPushButton>(control, up ? "cmdMoveUp" : "cmdMoveDown"));
         const int to = up ? row - 1 : row + 1;
+        // The collection decides what a move past an end does: it is asked all the same.
+        write(s.name, up ? QStringLiteral("MoveUp") : QStringLiteral("MoveDown"));
         if (to >= 0 && to < count) {
             s.items.swapItemsAt(row, to);
             s.dirty = true;
@@ -576,6 +614,7 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, StandaloneTextObj
         m_lastAction = s.name + QStringLiteral(": delete row %1").arg(row);
         selectRow(list, row);
         chooseFromMenu(list, row, Qt::Key_D);
+        write(s.name, QStringLiteral("Remove"));
         s.items.removeAt(row);
         changed();
         break;
@@ -589,6 +628,7 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, StandaloneTextObj
                                                                              : "disabled"));
         click(save);
         if (enabled) {
+            write(s.name, QStringLiteral("SaveOrder"));
             s.dirty = false;
             changed();
         }
@@ -629,12 +669,18 @@ void tst_RandomSession::generalInfoAction()
         click(child<CheckBox>(m_info, names[kind]));
         bool& flag = kind == 0 ? s.includeCoverLetter : kind == 1 ? s.includeBOM : s.includeLabels;
         flag = !flag;
+        // One write; the object's event finds box and flag equal and writes nothing more.
+        write(QStringLiteral("submittal"),
+              kind == 0 ? QStringLiteral("IncludeCoverLetter=")
+                        : kind == 1 ? QStringLiteral("IncludeBOM=") : QStringLiteral("IncludeLabels="));
     } else if (kind < 6) {
         const int index = chance(30) ? 7 : pick(8);
         m_lastAction = QStringLiteral("general information: purpose %1").arg(index);
         auto* group = child<OptionGroup>(m_info, "optSubmittalPurpose");
         click(group->button(index));
         if (index != s.purposeIndex) {
+            write(QStringLiteral("submittal"), QStringLiteral("SelectPurpose"));
+            write(QStringLiteral("submittal"), QStringLiteral("SubmittalPurpose="));
             s.purposeIndex = qint16(index);
             s.purpose = index == 7 ? s.otherPurpose
                                    : StandaloneSubmittal::purposeCaptions().at(index);
@@ -650,11 +696,15 @@ void tst_RandomSession::generalInfoAction()
             QTest::keyClick(other, Qt::Key_End);
             QTest::keyClick(other, Qt::Key_Backspace);
             s.otherPurpose.chop(1);
+            // Every key released writes the box's text, End included.
+            write(QStringLiteral("submittal"), QStringLiteral("SubmittalPurpose="), 2);
         } else {
             QTest::keyClick(other, Qt::Key_End);
             const QString typed = QLatin1String(kWords[pick(int(std::size(kWords)))]);
             QTest::keyClicks(other, QLatin1Char(' ') + typed);
             s.otherPurpose += QLatin1Char(' ') + typed;
+            write(QStringLiteral("submittal"), QStringLiteral("SubmittalPurpose="),
+                  2 + int(typed.size()));
         }
         s.purpose = s.otherPurpose;
     } else if (kind < 9) {
@@ -666,6 +716,8 @@ void tst_RandomSession::generalInfoAction()
         QTest::mouseClick(edit, Qt::LeftButton);
         QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(edit, name);
+        // Each typed character changes the text and writes it.
+        write(QStringLiteral("submittal"), QStringLiteral("IssuedBy="), int(name.size()));
         s.issuedBy = name;
     } else {
         auto* date = child<DateEdit>(m_info, "pvdIssueDate");
@@ -690,6 +742,8 @@ void tst_RandomSession::generalInfoAction()
             s.date = d.toString(Qt::ISODate);
         }
         QTest::keyClick(date->lineEdit(), Qt::Key_Tab);
+        // The date is written once, when the editor is left.
+        write(QStringLiteral("submittal"), QStringLiteral("SubmittalDate="));
     }
 }
 
@@ -703,16 +757,24 @@ void tst_RandomSession::coverLetterAction()
         click(child<CheckBox>(m_letter, names[kind]));
         bool& flag = kind == 0 ? s.paragraphs : kind == 1 ? s.logo : s.remarks;
         flag = !flag;
+        write(QStringLiteral("cover letter"),
+              kind == 0 ? QStringLiteral("IncludeDefaultParagraphs=")
+                        : kind == 1 ? QStringLiteral("IncludeLogo=") : QStringLiteral("IncludeRemarks="));
     } else if (kind == 3) {
         m_lastAction = QStringLiteral("cover letter: same letter for all");
         click(child<OptionButton>(m_letter, "optOneCoverLetter"));
         if (s.separate) {
+            write(QStringLiteral("cover letter"), QStringLiteral("SeparateLetters="));
             s.separate = false;
             s.carbonCopyShown = false;
         }
     } else if (kind == 4) {
         m_lastAction = QStringLiteral("cover letter: separate letters");
         click(child<OptionButton>(m_letter, "optMultipleCoverLetters"));
+        // Becoming selected writes the option's value twice; a click on it when it is selected
+        // writes nothing.
+        if (!s.separate)
+            write(QStringLiteral("cover letter"), QStringLiteral("SeparateLetters="), 2);
         s.separate = true;
     } else {
         auto* cc = child<CheckBox>(m_letter, "chkIncludeCC");
@@ -740,6 +802,22 @@ void tst_RandomSession::bomAction()
     click(child<CheckBox>(m_bomPanel, name));
     bool& flag = m_shadow.bom[QLatin1String(name)];
     flag = !flag;
+    static const QMap<QString, QString> members = {
+        {QStringLiteral("chkBrand"), QStringLiteral("IncludeBrand=")},
+        {QStringLiteral("chkCatNum"), QStringLiteral("IncludeCatalogNumber=")},
+        {QStringLiteral("chkDefaultRemarks"), QStringLiteral("IncludeDefaultRemarks=")},
+        {QStringLiteral("chkDesc"), QStringLiteral("IncludeDescription=")},
+        {QStringLiteral("chkGroupCode"), QStringLiteral("IncludeGroupCodes=")},
+        {QStringLiteral("chkLineComments"), QStringLiteral("IncludeLineComments=")},
+        {QStringLiteral("chkMfr"), QStringLiteral("IncludeManufacturer=")},
+        {QStringLiteral("chkMTO"), QStringLiteral("IncludeMTO=")},
+        {QStringLiteral("chkQuantity"), QStringLiteral("IncludeQuantity=")},
+        {QStringLiteral("chkType"), QStringLiteral("IncludeType=")}};
+    write(QStringLiteral("bill of materials"), members.value(QLatin1String(name)));
+    // "Default Remarks" binds the remarks list to the collection again, which hands the
+    // collection the list's text kind.
+    if (qstrcmp(name, "chkDefaultRemarks") == 0)
+        write(QStringLiteral("BOM remarks"), QStringLiteral("TextObjectType="));
 }
 
 // --- labels
@@ -837,6 +915,7 @@ void tst_RandomSession::customerAction()
         click(child<QPushButton>(m_customerPanel, "cmdAdd"));
         if (!c.found)
             return;
+        write(QStringLiteral("customers"), QStringLiteral("Add"));
         const bool held = std::any_of(c.rows.begin(), c.rows.end(),
                                       [&](const auto& r) { return r.key == c.found->key; });
         if (held) {
@@ -857,6 +936,7 @@ void tst_RandomSession::customerAction()
         m_lastAction = QStringLiteral("customers: remove row %1").arg(row);
         selectRow(list, row);
         click(child<QPushButton>(m_customerPanel, "cmdRemove"));
+        write(QStringLiteral("customers"), QStringLiteral("Remove"));
         c.rows.removeAt(row);
     } else {  // remove all, answering the question
         const int row = pick(count);
@@ -866,8 +946,10 @@ void tst_RandomSession::customerAction()
         m_h->boxes().queueAnswer(ok ? MsgBoxAnswer::OK : MsgBoxAnswer::Cancel);
         click(child<QPushButton>(m_customerPanel, "cmdRemoveAll"));
         m_shadow.boxes.append(Shown{kRemoveAll, 33, QStringLiteral("Are you sure?")});
-        if (ok)
+        if (ok) {
+            write(QStringLiteral("customers"), QStringLiteral("RemoveAll"));
             c.rows.clear();
+        }
     }
 }
 
@@ -903,8 +985,13 @@ void tst_RandomSession::act()
         customerAction();
         break;
     }
-    if (!m_lastAction.isEmpty())
-        ++m_actionCounts[m_lastAction.section(QLatin1Char(':'), 0, 0)];
+    if (!m_lastAction.isEmpty()) {
+        // Counted by kind: rows, names and dates left out.
+        static const QRegularExpression details(QStringLiteral("( row \\d+| line \\d+| \\d{4}-\\d\\d-\\d\\d| account \\d+| \"[^\"]*\"| C\\d+| \\d+$)"));
+        QString kind = m_lastAction;
+        kind.remove(details);
+        ++m_actionCounts[kind];
+    }
 }
 
 void tst_RandomSession::checkTexts(StandaloneTextObjects& objects, const ShadowTexts& s,
@@ -1109,6 +1196,9 @@ void tst_RandomSession::randomUserSessionLosesNothing()
     for (m_step = 1; m_step <= actions && !m_failed; ++m_step) {
         m_shadow.boxes.clear();
         m_shadow.failures.clear();
+        m_shadow.writes.clear();
+        for (const FaultInjector* faults : std::as_const(m_recorded))
+            const_cast<FaultInjector*>(faults)->clearCalls();
         m_h->boxes().clear();
         act();
         QCoreApplication::processEvents();
@@ -1130,6 +1220,14 @@ void tst_RandomSession::randomUserSessionLosesNothing()
                           m_shadow.failures.join(QStringLiteral(", "))) +
                  m_h->log().failureLines().join('\n'));
         m_h->log().clear();
+        for (auto it = m_recorded.cbegin(); it != m_recorded.cend(); ++it) {
+            const QStringList made = writesIn(*it.value());
+            const QStringList predicted = m_shadow.writes.value(it.key());
+            if (made != predicted)
+                fail(QStringLiteral("%1 received the writes [%2], the shadow predicts [%3]")
+                         .arg(it.key(), made.join(QStringLiteral(", ")),
+                              predicted.join(QStringLiteral(", "))));
+        }
         checkModel(QStringLiteral("after the action"));
         if (m_step % kCheckpoint == 0 || m_step == actions) {
             checkWidgets(QStringLiteral("checkpoint %1").arg(m_step));
@@ -1139,9 +1237,9 @@ void tst_RandomSession::randomUserSessionLosesNothing()
     QStringList counts;
     for (auto it = m_actionCounts.cbegin(); it != m_actionCounts.cend(); ++it)
         counts.append(QStringLiteral("%1 %2").arg(it.key()).arg(it.value()));
-    qInfo("random session seed %llu: %d actions in %lld ms, %d checkpoints; by control: %s",
-          (unsigned long long)m_seed, m_step - 1, timer.elapsed(), checkpoints,
-          qPrintable(counts.join(QStringLiteral(", "))));
+    qInfo("random session seed %llu: %d actions in %lld ms, %d checkpoints",
+          (unsigned long long)m_seed, m_step - 1, timer.elapsed(), checkpoints);
+    qInfo("actions by kind:\n  %s", qPrintable(counts.join(QStringLiteral("\n  "))));
     QVERIFY2(!m_failed, qPrintable(m_failure));
     QVERIFY(m_h->lastResort().isEmpty());
 }
