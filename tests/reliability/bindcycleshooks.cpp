@@ -89,13 +89,14 @@ void LiveObjects::track()
     g_tracked = new std::set<QObject*>;
 }
 
-QStringList LiveObjects::trackedSurvivors()
+QStringList LiveObjects::trackedSurvivors(const QList<const QObject*>& expected)
 {
     QStringList out;
     if (!g_tracked)
         return out;
     for (QObject* o : *g_tracked)
-        out.append(QStringLiteral("%1 \"%2\" (parent %3)")
+        if (!expected.contains(o))
+            out.append(QStringLiteral("%1 \"%2\" (parent %3)")
                        .arg(QLatin1String(o->metaObject()->className()), o->objectName(),
                             o->parent() ? QLatin1String(o->parent()->metaObject()->className())
                                         : QStringLiteral("none")));

@@ -8,6 +8,8 @@
 
 #include <cstddef>
 
+class QObject;
+
 namespace ZebTest {
 
 // Installs the counting hooks on first use; later QObjects are counted from then on, so compare
@@ -18,9 +20,9 @@ public:
     // QObjects constructed minus QObjects destroyed since install().
     static qint64 count();
     // Remembers every QObject constructed from now on, until trackedSurvivors() names those still
-    // alive (class, object name, parent's class) and stops.
+    // alive (class, object name, parent's class), but for the expected ones, and stops.
     static void track();
-    static QStringList trackedSurvivors();
+    static QStringList trackedSurvivors(const QList<const QObject*>& expected = {});
 };
 
 // Heap bytes in use: the sanitizer allocator's own figure in a sanitizer build, the C library's

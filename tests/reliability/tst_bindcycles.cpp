@@ -13,12 +13,14 @@
 #include "contracts/lineitems.h"
 #include "contracts/submittal.h"
 #include "contracts/textobjects.h"
+#include "controls/textselect/ctltextselect.h"
 #include "frame/controlregistry.h"
 #include "frame/usercontrol.h"
 #include "objects/runtime.h"
 #include "objects/sampledata.h"
 #include "objects/standaloneapplicationservices.h"
 #include "objects/standalonebom.h"
+#include "objects/standalonecustomer.h"
 #include "objects/standalonecustomers.h"
 #include "objects/standalonelabels.h"
 #include "objects/standalonelineitems.h"
@@ -105,6 +107,26 @@ std::shared_ptr<StandaloneLineItems> lines(int count)
     return out;
 }
 
+// Two customers, made directly: the sample's own builds its whole directory first.
+std::shared_ptr<StandaloneCustomers> customers()
+{
+    auto out = std::make_shared<StandaloneCustomers>();
+    for (int i = 1; i <= 2; ++i) {
+        StandaloneCustomer::Data d;
+        d.key = QStringLiteral("C%1").arg(i);
+        d.name = QStringLiteral("Customer %1").arg(i);
+        d.displayText = d.name + QStringLiteral(" - Portland, OR");
+        d.accountNumber = QStringLiteral("10%1").arg(i);
+        d.city = QStringLiteral("Portland");
+        d.state = QStringLiteral("OR");
+        d.type = QStringLiteral("Contractor");
+        d.category = QStringLiteral("Electrical");
+        d.included = true;
+        out->Add(d.key, std::make_shared<StandaloneCustomer>(d));
+    }
+    return out;
+}
+
 struct Case {
     const char* control;
     const char* property;
@@ -135,7 +157,7 @@ QList<Case> cases()
         {"ctlSubLineDsp", "LineItems",
          [] { return fresh<LineItems>(lines(2)); }, nothing<LineItems>()},
         {"ctlCustSelect", "Customers",
-         [] { return fresh<Customers>(SampleData::customers()); }, nothing<Customers>()},
+         [] { return fresh<Customers>(customers()); }, nothing<Customers>()},
     };
 }
 
@@ -250,6 +272,7 @@ void tst_BindCycles::bindAndUnbindManyTimes()
     failures = 0;
     const qint64 errorsBefore = log->errors;
     const qint64 liveBefore = ZebTest::LiveObjects::count();
+    ZebTest::LiveObjects::track();
     const std::size_t heapBefore = ZebTest::heapInUse();
     const std::size_t residentBefore = ZebTest::residentBytes();
 
@@ -264,6 +287,18 @@ void tst_BindCycles::bindAndUnbindManyTimes()
     const qint64 elapsed = timer.elapsed();
 
     const qint64 liveAfter = ZebTest::LiveObjects::count();
+    // The remarks list of the bill of materials panel keeps showing the last remarks when the
+    // panel is given no object (its widgets keep their state): that collection replaces the one
+    // it showed before, it is not an addition.
+    QList<const QObject*> expected;
+    if (auto* remarks = control->findChild<ctlTextSelect*>(QStringLiteral("ctlTextSelect")))
+        expected.append(remarks->TextObjects().get());
+    QStringList survivors = ZebTest::LiveObjects::trackedSurvivors(expected);
+    // Qt's gesture manager swaps its cached pan gestures for new ones as scroll areas come and
+    // go; it keeps no more than before.
+    survivors.removeIf([](const QString& s) {
+        return s.endsWith(QLatin1String("(parent QGestureManager)"));
+    });
     const std::size_t heapAfter = ZebTest::heapInUse();
     const std::size_t residentAfter = ZebTest::residentBytes();
     const auto growth = [](std::size_t before, std::size_t after) {
@@ -276,7 +311,11 @@ void tst_BindCycles::bindAndUnbindManyTimes()
           growth(residentBefore, residentAfter), log->errors - errorsBefore, failures);
 
     QCOMPARE(stillHeld, 0);
-    QCOMPARE(liveAfter, liveBefore);
+    // Nothing made during the cycles is left, and no more QObjects live than before (the count
+    // may drop when Qt lets go of a cache of its own).
+    QVERIFY2(survivors.isEmpty(), qPrintable(survivors.join(QLatin1Char('\n'))));
+    QVERIFY2(liveAfter <= liveBefore,
+             qPrintable(QStringLiteral("%1 more QObjects").arg(liveAfter - liveBefore)));
     QVERIFY2(growth(heapBefore, heapAfter) < qint64(kHeapBound),
              qPrintable(QStringLiteral("heap grew by %1 bytes")
                             .arg(growth(heapBefore, heapAfter))));

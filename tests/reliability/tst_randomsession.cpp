@@ -267,6 +267,8 @@ private:
     bool m_failed = false;
     QString m_failure;
     QMap<QString, int> m_actionCounts;
+    QMap<QString, qint64> m_actionMs;
+    qint64 m_activationMs = 0;
 
     std::unique_ptr<ZebTest::Harness> m_h;
     std::shared_ptr<StandaloneApplicationServices> m_services;
@@ -958,7 +960,10 @@ void tst_RandomSession::customerAction()
 void tst_RandomSession::act()
 {
     m_lastAction.clear();
+    QElapsedTimer actionTimer;
+    actionTimer.start();
     ensureActive();
+    m_activationMs += actionTimer.elapsed();
     switch (pick(9)) {
     case 0:
         textListAction(m_paragraphList, *m_paragraphs, m_shadow.paragraphs, true);
@@ -991,6 +996,7 @@ void tst_RandomSession::act()
         QString kind = m_lastAction;
         kind.remove(details);
         ++m_actionCounts[kind];
+        m_actionMs[kind] += actionTimer.elapsed();
     }
 }
 
@@ -1236,10 +1242,14 @@ void tst_RandomSession::randomUserSessionLosesNothing()
     }
     QStringList counts;
     for (auto it = m_actionCounts.cbegin(); it != m_actionCounts.cend(); ++it)
-        counts.append(QStringLiteral("%1 %2").arg(it.key()).arg(it.value()));
+        counts.append(QStringLiteral("%1 %2 (%3 ms)")
+                          .arg(it.key())
+                          .arg(it.value())
+                          .arg(m_actionMs.value(it.key())));
     qInfo("random session seed %llu: %d actions in %lld ms, %d checkpoints",
           (unsigned long long)m_seed, m_step - 1, timer.elapsed(), checkpoints);
     qInfo("actions by kind:\n  %s", qPrintable(counts.join(QStringLiteral("\n  "))));
+    qInfo("bringing the window back to the front: %lld ms", m_activationMs);
     QVERIFY2(!m_failed, qPrintable(m_failure));
     QVERIFY(m_h->lastResort().isEmpty());
 }
