@@ -964,31 +964,35 @@ void tst_RandomSession::act()
     actionTimer.start();
     ensureActive();
     m_activationMs += actionTimer.elapsed();
-    switch (pick(9)) {
-    case 0:
-        textListAction(m_paragraphList, *m_paragraphs, m_shadow.paragraphs, true);
-        break;
-    case 1:
-        textListAction(m_remarkList, *m_remarks, m_shadow.remarks, true);
-        break;
-    case 2:
-        generalInfoAction();
-        break;
-    case 3:
-        coverLetterAction();
-        break;
-    case 4:
-        bomAction();
-        break;
-    case 5:
-        labelAction();
-        break;
-    case 6:
-        lineItemAction();
-        break;
-    default:
-        customerAction();
-        break;
+    // A pick that does not apply right now (typing one's own purpose while another purpose is
+    // chosen, say) does nothing; pick again, so that every step is a user action.
+    for (int tries = 0; tries < 50 && m_lastAction.isEmpty() && !m_failed; ++tries) {
+        switch (pick(9)) {
+        case 0:
+            textListAction(m_paragraphList, *m_paragraphs, m_shadow.paragraphs, true);
+            break;
+        case 1:
+            textListAction(m_remarkList, *m_remarks, m_shadow.remarks, true);
+            break;
+        case 2:
+            generalInfoAction();
+            break;
+        case 3:
+            coverLetterAction();
+            break;
+        case 4:
+            bomAction();
+            break;
+        case 5:
+            labelAction();
+            break;
+        case 6:
+            lineItemAction();
+            break;
+        default:
+            customerAction();
+            break;
+        }
     }
     if (!m_lastAction.isEmpty()) {
         // Counted by kind: rows, names and dates left out.
