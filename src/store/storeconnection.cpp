@@ -6,8 +6,11 @@
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
+#include <QSocketNotifier>
 #include <QSqlRecord>
 #include <QTimer>
+
+#include <libpq-fe.h>
 #include <QUrl>
 #include <QUrlQuery>
 
@@ -53,8 +56,8 @@ StoreConnection::StoreConnection(StoreDialect dialect, QString path, QString nam
 
 StoreConnection::~StoreConnection()
 {
+    m_listener = nullptr;
     m_watchCheck.reset();
-    QObject::disconnect(m_watch);
     m_direct = QSqlQuery();
     m_statements.clear();
     if (m_db.isValid()) {
@@ -253,11 +256,12 @@ void StoreConnection::startSession()
     if (m_readOnly)
         q.exec(QStringLiteral("SET default_transaction_read_only = on"));
     if (m_onCommit)
-        m_db.driver()->subscribeToNotification(StoreDialect::changeChannel());
+        listen();
 }
 
 bool StoreConnection::connectServer()
 {
+    stopListening();
     m_direct = QSqlQuery();
     m_statements.clear();
     m_db.close();
@@ -275,6 +279,7 @@ bool StoreConnection::connectServer()
 
 void StoreConnection::lose()
 {
+    stopListening();
     m_direct = QSqlQuery();
     m_statements.clear();
     m_db.close();
@@ -295,16 +300,6 @@ bool StoreConnection::watchCommits(std::function<void()> onCommit)
     if (!m_dialect.isServer())
         return false;
     m_onCommit = std::move(onCommit);
-    QObject::disconnect(m_watch);
-    m_watch = QObject::connect(
-        m_db.driver(), &QSqlDriver::notification, m_db.driver(),
-        [this](const QString& name, QSqlDriver::NotificationSource source, const QVariant&) {
-            if (source == QSqlDriver::OtherSource && name == StoreDialect::changeChannel()
-                && m_onCommit)
-                m_onCommit();
-        });
-    if (!m_lost)
-        m_db.driver()->subscribeToNotification(StoreDialect::changeChannel());
     if (!m_watchCheck) {
         m_watchCheck = std::make_unique<QTimer>();
         m_watchCheck->setInterval(1000);
@@ -314,7 +309,80 @@ bool StoreConnection::watchCommits(std::function<void()> onCommit)
         });
         m_watchCheck->start();
     }
+    if (!m_lost && !m_listener)
+        listen();
     return true;
+}
+
+PGconn* StoreConnection::serverConnection() const
+{
+    const QVariant handle = m_db.driver() ? m_db.driver()->handle() : QVariant();
+    // The driver names the handle's type by the client library's typedef or by its struct.
+    if (!handle.isValid()
+        || (qstrcmp(handle.typeName(), "PGconn*") != 0
+            && qstrcmp(handle.typeName(), "pg_conn*") != 0))
+        return nullptr;
+    return *static_cast<PGconn* const*>(handle.constData());
+}
+
+// The announcements are read off the connection's socket here rather than through the driver,
+// whose own notice of a readable socket does not come in every Qt version.
+void StoreConnection::listen()
+{
+    stopListening();
+    PGconn* conn = serverConnection();
+    if (!conn || PQsocket(conn) < 0 || !m_watchCheck)
+        return;
+    QSqlQuery q(m_db);
+    if (!q.exec(QStringLiteral("LISTEN ") + StoreDialect::changeChannel()))
+        return;
+    // Owned by the watch's timer, so that it goes with the connection at the latest.
+    m_listener = new QSocketNotifier(PQsocket(conn), QSocketNotifier::Read, m_watchCheck.get());
+    QObject::connect(m_listener, &QSocketNotifier::activated, m_listener,
+                     [this] { readAnnouncements(); });
+}
+
+void StoreConnection::stopListening()
+{
+    if (!m_listener)
+        return;
+    m_listener->setEnabled(false);
+    // It may be the one whose signal runs now.
+    m_listener->deleteLater();
+    m_listener = nullptr;
+}
+
+void StoreConnection::readAnnouncements()
+{
+    m_readPending = false;
+    PGconn* conn = m_lost ? nullptr : serverConnection();
+    if (!conn)
+        return;
+    PQconsumeInput(conn);
+    bool other = false;
+    while (PGnotify* n = PQnotifies(conn)) {
+        if (n->be_pid != PQbackendPID(conn)
+            && StoreDialect::changeChannel() == QLatin1String(n->relname))
+            other = true;
+        PQfreemem(n);
+    }
+    // A connection the server dropped is noticed here; the next use makes it again.
+    if (PQstatus(conn) != CONNECTION_OK && m_depth == 0) {
+        lose();
+        return;
+    }
+    if (other && m_onCommit)
+        m_onCommit();
+}
+
+void StoreConnection::announcementsMayWait()
+{
+    // A statement's answer may carry announcements along; the socket then has nothing more to
+    // tell, so they are read from the event loop.
+    if (!m_listener || m_readPending)
+        return;
+    m_readPending = true;
+    QTimer::singleShot(0, m_listener, [this] { readAnnouncements(); });
 }
 
 Failure StoreConnection::anotherProgram() const
@@ -386,8 +454,10 @@ QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
         if (args.isEmpty() && m_dialect.isServer()) {
             m_direct = QSqlQuery(m_db);
             m_direct.setForwardOnly(true);
-            if (m_direct.exec(sql))
+            if (m_direct.exec(sql)) {
+                announcementsMayWait();
                 return m_direct;
+            }
             const QSqlError error = m_direct.lastError();
             const Failure f = failure(error);
             m_direct.finish();
@@ -422,8 +492,10 @@ QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
             else
                 q.bindValue(int(i), arg);
         }
-        if (q.exec())
+        if (q.exec()) {
+            announcementsMayWait();
             return q;
+        }
         const QSqlError error = q.lastError();
         const Failure f = failure(error);
         q.finish();
@@ -434,6 +506,16 @@ QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
         }
         throw f;
     }
+}
+
+void StoreConnection::drain(QSqlQuery& q)
+{
+    // The server's answer is read to its end: a server connection holds back what comes
+    // after an answer read in part, announcements of other workstations' commits included.
+    if (m_dialect.isServer())
+        while (q.next()) {
+        }
+    q.finish();
 }
 
 void StoreConnection::run(const QString& sql, const QVariantList& args)
@@ -447,7 +529,7 @@ QVariant StoreConnection::value(const QString& sql, const QVariantList& args)
     QVariant out;
     if (q.next())
         out = q.value(0);
-    q.finish();
+    drain(q);
     return out;
 }
 
@@ -461,7 +543,7 @@ QVariantList StoreConnection::row(const QString& sql, const QVariantList& args)
         for (int i = 0; i < columns; ++i)
             out.append(q.value(i));
     }
-    q.finish();
+    drain(q);
     return out;
 }
 

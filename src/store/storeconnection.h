@@ -13,8 +13,10 @@
 #include <memory>
 #include <type_traits>
 
+class QSocketNotifier;
 class QSqlError;
 class QTimer;
+struct pg_conn;
 
 namespace ZebObjects {
 
@@ -93,6 +95,11 @@ private:
     void startSession();
     void lose();
     Failure unreachable(const QString& cause) const;
+    pg_conn* serverConnection() const;
+    void listen();
+    void stopListening();
+    void readAnnouncements();
+    void announcementsMayWait();
     void begin();
     void commit();
     void rollback();
@@ -102,6 +109,7 @@ private:
     bool hasTables();
     Failure anotherProgram() const;
     QSqlQuery& exec(const QString& sql, const QVariantList& args);
+    void drain(QSqlQuery& q);
 
     StoreDialect m_dialect;
     QString m_path;
@@ -111,7 +119,8 @@ private:
     bool m_readOnly = false;
     int m_lockTimeoutMs = 0;
     std::function<void()> m_onCommit;
-    QMetaObject::Connection m_watch;
+    QSocketNotifier* m_listener = nullptr;
+    bool m_readPending = false;
     // While watching, notices a connection the server dropped, so that the next use makes it
     // again (and listens again) instead of finding it dead.
     std::unique_ptr<QTimer> m_watchCheck;
