@@ -79,7 +79,7 @@ std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode
         std::shared_ptr<StoreConnection> c(
             new StoreConnection(StoreDialect(StoreDialect::Kind::Postgres), shownLocation(path),
                                 QStringLiteral("ZebStore-%1").arg(++serial)));
-        c->m_db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), c->m_name);
+        c->m_db = QSqlDatabase::addDatabase(c->m_dialect.driver(), c->m_name);
         if (!c->m_db.isValid())
             throw Failure(ErrorNumber::CannotCreateObject, kSource,
                           QStringLiteral("The PostgreSQL driver of Qt SQL is not installed (Debian "
@@ -121,7 +121,7 @@ std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode
         throw fileFailure(ErrorNumber::PathFileAccessError, absolute,
                           QStringLiteral("cannot be created: its folder cannot be made"));
 
-    c->m_db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), c->m_name);
+    c->m_db = QSqlDatabase::addDatabase(c->m_dialect.driver(), c->m_name);
     if (!c->m_db.isValid())
         throw Failure(ErrorNumber::CannotCreateObject, kSource,
                       QStringLiteral("The SQLite driver of Qt SQL is not installed, so the "

@@ -3,9 +3,12 @@
 // server going away in the middle of work, and the announcement of other workstations' commits.
 // The test starts its own server; without the server programs it fails, saying so.
 #include "controls/criteria/ctlgeneralinfo.h"
+#include "controls/textselect/ctltextselect.h"
 #include "objects/runtime.h"
 #include "pgserver.h"
 #include "platform/combobox.h"
+#include "platform/keyedlistview.h"
+#include "platform/multilinetextbox.h"
 #include "store/jobcontents.h"
 #include "store/sampleoffice.h"
 #include "store/store.h"
@@ -22,6 +25,7 @@
 #include <QTimer>
 #include <QLineEdit>
 #include <QProcess>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QSet>
 #include <QSignalSpy>
@@ -485,6 +489,59 @@ private slots:
                      ->submittal()
                      ->IncludeBOM(),
                  true);
+    }
+
+    void aServerDownEndsTheAddInTheControlsBoxAndTheNextAddWorksOnceItIsBack()
+    {
+        ZebTest::Harness h;
+        const QString location = newOffice();
+        const auto store = Store::open(location, Store::OpenMode::OpenExisting);
+        const auto job = store->openJob(store->jobs().first().id);
+        Runtime::setApplicationServices(store->applicationServices());
+        {
+            ZebSubCtl::ctlTextSelect ctl;
+            ctl.setAllowUpdate(true);
+            ctl.setTextObjects(job->coverLetterParagraphs());
+            ctl.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&ctl));
+            auto* list = ctl.findChild<ZebSubCtl::KeyedListView*>(QStringLiteral("ListView"));
+            auto* entry =
+                ctl.findChild<ZebSubCtl::MultiLineTextBox*>(QStringLiteral("txtNewComment"));
+            auto* add = ctl.findChild<QPushButton*>(QStringLiteral("cmdAdd"));
+            QVERIFY(list && entry && add);
+            QCOMPARE(list->count(), 1);
+
+            QVERIFY(m_server->stop());
+            h.log().clear();
+            QTest::keyClicks(entry, QStringLiteral("Lead times start at approval."));
+            QTest::mouseClick(add, Qt::LeftButton);
+            QCOMPARE(h.boxes().shown().size(), 1);
+            const Shown box = h.boxes().shown().first();
+            QCOMPARE(box.prompt, QStringLiteral("The requested operation cannot be completed."));
+            QCOMPARE(box.style, 48);
+            const QString title = QStringLiteral("68 - The database server of \"%1\" cannot be "
+                                                 "reached, so nothing was read or saved; work "
+                                                 "goes on once the server answers again (")
+                                      .arg(location);
+            QVERIFY2(box.title.startsWith(title), qPrintable(box.title));
+            QCOMPARE(h.log().lines().size(), 1);
+            QVERIFY2(h.log().lines().first().startsWith(
+                         QStringLiteral("LogError|ctlTextSelect|cmdAdd_Click()|68|ZebObjects.Store|")),
+                     qPrintable(h.log().lines().first()));
+            QCOMPARE(list->count(), 1);
+
+            QVERIFY(m_server->start());
+            h.boxes().clear();
+            QTest::mouseClick(add, Qt::LeftButton);
+            QVERIFY(h.boxes().shown().isEmpty());
+            QCOMPARE(list->count(), 2);
+            QCOMPARE(Store::open(location, Store::OpenMode::OpenExisting)
+                         ->openJob(job->id())
+                         ->coverLetterParagraphs()
+                         ->Count(),
+                     2);
+        }
+        Runtime::setApplicationServices(nullptr);
     }
 
     void aServerRestartBetweenWritesIsNotNoticed()

@@ -181,8 +181,12 @@ private slots:
             shownPath = dialog->findChild<QLineEdit*>(QStringLiteral("txtPath"))->text();
             auto* host = dialog->findChild<QLineEdit*>(QStringLiteral("txtHost"));
             serverFieldsOffAtFirst = !host->isEnabled();
-            QTest::mouseClick(dialog->findChild<QRadioButton*>(QStringLiteral("optServer")),
-                              Qt::LeftButton);
+            QVERIFY(QTest::qWaitForWindowExposed(dialog));
+            auto* server = dialog->findChild<QRadioButton*>(QStringLiteral("optServer"));
+            // On the button's circle, as a user clicks it.
+            QTest::mouseClick(server, Qt::LeftButton, {}, QPoint(6, server->height() / 2));
+            QVERIFY(server->isChecked());
+            QVERIFY(host->isEnabled());
             host->clear();
             QTest::keyClicks(host, QStringLiteral("officeserver"));
             dialog->findChild<QSpinBox*>(QStringLiteral("txtPort"))->setValue(5433);
