@@ -23,6 +23,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
+#include <QUrl>
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
@@ -327,6 +328,30 @@ private slots:
         QCOMPARE(fromOne.size(), kEach);
         QCOMPARE(fromOne.first(), QStringLiteral("one 1"));
         QCOMPARE(fromOne.last(), QStringLiteral("one %1").arg(kEach));
+    }
+
+    void aWriterWaitsForTheOfficesWriteLockAndFailsClearlyWhenItIsHeldTooLong()
+    {
+        const QString location = newOffice();
+        Store::Options options;
+        options.busyTimeoutMs = 300;
+        const auto store = Store::open(location, Store::OpenMode::OpenExisting, options);
+        const auto texts = store->openJob(store->jobs().first().id)->coverLetterParagraphs();
+        Raw other(*m_server, QUrl(location).path().mid(1));
+        // Another workstation in the middle of a write holds the office's write lock.
+        for (const QString& sql : StoreDialect(StoreDialect::Kind::Postgres).beginWrite())
+            QVERIFY(other.exec(sql));
+        QElapsedTimer clock;
+        clock.start();
+        const ErrorInfo e = failureOf([&] { texts->Add(QStringLiteral("Waited"), false); });
+        QVERIFY(clock.elapsed() >= 250);
+        QCOMPARE(e.Number, 70);
+        QVERIFY2(e.Description.startsWith(
+                     QStringLiteral("The database \"%1\" is locked by another writer (").arg(location)),
+                 qPrintable(e.Description));
+        QVERIFY(other.exec(QStringLiteral("ROLLBACK")));
+        texts->Add(QStringLiteral("Once free"), false);
+        QCOMPARE(texts->Count(), 2);
     }
 
     void aWriteOverAnotherWorkstationsChangeFailsAndTheWinnerIsShown()
