@@ -37,6 +37,14 @@ int freePort()
 
 QString PgServer::binaries()
 {
+    // A server of another place may be named; a folder without the programs counts as none.
+    if (qEnvironmentVariableIsSet("ZEB_PG_BINARIES")) {
+        const QString dir = qEnvironmentVariable("ZEB_PG_BINARIES");
+        if (QFileInfo(dir + QStringLiteral("/initdb")).isExecutable()
+            && QFileInfo(dir + QStringLiteral("/pg_ctl")).isExecutable())
+            return dir;
+        return {};
+    }
     const QStringList candidates = {QStringLiteral("/usr/lib/postgresql/17/bin"),
                                     QStringLiteral("/usr/lib/postgresql/16/bin"),
                                     QStringLiteral("/usr/lib/postgresql/15/bin"),
@@ -54,7 +62,8 @@ PgServer::PgServer()
     m_bin = binaries();
     if (m_bin.isEmpty()) {
         m_error = QStringLiteral("the PostgreSQL server programs (initdb, pg_ctl) are not "
-                                 "installed: install the Debian package postgresql");
+                                 "installed in /usr/lib/postgresql/*/bin (or in "
+                                 "$ZEB_PG_BINARIES): install the Debian package postgresql");
         return;
     }
     if (!m_dir.isValid()) {

@@ -30,7 +30,8 @@ public:
     bool stop();
     bool start();
 
-    // The folder holding the server programs, or empty when none is installed.
+    // The folder holding the server programs ($ZEB_PG_BINARIES when set, else the newest
+    // Debian one), or empty when none is installed.
     static QString binaries();
 
 private:
