@@ -6,6 +6,7 @@
 #include "objects/defaultdiagnosticlog.h"
 #include "objects/runtime.h"
 #include "officefile.h"
+#include "officesettingsdialog.h"
 #include "package/packagegenerator.h"
 #include "storepackagesource.h"
 #include "store/store.h"
@@ -65,8 +66,8 @@ int main(int argc, char** argv)
     const QCommandLineOption lineItems(QStringLiteral("line-items"), QStringLiteral("Bind a generated job of this many lines as \"lineItems\" (more than the viewer holds shows its failure in the log)."), QStringLiteral("count"));
     parser.addOptions({list, screenshot, form, log, saveDesign, page});
     parser.addOption(lineItems);
-    const QCommandLineOption db(QStringLiteral("db"), QStringLiteral("Open this office file instead of the one in the user's data folder."), QStringLiteral("file"));
-    const QCommandLineOption resetSample(QStringLiteral("reset-sample"), QStringLiteral("Make the office file anew with the sample office."));
+    const QCommandLineOption db(QStringLiteral("db"), QStringLiteral("Open this office file, or the office's database on a PostgreSQL server (postgresql://user@host:port/database), instead of the file in the user's data folder."), QStringLiteral("file or location"));
+    const QCommandLineOption resetSample(QStringLiteral("reset-sample"), QStringLiteral("Make the office file anew with the sample office (a server database gets it only while empty)."));
     const QCommandLineOption job(QStringLiteral("job"), QStringLiteral("Open the job with this number first."), QStringLiteral("number"));
     const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
     parser.addOptions({db, resetSample, job, exportPdf});
@@ -106,8 +107,10 @@ int main(int argc, char** argv)
             return fail(QStringLiteral("Overflow: a job has 0 to 32767 lines, not %1").arg(generated));
     }
 
-    const bool ownOffice = !parser.isSet(db);
-    const QString path = ownOffice ? OfficeFile::defaultPath() : parser.value(db);
+    // --db, else the office chosen in the Office Database dialog, else the user's own file.
+    const QString chosen = parser.isSet(db) ? parser.value(db) : OfficeSettingsDialog::savedLocation();
+    const bool ownOffice = chosen.isEmpty();
+    const QString path = ownOffice ? OfficeFile::defaultPath() : chosen;
     std::shared_ptr<ZebObjects::Store> store;
     try {
         store = parser.isSet(resetSample) ? OfficeFile::resetSample(path) : OfficeFile::open(path, ownOffice);

@@ -3,6 +3,7 @@
 #include "contracts/failure.h"
 #include "store/sampleoffice.h"
 #include "store/store.h"
+#include "store/storedialect.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,6 +39,8 @@ QString OfficeFile::defaultPath()
 
 std::shared_ptr<Store> OfficeFile::open(const QString& path, bool create)
 {
+    if (ZebObjects::StoreDialect::isServerLocation(path))
+        return Store::open(path, Store::OpenMode::OpenOrCreate);
     const QFileInfo info(path);
     if (!info.exists()) {
         if (create)
@@ -57,6 +60,18 @@ std::shared_ptr<Store> OfficeFile::open(const QString& path, bool create)
 
 std::shared_ptr<Store> OfficeFile::resetSample(const QString& path)
 {
+    if (ZebObjects::StoreDialect::isServerLocation(path)) {
+        // The office's shared database is never thrown away from a workstation: the sample goes
+        // only into a database that holds nothing yet.
+        auto store = Store::open(path, Store::OpenMode::OpenOrCreate);
+        if (!store->isEmpty())
+            throw Failure(ZebObjects::ErrorNumber::KeyAlreadyInCollection, kSource,
+                          QStringLiteral("Cannot load the sample office into \"%1\": the "
+                                         "database already holds an office")
+                              .arg(store->path()));
+        ZebObjects::SampleOffice::fill(*store);
+        return store;
+    }
     const QFileInfo info(path);
     if (!QDir().mkpath(info.absolutePath()))
         throw fileFailure(path, QStringLiteral("its folder cannot be made"));

@@ -2,6 +2,7 @@
 
 #include "contracts/failure.h"
 #include "joblistdialog.h"
+#include "officesettingsdialog.h"
 #include "package/packagegenerator.h"
 #include "storepackagesource.h"
 #include "store/store.h"
@@ -22,6 +23,8 @@
 #include <QProgressDialog>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTime>
+#include <QTimer>
 #include <QUrl>
 
 namespace {
@@ -52,6 +55,9 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
         file->addAction(QStringLiteral("&Export Package..."), this, [this] { chooseExport(); });
     exportPackage->setObjectName(QStringLiteral("actExportPackage"));
     exportPackage->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    QAction* office = file->addAction(QStringLiteral("Office &Database..."), this,
+                                      [this] { chooseOffice(); });
+    office->setObjectName(QStringLiteral("actOfficeDatabase"));
     file->addSeparator();
     QAction* quit = file->addAction(QStringLiteral("&Quit"), this, [this] { close(); });
     quit->setObjectName(QStringLiteral("actQuit"));
@@ -59,6 +65,10 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
     view->setObjectName(QStringLiteral("mnuView"));
+    QAction* refreshJob = view->addAction(QStringLiteral("&Refresh"), this, [this] { refresh(); });
+    refreshJob->setObjectName(QStringLiteral("actRefresh"));
+    refreshJob->setShortcut(QKeySequence::Refresh);
+    view->addSeparator();
     QAction* diagnostics = diagnosticsDock()->toggleViewAction();
     diagnostics->setObjectName(QStringLiteral("actDiagnostics"));
     diagnostics->setText(QStringLiteral("&Diagnostics"));
@@ -76,6 +86,10 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
         restoreGeometry(settings.value(kGeometryKey).toByteArray());
         restoreState(settings.value(kStateKey).toByteArray());
     }
+    m_store->watchOtherWorkstations([this] {
+        ++m_automaticRefreshes;
+        refreshSoon();
+    });
     updateStatus();
 }
 
@@ -149,6 +163,43 @@ void Workstation::chooseJob()
     }
 }
 
+bool Workstation::refresh()
+{
+    m_refreshPending = false;
+    if (!m_job)
+        return false;
+    try {
+        openJob(m_job->id());
+        statusBar()->showMessage(
+            QStringLiteral("Refreshed at %1").arg(QTime::currentTime().toString(Qt::ISODate)),
+            5000);
+        return true;
+    } catch (const ZebObjects::Failure& f) {
+        logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+        QMessageBox::warning(this, QStringLiteral("Refresh"), f.Description());
+        return false;
+    }
+}
+
+void Workstation::refreshSoon()
+{
+    if (m_refreshPending)
+        return;
+    m_refreshPending = true;
+    // The pages are rebound only from the main loop: a control whose handler (or whose message
+    // box) is running must not lose its objects under it.
+    QTimer::singleShot(0, this, [this] {
+        if (!m_refreshPending)
+            return;
+        if (QApplication::activeModalWidget() || QApplication::activePopupWidget()) {
+            m_refreshPending = false;
+            QTimer::singleShot(250, this, [this] { refreshSoon(); });
+            return;
+        }
+        refresh();
+    });
+}
+
 bool Workstation::exportPackage(const QString& path)
 {
     if (!m_job)
@@ -199,6 +250,16 @@ void Workstation::chooseExport()
         QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
+void Workstation::chooseOffice()
+{
+    OfficeSettingsDialog dialog(m_store->path(), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    OfficeSettingsDialog::saveLocation(dialog.location());
+    statusBar()->showMessage(
+        QStringLiteral("From the next start the office is %1").arg(dialog.location()), 10000);
+}
+
 QString Workstation::jobStatus() const
 {
     return m_jobLabel->text();
@@ -221,7 +282,9 @@ void Workstation::updateStatus()
     setWindowTitle(QStringLiteral("%1 - %2").arg(m_baseTitle, job));
     m_jobLabel->setText(job);
     // Every write is committed as it is made: nothing ever waits to be saved.
-    m_saveLabel->setText(QStringLiteral("All changes saved"));
+    m_saveLabel->setText(m_store->isServer()
+                             ? QStringLiteral("All changes saved to %1").arg(m_store->path())
+                             : QStringLiteral("All changes saved"));
 }
 
 void Workstation::closeEvent(QCloseEvent* event)

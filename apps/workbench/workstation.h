@@ -11,8 +11,8 @@ class StoreJob;
 }
 
 // The submittal workstation: the office's store, one job open at a time with its pages bound to
-// the job's objects, menus to open a job and to quit, and a status bar with the job and the save
-// state. Its size and place, and the job last open, are kept between runs.
+// the job's objects, menus to open a job, refresh it and quit, and a status bar with the job and
+// the save state. On an office server, another workstation's commit refreshes the open job. Its size and place, and the job last open, are kept between runs.
 class Workstation : public WorkbenchWindow {
     Q_OBJECT
 public:
@@ -49,6 +49,18 @@ public:
     bool exportPackage(const QString& path);
     // Asks where to write the package, writes it and offers to open it.
     void chooseExport();
+    // Asks where the office is (a file or the office's server) for the next start.
+    void chooseOffice();
+
+    // Opens the open job again, so that every page shows what the store holds now (other
+    // workstations' changes included). A failure is shown and logged; the pages stay as they
+    // were. Answers whether the job was opened again.
+    bool refresh();
+    // Refreshes once the user is between actions: not while a dialog or message box is open.
+    // Several calls before that make one refresh.
+    void refreshSoon();
+    // Refreshes made because another workstation committed a change.
+    int automaticRefreshes() const { return m_automaticRefreshes; }
 
     QString jobStatus() const;
     QString saveStatus() const;
@@ -65,4 +77,6 @@ private:
     QString m_baseTitle;
     QLabel* m_jobLabel = nullptr;
     QLabel* m_saveLabel = nullptr;
+    bool m_refreshPending = false;
+    int m_automaticRefreshes = 0;
 };

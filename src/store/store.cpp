@@ -65,6 +65,12 @@ std::shared_ptr<Store> Store::open(const QString& path, OpenMode mode, const Opt
 }
 
 QString Store::path() const { return m_db->path(); }
+bool Store::isServer() const { return m_db->dialect().isServer(); }
+
+bool Store::watchOtherWorkstations(std::function<void()> onCommit)
+{
+    return m_db->watchCommits(std::move(onCommit));
+}
 QString Store::connectionName() const { return m_db->connectionName(); }
 quint64 Store::commitCount() const { return m_db->commitCount(); }
 

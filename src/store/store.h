@@ -29,7 +29,8 @@ struct JobSummary {
     friend bool operator==(const JobSummary&, const JobSummary&) = default;
 };
 
-// A sales office's business objects in one SQLite file: jobs with their submittals, the
+// A sales office's business objects in one SQLite file or in one PostgreSQL database that the
+// office's workstations share: jobs with their submittals, the
 // customer directory, the issuers and the text libraries. Every object it hands out reads the
 // file on each use, so changes another program has committed show on the next read, and
 // commits each write at once, raising its event after the commit.
@@ -48,11 +49,18 @@ public:
         int busyTimeoutMs = 2000;
     };
 
+    // path names the file, or the server database as "postgresql://user@host:port/database"
+    // (OpenOrCreate creates a missing database; a server's lock waits busyTimeoutMs as well).
     static std::shared_ptr<Store> open(const QString& path, OpenMode mode = OpenMode::OpenOrCreate);
     static std::shared_ptr<Store> open(const QString& path, OpenMode mode, const Options& options);
     ~Store();
 
     QString path() const;
+    // True for a database on a server, which several workstations share.
+    bool isServer() const;
+    // Calls onCommit (on this thread, from the event loop) whenever another workstation commits
+    // a change to this office. Answers false for a file, which does not tell.
+    bool watchOtherWorkstations(std::function<void()> onCommit);
     // The Qt SQL connection name of this store's connection.
     QString connectionName() const;
     // Transactions this store has committed since it was opened.

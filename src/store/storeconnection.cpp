@@ -4,8 +4,15 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSqlDriver>
 #include <QSqlError>
+#include <QSocketNotifier>
 #include <QSqlRecord>
+#include <QTimer>
+
+#include <libpq-fe.h>
+#include <QUrl>
+#include <QUrlQuery>
 
 #include <atomic>
 
@@ -21,24 +28,40 @@ enum SqliteCode {
     CantOpen = 14, NotADb = 26,
 };
 
+// The server could not be reached (the runtime's "device unavailable").
+constexpr qint32 kUnreachable = 68;
+
 Failure fileFailure(qint32 number, const QString& path, const QString& cause)
 {
+    if (StoreDialect::isServerLocation(path))
+        return Failure(number, kSource, QStringLiteral("The database \"%1\" %2").arg(path, cause));
     return Failure(number, kSource,
                    QStringLiteral("The database file \"%1\" %2").arg(QDir::toNativeSeparators(path), cause));
 }
 
+// The location as shown to people: without its password.
+QString shownLocation(const QString& location)
+{
+    QUrl url(location);
+    url.setPassword(QString());
+    return url.toString();
+}
+
 }  // namespace
 
-StoreConnection::StoreConnection(QString path, QString name)
-    : m_path(std::move(path)), m_name(std::move(name))
+StoreConnection::StoreConnection(StoreDialect dialect, QString path, QString name)
+    : m_dialect(dialect), m_path(std::move(path)), m_name(std::move(name))
 {
 }
 
 StoreConnection::~StoreConnection()
 {
+    m_listener = nullptr;
+    m_watchCheck.reset();
+    m_direct = QSqlQuery();
     m_statements.clear();
     if (m_db.isValid()) {
-        if (m_depth > 0) {
+        if (m_depth > 0 && !m_lost) {
             QSqlQuery q(m_db);
             q.exec(QStringLiteral("ROLLBACK"));
         }
@@ -52,9 +75,40 @@ std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode
                                                        int busyTimeoutMs)
 {
     static std::atomic<quint64> serial{0};
+    if (StoreDialect::isServerLocation(path)) {
+        std::shared_ptr<StoreConnection> c(
+            new StoreConnection(StoreDialect(StoreDialect::Kind::Postgres), shownLocation(path),
+                                QStringLiteral("ZebStore-%1").arg(++serial)));
+        c->m_db = QSqlDatabase::addDatabase(c->m_dialect.driver(), c->m_name);
+        if (!c->m_db.isValid())
+            throw Failure(ErrorNumber::CannotCreateObject, kSource,
+                          QStringLiteral("The PostgreSQL driver of Qt SQL is not installed (Debian "
+                                         "package libqt6sql6-psql), so the database \"%1\" "
+                                         "cannot be opened")
+                              .arg(c->m_path));
+        const QUrl url(path);
+        c->m_db.setUserName(url.userName());
+        c->m_db.setPassword(url.password());
+        c->m_db.setHostName(QUrlQuery(url).hasQueryItem(QStringLiteral("host"))
+                                ? QUrlQuery(url).queryItemValue(QStringLiteral("host"),
+                                                                QUrl::FullyDecoded)
+                                : url.host());
+        c->m_db.setPort(url.port(5432));
+        c->m_db.setDatabaseName(url.path().mid(1));
+        // A server that is down fails the connection within seconds, not minutes. Other
+        // parameters of the location (sslmode=require, ...) go to the client library as given.
+        QStringList options{QStringLiteral("connect_timeout=5")};
+        for (const auto& [key, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
+            if (key != QLatin1String("host"))
+                options << key + QLatin1Char('=') + value;
+        c->m_db.setConnectOptions(options.join(QLatin1Char(';')));
+        c->openServer(mode, busyTimeoutMs);
+        return c;
+    }
     const QString absolute = QFileInfo(path).absoluteFilePath();
     std::shared_ptr<StoreConnection> c(new StoreConnection(
-        absolute, QStringLiteral("ZebStore-%1").arg(++serial)));
+        StoreDialect(StoreDialect::Kind::Sqlite), absolute,
+        QStringLiteral("ZebStore-%1").arg(++serial)));
 
     const QFileInfo info(absolute);
     if (mode != Mode::OpenOrCreate && !info.exists())
@@ -67,7 +121,7 @@ std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode
         throw fileFailure(ErrorNumber::PathFileAccessError, absolute,
                           QStringLiteral("cannot be created: its folder cannot be made"));
 
-    c->m_db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), c->m_name);
+    c->m_db = QSqlDatabase::addDatabase(c->m_dialect.driver(), c->m_name);
     if (!c->m_db.isValid())
         throw Failure(ErrorNumber::CannotCreateObject, kSource,
                       QStringLiteral("The SQLite driver of Qt SQL is not installed, so the "
@@ -88,12 +142,28 @@ void StoreConnection::prepareFile(Mode mode)
 {
     run(QStringLiteral("PRAGMA foreign_keys = ON"));
     // The first read: a file that is not a database fails here.
-    const int version = value(QStringLiteral("PRAGMA user_version")).toInt();
+    const int version = m_dialect.schemaVersion(*this);
     checkVersion(version);
     const QString check = value(QStringLiteral("PRAGMA quick_check")).toString();
     if (check != QLatin1String("ok"))
         throw fileFailure(ErrorNumber::BadFileFormat, m_path,
                           QStringLiteral("is damaged (%1)").arg(check));
+    if (mode == Mode::ReadOnly) {
+        prepareSchema(mode, version);
+        return;
+    }
+    // Readers never wait for the writer, and a commit is one append to the log. The log is
+    // flushed to the disk at checkpoints, not at every commit: a commit survives the program
+    // being killed at once; a power cut may take the last commits back, never the file's
+    // consistency. That keeps a check box's write within a couple of milliseconds.
+    run(QStringLiteral("PRAGMA journal_mode = WAL"));
+    run(QStringLiteral("PRAGMA synchronous = NORMAL"));
+    prepareSchema(mode, version);
+}
+
+void StoreConnection::prepareSchema(Mode mode, int version)
+{
+    checkVersion(version);
     if (mode == Mode::ReadOnly) {
         if (version == 0 && hasTables())
             throw anotherProgram();
@@ -105,17 +175,11 @@ void StoreConnection::prepareFile(Mode mode)
                                                                      "needs an upgrade")));
         return;
     }
-    // Readers never wait for the writer, and a commit is one append to the log. The log is
-    // flushed to the disk at checkpoints, not at every commit: a commit survives the program
-    // being killed at once; a power cut may take the last commits back, never the file's
-    // consistency. That keeps a check box's write within a couple of milliseconds.
-    run(QStringLiteral("PRAGMA journal_mode = WAL"));
-    run(QStringLiteral("PRAGMA synchronous = NORMAL"));
     if (version == StoreSchema::CurrentVersion)
         return;
     write([&] {
         // Asked again under the write lock: another program may have set the file up meanwhile.
-        const int now = value(QStringLiteral("PRAGMA user_version")).toInt();
+        const int now = m_dialect.schemaVersion(*this);
         checkVersion(now);
         if (now == 0) {
             if (hasTables())
@@ -137,9 +201,188 @@ void StoreConnection::checkVersion(int version) const
                               .arg(StoreSchema::CurrentVersion));
 }
 
-bool StoreConnection::hasTables()
+bool StoreConnection::hasTables() { return m_dialect.hasTables(*this); }
+
+void StoreConnection::openServer(Mode mode, int lockTimeoutMs)
 {
-    return value(QStringLiteral("SELECT COUNT(*) FROM sqlite_master")).toInt() > 0;
+    m_readOnly = mode == Mode::ReadOnly;
+    m_lockTimeoutMs = lockTimeoutMs;
+    if (!m_db.open()) {
+        const QString cause = m_db.lastError().text();
+        if (mode != Mode::OpenOrCreate)
+            throw unreachable(cause);
+        // The server may answer and lack only the database: it is made, when the user may.
+        const QString maintenance = m_name + QStringLiteral("-create");
+        bool made = false;
+        QString failed;
+        {
+            QSqlDatabase admin = QSqlDatabase::cloneDatabase(m_db, maintenance);
+            admin.setDatabaseName(QStringLiteral("postgres"));
+            if (admin.open()) {
+                QSqlQuery q(admin);
+                q.prepare(QStringLiteral("SELECT 1 FROM pg_database WHERE datname = ?"));
+                q.addBindValue(m_db.databaseName());
+                if (q.exec() && !q.next()) {
+                    const QString name = admin.driver()->escapeIdentifier(
+                        m_db.databaseName(), QSqlDriver::TableName);
+                    made = q.exec(QStringLiteral("CREATE DATABASE %1").arg(name));
+                    if (!made)
+                        failed = q.lastError().text();
+                }
+                q.finish();
+            }
+            admin.close();
+            admin = QSqlDatabase();
+            QSqlDatabase::removeDatabase(maintenance);
+        }
+        if (!failed.isEmpty())
+            throw fileFailure(ErrorNumber::PathFileAccessError, m_path,
+                              QStringLiteral("does not exist and cannot be created (%1)")
+                                  .arg(failed.trimmed()));
+        if (!made || !m_db.open())
+            throw unreachable(made ? m_db.lastError().text() : cause);
+    }
+    startSession();
+    prepareSchema(mode, m_dialect.schemaVersion(*this));
+}
+
+void StoreConnection::startSession()
+{
+    // Session settings run before anything else, so they never meet a lost connection twice.
+    QSqlQuery q(m_db);
+    q.exec(QStringLiteral("SET client_min_messages = warning"));
+    // A writer waits this long for the office's write lock before it fails.
+    q.exec(QStringLiteral("SET lock_timeout = %1").arg(m_lockTimeoutMs));
+    if (m_readOnly)
+        q.exec(QStringLiteral("SET default_transaction_read_only = on"));
+    if (m_onCommit)
+        listen();
+}
+
+bool StoreConnection::connectServer()
+{
+    stopListening();
+    m_direct = QSqlQuery();
+    m_statements.clear();
+    m_db.close();
+    if (!m_db.open())
+        return false;
+    m_lost = false;
+    startSession();
+    if (m_onCommit)
+        QTimer::singleShot(0, m_db.driver(), [this] {
+            if (m_onCommit)
+                m_onCommit();
+        });
+    return true;
+}
+
+void StoreConnection::lose()
+{
+    stopListening();
+    m_direct = QSqlQuery();
+    m_statements.clear();
+    m_db.close();
+    m_lost = true;
+}
+
+Failure StoreConnection::unreachable(const QString& cause) const
+{
+    return Failure(kUnreachable, kSource,
+                   QStringLiteral("The database server of \"%1\" cannot be reached, so nothing "
+                                  "was read or saved; work goes on once the server answers "
+                                  "again (%2)")
+                       .arg(m_path, cause.trimmed()));
+}
+
+bool StoreConnection::watchCommits(std::function<void()> onCommit)
+{
+    if (!m_dialect.isServer())
+        return false;
+    m_onCommit = std::move(onCommit);
+    if (!m_watchCheck) {
+        m_watchCheck = std::make_unique<QTimer>();
+        m_watchCheck->setInterval(1000);
+        QObject::connect(m_watchCheck.get(), &QTimer::timeout, m_watchCheck.get(), [this] {
+            if (!m_lost && m_depth == 0 && !m_db.driver()->isOpen())
+                lose();
+        });
+        m_watchCheck->start();
+    }
+    if (!m_lost && !m_listener)
+        listen();
+    return true;
+}
+
+PGconn* StoreConnection::serverConnection() const
+{
+    const QVariant handle = m_db.driver() ? m_db.driver()->handle() : QVariant();
+    // The driver names the handle's type by the client library's typedef or by its struct.
+    if (!handle.isValid()
+        || (qstrcmp(handle.typeName(), "PGconn*") != 0
+            && qstrcmp(handle.typeName(), "pg_conn*") != 0))
+        return nullptr;
+    return *static_cast<PGconn* const*>(handle.constData());
+}
+
+// The announcements are read off the connection's socket here rather than through the driver,
+// whose own notice of a readable socket does not come in every Qt version.
+void StoreConnection::listen()
+{
+    stopListening();
+    PGconn* conn = serverConnection();
+    if (!conn || PQsocket(conn) < 0 || !m_watchCheck)
+        return;
+    QSqlQuery q(m_db);
+    if (!q.exec(QStringLiteral("LISTEN ") + StoreDialect::changeChannel()))
+        return;
+    // Owned by the watch's timer, so that it goes with the connection at the latest.
+    m_listener = new QSocketNotifier(PQsocket(conn), QSocketNotifier::Read, m_watchCheck.get());
+    QObject::connect(m_listener, &QSocketNotifier::activated, m_listener,
+                     [this] { readAnnouncements(); });
+}
+
+void StoreConnection::stopListening()
+{
+    if (!m_listener)
+        return;
+    m_listener->setEnabled(false);
+    // It may be the one whose signal runs now.
+    m_listener->deleteLater();
+    m_listener = nullptr;
+}
+
+void StoreConnection::readAnnouncements()
+{
+    m_readPending = false;
+    PGconn* conn = m_lost ? nullptr : serverConnection();
+    if (!conn)
+        return;
+    PQconsumeInput(conn);
+    bool other = false;
+    while (PGnotify* n = PQnotifies(conn)) {
+        if (n->be_pid != PQbackendPID(conn)
+            && StoreDialect::changeChannel() == QLatin1String(n->relname))
+            other = true;
+        PQfreemem(n);
+    }
+    // A connection the server dropped is noticed here; the next use makes it again.
+    if (PQstatus(conn) != CONNECTION_OK && m_depth == 0) {
+        lose();
+        return;
+    }
+    if (other && m_onCommit)
+        m_onCommit();
+}
+
+void StoreConnection::announcementsMayWait()
+{
+    // A statement's answer may carry announcements along; the socket then has nothing more to
+    // tell, so they are read from the event loop.
+    if (!m_listener || m_readPending)
+        return;
+    m_readPending = true;
+    QTimer::singleShot(0, m_listener, [this] { readAnnouncements(); });
 }
 
 Failure StoreConnection::anotherProgram() const
@@ -151,6 +394,19 @@ Failure StoreConnection::anotherProgram() const
 Failure StoreConnection::failure(const QSqlError& error) const
 {
     const QString cause = error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    if (m_dialect.isServer()) {
+        if (m_dialect.isConnectionLost(error))
+            return unreachable(cause);
+        if (m_dialect.isLockTimeout(error))
+            return fileFailure(ErrorNumber::PermissionDenied, m_path,
+                               QStringLiteral("is locked by another writer (%1)").arg(cause.trimmed()));
+        if (error.nativeErrorCode() == QLatin1String("25006"))
+            return fileFailure(ErrorNumber::PathFileAccessError, m_path,
+                               QStringLiteral("is read-only: the change cannot be saved (%1)")
+                                   .arg(cause.trimmed()));
+        return fileFailure(ErrorNumber::InternalError, m_path,
+                           QStringLiteral("answered an error (%1)").arg(cause.trimmed()));
+    }
     switch (error.nativeErrorCode().toInt()) {
     case Busy:
     case Locked:
@@ -186,29 +442,80 @@ Failure StoreConnection::failure(const QSqlError& error) const
 
 QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
 {
-    auto it = m_statements.find(sql);
-    if (it == m_statements.end()) {
-        QSqlQuery q(m_db);
-        q.setForwardOnly(true);
-        if (!q.prepare(sql))
-            throw failure(q.lastError());
-        it = m_statements.insert(sql, q);
-    }
-    QSqlQuery& q = *it;
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        // A null text is still text: the columns take empty text, never NULL.
-        const QVariant& arg = args[i];
-        if (arg.typeId() == QMetaType::QString && arg.toString().isNull())
-            q.bindValue(int(i), QStringLiteral(""));
-        else
-            q.bindValue(int(i), arg);
-    }
-    if (!q.exec()) {
-        const Failure f = failure(q.lastError());
+    // Outside a transaction nothing is lost by running a statement again on a new connection.
+    for (bool again = m_depth == 0;; again = false) {
+        if (m_lost && !connectServer()) {
+            const QString cause = m_db.lastError().text();
+            m_db.close();
+            throw unreachable(cause);
+        }
+        // The server prepares only queries and changes of rows; statements without arguments
+        // (transactions, announcements, tables) run as they are.
+        if (args.isEmpty() && m_dialect.isServer()) {
+            m_direct = QSqlQuery(m_db);
+            m_direct.setForwardOnly(true);
+            if (m_direct.exec(sql)) {
+                announcementsMayWait();
+                return m_direct;
+            }
+            const QSqlError error = m_direct.lastError();
+            const Failure f = failure(error);
+            m_direct.finish();
+            if (m_dialect.isConnectionLost(error)) {
+                lose();
+                if (again)
+                    continue;
+            }
+            throw f;
+        }
+        auto it = m_statements.find(sql);
+        if (it == m_statements.end()) {
+            QSqlQuery q(m_db);
+            q.setForwardOnly(true);
+            if (!q.prepare(sql)) {
+                const QSqlError error = q.lastError();
+                if (!m_dialect.isConnectionLost(error))
+                    throw failure(error);
+                lose();
+                if (again)
+                    continue;
+                throw failure(error);
+            }
+            it = m_statements.insert(sql, q);
+        }
+        QSqlQuery& q = *it;
+        for (qsizetype i = 0; i < args.size(); ++i) {
+            // A null text is still text: the columns take empty text, never NULL.
+            const QVariant& arg = args[i];
+            if (arg.typeId() == QMetaType::QString && arg.toString().isNull())
+                q.bindValue(int(i), QStringLiteral(""));
+            else
+                q.bindValue(int(i), arg);
+        }
+        if (q.exec()) {
+            announcementsMayWait();
+            return q;
+        }
+        const QSqlError error = q.lastError();
+        const Failure f = failure(error);
         q.finish();
+        if (m_dialect.isConnectionLost(error)) {
+            lose();
+            if (again)
+                continue;
+        }
         throw f;
     }
-    return q;
+}
+
+void StoreConnection::drain(QSqlQuery& q)
+{
+    // The server's answer is read to its end: a server connection holds back what comes
+    // after an answer read in part, announcements of other workstations' commits included.
+    if (m_dialect.isServer())
+        while (q.next()) {
+        }
+    q.finish();
 }
 
 void StoreConnection::run(const QString& sql, const QVariantList& args)
@@ -222,7 +529,7 @@ QVariant StoreConnection::value(const QString& sql, const QVariantList& args)
     QVariant out;
     if (q.next())
         out = q.value(0);
-    q.finish();
+    drain(q);
     return out;
 }
 
@@ -236,7 +543,7 @@ QVariantList StoreConnection::row(const QString& sql, const QVariantList& args)
         for (int i = 0; i < columns; ++i)
             out.append(q.value(i));
     }
-    q.finish();
+    drain(q);
     return out;
 }
 
@@ -258,6 +565,9 @@ QList<QVariantList> StoreConnection::rows(const QString& sql, const QVariantList
 
 qint64 StoreConnection::insert(const QString& sql, const QVariantList& args)
 {
+    QString statement = sql;
+    if (m_dialect.insertAnswersId(statement))
+        return value(statement, args).toLongLong();
     QSqlQuery& q = exec(sql, args);
     const qint64 id = q.lastInsertId().toLongLong();
     q.finish();
@@ -266,16 +576,30 @@ qint64 StoreConnection::insert(const QString& sql, const QVariantList& args)
 
 void StoreConnection::begin()
 {
-    // IMMEDIATE: the write lock is taken now, so a busy file fails before anything is changed.
-    if (m_depth == 0)
-        run(QStringLiteral("BEGIN IMMEDIATE"));
+    if (m_depth == 0) {
+        const QStringList statements = m_dialect.beginWrite();
+        run(statements.first());
+        ++m_depth;
+        try {
+            for (qsizetype i = 1; i < statements.size(); ++i)
+                run(statements[i]);
+        } catch (...) {
+            rollback();
+            throw;
+        }
+        return;
+    }
     ++m_depth;
 }
 
 void StoreConnection::commit()
 {
-    if (m_depth == 1)
+    if (m_depth == 1) {
+        const QString announce = m_dialect.announceCommit();
+        if (!announce.isEmpty())
+            run(announce);
         run(QStringLiteral("COMMIT"));
+    }
     --m_depth;
     if (m_depth == 0)
         ++m_commits;
@@ -286,7 +610,8 @@ void StoreConnection::rollback()
     if (m_depth == 0)
         return;
     --m_depth;
-    if (m_depth == 0) {
+    // A lost connection took its transaction with it: the server rolled it back.
+    if (m_depth == 0 && !m_lost) {
         QSqlQuery q(m_db);
         q.exec(QStringLiteral("ROLLBACK"));
     }

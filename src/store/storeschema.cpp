@@ -144,7 +144,12 @@ const char* const kIndexes[] = {
 void runAll(StoreConnection& db, const QStringList& statements)
 {
     for (const QString& sql : statements)
-        db.run(sql);
+        db.run(db.dialect().table(sql));
+}
+
+void runTable(StoreConnection& db, const char* sql)
+{
+    db.run(db.dialect().table(QString::fromLatin1(sql)));
 }
 
 }  // namespace
@@ -159,7 +164,7 @@ void StoreSchema::create(StoreConnection& db)
     for (const char* sql : kIndexes)
         statements << QString::fromLatin1(sql);
     runAll(db, statements);
-    db.run(QStringLiteral("PRAGMA user_version = %1").arg(CurrentVersion));
+    db.dialect().setSchemaVersion(db, CurrentVersion);
 }
 
 void StoreSchema::migrate(StoreConnection& db, int from)
@@ -167,16 +172,17 @@ void StoreSchema::migrate(StoreConnection& db, int from)
     if (from <= 1) {
         // Texts: the saved order starts as the order the file holds.
         db.run(QStringLiteral("ALTER TABLE texts RENAME TO texts_v1"));
-        db.run(QString::fromLatin1(kTexts));
+        runTable(db, kTexts);
         db.run(QStringLiteral("INSERT INTO texts (id, collection_id, key, position, "
                               "saved_position, text, selected) SELECT id, collection_id, key, "
                               "position, position, text, selected FROM texts_v1"));
         db.run(QStringLiteral("DROP TABLE texts_v1"));
+        db.dialect().idsCopied(db, QStringLiteral("texts"));
         // Lines: a comment moves to its own table; version 1 had no way to tell an empty
         // comment from none, so only comments with text become comments.
         db.run(QStringLiteral("ALTER TABLE line_items RENAME TO line_items_v1"));
-        db.run(QString::fromLatin1(kLineItems));
-        db.run(QString::fromLatin1(kLineItemComments));
+        runTable(db, kLineItems);
+        runTable(db, kLineItemComments);
         db.run(QStringLiteral("INSERT INTO line_items (id, submittal_id, position, quantity, type, "
                               "brand, catalog_number, description, group_code, mto, selected) "
                               "SELECT id, submittal_id, position, quantity, type, brand, "
@@ -185,10 +191,11 @@ void StoreSchema::migrate(StoreConnection& db, int from)
         db.run(QStringLiteral("INSERT INTO line_item_comments (line_item_id, text) SELECT id, "
                               "comment FROM line_items_v1 WHERE comment <> ''"));
         db.run(QStringLiteral("DROP TABLE line_items_v1"));
+        db.dialect().idsCopied(db, QStringLiteral("line_items"));
         for (const char* sql : kIndexes)
-            db.run(QString::fromLatin1(sql));
+            runTable(db, sql);
     }
-    db.run(QStringLiteral("PRAGMA user_version = %1").arg(CurrentVersion));
+    db.dialect().setSchemaVersion(db, CurrentVersion);
 }
 
 }  // namespace ZebObjects

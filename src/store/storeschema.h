@@ -4,9 +4,10 @@ namespace ZebObjects {
 
 class StoreConnection;
 
-// The tables of a store and the steps that bring an older file up to date. The version lives in
-// the file's user_version; each step runs inside the caller's write transaction, so a file is
-// either at its old version or at the new one, never in between.
+// The tables of a store and the steps that bring an older database up to date. The version lives
+// in the database (an SQLite file's user_version, a table on a server); each step runs inside the
+// caller's write transaction, so a database is either at its old version or at the new one,
+// never in between.
 //
 // Version 1 kept a line's comment in the line itself and the texts without a saved order;
 // version 2 gives comments a table of their own (a line may have an empty comment or none) and

@@ -160,33 +160,56 @@ StoreSubmittal::StoreSubmittal(std::shared_ptr<StoreConnection> db, qint64 id, Q
 
 StoreSubmittal::~StoreSubmittal() = default;
 
-QVariant StoreSubmittal::column(const char* name) const
+namespace {
+
+QVariant readColumn(StoreConnection& db, qint64 id, const char* name)
 {
-    const QVariant v = m_db->value(
-        QStringLiteral("SELECT %1 FROM submittals WHERE id = ?").arg(QLatin1String(name)), {m_id});
+    const QVariant v = db.value(
+        QStringLiteral("SELECT %1 FROM submittals WHERE id = ?").arg(QLatin1String(name)), {id});
     if (!v.isValid())
-        throw gone(*m_db);
+        throw gone(db);
     return v;
 }
 
-bool StoreSubmittal::change(const char* name, const QVariant& value)
+}  // namespace
+
+QVariant StoreSubmittal::column(const char* name) const
 {
-    return m_db->write([&] {
-        if (column(name) == value)
-            return false;
+    return m_lastRead.remember(QLatin1String(name), readColumn(*m_db, m_id, name));
+}
+
+void StoreSubmittal::change(const char* name, const QVariant& value, void (Submittal::*changed)(),
+                            const char* what)
+{
+    const QString key = QLatin1String(name);
+    QVariant now;
+    enum { Same, Written, Conflict } outcome = Same;
+    m_db->write([&] {
+        now = readColumn(*m_db, m_id, name);
+        if (m_lastRead.conflicts(key, now, value)) {
+            outcome = Conflict;
+            return;
+        }
+        if (now == value)
+            return;
         m_db->run(QStringLiteral("UPDATE submittals SET %1 = ? WHERE id = ?")
                       .arg(QLatin1String(name)),
                   {value, m_id});
-        return true;
+        outcome = Written;
     });
+    m_lastRead.remember(key, outcome == Written ? value : now);
+    if (outcome == Same)
+        return;
+    emit(this->*changed)();
+    if (outcome == Conflict)
+        throw StoreLastRead::conflict(kSource, QLatin1String(what), now, value);
 }
 
 QString StoreSubmittal::IssuedBy() const { return column("issued_by").toString(); }
 
 void StoreSubmittal::setIssuedBy(const QString& name)
 {
-    if (change("issued_by", name))
-        emit IssuedByChanged();
+    change("issued_by", name, &Submittal::IssuedByChanged, "the issuer");
 }
 
 QString StoreSubmittal::SubmittalDate() const { return column("submittal_date").toString(); }
@@ -194,8 +217,7 @@ QString StoreSubmittal::SubmittalDate() const { return column("submittal_date").
 void StoreSubmittal::setSubmittalDate(const QString& date)
 {
     SubmittalRules::checkDate(date);
-    if (change("submittal_date", date))
-        emit SubmittalDateChanged();
+    change("submittal_date", date, &Submittal::SubmittalDateChanged, "the submittal date");
 }
 
 bool StoreSubmittal::IncludeCoverLetter() const
@@ -205,8 +227,8 @@ bool StoreSubmittal::IncludeCoverLetter() const
 
 void StoreSubmittal::setIncludeCoverLetter(bool include)
 {
-    if (change("include_cover_letter", int(include)))
-        emit CoverLetterChanged();
+    change("include_cover_letter", int(include), &Submittal::CoverLetterChanged,
+           "Cover Letter");
 }
 
 std::shared_ptr<CoverLetter> StoreSubmittal::CoverLetter() const { return m_coverLetter; }
@@ -215,16 +237,14 @@ bool StoreSubmittal::IncludeBOM() const { return column("include_bom").toBool();
 
 void StoreSubmittal::setIncludeBOM(bool include)
 {
-    if (change("include_bom", int(include)))
-        emit BOMChanged();
+    change("include_bom", int(include), &Submittal::BOMChanged, "Bill of Materials");
 }
 
 bool StoreSubmittal::IncludeLabels() const { return column("include_labels").toBool(); }
 
 void StoreSubmittal::setIncludeLabels(bool include)
 {
-    if (change("include_labels", int(include)))
-        emit LabelsChanged();
+    change("include_labels", int(include), &Submittal::LabelsChanged, "Labels");
 }
 
 std::shared_ptr<Recipients> StoreSubmittal::Recipients() const { return m_recipients; }
@@ -258,32 +278,53 @@ void writePurpose(StoreConnection& db, qint64 id, const SubmittalRules::Purpose&
 
 void StoreSubmittal::setSubmittalPurpose(const QString& purpose)
 {
-    qint16 index = 0;
+    SubmittalRules::Purpose p;
+    bool conflict = false;
     const bool changed = m_db->write([&] {
-        SubmittalRules::Purpose p = readPurpose(*m_db, m_id);
+        p = readPurpose(*m_db, m_id);
+        if (m_lastRead.conflicts(QStringLiteral("purpose"), p.text, purpose)) {
+            conflict = true;
+            return false;
+        }
         const SubmittalRules::Purpose before = p;
         const bool textChanged = SubmittalRules::writePurpose(p, purpose);
         if (p.text != before.text || p.otherText != before.otherText)
             writePurpose(*m_db, m_id, p);
-        index = p.index;
         return textChanged;
     });
-    if (changed)
-        emit SubmittalPurposeChanged(index);
+    m_lastRead.remember(QStringLiteral("purpose"), p.text);
+    m_lastRead.remember(QStringLiteral("purpose_index"), int(p.index));
+    if (changed || conflict)
+        emit SubmittalPurposeChanged(p.index);
+    if (conflict)
+        throw StoreLastRead::conflict(kSource, QStringLiteral("the submittal's purpose"), p.text,
+                                      purpose);
 }
 
 QString StoreSubmittal::SelectPurpose(qint16 index)
 {
     bool changed = false;
+    bool conflict = false;
+    SubmittalRules::Purpose p;
     const QString text = m_db->write([&] {
-        SubmittalRules::Purpose p = readPurpose(*m_db, m_id);
+        p = readPurpose(*m_db, m_id);
+        if (index >= 0 && index <= SubmittalRules::OtherPurpose
+            && m_lastRead.conflicts(QStringLiteral("purpose_index"), int(p.index), int(index))) {
+            conflict = true;
+            return QString();
+        }
         const QString answer = SubmittalRules::selectPurpose(p, index, changed);
         if (changed)
             writePurpose(*m_db, m_id, p);
         return answer;
     });
-    if (changed)
-        emit SubmittalPurposeChanged(index);
+    m_lastRead.remember(QStringLiteral("purpose"), p.text);
+    m_lastRead.remember(QStringLiteral("purpose_index"), int(p.index));
+    if (changed || conflict)
+        emit SubmittalPurposeChanged(p.index);
+    if (conflict)
+        throw StoreLastRead::conflict(kSource, QStringLiteral("the submittal's purpose option"),
+                                      int(p.index), int(index));
     return text;
 }
 

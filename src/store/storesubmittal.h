@@ -3,6 +3,7 @@
 #include "contracts/coverletter.h"
 #include "contracts/recipients.h"
 #include "contracts/submittal.h"
+#include "store/storelastread.h"
 
 #include <memory>
 
@@ -69,7 +70,9 @@ private:
 
 // A submittal in a store. Same rules as the stand-alone submittal: events only on a real
 // change, raised after the change is committed; the purpose options with the custom purpose
-// behind option 7; ISO dates only.
+// behind option 7; ISO dates only. A write that would replace what another workstation wrote
+// after this one last read it fails; the submittal then raises the value's event, so that
+// controls show the value that won.
 class StoreSubmittal : public Submittal {
     Q_OBJECT
 public:
@@ -98,13 +101,16 @@ public:
 
 private:
     QVariant column(const char* name) const;
-    // Writes value when it differs from what the file holds; true when it did.
-    bool change(const char* name, const QVariant& value);
+    // Writes value when it differs from what the database holds and raises changed; a conflict
+    // raises changed and fails, what names the value for the user.
+    void change(const char* name, const QVariant& value, void (Submittal::*changed)(),
+                const char* what);
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     std::shared_ptr<StoreCoverLetter> m_coverLetter;
     std::shared_ptr<StoreRecipients> m_recipients;
+    mutable StoreLastRead m_lastRead;
 };
 
 }  // namespace ZebObjects

@@ -27,14 +27,25 @@ QVariant StoreTextObject::column(const char* name) const
 }
 
 QString StoreTextObject::Key() const { return m_key; }
-QString StoreTextObject::Text() const { return column("text").toString(); }
+QString StoreTextObject::Text() const
+{
+    return m_lastRead.remember(QStringLiteral("text"), column("text")).toString();
+}
 
 void StoreTextObject::setText(const QString& text)
 {
-    m_db->write([&] {
-        column("text");
+    QVariant now;
+    const bool conflict = m_db->write([&] {
+        now = column("text");
+        if (m_lastRead.conflicts(QStringLiteral("text"), now, text))
+            return true;
         m_db->run(QStringLiteral("UPDATE texts SET text = ? WHERE id = ?"), {text, m_id});
+        now = text;
+        return false;
     });
+    m_lastRead.remember(QStringLiteral("text"), now);
+    if (conflict)
+        throw StoreLastRead::conflict(kSource, QStringLiteral("the text %1").arg(m_key), now, text);
 }
 
 bool StoreTextObject::Selected() const { return column("selected").toBool(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contracts/textobjects.h"
+#include "store/storelastread.h"
 
 #include <QHash>
 
@@ -25,6 +26,8 @@ private:
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     QString m_key;
+    // A text edited here over another workstation's edit fails rather than replace it.
+    mutable StoreLastRead m_lastRead;
 };
 
 // A text collection in a store: a submittal's paragraphs or remarks, or a library of the

@@ -6,6 +6,9 @@
 //   zeb_storewriter open FILE          opens the file, making it when it is new
 //   zeb_storewriter hold-lock FILE      takes the write lock, prints "locked", keeps it until a
 //                                       line arrives on standard input
+//   zeb_storewriter add-texts DB N TAG  waits for a line on standard input, then adds N
+//                                       paragraphs "TAG i" to the first job, each its own write,
+//                                       and prints "wrote N in MS ms"
 #include "contracts/failure.h"
 #include "contracts/lineitems.h"
 #include "store/store.h"
@@ -15,6 +18,7 @@
 #include "store/storetextobjects.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
@@ -64,6 +68,23 @@ int holdLock(const QString& file)
     return 0;
 }
 
+int addTexts(const QString& location, int count, const QString& tag)
+{
+    const auto store = Store::open(location, Store::OpenMode::OpenExisting);
+    const auto texts = store->openJob(store->jobs().first().id)->coverLetterParagraphs();
+    std::printf("ready\n");
+    std::fflush(stdout);
+    // Both writers start on the same signal, so that their writes meet.
+    std::string line;
+    std::getline(std::cin, line);
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 1; i <= count; ++i)
+        texts->Add(QStringLiteral("%1 %2").arg(tag).arg(i), false);
+    std::printf("wrote %d in %lld ms\n", count, clock.elapsed());
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -79,6 +100,8 @@ int main(int argc, char** argv)
             return churn(file);
         if (mode == QLatin1String("hold-lock"))
             return holdLock(file);
+        if (mode == QLatin1String("add-texts") && args.size() > 4)
+            return addTexts(file, args[3].toInt(), args[4]);
         if (mode == QLatin1String("open")) {
             Store::open(file);
             return 0;

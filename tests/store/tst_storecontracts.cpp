@@ -16,6 +16,7 @@
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
 #include "objects/textkind.h"
+#include "pgserver.h"
 #include "store/jobcontents.h"
 #include "store/store.h"
 #include "store/storebom.h"
@@ -102,9 +103,11 @@ public:
 
 class InStore : public Implementation {
 public:
-    InStore()
+    // A new office in a file, or in a new database when location names a server.
+    explicit InStore(const QString& location = {})
     {
-        m_store = Store::open(m_dir.filePath(QStringLiteral("office.zebdb")));
+        m_store = Store::open(location.isEmpty() ? m_dir.filePath(QStringLiteral("office.zebdb"))
+                                                 : location);
         m_store->setIssuedByNames(SampleData::issuedByNames());
         m_store->setSearchContextValue(SampleData::searchContextValue());
         m_store->addDirectoryCustomers(SampleData::customerDirectory()->Records());
@@ -152,11 +155,20 @@ private:
     int m_jobs = 0;
 };
 
+// One server for the whole program: starting one takes seconds.
+std::unique_ptr<PgServer>& server()
+{
+    static std::unique_ptr<PgServer> s;
+    return s;
+}
+
 std::unique_ptr<Implementation> implementation()
 {
     QFETCH_GLOBAL(QString, implementation);
     if (implementation == QLatin1String("store"))
         return std::make_unique<InStore>();
+    if (implementation == QLatin1String("postgresql"))
+        return std::make_unique<InStore>(server()->location(server()->newDatabaseName()));
     return std::make_unique<Standalone>();
 }
 
@@ -306,7 +318,23 @@ private slots:
         QTest::addColumn<QString>("implementation");
         QTest::newRow("standalone") << QStringLiteral("standalone");
         QTest::newRow("store") << QStringLiteral("store");
+        QTest::newRow("postgresql") << QStringLiteral("postgresql");
     }
+
+    // Without a server the PostgreSQL half fails, saying why; it is never skipped.
+    void init()
+    {
+        QFETCH_GLOBAL(QString, implementation);
+        if (implementation != QLatin1String("postgresql"))
+            return;
+        if (!server())
+            server() = std::make_unique<PgServer>();
+        if (!server()->isRunning())
+            QFAIL(qPrintable(QStringLiteral("The store on PostgreSQL cannot be tested: ")
+                             + server()->error()));
+    }
+
+    void cleanupTestCase() { server().reset(); }
 
     // Submittal --------------------------------------------------------------------------------
 
