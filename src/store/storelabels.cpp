@@ -3,6 +3,7 @@
 #include "objects/collectionrules.h"
 #include "objects/labelrules.h"
 #include "store/storeconnection.h"
+#include "store/storelastread.h"
 
 #include <algorithm>
 #include <vector>
@@ -15,8 +16,9 @@ const QString kWhat = QStringLiteral("label field");
 }  // namespace
 
 StoreLabelField::StoreLabelField(std::shared_ptr<StoreConnection> db, qint64 id, QString key,
-                                 QObject* parent)
-    : LabelField(parent), m_db(std::move(db)), m_id(id), m_key(std::move(key))
+                                 std::shared_ptr<QHash<qint64, qint16>> seen, QObject* parent)
+    : LabelField(parent), m_db(std::move(db)), m_id(id), m_key(std::move(key)),
+      m_seen(std::move(seen))
 {
 }
 
@@ -32,15 +34,46 @@ QVariantList StoreLabelField::fieldRow() const
 
 QString StoreLabelField::Caption() const { return fieldRow()[0].toString(); }
 QString StoreLabelField::Key() const { return m_key; }
-bool StoreLabelField::Included() const { return fieldRow()[1].toInt() != 0; }
-qint16 StoreLabelField::PrintOrder() const { return qint16(fieldRow()[1].toInt()); }
+qint16 StoreLabelField::seenOrder(const QVariantList& row) const
+{
+    const qint16 order = qint16(row[1].toInt());
+    m_seen->insert(m_id, order);
+    return order;
+}
+
+bool StoreLabelField::Included() const { return seenOrder(fieldRow()) != 0; }
+qint16 StoreLabelField::PrintOrder() const { return seenOrder(fieldRow()); }
 
 void StoreLabelField::setPrintOrder(qint16 order)
 {
     LabelRules::checkPrintOrder(m_key, order);
+    QString caption;
+    bool changedElsewhere = false;
     m_db->write([&] {
         const QVariantList r = fieldRow();
+        caption = r[0].toString();
         const qint16 current = qint16(r[1].toInt());
+        // The order of a field only means something beside the others: another workstation's
+        // change to any field of this label since it was shown here makes this write a conflict,
+        // unless it already did what this write asks.
+        const auto orders = m_db->rows(
+            QStringLiteral("SELECT id, print_order FROM label_fields WHERE submittal_id = ?"),
+            {r[2]});
+        if (current != order) {
+            for (const QVariantList& f : orders) {
+                const auto seen = m_seen->constFind(f[0].toLongLong());
+                if (seen != m_seen->constEnd() && *seen != qint16(f[1].toInt())) {
+                    changedElsewhere = true;
+                    break;
+                }
+            }
+        }
+        if (changedElsewhere) {
+            for (const QVariantList& f : orders)
+                m_seen->insert(f[0].toLongLong(), qint16(f[1].toInt()));
+            return;
+        }
+        m_seen->insert(m_id, current);
         const QVariantList label = m_db->row(
             QStringLiteral("SELECT (SELECT COUNT(*) FROM label_fields WHERE submittal_id = ? "
                            "AND print_order <> 0), COALESCE((SELECT maximum_included FROM labels "
@@ -51,7 +84,17 @@ void StoreLabelField::setPrintOrder(qint16 order)
             return;
         m_db->run(QStringLiteral("UPDATE label_fields SET print_order = ? WHERE id = ?"),
                   {int(order), m_id});
+        m_seen->insert(m_id, order);
     });
+    if (changedElsewhere)
+        throw Failure(StoreLastRead::ChangedElsewhere, kSource,
+                      QStringLiteral("Another workstation changed the fields on the labels after "
+                                     "they were shown here, so the print order %1 of \"%2\" was "
+                                     "not saved. The other workstation's fields are shown once "
+                                     "the job is refreshed; make the change again if it still "
+                                     "applies.")
+                          .arg(order)
+                          .arg(caption));
 }
 
 StoreLabelFields::StoreLabelFields(std::shared_ptr<StoreConnection> db, qint64 submittalId)
@@ -65,7 +108,7 @@ std::shared_ptr<LabelField> StoreLabelFields::field(qint64 id, const QString& ke
 {
     auto& slot = m_fields[id];
     if (!slot)
-        slot = std::make_shared<StoreLabelField>(m_db, id, key);
+        slot = std::make_shared<StoreLabelField>(m_db, id, key, m_seen);
     return slot;
 }
 
@@ -100,6 +143,8 @@ LabelFieldList StoreLabelFields::Enumerate() const
                                                            "ORDER BY position, id"),
                                             {m_id}))
         rows.push_back({r[0].toLongLong(), r[1].toString(), qint16(r[2].toInt())});
+    for (const Row& r : rows)
+        m_seen->insert(r.id, r.order);
     std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
         return LabelRules::comesBefore(a.order, b.order);
     });

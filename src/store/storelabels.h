@@ -15,8 +15,10 @@ class StoreConnection;
 class StoreLabelField : public LabelField {
     Q_OBJECT
 public:
+    // seen: the print orders of the label's fields as this workstation last read or wrote them,
+    // shared by the fields of one label.
     StoreLabelField(std::shared_ptr<StoreConnection> db, qint64 id, QString key,
-                    QObject* parent = nullptr);
+                    std::shared_ptr<QHash<qint64, qint16>> seen, QObject* parent = nullptr);
 
     QString Caption() const override;
     QString Key() const override;
@@ -26,10 +28,12 @@ public:
 
 private:
     QVariantList fieldRow() const;
+    qint16 seenOrder(const QVariantList& row) const;
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     QString m_key;
+    std::shared_ptr<QHash<qint64, qint16>> m_seen;
 };
 
 // The fields of a label definition in a store, enumerated with the fields on the label first,
@@ -51,6 +55,7 @@ private:
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     mutable QHash<qint64, std::shared_ptr<StoreLabelField>> m_fields;
+    std::shared_ptr<QHash<qint64, qint16>> m_seen = std::make_shared<QHash<qint64, qint16>>();
 };
 
 class StoreLabels : public Labels {

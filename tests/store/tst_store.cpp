@@ -452,6 +452,61 @@ private slots:
         QCOMPARE(one->jobs().size(), 2);
     }
 
+    void aLabelFieldAddedOverAnotherWorkstationsChangeFailsAndNothingIsWritten()
+    {
+        QTemporaryDir dir;
+        JobContents c = simpleJob(QStringLiteral("1"));
+        c.labelFields = {{QStringLiteral("NAME"), QStringLiteral("Name"), 1},
+                         {QStringLiteral("CITY"), QStringLiteral("City"), 0},
+                         {QStringLiteral("ZIP"), QStringLiteral("Zip"), 0}};
+        const auto one = Store::open(path(dir));
+        const qint64 id = one->createJob(c);
+        const auto two = Store::open(path(dir));
+        const auto mine = one->openJob(id)->labels()->LabelFields();
+        const auto theirs = two->openJob(id)->labels()->LabelFields();
+        QCOMPARE(mine->Enumerate().size(), 3);
+        QCOMPARE(theirs->Enumerate().size(), 3);
+
+        // The other workstation puts Zip second; this one, not knowing, puts City second.
+        theirs->Item(QStringLiteral("ZIP"))->setPrintOrder(2);
+        const ErrorInfo e = failureOf([&] { mine->Item(QStringLiteral("CITY"))->setPrintOrder(2); });
+        QCOMPARE(e, (ErrorInfo{3197, QStringLiteral("ZebObjects.LabelFields"),
+                               QStringLiteral("Another workstation changed the fields on the "
+                                              "labels after they were shown here, so the print "
+                                              "order 2 of \"City\" was not saved. The other "
+                                              "workstation's fields are shown once the job is "
+                                              "refreshed; make the change again if it still "
+                                              "applies.")}));
+        QCOMPARE(theirs->Item(QStringLiteral("CITY"))->PrintOrder(), qint16(0));
+        QCOMPARE(theirs->Item(QStringLiteral("ZIP"))->PrintOrder(), qint16(2));
+
+        // Made again now that this workstation knows the other's order, the write is saved.
+        mine->Item(QStringLiteral("CITY"))->setPrintOrder(3);
+        QCOMPARE(theirs->Item(QStringLiteral("CITY"))->PrintOrder(), qint16(3));
+        // Its own writes never conflict with themselves: taking City off and renumbering.
+        mine->Item(QStringLiteral("ZIP"))->setPrintOrder(0);
+        mine->Item(QStringLiteral("CITY"))->setPrintOrder(2);
+        QCOMPARE(theirs->Item(QStringLiteral("CITY"))->PrintOrder(), qint16(2));
+        QCOMPARE(theirs->Item(QStringLiteral("ZIP"))->PrintOrder(), qint16(0));
+    }
+
+    void aLabelFieldWriteThatAnotherWorkstationAlreadyMadeIsNoConflict()
+    {
+        QTemporaryDir dir;
+        JobContents c = simpleJob(QStringLiteral("1"));
+        c.labelFields = {{QStringLiteral("NAME"), QStringLiteral("Name"), 1},
+                         {QStringLiteral("CITY"), QStringLiteral("City"), 0}};
+        const auto one = Store::open(path(dir));
+        const qint64 id = one->createJob(c);
+        const auto two = Store::open(path(dir));
+        const auto mine = one->openJob(id)->labels()->LabelFields();
+        const auto theirs = two->openJob(id)->labels()->LabelFields();
+        QCOMPARE(mine->Enumerate().size(), 2);
+        theirs->Item(QStringLiteral("CITY"))->setPrintOrder(2);
+        mine->Item(QStringLiteral("CITY"))->setPrintOrder(2);
+        QCOMPARE(theirs->Item(QStringLiteral("CITY"))->PrintOrder(), qint16(2));
+    }
+
     void aChangeSurvivesClosingAndReopening()
     {
         QTemporaryDir dir;
