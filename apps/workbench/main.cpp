@@ -127,8 +127,8 @@ int main(int argc, char** argv)
         const qint64 id = parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job))
                                             : Workstation::defaultJob(*store);
         if (id == 0)
-            return fail(parser.isSet(job) ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(path, parser.value(job))
-                                          : QStringLiteral("the office \"%1\" has no job").arg(path));
+            return fail(parser.isSet(job) ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store->path(), parser.value(job))
+                                          : QStringLiteral("the office \"%1\" has no job").arg(store->path()));
         try {
             const StorePackageSource source(*store, store->openJob(id));
             ZebPackage::PackageGenerator generator;
@@ -149,7 +149,7 @@ int main(int argc, char** argv)
     if (parser.isSet(job)) {
         first = window.jobByNumber(parser.value(job));
         if (first == 0)
-            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(path, parser.value(job)));
+            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store->path(), parser.value(job)));
     }
     try {
         if (first != 0)

@@ -1,6 +1,8 @@
 #include "officesettingsdialog.h"
 
+#include "contracts/failure.h"
 #include "store/storedialect.h"
+#include "store/storelocation.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -96,12 +98,17 @@ OfficeSettingsDialog::OfficeSettingsDialog(const QString& location, QWidget* par
     layout->addWidget(buttons);
 
     if (ZebObjects::StoreDialect::isServerLocation(location)) {
-        const QUrl url(location);
+        ZebObjects::StoreLocation parts;
+        try {
+            parts = ZebObjects::StoreLocation::parse(location);
+        } catch (const ZebObjects::Failure&) {
+            // A location that cannot be read shows what could be: the fields are filled anew.
+        }
         m_server->setChecked(true);
-        m_host->setText(url.host());
-        m_port->setValue(url.port(5432));
-        m_database->setText(url.path().mid(1));
-        m_user->setText(url.userName());
+        m_host->setText(parts.host());
+        m_port->setValue(parts.port());
+        m_database->setText(parts.database());
+        m_user->setText(parts.user());
     } else {
         m_file->setChecked(true);
         m_path->setText(QDir::toNativeSeparators(location));
@@ -126,13 +133,9 @@ QString OfficeSettingsDialog::location() const
 {
     if (m_file->isChecked())
         return QDir::fromNativeSeparators(m_path->text().trimmed());
-    QUrl url;
-    url.setScheme(QStringLiteral("postgresql"));
-    url.setUserName(m_user->text().trimmed());
-    url.setHost(m_host->text().trimmed());
-    url.setPort(m_port->value());
-    url.setPath(QLatin1Char('/') + m_database->text().trimmed());
-    return url.toString();
+    return ZebObjects::StoreLocation::server(m_user->text().trimmed(), m_host->text().trimmed(),
+                                             m_port->value(), m_database->text().trimmed())
+        .shown();
 }
 
 QString OfficeSettingsDialog::savedLocation()

@@ -60,8 +60,13 @@ std::shared_ptr<Store> Store::open(const QString& path, OpenMode mode)
 
 std::shared_ptr<Store> Store::open(const QString& path, OpenMode mode, const Options& options)
 {
+    StoreConnection::Timeouts timeouts;
+    timeouts.lockMs = options.busyTimeoutMs;
+    timeouts.answerMs = options.answerTimeoutMs;
+    timeouts.idleInTransactionMs = options.idleInTransactionTimeoutMs;
+    timeouts.connectSeconds = options.connectTimeoutSeconds;
     return std::shared_ptr<Store>(
-        new Store(StoreConnection::open(path, connectionMode(mode), options.busyTimeoutMs)));
+        new Store(StoreConnection::open(path, connectionMode(mode), timeouts)));
 }
 
 QString Store::path() const { return m_db->path(); }
@@ -195,11 +200,16 @@ void Store::deleteJob(qint64 id)
 
 std::shared_ptr<TextObjects> Store::library(qint32 kind)
 {
+    const auto find = [&] {
+        return m_db->value(QStringLiteral("SELECT id FROM text_collections WHERE submittal_id IS "
+                                          "NULL AND kind = ? ORDER BY id LIMIT 1"),
+                           {kind});
+    };
+    // Asking for a library that is there writes nothing.
+    if (const QVariant found = find(); found.isValid())
+        return std::make_shared<StoreTextObjects>(m_db, found.toLongLong());
     const qint64 id = m_db->write([&] {
-        const QVariant found =
-            m_db->value(QStringLiteral("SELECT id FROM text_collections WHERE submittal_id IS "
-                                       "NULL AND kind = ? ORDER BY id LIMIT 1"),
-                        {kind});
+        const QVariant found = find();
         if (found.isValid())
             return found.toLongLong();
         return m_db->insert(QStringLiteral("INSERT INTO text_collections (submittal_id, kind, "
@@ -215,14 +225,28 @@ QStringList Store::issuedByNames() const { return StoreDirectory::issuedByNames(
 
 void Store::setIssuedByNames(const QStringList& names)
 {
-    m_db->write([&] { StoreDirectory::setIssuedByNames(*m_db, names); });
+    if (issuedByNames() == names)
+        return;
+    m_db->write([&] {
+        if (StoreDirectory::issuedByNames(*m_db) != names)
+            StoreDirectory::setIssuedByNames(*m_db, names);
+    });
 }
 
 QVariant Store::searchContextValue() const { return StoreDirectory::searchContextValue(*m_db); }
 
 void Store::setSearchContextValue(const QVariant& value)
 {
-    m_db->write([&] { StoreDirectory::setSearchContextValue(*m_db, value); });
+    const auto holds = [&] {
+        const QVariant now = StoreDirectory::searchContextValue(*m_db);
+        return now.isValid() && now.toString() == value.toString();
+    };
+    if (holds())
+        return;
+    m_db->write([&] {
+        if (!holds())
+            StoreDirectory::setSearchContextValue(*m_db, value);
+    });
 }
 
 void Store::addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers)

@@ -47,6 +47,14 @@ public:
     struct Options {
         // How long a write waits for another writer before it fails.
         int busyTimeoutMs = 2000;
+        // On a server: the longest a statement may run, and (two seconds more) the longest a
+        // workstation waits for an answer before it takes the connection for lost.
+        int answerTimeoutMs = 10000;
+        // On a server: a session silent this long inside a transaction is ended by the server,
+        // which frees the office's write lock.
+        int idleInTransactionTimeoutMs = 5000;
+        // On a server: how long a connection may take to be made (seconds).
+        int connectTimeoutSeconds = 5;
     };
 
     // path names the file, or the server database as "postgresql://user@host:port/database"

@@ -28,8 +28,11 @@ QVariant StoreBOM::column(const char* name) const
 
 void StoreBOM::setFlag(const char* name, bool value)
 {
+    if (column(name).toBool() == value)
+        return;
     m_db->write([&] {
-        column(name);
+        if (column(name).toBool() == value)
+            return;
         m_db->run(QStringLiteral("UPDATE boms SET %1 = ? WHERE submittal_id = ?")
                       .arg(QLatin1String(name)),
                   {int(value), m_id});

@@ -8,6 +8,8 @@
 #include <QSqlError>
 #include <QSocketNotifier>
 #include <QSqlRecord>
+#include <QDeadlineTimer>
+#include <QThread>
 #include <QTimer>
 
 #include <libpq-fe.h>
@@ -15,6 +17,12 @@
 #include <QUrlQuery>
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+#include <sys/socket.h>
 
 namespace ZebObjects {
 
@@ -30,6 +38,8 @@ enum SqliteCode {
 
 // The server could not be reached (the runtime's "device unavailable").
 constexpr qint32 kUnreachable = 68;
+// How much longer than the server's own statement timeout the workstation waits for an answer.
+constexpr int kAnswerGraceMs = 2000;
 
 Failure fileFailure(qint32 number, const QString& path, const QString& cause)
 {
@@ -39,15 +49,123 @@ Failure fileFailure(qint32 number, const QString& path, const QString& cause)
                    QStringLiteral("The database file \"%1\" %2").arg(QDir::toNativeSeparators(path), cause));
 }
 
-// The location as shown to people: without its password.
-QString shownLocation(const QString& location)
+// A value for the client library's connection settings, quoted as it reads them.
+QString settingValue(const QString& value)
 {
-    QUrl url(location);
-    url.setPassword(QString());
-    return url.toString();
+    QString quoted = value;
+    quoted.replace(QLatin1Char('\\'), QStringLiteral("\\\\"));
+    quoted.replace(QLatin1Char('\''), QStringLiteral("\\'"));
+    return QLatin1Char('\'') + quoted + QLatin1Char('\'');
+}
+
+// A name as the server reads it whole, dots and quotes included.
+QString quotedIdentifier(const QString& name)
+{
+    QString quoted = name;
+    quoted.replace(QLatin1Char('"'), QStringLiteral("\"\""));
+    return QLatin1Char('"') + quoted + QLatin1Char('"');
 }
 
 }  // namespace
+
+// Cuts the server connection when an answer is overdue, so that a call blocked on a network
+// that went silent (no reset, no answer) returns as a lost connection.
+class StoreConnection::AnswerWatch {
+public:
+    AnswerWatch() : m_thread([this] { loop(); }) {}
+    ~AnswerWatch()
+    {
+        {
+            std::lock_guard lock(m_mutex);
+            m_stop = true;
+        }
+        m_wake.notify_all();
+        m_thread.join();
+    }
+    AnswerWatch(const AnswerWatch&) = delete;
+    AnswerWatch& operator=(const AnswerWatch&) = delete;
+
+    void arm(int socket, std::chrono::milliseconds after)
+    {
+        {
+            std::lock_guard lock(m_mutex);
+            m_socket = socket;
+            m_deadline = std::chrono::steady_clock::now() + after;
+            m_armed = socket >= 0;
+            m_fired = false;
+        }
+        m_wake.notify_all();
+    }
+    void disarm()
+    {
+        std::lock_guard lock(m_mutex);
+        m_armed = false;
+    }
+    bool fired()
+    {
+        std::lock_guard lock(m_mutex);
+        return m_fired;
+    }
+
+private:
+    void loop()
+    {
+        std::unique_lock lock(m_mutex);
+        while (!m_stop) {
+            if (!m_armed) {
+                m_wake.wait(lock);
+                continue;
+            }
+            const auto deadline = m_deadline;
+            m_wake.wait_until(lock, deadline);
+            if (m_armed && !m_stop && m_deadline == deadline
+                && std::chrono::steady_clock::now() >= deadline) {
+                ::shutdown(m_socket, SHUT_RDWR);
+                m_armed = false;
+                m_fired = true;
+            }
+        }
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    int m_socket = -1;
+    std::chrono::steady_clock::time_point m_deadline;
+    bool m_armed = false;
+    bool m_fired = false;
+    bool m_stop = false;
+    std::thread m_thread;
+};
+
+// While it lives, an answer of the server is awaited at most the answer timeout (the outermost
+// guard counts).
+class AnswerGuard {
+public:
+    explicit AnswerGuard(StoreConnection& c) : m_c(c)
+    {
+        if (m_c.m_watching++ == 0)
+            m_c.armWatch();
+    }
+    ~AnswerGuard()
+    {
+        if (--m_c.m_watching == 0 && m_c.m_watch)
+            m_c.m_watch->disarm();
+    }
+    AnswerGuard(const AnswerGuard&) = delete;
+    AnswerGuard& operator=(const AnswerGuard&) = delete;
+
+private:
+    StoreConnection& m_c;
+};
+
+void StoreConnection::armWatch()
+{
+    if (!m_watch)
+        return;
+    PGconn* conn = serverConnection();
+    m_watch->arm(conn ? PQsocket(conn) : -1,
+                 std::chrono::milliseconds(m_timeouts.answerMs + kAnswerGraceMs));
+}
 
 StoreConnection::StoreConnection(StoreDialect dialect, QString path, QString name)
     : m_dialect(dialect), m_path(std::move(path)), m_name(std::move(name))
@@ -58,53 +176,98 @@ StoreConnection::~StoreConnection()
 {
     m_listener = nullptr;
     m_watchCheck.reset();
-    m_direct = QSqlQuery();
-    m_statements.clear();
-    if (m_db.isValid()) {
-        if (m_depth > 0 && !m_lost) {
+    if (m_dialect.isServer()) {
+        if (m_db.isValid() && m_depth > 0 && !m_lost) {
+            AnswerGuard guard(*this);
             QSqlQuery q(m_db);
             q.exec(QStringLiteral("ROLLBACK"));
         }
-        m_db.close();
+        // The session's prepared statements end with it: none is freed one by one.
+        dropServerConnection();
+        m_watch.reset();
+        return;
     }
+    m_direct = QSqlQuery();
+    m_statements.clear();
+    if (m_db.isValid())
+        m_db.close();
+    m_db = QSqlDatabase();
+    QSqlDatabase::removeDatabase(m_name);
+}
+
+void StoreConnection::addServerDatabase()
+{
+    m_db = QSqlDatabase::addDatabase(m_dialect.driver(), m_name);
+    if (!m_db.isValid())
+        throw Failure(ErrorNumber::CannotCreateObject, kSource,
+                      QStringLiteral("The PostgreSQL driver of Qt SQL is not installed (Debian "
+                                     "package libqt6sql6-psql), so the database \"%1\" cannot be "
+                                     "opened")
+                          .arg(m_path));
+    const StoreLocation& l = m_location;
+    m_db.setUserName(l.user());
+    m_db.setPassword(l.password());
+    m_db.setHostName(l.host());
+    m_db.setDatabaseName(l.database());
+    // A server that does not answer fails the connection within seconds, and a connection
+    // whose network went away is noticed by the system within seconds too. Parameters of the
+    // location come after these and win (sslmode=require, keepalives_idle=30, ...).
+    QStringList options{
+        QStringLiteral("connect_timeout=%1").arg(m_timeouts.connectSeconds),
+        QStringLiteral("keepalives=1"),
+        QStringLiteral("keepalives_idle=5"),
+        QStringLiteral("keepalives_interval=2"),
+        QStringLiteral("keepalives_count=3"),
+        QStringLiteral("tcp_user_timeout=%1").arg(m_timeouts.answerMs + kAnswerGraceMs),
+        QStringLiteral("fallback_application_name=zeb-store"),
+    };
+    if (l.ports().size() > 1) {
+        QStringList ports;
+        for (int port : l.ports())
+            ports << QString::number(port);
+        options << QStringLiteral("port=") + settingValue(ports.join(QLatin1Char(',')));
+    } else {
+        m_db.setPort(l.port());
+    }
+    for (const auto& [key, value] : l.parameters())
+        options << key + QLatin1Char('=') + settingValue(value);
+    m_db.setConnectOptions(options.join(QLatin1Char(';')));
+}
+
+void StoreConnection::dropServerConnection()
+{
+    if (m_watch)
+        m_watch->disarm();
+    stopListening();
+    // The driver goes before the statements: a statement outliving its driver sends nothing,
+    // so a lost connection is not asked to free each of them (and does not complain of it).
+    QHash<QString, QSqlQuery> statements;
+    statements.swap(m_statements);
+    QSqlQuery direct = std::move(m_direct);
+    m_direct = QSqlQuery();
+    if (m_db.isValid())
+        m_db.close();
     m_db = QSqlDatabase();
     QSqlDatabase::removeDatabase(m_name);
 }
 
 std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode mode,
-                                                       int busyTimeoutMs)
+                                                       const Timeouts& timeouts)
 {
     static std::atomic<quint64> serial{0};
-    if (StoreDialect::isServerLocation(path)) {
+    const StoreLocation location = StoreLocation::parse(path);
+    if (location.isServer()) {
         std::shared_ptr<StoreConnection> c(
-            new StoreConnection(StoreDialect(StoreDialect::Kind::Postgres), shownLocation(path),
+            new StoreConnection(StoreDialect(StoreDialect::Kind::Postgres), location.shown(),
                                 QStringLiteral("ZebStore-%1").arg(++serial)));
-        c->m_db = QSqlDatabase::addDatabase(c->m_dialect.driver(), c->m_name);
-        if (!c->m_db.isValid())
-            throw Failure(ErrorNumber::CannotCreateObject, kSource,
-                          QStringLiteral("The PostgreSQL driver of Qt SQL is not installed (Debian "
-                                         "package libqt6sql6-psql), so the database \"%1\" "
-                                         "cannot be opened")
-                              .arg(c->m_path));
-        const QUrl url(path);
-        c->m_db.setUserName(url.userName());
-        c->m_db.setPassword(url.password());
-        c->m_db.setHostName(QUrlQuery(url).hasQueryItem(QStringLiteral("host"))
-                                ? QUrlQuery(url).queryItemValue(QStringLiteral("host"),
-                                                                QUrl::FullyDecoded)
-                                : url.host());
-        c->m_db.setPort(url.port(5432));
-        c->m_db.setDatabaseName(url.path().mid(1));
-        // A server that is down fails the connection within seconds, not minutes. Other
-        // parameters of the location (sslmode=require, ...) go to the client library as given.
-        QStringList options{QStringLiteral("connect_timeout=5")};
-        for (const auto& [key, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
-            if (key != QLatin1String("host"))
-                options << key + QLatin1Char('=') + value;
-        c->m_db.setConnectOptions(options.join(QLatin1Char(';')));
-        c->openServer(mode, busyTimeoutMs);
+        c->m_location = location;
+        c->m_timeouts = timeouts;
+        c->m_watch = std::make_unique<AnswerWatch>();
+        c->addServerDatabase();
+        c->openServer(mode);
         return c;
     }
+    const int busyTimeoutMs = timeouts.lockMs;
     const QString absolute = QFileInfo(path).absoluteFilePath();
     std::shared_ptr<StoreConnection> c(new StoreConnection(
         StoreDialect(StoreDialect::Kind::Sqlite), absolute,
@@ -203,14 +366,13 @@ void StoreConnection::checkVersion(int version) const
 
 bool StoreConnection::hasTables() { return m_dialect.hasTables(*this); }
 
-void StoreConnection::openServer(Mode mode, int lockTimeoutMs)
+void StoreConnection::openServer(Mode mode)
 {
     m_readOnly = mode == Mode::ReadOnly;
-    m_lockTimeoutMs = lockTimeoutMs;
     if (!m_db.open()) {
         const QString cause = m_db.lastError().text();
         if (mode != Mode::OpenOrCreate)
-            throw unreachable(cause);
+            throw refusedOrUnreachable(cause);
         // The server may answer and lack only the database: it is made, when the user may.
         const QString maintenance = m_name + QStringLiteral("-create");
         bool made = false;
@@ -223,9 +385,8 @@ void StoreConnection::openServer(Mode mode, int lockTimeoutMs)
                 q.prepare(QStringLiteral("SELECT 1 FROM pg_database WHERE datname = ?"));
                 q.addBindValue(m_db.databaseName());
                 if (q.exec() && !q.next()) {
-                    const QString name = admin.driver()->escapeIdentifier(
-                        m_db.databaseName(), QSqlDriver::TableName);
-                    made = q.exec(QStringLiteral("CREATE DATABASE %1").arg(name));
+                    made = q.exec(QStringLiteral("CREATE DATABASE %1")
+                                      .arg(quotedIdentifier(m_db.databaseName())));
                     if (!made)
                         failed = q.lastError().text();
                 }
@@ -240,34 +401,93 @@ void StoreConnection::openServer(Mode mode, int lockTimeoutMs)
                               QStringLiteral("does not exist and cannot be created (%1)")
                                   .arg(failed.trimmed()));
         if (!made || !m_db.open())
-            throw unreachable(made ? m_db.lastError().text() : cause);
+            throw refusedOrUnreachable(made ? m_db.lastError().text() : cause);
     }
     startSession();
     prepareSchema(mode, m_dialect.schemaVersion(*this));
 }
 
+Failure StoreConnection::refusedOrUnreachable(const QString& cause) const
+{
+    // The driver keeps no trace of why a connection failed: the client library is asked again
+    // on its own, and tells whether the server wanted a password and did not take it.
+    const StoreLocation& l = m_location;
+    QList<QByteArray> keys{"host", "dbname", "user", "password", "connect_timeout"};
+    QList<QByteArray> values{l.host().toUtf8(), l.database().toUtf8(), l.user().toUtf8(),
+                             l.password().toUtf8(), QByteArray::number(m_timeouts.connectSeconds)};
+    QStringList ports;
+    for (int port : l.ports())
+        ports << QString::number(port);
+    keys << "port";
+    values << (ports.isEmpty() ? QByteArray::number(StoreLocation::kDefaultPort)
+                               : ports.join(QLatin1Char(',')).toUtf8());
+    for (const auto& [key, value] : l.parameters()) {
+        keys << key.toUtf8();
+        values << value.toUtf8();
+    }
+    std::vector<const char*> k;
+    std::vector<const char*> v;
+    for (qsizetype i = 0; i < keys.size(); ++i)
+        if (!values[i].isEmpty()) {
+            k.push_back(keys[i].constData());
+            v.push_back(values[i].constData());
+        }
+    k.push_back(nullptr);
+    v.push_back(nullptr);
+    PGconn* probe = PQconnectdbParams(k.data(), v.data(), 0);
+    const bool refused = probe && PQstatus(probe) != CONNECTION_OK
+                         && (PQconnectionUsedPassword(probe) || PQconnectionNeedsPassword(probe));
+    const QString why = probe && PQstatus(probe) != CONNECTION_OK
+                            ? QString::fromLocal8Bit(PQerrorMessage(probe)).trimmed()
+                            : cause.trimmed();
+    PQfinish(probe);
+    if (refused)
+        return Failure(ErrorNumber::PermissionDenied, kSource,
+                       QStringLiteral("The database server of \"%1\" refused the user \"%2\": "
+                                      "the password is wrong or missing. Give the right password "
+                                      "in ~/.pgpass or in the location, or ask whoever runs the "
+                                      "server (%3)")
+                           .arg(m_path, l.user(), why));
+    return Failure(kUnreachable, kSource,
+                   QStringLiteral("The database server of \"%1\" cannot be reached, so the "
+                                  "office cannot be opened; check the location and that the "
+                                  "server runs, then start again (%2)")
+                       .arg(m_path, why));
+}
+
 void StoreConnection::startSession()
 {
     // Session settings run before anything else, so they never meet a lost connection twice.
+    AnswerGuard guard(*this);
     QSqlQuery q(m_db);
     q.exec(QStringLiteral("SET client_min_messages = warning"));
-    // A writer waits this long for the office's write lock before it fails.
-    q.exec(QStringLiteral("SET lock_timeout = %1").arg(m_lockTimeoutMs));
+    // A writer waits this long for the office's write lock before it fails; no statement of
+    // ours runs longer than the answer timeout; a session that stops talking inside a
+    // transaction is ended, so its write lock goes free; and the server notices a workstation
+    // whose network went away as soon as the workstation notices the server.
+    q.exec(QStringLiteral("SET lock_timeout = %1").arg(m_timeouts.lockMs));
+    q.exec(QStringLiteral("SET statement_timeout = %1").arg(m_timeouts.answerMs));
+    q.exec(QStringLiteral("SET idle_in_transaction_session_timeout = %1")
+               .arg(m_timeouts.idleInTransactionMs));
+    q.exec(QStringLiteral("SET tcp_keepalives_idle = 5"));
+    q.exec(QStringLiteral("SET tcp_keepalives_interval = 2"));
+    q.exec(QStringLiteral("SET tcp_keepalives_count = 3"));
     if (m_readOnly)
         q.exec(QStringLiteral("SET default_transaction_read_only = on"));
+    q.finish();
     if (m_onCommit)
         listen();
 }
 
 bool StoreConnection::connectServer()
 {
-    stopListening();
-    m_direct = QSqlQuery();
-    m_statements.clear();
-    m_db.close();
+    dropServerConnection();
+    addServerDatabase();
     if (!m_db.open())
         return false;
     m_lost = false;
+    if (m_watching > 0)
+        armWatch();
     startSession();
     if (m_onCommit)
         QTimer::singleShot(0, m_db.driver(), [this] {
@@ -279,20 +499,21 @@ bool StoreConnection::connectServer()
 
 void StoreConnection::lose()
 {
-    stopListening();
-    m_direct = QSqlQuery();
-    m_statements.clear();
-    m_db.close();
+    dropServerConnection();
     m_lost = true;
 }
 
 Failure StoreConnection::unreachable(const QString& cause) const
 {
+    const QString why =
+        m_watch && m_watch->fired()
+            ? QStringLiteral("no answer within %1 seconds").arg((m_timeouts.answerMs + kAnswerGraceMs) / 1000.0)
+            : cause.trimmed();
     return Failure(kUnreachable, kSource,
                    QStringLiteral("The database server of \"%1\" cannot be reached, so nothing "
                                   "was read or saved; work goes on once the server answers "
                                   "again (%2)")
-                       .arg(m_path, cause.trimmed()));
+                       .arg(m_path, why));
 }
 
 bool StoreConnection::watchCommits(std::function<void()> onCommit)
@@ -304,7 +525,7 @@ bool StoreConnection::watchCommits(std::function<void()> onCommit)
         m_watchCheck = std::make_unique<QTimer>();
         m_watchCheck->setInterval(1000);
         QObject::connect(m_watchCheck.get(), &QTimer::timeout, m_watchCheck.get(), [this] {
-            if (!m_lost && m_depth == 0 && !m_db.driver()->isOpen())
+            if (!m_lost && m_depth == 0 && (!m_db.driver() || !m_db.driver()->isOpen()))
                 lose();
         });
         m_watchCheck->start();
@@ -333,9 +554,12 @@ void StoreConnection::listen()
     PGconn* conn = serverConnection();
     if (!conn || PQsocket(conn) < 0 || !m_watchCheck)
         return;
-    QSqlQuery q(m_db);
-    if (!q.exec(QStringLiteral("LISTEN ") + StoreDialect::changeChannel()))
-        return;
+    {
+        AnswerGuard guard(*this);
+        QSqlQuery q(m_db);
+        if (!q.exec(QStringLiteral("LISTEN ") + StoreDialect::changeChannel()))
+            return;
+    }
     // Owned by the watch's timer, so that it goes with the connection at the latest.
     m_listener = new QSocketNotifier(PQsocket(conn), QSocketNotifier::Read, m_watchCheck.get());
     QObject::connect(m_listener, &QSocketNotifier::activated, m_listener,
@@ -520,11 +744,13 @@ void StoreConnection::drain(QSqlQuery& q)
 
 void StoreConnection::run(const QString& sql, const QVariantList& args)
 {
+    AnswerGuard guard(*this);
     exec(sql, args).finish();
 }
 
 QVariant StoreConnection::value(const QString& sql, const QVariantList& args)
 {
+    AnswerGuard guard(*this);
     QSqlQuery& q = exec(sql, args);
     QVariant out;
     if (q.next())
@@ -535,6 +761,7 @@ QVariant StoreConnection::value(const QString& sql, const QVariantList& args)
 
 QVariantList StoreConnection::row(const QString& sql, const QVariantList& args)
 {
+    AnswerGuard guard(*this);
     QSqlQuery& q = exec(sql, args);
     QVariantList out;
     if (q.next()) {
@@ -549,6 +776,7 @@ QVariantList StoreConnection::row(const QString& sql, const QVariantList& args)
 
 QList<QVariantList> StoreConnection::rows(const QString& sql, const QVariantList& args)
 {
+    AnswerGuard guard(*this);
     QSqlQuery& q = exec(sql, args);
     QList<QVariantList> out;
     const int columns = q.record().count();
@@ -565,6 +793,7 @@ QList<QVariantList> StoreConnection::rows(const QString& sql, const QVariantList
 
 qint64 StoreConnection::insert(const QString& sql, const QVariantList& args)
 {
+    AnswerGuard guard(*this);
     QString statement = sql;
     if (m_dialect.insertAnswersId(statement))
         return value(statement, args).toLongLong();
@@ -577,12 +806,15 @@ qint64 StoreConnection::insert(const QString& sql, const QVariantList& args)
 void StoreConnection::begin()
 {
     if (m_depth == 0) {
+        AnswerGuard guard(*this);
         const QStringList statements = m_dialect.beginWrite();
         run(statements.first());
         ++m_depth;
         try {
             for (qsizetype i = 1; i < statements.size(); ++i)
                 run(statements[i]);
+            if (!m_dialect.isServer())
+                m_changesAtBegin = value(QStringLiteral("SELECT total_changes()")).toLongLong();
         } catch (...) {
             rollback();
             throw;
@@ -594,15 +826,96 @@ void StoreConnection::begin()
 
 void StoreConnection::commit()
 {
-    if (m_depth == 1) {
-        const QString announce = m_dialect.announceCommit();
-        if (!announce.isEmpty())
-            run(announce);
+    if (m_depth > 1) {
+        --m_depth;
+        return;
+    }
+    AnswerGuard guard(*this);
+    // A transaction that changed nothing is no commit: it is not announced, not counted, and
+    // on the server it ends with a rollback. The server gives a transaction its id at its first
+    // change; SQLite counts the rows it changed. (An SQLite transaction that changed nothing
+    // writes nothing at its COMMIT, which keeps a schema made in it.)
+    qint64 xid = 0;
+    bool changed = false;
+    if (m_dialect.isServer()) {
+        const QVariant id = value(QStringLiteral("SELECT txid_current_if_assigned()"));
+        changed = !id.isNull();
+        xid = id.toLongLong();
+    } else {
+        changed = value(QStringLiteral("SELECT total_changes()")).toLongLong() != m_changesAtBegin;
+    }
+    if (!changed && m_dialect.isServer()) {
+        rollback();
+        return;
+    }
+    const QString announce = m_dialect.announceCommit();
+    if (!announce.isEmpty())
+        run(announce);
+    try {
         run(QStringLiteral("COMMIT"));
+    } catch (const Failure& f) {
+        if (!m_dialect.isServer() || !m_lost)
+            throw;
+        // The answer to COMMIT was lost: the transaction is over either way, and it may have
+        // been committed all the same. Saved, or a failure that says what is known.
+        m_depth = 0;
+        committedAfterAll(xid, f.Description());
+        ++m_commits;
+        return;
     }
     --m_depth;
-    if (m_depth == 0)
+    if (changed)
         ++m_commits;
+}
+
+void StoreConnection::committedAfterAll(qint64 xid, const QString& cause)
+{
+    QString why = cause;
+    QDeadlineTimer deadline(m_timeouts.answerMs + kAnswerGraceMs);
+    do {
+        if (!m_lost || connectServer()) {
+            QSqlQuery q(m_db);
+            q.prepare(QStringLiteral("SELECT txid_status(?)"));
+            q.addBindValue(xid);
+            AnswerGuard guard(*this);
+            if (q.exec() && q.next()) {
+                const QVariant status = q.value(0);
+                q.finish();
+                if (status.toString() == QLatin1String("committed"))
+                    return;
+                if (status.toString() == QLatin1String("aborted")) {
+                    // The server rolled it back: saying so is the truth.
+                    throw Failure(kUnreachable, kSource,
+                                  QStringLiteral("The database server of \"%1\" lost the "
+                                                 "connection before the change was saved, so "
+                                                 "nothing of it was saved; make the change again")
+                                      .arg(m_path));
+                }
+                if (status.isNull())
+                    break;
+                // "in progress": the old session has not yet finished; it does at once.
+                why = QStringLiteral("the transaction was still in progress");
+            } else {
+                why = q.lastError().text();
+                q.finish();
+                if (m_dialect.isConnectionLost(q.lastError()))
+                    lose();
+            }
+        } else {
+            why = m_db.lastError().text();
+            if (m_db.isValid())
+                m_db.close();
+            m_lost = true;
+        }
+        QThread::msleep(50);
+    } while (!deadline.hasExpired());
+    throw Failure(kUnreachable, kSource,
+                  QStringLiteral("The database server of \"%1\" did not confirm the change: the "
+                                 "connection was lost after it was sent, and whether it was saved "
+                                 "cannot be known now. It may have been saved: once the server "
+                                 "answers again, refresh (F5) and check before making it again "
+                                 "(%2)")
+                      .arg(m_path, why.trimmed()));
 }
 
 void StoreConnection::rollback()
@@ -612,8 +925,12 @@ void StoreConnection::rollback()
     --m_depth;
     // A lost connection took its transaction with it: the server rolled it back.
     if (m_depth == 0 && !m_lost) {
+        AnswerGuard guard(*this);
         QSqlQuery q(m_db);
-        q.exec(QStringLiteral("ROLLBACK"));
+        if (!q.exec(QStringLiteral("ROLLBACK")) && m_dialect.isConnectionLost(q.lastError())) {
+            q = QSqlQuery();
+            lose();
+        }
     }
 }
 

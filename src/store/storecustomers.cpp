@@ -39,8 +39,11 @@ bool StoreCustomer::Included() const { return column("included").toBool(); }
 
 void StoreCustomer::setIncluded(bool included)
 {
+    if (column("included").toBool() == included)
+        return;
     m_db->write([&] {
-        column("included");
+        if (column("included").toBool() == included)
+            return;
         m_db->run(QStringLiteral("UPDATE submittal_customers SET included = ? WHERE id = ?"),
                   {int(included), m_id});
     });

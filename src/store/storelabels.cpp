@@ -74,6 +74,8 @@ void StoreLabelField::setPrintOrder(qint16 order)
             return;
         }
         m_seen->insert(m_id, current);
+        if (current == order)
+            return;
         const QVariantList label = m_db->row(
             QStringLiteral("SELECT (SELECT COUNT(*) FROM label_fields WHERE submittal_id = ? "
                            "AND print_order <> 0), COALESCE((SELECT maximum_included FROM labels "

@@ -49,8 +49,11 @@ bool StoreLineItem::Selected() const { return column("selected").toBool(); }
 
 void StoreLineItem::setSelected(bool selected)
 {
+    if (column("selected").toBool() == selected)
+        return;
     m_db->write([&] {
-        column("selected");
+        if (column("selected").toBool() == selected)
+            return;
         m_db->run(QStringLiteral("UPDATE line_items SET selected = ? WHERE id = ?"),
                   {int(selected), m_id});
     });

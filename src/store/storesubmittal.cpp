@@ -40,7 +40,12 @@ bool StoreCoverLetter::flag(const char* column) const
 
 void StoreCoverLetter::setFlag(const char* column, bool value)
 {
+    // Writing what is stored changes nothing; it does not even wait for the write lock.
+    if (flag(column) == value)
+        return;
     m_db->write([&] {
+        if (flag(column) == value)
+            return;
         m_db->run(QStringLiteral("UPDATE cover_letters SET %1 = ? WHERE submittal_id = ?")
                       .arg(QLatin1String(column)),
                   {int(value), m_id});
@@ -182,8 +187,13 @@ void StoreSubmittal::change(const char* name, const QVariant& value, void (Submi
                             const char* what)
 {
     const QString key = QLatin1String(name);
-    QVariant now;
+    QVariant now = readColumn(*m_db, m_id, name);
     enum { Same, Written, Conflict } outcome = Same;
+    // Writing what is stored changes nothing (no conflict either: the values agree).
+    if (now == value) {
+        m_lastRead.remember(key, now);
+        return;
+    }
     m_db->write([&] {
         now = readColumn(*m_db, m_id, name);
         if (m_lastRead.conflicts(key, now, value)) {

@@ -34,12 +34,18 @@ QString StoreTextObject::Text() const
 
 void StoreTextObject::setText(const QString& text)
 {
-    QVariant now;
+    QVariant now = column("text");
+    // Writing what is stored changes nothing (no conflict either: the values agree).
+    if (now == text) {
+        m_lastRead.remember(QStringLiteral("text"), now);
+        return;
+    }
     const bool conflict = m_db->write([&] {
         now = column("text");
         if (m_lastRead.conflicts(QStringLiteral("text"), now, text))
             return true;
-        m_db->run(QStringLiteral("UPDATE texts SET text = ? WHERE id = ?"), {text, m_id});
+        if (now != text)
+            m_db->run(QStringLiteral("UPDATE texts SET text = ? WHERE id = ?"), {text, m_id});
         now = text;
         return false;
     });
@@ -52,8 +58,11 @@ bool StoreTextObject::Selected() const { return column("selected").toBool(); }
 
 void StoreTextObject::setSelected(bool selected)
 {
+    if (column("selected").toBool() == selected)
+        return;
     m_db->write([&] {
-        column("selected");
+        if (column("selected").toBool() == selected)
+            return;
         m_db->run(QStringLiteral("UPDATE texts SET selected = ? WHERE id = ?"),
                   {int(selected), m_id});
     });
@@ -76,7 +85,11 @@ qint32 StoreTextObjects::TextObjectType() const
 
 void StoreTextObjects::setTextObjectType(qint32 type)
 {
+    if (TextObjectType() == type)
+        return;
     m_db->write([&] {
+        if (TextObjectType() == type)
+            return;
         m_db->run(QStringLiteral("UPDATE text_collections SET text_type = ? WHERE id = ?"),
                   {type, m_id});
     });
@@ -211,10 +224,13 @@ void StoreTextObjects::MoveUp(const QString& key) { move(key, -1); }
 void StoreTextObjects::SaveOrder()
 {
     m_db->write([&] {
+        // An order that is saved already is left as it is: nothing to commit.
         m_db->run(QStringLiteral("UPDATE texts SET saved_position = position WHERE "
-                                 "collection_id = ?"),
+                                 "collection_id = ? AND saved_position <> position"),
                   {m_id});
-        m_db->run(QStringLiteral("UPDATE text_collections SET dirty = 0 WHERE id = ?"), {m_id});
+        m_db->run(QStringLiteral("UPDATE text_collections SET dirty = 0 WHERE id = ? AND "
+                                 "dirty <> 0"),
+                  {m_id});
     });
     emit OrderSaved();
     emit Changed();

@@ -6,7 +6,8 @@
 #include <memory>
 
 // A PostgreSQL server of the test's own: a new cluster in a scratch folder, on a free port of
-// 127.0.0.1, trusting local connections, stopped and removed when the object goes. As root (the
+// 127.0.0.1, trusting local connections (members of the role zeb_password
+// sign in with a password), stopped and removed when the object goes. As root (the
 // server refuses to run as root) it runs as the unprivileged user "nobody".
 class PgServer {
 public:
