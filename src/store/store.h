@@ -49,7 +49,7 @@ public:
         int busyTimeoutMs = 2000;
         // On a server: the longest a statement may run, and (two seconds more) the longest a
         // workstation waits for an answer before it takes the connection for lost.
-        int answerTimeoutMs = 10000;
+        int answerTimeoutMs = 5000;
         // On a server: a session silent this long inside a transaction is ended by the server,
         // which frees the office's write lock.
         int idleInTransactionTimeoutMs = 5000;

@@ -39,7 +39,7 @@ public:
         // The server ends a statement of ours that runs longer; the workstation gives up on an
         // answer that has not come this long plus two seconds after a statement was sent (a
         // silent network) and makes the connection again.
-        int answerMs = 10000;
+        int answerMs = 5000;
         // The server ends a session that stays this long inside a transaction without a word
         // (a workstation that froze or lost its network), which frees the write lock.
         int idleInTransactionMs = 5000;

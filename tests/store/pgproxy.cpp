@@ -10,6 +10,7 @@
 //   drop-commit           cuts the connection instead of passing COMMIT on
 //   silent-after-commit   passes COMMIT on, then passes nothing more either way (no reset)
 //   silent-after-lock     passes the write lock's statement on, then passes nothing more
+//   gone-after-commit     as silent-after-commit, and takes no new connection from then on
 // When it acts it prints "cut", "dropped" or "silent". It ends when its input ends or after its
 // time (60 seconds unless given), whichever comes first.
 #include <QCoreApplication>
@@ -25,9 +26,10 @@
 
 namespace {
 
-enum class Command { None, CutAfterCommit, DropCommit, SilentAfterCommit, SilentAfterLock };
+enum class Command { None, CutAfterCommit, DropCommit, SilentAfterCommit, SilentAfterLock, GoneAfterCommit };
 
 Command g_armed = Command::None;
+QTcpServer* g_listener = nullptr;
 
 void say(const char* text)
 {
@@ -104,9 +106,6 @@ private:
         const QByteArray text = query ? message.mid(5).chopped(1).trimmed() : QByteArray();
         const bool commit = query && text.compare("COMMIT", Qt::CaseInsensitive) == 0;
         const bool lock = query && text.contains("pg_advisory_xact_lock");
-        if (static FILE* trace = qEnvironmentVariableIsSet("ZEB_PGPROXY_TRACE") ? std::fopen(qgetenv("ZEB_PGPROXY_TRACE").constData(), "a") : nullptr; trace)
-            std::fprintf(trace, "%p %c %s\n", static_cast<void*>(this), message.at(0),
-                         query ? text.constData() : "");
         if (commit && g_armed == Command::DropCommit) {
             g_armed = Command::None;
             say("dropped");
@@ -121,7 +120,10 @@ private:
             return false;
         }
         if ((commit && g_armed == Command::SilentAfterCommit)
+            || (commit && g_armed == Command::GoneAfterCommit)
             || (lock && g_armed == Command::SilentAfterLock)) {
+            if (g_armed == Command::GoneAfterCommit)
+                g_listener->close();
             g_armed = Command::None;
             m_server->flush();
             m_silent = true;
@@ -189,6 +191,7 @@ int main(int argc, char** argv)
                      qPrintable(listener.errorString()));
         return 1;
     }
+    g_listener = &listener;
     QObject::connect(&listener, &QTcpServer::newConnection, &listener, [&] {
         while (QTcpSocket* client = listener.nextPendingConnection())
             new Link(client, serverPort);
@@ -219,6 +222,8 @@ int main(int argc, char** argv)
                 g_armed = Command::SilentAfterCommit;
             else if (command == "silent-after-lock")
                 g_armed = Command::SilentAfterLock;
+            else if (command == "gone-after-commit")
+                g_armed = Command::GoneAfterCommit;
             else {
                 std::fprintf(stderr, "zeb_pgproxy: unknown command \"%s\"\n", command.constData());
                 continue;

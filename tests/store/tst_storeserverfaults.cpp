@@ -167,6 +167,7 @@ Store::Options quickTimeouts()
     o.busyTimeoutMs = 1000;
     o.answerTimeoutMs = 2000;
     o.idleInTransactionTimeoutMs = 1000;
+    o.connectTimeoutSeconds = 2;
     return o;
 }
 
@@ -401,6 +402,33 @@ private slots:
         QCOMPARE(added.count(), 1);
         Raw raw(server().port(), databaseOf(location));
         QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Answer lost.'")).toInt(), 1);
+    }
+
+    void aCommitWhoseOutcomeCannotBeLearnedMayHaveBeenSavedAndSaysWhatToCheck()
+    {
+        if (!serverRuns())
+            QFAIL("no server");
+        const QString location = newOffice();
+        Proxy proxy(server().port());
+        const QString through = withPort(location, proxy.port());
+        const auto store = Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts());
+        auto paragraphs = store->openJob(store->jobs().front().id)->coverLetterParagraphs();
+
+        // The answer never comes and the server cannot be reached again in time.
+        QVERIFY(proxy.command("gone-after-commit"));
+        const ErrorInfo e = failureOf([&] { paragraphs->Add(QStringLiteral("Unknown."), true); });
+        QCOMPARE(proxy.said(), QByteArray("silent"));
+        QCOMPARE(e.Number, 68);
+        QCOMPARE(withoutCause(e.Description),
+                 QStringLiteral("The database server of \"%1\" did not confirm the change: the "
+                                "connection was lost after it was sent, and whether it was saved "
+                                "cannot be known now. It may have been saved: once the server "
+                                "answers again, refresh (F5) and check before making it again")
+                     .arg(through));
+        QVERIFY(!e.Description.contains(QStringLiteral("nothing was saved")));
+        // It was, in fact.
+        Raw raw(server().port(), databaseOf(location));
+        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Unknown.'")).toInt(), 1);
     }
 
     void aWorkstationGoneSilentHoldingTheWriteLockLetsItGoWithinTheTimeouts()

@@ -15,6 +15,11 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDirIterator>
+#include <QPlainTextEdit>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -26,6 +31,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QLabel>
+#include <QScopeGuard>
+#include <QSettings>
+
+#include <array>
 
 using ZebObjects::Store;
 
@@ -50,6 +60,65 @@ std::unique_ptr<Workstation> workstation(const std::shared_ptr<Store>& store)
     auto window = std::make_unique<Workstation>(shippedForm(), store, options);
     window->openJob(window->startingJob());
     return window;
+}
+
+// A plain connection to a database of the test's server.
+class Raw {
+public:
+    Raw(int port, const QString& database) : m_name(QStringLiteral("raw-%1").arg(++s_serial))
+    {
+        auto db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name);
+        db.setHostName(QStringLiteral("127.0.0.1"));
+        db.setPort(port);
+        db.setUserName(QStringLiteral("zeb"));
+        db.setDatabaseName(database);
+        if (!db.open())
+            qWarning("%s", qPrintable(db.lastError().text()));
+    }
+    ~Raw()
+    {
+        QSqlDatabase::database(m_name, false).close();
+        QSqlDatabase::removeDatabase(m_name);
+    }
+    QVariant value(const QString& sql)
+    {
+        QSqlQuery q(QSqlDatabase::database(m_name, false));
+        if (q.exec(sql) && q.next())
+            return q.value(0);
+        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
+        return {};
+    }
+    bool exec(const QString& sql)
+    {
+        QSqlQuery q(QSqlDatabase::database(m_name, false));
+        if (q.exec(sql))
+            return true;
+        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
+        return false;
+    }
+
+private:
+    static inline int s_serial = 0;
+    QString m_name;
+};
+
+// What a workbench process said and how it ended.
+struct Run {
+    int exitCode = -1;
+    QString out;
+};
+
+Run runWorkbench(const QStringList& args)
+{
+    QProcess exe;
+    exe.setProcessChannelMode(QProcess::MergedChannels);
+    exe.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
+    if (!exe.waitForFinished(120000)) {
+        exe.kill();
+        exe.waitForFinished();
+    }
+    return {exe.exitStatus() == QProcess::NormalExit ? exe.exitCode() : -1,
+            QString::fromLocal8Bit(exe.readAll())};
 }
 
 }  // namespace
@@ -204,6 +273,152 @@ private slots:
         QVERIFY(serverFieldsOffAtFirst);
         QCOMPARE(OfficeSettingsDialog::savedLocation(),
                  QStringLiteral("postgresql://marta@officeserver:5433/riverside"));
+        OfficeSettingsDialog::saveLocation(QString());
+    }
+
+    void twoOpenWorkstationsLeftAloneCommitAlmostNothing()
+    {
+        if (!server().isRunning())
+            QFAIL(qPrintable(server().error()));
+        const QString database = server().newDatabaseName();
+        const QString location = server().location(database);
+        OfficeFile::resetSample(location);
+        Raw stats(server().port(), QStringLiteral("postgres"));
+        const auto backends = [&] {
+            return stats.value(QStringLiteral("SELECT COUNT(*) FROM pg_stat_activity WHERE datname = '%1'")
+                                   .arg(database))
+                .toInt();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(backends(), 0, 10000);
+
+        std::array<QProcess, 2> workstations;
+        for (QProcess& w : workstations) {
+            w.setProcessChannelMode(QProcess::MergedChannels);
+            w.start(QStringLiteral(ZEB_WORKBENCH_EXE), {QStringLiteral("--db"), location});
+        }
+        const auto stop = qScopeGuard([&] {
+            for (QProcess& w : workstations) {
+                w.kill();
+                w.waitForFinished();
+            }
+        });
+        QTRY_COMPARE_WITH_TIMEOUT(backends(), 2, 60000);
+        // Both have opened the job and gone quiet; the server counts what a session did at the
+        // latest ten seconds after it went quiet, so the count starts once that has passed.
+        const auto quietFor = [&] {
+            return stats.value(QStringLiteral("SELECT CASE WHEN COUNT(*) = 2 THEN MIN(EXTRACT(EPOCH FROM "
+                                              "now() - state_change)) ELSE 0 END FROM pg_stat_activity "
+                                              "WHERE datname = '%1' AND state = 'idle'")
+                                   .arg(database))
+                .toDouble();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(quietFor() > 10.5, 60000);
+        const auto commits = [&] {
+            stats.exec(QStringLiteral("SELECT pg_stat_clear_snapshot()"));
+            return stats.value(QStringLiteral("SELECT xact_commit FROM pg_stat_database WHERE datname = '%1'")
+                                   .arg(database))
+                .toLongLong();
+        };
+        const qint64 before = commits();
+        QTest::qWait(10000);
+        const qint64 after = commits();
+        qInfo("two idle workstations: %lld commits in 10 s", after - before);
+        QVERIFY2(after - before < 10, qPrintable(QStringLiteral("%1 commits").arg(after - before)));
+        for (QProcess& w : workstations)
+            QCOMPARE(w.state(), QProcess::Running);
+    }
+
+    void thePasswordOfTheLocationIsNeverShownLoggedOrKept()
+    {
+        if (!server().isRunning())
+            QFAIL(qPrintable(server().error()));
+        const QString secret = QStringLiteral("Zq9-s#cr/t");
+        Raw admin(server().port(), QStringLiteral("postgres"));
+        admin.exec(QStringLiteral("CREATE ROLE zeb_password NOLOGIN"));
+        QVERIFY(admin.exec(QStringLiteral("CREATE ROLE marta LOGIN PASSWORD '%1' IN ROLE zeb_password").arg(secret)));
+        const QString database = server().newDatabaseName();
+        const QString empty = server().newDatabaseName();
+        for (const QString& d : {database, empty})
+            QVERIFY(admin.exec(QStringLiteral("CREATE DATABASE %1 OWNER marta").arg(d)));
+        const auto at = [&](const QString& userInfo, const QString& db, const QString& query = {}) {
+            return QStringLiteral("postgresql://%1@127.0.0.1:%2/%3%4")
+                .arg(userInfo, QString::number(server().port()), db, query);
+        };
+        // Unencoded, percent-encoded, and as a parameter.
+        const QString plain = at(QStringLiteral("marta:") + secret, database);
+        const QString encoded = at(QStringLiteral("marta:Zq9-s%23cr%2Ft"), database);
+        const QString parameter = at(QStringLiteral("marta"), database, QStringLiteral("?password=Zq9-s%23cr%2Ft"));
+        const QString shown = at(QStringLiteral("marta"), database);
+        QCOMPARE(shown, QStringLiteral("postgresql://marta@127.0.0.1:%1/%2").arg(server().port()).arg(database));
+        const QString logs = m_home.filePath(QStringLiteral("password-logs"));
+        QVERIFY(QDir().mkpath(logs));
+
+        QStringList said;
+        const auto run = [&](const QStringList& args, int exitCode, const QString& expected) {
+            const Run r = runWorkbench(args);
+            said << r.out;
+            QCOMPARE(r.exitCode, exitCode);
+            QVERIFY2(r.out.contains(expected), qPrintable(r.out));
+        };
+        run({QStringLiteral("--db"), plain, QStringLiteral("--reset-sample"), QStringLiteral("--export"),
+             m_home.filePath(QStringLiteral("password.pdf")), QStringLiteral("--log"), logs + QStringLiteral("/1.log")},
+            0, QStringLiteral("pages"));
+        run({QStringLiteral("--db"), encoded, QStringLiteral("--job"), QStringLiteral("99-9999"),
+             QStringLiteral("--log"), logs + QStringLiteral("/2.log")},
+            1, QStringLiteral("zeb-workbench: the office \"%1\" has no job numbered \"99-9999\"").arg(shown));
+        run({QStringLiteral("--db"), at(QStringLiteral("marta:") + secret, empty), QStringLiteral("--export"),
+             m_home.filePath(QStringLiteral("none.pdf"))},
+            1, QStringLiteral("zeb-workbench: the office \"%1\" has no job")
+                   .arg(QStringLiteral("postgresql://marta@127.0.0.1:%1/%2").arg(server().port()).arg(empty)));
+        run({QStringLiteral("--db"), parameter, QStringLiteral("--screenshot"), m_home.filePath(QStringLiteral("password.png")),
+             QStringLiteral("--log"), logs + QStringLiteral("/3.log")},
+            0, QString());
+        run({QStringLiteral("--db"), at(QStringLiteral("marta:Wrong-") + secret, database), QStringLiteral("--job"),
+             QStringLiteral("25-0009")},
+            1, QStringLiteral("zeb-workbench: The database server of \"%1\" refused the user \"marta\": the "
+                              "password is wrong or missing.").arg(shown));
+
+        // The window: its title, status bar and log, after a refresh, and the office kept for
+        // the next start.
+        for (const QString& location : {plain, parameter}) {
+            const auto store = OfficeFile::open(location, false);
+            auto window = workstation(store);
+            window->show();
+            QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+            QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved to %1").arg(shown));
+            QVERIFY(window->refresh());
+            said << window->windowTitle() << window->saveStatus() << window->jobStatus()
+                 << window->statusBar()->currentMessage() << window->logView()->toPlainText();
+            for (auto* label : window->statusBar()->findChildren<QLabel*>())
+                said << label->text();
+            QTimer::singleShot(0, this, [&] {
+                auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                QVERIFY(dialog);
+                said << dialog->findChild<QLineEdit*>(QStringLiteral("txtUser"))->text()
+                     << dialog->findChild<QLineEdit*>(QStringLiteral("txtHost"))->text();
+                QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+            });
+            window->findChild<QAction*>(QStringLiteral("actOfficeDatabase"))->trigger();
+            said << window->statusBar()->currentMessage();
+            QCOMPARE(OfficeSettingsDialog::savedLocation(), shown);
+            QSettings().sync();
+        }
+        // Everything written where the tests write: settings, logs, the user's data.
+        QDirIterator files(m_home.path(), QDir::Files, QDirIterator::Subdirectories);
+        int read = 0;
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (file.fileName().endsWith(QLatin1String(".pdf")) || file.fileName().endsWith(QLatin1String(".png")))
+                continue;
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            said << QString::fromUtf8(file.readAll());
+            ++read;
+        }
+        QVERIFY(read >= 4);
+        QVERIFY(said.join(QLatin1Char('\n')).contains(shown));
+        for (const QString& text : said) {
+            QVERIFY2(!text.contains(QStringLiteral("Zq9")), qPrintable(text));
+        }
         OfficeSettingsDialog::saveLocation(QString());
     }
 
