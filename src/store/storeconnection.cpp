@@ -1,7 +1,10 @@
 #include "store/storeconnection.h"
 
+#include "contracts/diagnosticlog.h"
+#include "objects/runtime.h"
 #include "store/storeschema.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSqlDriver>
@@ -22,10 +25,18 @@ namespace {
 
 const QString kSource = QStringLiteral("ZebObjects.Store");
 
-// SQLite's primary result codes, as the driver reports them.
+// SQLite's result codes as the driver reports them: extended codes, whose low byte is the
+// primary code.
 enum SqliteCode {
     Perm = 3, Busy = 5, Locked = 6, ReadOnly = 8, IoErr = 10, Corrupt = 11, Full = 13,
     CantOpen = 14, NotADb = 26,
+    ReadOnlyRecovery = 264, ReadOnlyCantLock = 520, ReadOnlyRollback = 776, ReadOnlyDbMoved = 1032,
+    ReadOnlyCantInit = 1288, ReadOnlyDirectory = 1544,
+    IoErrRead = 266, IoErrShortRead = 522, IoErrWrite = 778, IoErrFsync = 1034,
+    IoErrDirFsync = 1290, IoErrTruncate = 1546, IoErrUnlock = 2058, IoErrRdLock = 2314,
+    IoErrNoMem = 3082, IoErrCheckReservedLock = 3594, IoErrLock = 3850, IoErrShmOpen = 4618,
+    IoErrShmSize = 4874, IoErrShmLock = 5130, IoErrShmMap = 5386,
+    CantOpenNoTempDir = 270, CantOpenIsDir = 526,
 };
 
 // The server could not be reached (the runtime's "device unavailable").
@@ -128,6 +139,7 @@ std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode
                                      "database file \"%1\" cannot be opened")
                           .arg(QDir::toNativeSeparators(absolute)));
     c->m_db.setDatabaseName(absolute);
+    c->m_readOnly = mode == Mode::ReadOnly;
     QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutMs);
     if (mode == Mode::ReadOnly)
         options += QStringLiteral(";QSQLITE_OPEN_READONLY");
@@ -144,10 +156,7 @@ void StoreConnection::prepareFile(Mode mode)
     // The first read: a file that is not a database fails here.
     const int version = m_dialect.schemaVersion(*this);
     checkVersion(version);
-    const QString check = value(QStringLiteral("PRAGMA quick_check")).toString();
-    if (check != QLatin1String("ok"))
-        throw fileFailure(ErrorNumber::BadFileFormat, m_path,
-                          QStringLiteral("is damaged (%1)").arg(check));
+    checkWhole(QStringLiteral("quick_check"));
     if (mode == Mode::ReadOnly) {
         prepareSchema(mode, version);
         return;
@@ -159,6 +168,33 @@ void StoreConnection::prepareFile(Mode mode)
     run(QStringLiteral("PRAGMA journal_mode = WAL"));
     run(QStringLiteral("PRAGMA synchronous = NORMAL"));
     prepareSchema(mode, version);
+}
+
+void StoreConnection::checkWhole(const QString& check)
+{
+    // The check answers "ok", or its findings: a row each, or several in one row, one a line,
+    // under a heading that names the schema.
+    QStringList problems;
+    for (const QVariantList& r : rows(QStringLiteral("PRAGMA %1").arg(check)))
+        for (const QString& line : r.value(0).toString().split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+            if (!line.startsWith(QLatin1String("*** in database")))
+                problems.append(line.trimmed());
+    if (problems.isEmpty() || (problems.size() == 1 && problems.first() == QLatin1String("ok")))
+        return;
+    // The first finding goes into the message; the rest, up to a hundred, into the log.
+    QString cause = problems.first();
+    if (problems.size() > 1) {
+        cause += QStringLiteral("; %1 more in the diagnostic log").arg(problems.size() - 1);
+        const auto log = Runtime::diagnosticLog();
+        for (qsizetype i = 1; i < problems.size(); ++i)
+            log->LogError(kSource, QStringLiteral("checkWhole"),
+                          ErrorInfo{ErrorNumber::BadFileFormat, kSource,
+                                    QStringLiteral("The database file \"%1\" is damaged: %2")
+                                        .arg(QDir::toNativeSeparators(m_path), problems[i])},
+                          0);
+    }
+    throw fileFailure(ErrorNumber::BadFileFormat, m_path,
+                      QStringLiteral("is damaged (%1)").arg(cause));
 }
 
 void StoreConnection::prepareSchema(Mode mode, int version)
@@ -407,40 +443,108 @@ Failure StoreConnection::failure(const QSqlError& error) const
         return fileFailure(ErrorNumber::InternalError, m_path,
                            QStringLiteral("answered an error (%1)").arg(cause.trimmed()));
     }
-    switch (error.nativeErrorCode().toInt()) {
+    return sqliteFailure(error.nativeErrorCode().toInt(), m_path, cause);
+}
+
+Failure StoreConnection::sqliteFailure(int code, const QString& path, const QString& cause)
+{
+    const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
+    const QString shm = QDir::toNativeSeparators(path + QStringLiteral("-shm"));
+    const auto file = [&](qint32 number, const QString& what) {
+        return fileFailure(number, path, QStringLiteral("%1 (%2)").arg(what, cause));
+    };
+    // The extended code says more than its primary one (its low byte): which file or folder.
+    switch (code) {
+    case ReadOnlyDirectory:
+        return file(ErrorNumber::PermissionDenied,
+                    QStringLiteral("cannot be changed: its folder \"%1\" is read-only").arg(folder));
+    case ReadOnlyDbMoved:
+        return file(ErrorNumber::PathFileAccessError,
+                    QStringLiteral("was moved or deleted while it was open: the change cannot be "
+                                   "saved"));
+    case ReadOnlyRecovery:
+    case ReadOnlyCantLock:
+    case ReadOnlyCantInit:
+        return file(ErrorNumber::PermissionDenied,
+                    QStringLiteral("cannot be changed: its shared-memory file \"%1\" cannot be "
+                                   "written")
+                        .arg(shm));
+    case ReadOnlyRollback:
+        return file(ErrorNumber::PathFileAccessError,
+                    QStringLiteral("is read-only and holds an unfinished change that only a "
+                                   "writer can take back"));
+    case IoErrRead:
+    case IoErrShortRead:
+        return file(ErrorNumber::DeviceIOError, QStringLiteral("could not be read from the disk"));
+    case IoErrWrite:
+    case IoErrTruncate:
+    case IoErrFsync:
+        return file(ErrorNumber::DeviceIOError, QStringLiteral("could not be written to the disk"));
+    case IoErrDirFsync:
+        return file(ErrorNumber::DeviceIOError,
+                    QStringLiteral("could not be made durable: its folder \"%1\" could not be "
+                                   "written to the disk")
+                        .arg(folder));
+    case IoErrShmOpen:
+    case IoErrShmSize:
+    case IoErrShmLock:
+    case IoErrShmMap:
+        return file(ErrorNumber::DeviceIOError,
+                    QStringLiteral("could not be shared: its shared-memory file \"%1\" could not "
+                                   "be opened or written")
+                        .arg(shm));
+    case IoErrLock:
+    case IoErrRdLock:
+    case IoErrUnlock:
+    case IoErrCheckReservedLock:
+        return file(ErrorNumber::PermissionDenied, QStringLiteral("could not be locked"));
+    case IoErrNoMem:
+        return file(ErrorNumber::OutOfMemory, QStringLiteral("could not be read: out of memory"));
+    case CantOpenIsDir:
+        return file(ErrorNumber::PathFileAccessError, QStringLiteral("is a folder, not a file"));
+    case CantOpenNoTempDir:
+        return file(ErrorNumber::PathFileAccessError,
+                    QStringLiteral("cannot be opened: there is no folder for temporary files"));
+    default:
+        break;
+    }
+    switch (code & 0xff) {
     case Busy:
     case Locked:
-        return fileFailure(ErrorNumber::PermissionDenied, m_path,
-                           QStringLiteral("is locked by another writer (%1)").arg(cause));
+        return file(ErrorNumber::PermissionDenied, QStringLiteral("is locked by another writer"));
     case ReadOnly:
-        return fileFailure(ErrorNumber::PathFileAccessError, m_path,
-                           QStringLiteral("is read-only: the change cannot be saved (%1)")
-                               .arg(cause));
+        return file(ErrorNumber::PathFileAccessError,
+                    QStringLiteral("is read-only: the change cannot be saved"));
     case Perm:
-        return fileFailure(ErrorNumber::PermissionDenied, m_path,
-                           QStringLiteral("may not be accessed (%1)").arg(cause));
+        return file(ErrorNumber::PermissionDenied, QStringLiteral("may not be accessed"));
     case Full:
-        return fileFailure(ErrorNumber::DiskFull, m_path,
-                           QStringLiteral("cannot grow: the disk is full (%1)").arg(cause));
+        return file(ErrorNumber::DiskFull, QStringLiteral("cannot grow: the disk is full"));
     case Corrupt:
-        return fileFailure(ErrorNumber::BadFileFormat, m_path,
-                           QStringLiteral("is damaged (%1)").arg(cause));
+        return file(ErrorNumber::BadFileFormat, QStringLiteral("is damaged"));
     case NotADb:
-        return fileFailure(ErrorNumber::BadFileFormat, m_path,
-                           QStringLiteral("is not a database (%1)").arg(cause));
+        return file(ErrorNumber::BadFileFormat, QStringLiteral("is not a database"));
     case CantOpen:
-        return fileFailure(ErrorNumber::PathFileAccessError, m_path,
-                           QStringLiteral("cannot be opened (%1)").arg(cause));
+        return file(ErrorNumber::PathFileAccessError, QStringLiteral("cannot be opened"));
     case IoErr:
-        return fileFailure(ErrorNumber::DeviceIOError, m_path,
-                           QStringLiteral("could not be read or written (%1)").arg(cause));
+        return file(ErrorNumber::DeviceIOError, QStringLiteral("could not be read or written"));
     default:
-        return fileFailure(ErrorNumber::InternalError, m_path,
-                           QStringLiteral("answered an error (%1)").arg(cause));
+        return file(ErrorNumber::InternalError, QStringLiteral("answered an error"));
     }
 }
 
 QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
+{
+    ++m_statementCount;
+    try {
+        return execOnce(sql, args);
+    } catch (const Failure& f) {
+        // Kept for the write this statement belongs to, which tells how it ended.
+        m_writeFailure = std::make_unique<Failure>(f);
+        throw;
+    }
+}
+
+QSqlQuery& StoreConnection::execOnce(const QString& sql, const QVariantList& args)
 {
     // Outside a transaction nothing is lost by running a statement again on a new connection.
     for (bool again = m_depth == 0;; again = false) {
@@ -574,9 +678,111 @@ qint64 StoreConnection::insert(const QString& sql, const QVariantList& args)
     return id;
 }
 
+void StoreConnection::seal()
+{
+    if (m_dialect.isServer())
+        return;
+    // Each step answers what it did; a full disk shows as a failed step or as a log that
+    // could not be written into the file.
+    const QVariantList done = row(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    if (done.size() < 3 || done[0].toInt() != 0 || done[1].toInt() != done[2].toInt())
+        throw fileFailure(ErrorNumber::PermissionDenied, m_path,
+                          QStringLiteral("could not take in its log: another program is using it"));
+    const QString mode = value(QStringLiteral("PRAGMA journal_mode = DELETE")).toString();
+    if (mode.compare(QLatin1String("delete"), Qt::CaseInsensitive) != 0
+        || QFileInfo::exists(m_path + QStringLiteral("-wal")))
+        throw fileFailure(ErrorNumber::DeviceIOError, m_path,
+                          QStringLiteral("could not leave its log (journal mode %1)").arg(mode));
+    checkWhole(QStringLiteral("quick_check"));
+}
+
+bool StoreConnection::settle(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.exists() || info.size() == 0)
+        return false;
+    static std::atomic<quint64> serial{0};
+    const QString name = QStringLiteral("ZebStoreSettle-%1").arg(++serial);
+    bool database = false;
+    std::unique_ptr<Failure> failed;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        db.setDatabaseName(info.absoluteFilePath());
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=2000"));
+        if (db.open()) {
+            QSqlQuery q(db);
+            if (q.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")) && q.next()) {
+                database = true;
+                if (q.value(0).toInt() != 0)
+                    failed = std::make_unique<Failure>(fileFailure(
+                        ErrorNumber::PermissionDenied, info.absoluteFilePath(),
+                        QStringLiteral("is in use by another program")));
+            } else {
+                const int code = q.lastError().nativeErrorCode().toInt() & 0xff;
+                // A file that is no database, or a damaged one, has nothing to keep; any other
+                // failure (a full disk, a read-only folder) leaves it as it is.
+                if (code != NotADb && code != Corrupt)
+                    failed = std::make_unique<Failure>(
+                        sqliteFailure(q.lastError().nativeErrorCode().toInt(),
+                                      info.absoluteFilePath(), q.lastError().databaseText()));
+            }
+            q.finish();
+            db.close();
+        }
+    }
+    QSqlDatabase::removeDatabase(name);
+    if (failed)
+        throw *failed;
+    return database;
+}
+
+Failure StoreConnection::readOnlyFailure() const
+{
+    return fileFailure(ErrorNumber::PathFileAccessError, m_path,
+                       QStringLiteral("is read-only: the change cannot be saved (it is open read-only)"));
+}
+
+void StoreConnection::watchWrites(std::function<void(const Failure*)> onWrite)
+{
+    m_onWrite = std::move(onWrite);
+}
+
+void StoreConnection::writeEnded(bool committed)
+{
+    if (!m_onWrite)
+        return;
+    if (committed)
+        m_onWrite(nullptr);
+    else if (m_writeFailure)
+        m_onWrite(m_writeFailure.get());
+}
+
+quint64 StoreConnection::snapshot()
+{
+    // Inside a write the reads see the write's own changes; and without an event loop nothing
+    // would ever end the snapshot.
+    if (m_depth > 0 || !QCoreApplication::instance())
+        return 0;
+    if (m_snapshot == 0) {
+        m_snapshot = ++m_lastSnapshot;
+        if (!m_snapshotEnd)
+            m_snapshotEnd = std::make_unique<QObject>();
+        QTimer::singleShot(0, m_snapshotEnd.get(), [this] { endSnapshot(); });
+    }
+    return m_snapshot;
+}
+
+void StoreConnection::endSnapshot() { m_snapshot = 0; }
+
 void StoreConnection::begin()
 {
+    endSnapshot();
     if (m_depth == 0) {
+        m_writeFailure.reset();
+        if (m_readOnly && !m_dialect.isServer()) {
+            m_writeFailure = std::make_unique<Failure>(readOnlyFailure());
+            throw *m_writeFailure;
+        }
         const QStringList statements = m_dialect.beginWrite();
         run(statements.first());
         ++m_depth;
@@ -594,6 +800,7 @@ void StoreConnection::begin()
 
 void StoreConnection::commit()
 {
+    endSnapshot();
     if (m_depth == 1) {
         const QString announce = m_dialect.announceCommit();
         if (!announce.isEmpty())
@@ -607,6 +814,7 @@ void StoreConnection::commit()
 
 void StoreConnection::rollback()
 {
+    endSnapshot();
     if (m_depth == 0)
         return;
     --m_depth;

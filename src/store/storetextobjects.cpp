@@ -29,7 +29,16 @@ QVariant StoreTextObject::column(const char* name) const
 QString StoreTextObject::Key() const { return m_key; }
 QString StoreTextObject::Text() const
 {
+    if (m_db->holds(m_snapshot))
+        return m_lastRead.remember(QStringLiteral("text"), m_seenText).toString();
     return m_lastRead.remember(QStringLiteral("text"), column("text")).toString();
+}
+
+void StoreTextObject::seen(quint64 snapshot, const QString& text, bool selected)
+{
+    m_snapshot = snapshot;
+    m_seenText = text;
+    m_seenSelected = selected;
 }
 
 void StoreTextObject::setText(const QString& text)
@@ -48,7 +57,12 @@ void StoreTextObject::setText(const QString& text)
         throw StoreLastRead::conflict(kSource, QStringLiteral("the text %1").arg(m_key), now, text);
 }
 
-bool StoreTextObject::Selected() const { return column("selected").toBool(); }
+bool StoreTextObject::Selected() const
+{
+    if (m_db->holds(m_snapshot))
+        return m_seenSelected;
+    return column("selected").toBool();
+}
 
 void StoreTextObject::setSelected(bool selected)
 {
@@ -88,7 +102,9 @@ bool StoreTextObjects::IsDirty() const
         .toBool();
 }
 
-std::shared_ptr<TextObject> StoreTextObjects::object(qint64 id, const QString& key) const
+bool StoreTextObjects::inSnapshot() const { return m_db->holds(m_snapshot); }
+
+std::shared_ptr<StoreTextObject> StoreTextObjects::object(qint64 id, const QString& key) const
 {
     auto& slot = m_objects[id];
     if (!slot)
@@ -107,11 +123,22 @@ qint64 StoreTextObjects::idOf(const QString& key) const
 
 std::shared_ptr<TextObject> StoreTextObjects::Item(const QString& key) const
 {
+    if (inSnapshot()) {
+        const auto at = m_seenAt.constFind(key);
+        if (at == m_seenAt.constEnd())
+            throw CollectionRules::missingKey(kSource, kWhat, key);
+        return m_seen[*at];
+    }
     return object(idOf(key), key);
 }
 
 std::shared_ptr<TextObject> StoreTextObjects::Item(qint32 position) const
 {
+    if (inSnapshot()) {
+        if (position < 1 || position > m_seen.size())
+            throw CollectionRules::noPosition(kSource, kWhat, position, qint32(m_seen.size()));
+        return m_seen[position - 1];
+    }
     const QVariantList r =
         position < 1 ? QVariantList()
                      : m_db->row(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = "
@@ -124,6 +151,8 @@ std::shared_ptr<TextObject> StoreTextObjects::Item(qint32 position) const
 
 qint32 StoreTextObjects::Count() const
 {
+    if (inSnapshot())
+        return qint32(m_seen.size());
     return m_db->value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE collection_id = ?"),
                        {m_id})
         .toInt();
@@ -222,12 +251,26 @@ void StoreTextObjects::SaveOrder()
 
 TextObjectList StoreTextObjects::Enumerate() const
 {
+    // One statement: it reads one state of the file, whatever another program commits
+    // meanwhile.
+    const QList<QVariantList> rows =
+        m_db->rows(QStringLiteral("SELECT id, key, text, selected FROM texts WHERE "
+                                  "collection_id = ? ORDER BY position"),
+                   {m_id});
+    m_snapshot = m_db->snapshot();
+    m_seen.clear();
+    m_seenAt.clear();
+    m_seen.reserve(rows.size());
     TextObjectList out;
-    for (const QVariantList& r :
-         m_db->rows(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = ? ORDER BY "
-                                   "position"),
-                    {m_id}))
-        out.append(object(r[0].toLongLong(), r[1].toString()));
+    out.reserve(rows.size());
+    for (const QVariantList& r : rows) {
+        const QString key = r[1].toString();
+        auto o = object(r[0].toLongLong(), key);
+        o->seen(m_snapshot, r[2].toString(), r[3].toBool());
+        m_seenAt.insert(key, m_seen.size());
+        m_seen.append(o);
+        out.append(o);
+    }
     return out;
 }
 
