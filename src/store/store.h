@@ -72,7 +72,8 @@ public:
     // when the database failed it (a full disk, a read-only file or folder, a lock held too
     // long, a server gone). A write that a business rule refused is not told.
     void watchWrites(std::function<void(const Failure* failure)> onWrite);
-    // Opened with OpenMode::ReadOnly: every write fails with readOnlyFailure().
+    // Opened with OpenMode::ReadOnly: a write that would change the file fails with
+    // readOnlyFailure(); one that leaves it as it is (a value written back) is done.
     bool isReadOnly() const;
     Failure readOnlyFailure() const;
 

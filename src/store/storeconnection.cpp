@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -14,10 +15,13 @@
 #include <QTimer>
 
 #include <libpq-fe.h>
+#include <QRegularExpression>
 #include <QUrl>
 #include <QUrlQuery>
 
 #include <atomic>
+
+#include <sys/statvfs.h>
 
 namespace ZebObjects {
 
@@ -41,6 +45,15 @@ enum SqliteCode {
 
 // The server could not be reached (the runtime's "device unavailable").
 constexpr qint32 kUnreachable = 68;
+
+// Less room than a few pages is a full disk.
+bool diskFull(const QString& folder)
+{
+    struct statvfs s {};
+    if (::statvfs(QFile::encodeName(folder).constData(), &s) != 0)
+        return false;
+    return qint64(s.f_bavail) * qint64(s.f_frsize) < 64 * 1024;
+}
 
 Failure fileFailure(qint32 number, const QString& path, const QString& cause)
 {
@@ -141,8 +154,18 @@ std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode
     c->m_db.setDatabaseName(absolute);
     c->m_readOnly = mode == Mode::ReadOnly;
     QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutMs);
-    if (mode == Mode::ReadOnly)
+    if (mode == Mode::ReadOnly) {
         options += QStringLiteral(";QSQLITE_OPEN_READONLY");
+        // In a folder nobody here may write, no log is kept beside a file that was closed
+        // cleanly, and none can be made: the file is read as it stands.
+        if (!QFileInfo(info.absolutePath()).isWritable()
+            && !QFileInfo::exists(absolute + QStringLiteral("-wal"))) {
+            QUrl uri = QUrl::fromLocalFile(absolute);
+            uri.setQuery(QStringLiteral("immutable=1"));
+            c->m_db.setDatabaseName(uri.toString(QUrl::FullyEncoded));
+            options += QStringLiteral(";QSQLITE_OPEN_URI");
+        }
+    }
     c->m_db.setConnectOptions(options);
     if (!c->m_db.open())
         throw c->failure(c->m_db.lastError());
@@ -453,6 +476,10 @@ Failure StoreConnection::sqliteFailure(int code, const QString& path, const QStr
     const auto file = [&](qint32 number, const QString& what) {
         return fileFailure(number, path, QStringLiteral("%1 (%2)").arg(what, cause));
     };
+    // A file that cannot grow on a full disk may fail as an I/O error (its shared memory, its
+    // log): the disk says which it is.
+    if ((code & 0xff) == IoErr && diskFull(folder))
+        return file(ErrorNumber::DiskFull, QStringLiteral("cannot grow: the disk is full"));
     // The extended code says more than its primary one (its low byte): which file or folder.
     switch (code) {
     case ReadOnlyDirectory:
@@ -544,8 +571,44 @@ QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
     }
 }
 
+bool StoreConnection::changesNothing(const QString& sql, const QVariantList& args)
+{
+    // "UPDATE t SET a = ?, b = ? WHERE k = ?" changes nothing when the row already holds the
+    // values (or is not there); any other change is taken as one.
+    static const QRegularExpression update(QStringLiteral(
+        "^UPDATE (\\w+) SET (\\w+ = \\?(?:, \\w+ = \\?)*) WHERE (\\w+) = \\?$"));
+    const QRegularExpressionMatch m = update.match(sql);
+    if (!m.hasMatch())
+        return false;
+    const QStringList columns = m.captured(2).split(QStringLiteral(", "));
+    if (columns.size() + 1 != args.size())
+        return false;
+    QStringList differs;
+    QVariantList probe{args.last()};
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        differs.append(columns[i].chopped(4) + QStringLiteral(" IS NOT ?"));
+        probe.append(args[i]);
+    }
+    return value(QStringLiteral("SELECT COUNT(*) FROM %1 WHERE %2 = ? AND (%3)")
+                     .arg(m.captured(1), m.captured(3), differs.join(QStringLiteral(" OR "))),
+                 probe)
+               .toInt()
+           == 0;
+}
+
 QSqlQuery& StoreConnection::execOnce(const QString& sql, const QVariantList& args)
 {
+    // A read-only file takes a write that would leave it as it is (a control writing back
+    // what it shows) as done; any real change fails.
+    if (m_readOnly && !m_dialect.isServer() && m_depth > 0
+        && !sql.startsWith(QLatin1String("SELECT")) && !sql.startsWith(QLatin1String("PRAGMA"))
+        && sql != QLatin1String("COMMIT")) {
+        if (!changesNothing(sql, args))
+            throw readOnlyFailure();
+        m_nothing = QSqlQuery(m_db);
+        m_nothing.exec(QStringLiteral("SELECT 0 WHERE 0"));
+        return m_nothing;
+    }
     // Outside a transaction nothing is lost by running a statement again on a new connection.
     for (bool again = m_depth == 0;; again = false) {
         if (m_lost && !connectServer()) {
@@ -779,11 +842,10 @@ void StoreConnection::begin()
     endSnapshot();
     if (m_depth == 0) {
         m_writeFailure.reset();
-        if (m_readOnly && !m_dialect.isServer()) {
-            m_writeFailure = std::make_unique<Failure>(readOnlyFailure());
-            throw *m_writeFailure;
-        }
-        const QStringList statements = m_dialect.beginWrite();
+        // A read-only file takes only a read transaction; its writes are checked one by one.
+        const QStringList statements = m_readOnly && !m_dialect.isServer()
+                                           ? QStringList{QStringLiteral("BEGIN")}
+                                           : m_dialect.beginWrite();
         run(statements.first());
         ++m_depth;
         try {

@@ -92,7 +92,8 @@ public:
     // failure when the database failed it (full disk, read-only, locked, server gone). A write
     // that a business rule refused changed nothing and is not told.
     void watchWrites(std::function<void(const Failure* failure)> onWrite);
-    // True when opened read-only: every write fails with readOnlyFailure() before it starts.
+    // True when opened read-only: a write that would change something fails with
+    // readOnlyFailure(); one that would leave the file as it is (a value written back) is done.
     bool isReadOnly() const { return m_readOnly; }
     Failure readOnlyFailure() const;
 
@@ -147,6 +148,7 @@ private:
     void endSnapshot();
     QSqlQuery& exec(const QString& sql, const QVariantList& args);
     QSqlQuery& execOnce(const QString& sql, const QVariantList& args);
+    bool changesNothing(const QString& sql, const QVariantList& args);
     void drain(QSqlQuery& q);
 
     StoreDialect m_dialect;
@@ -165,6 +167,7 @@ private:
     QSqlDatabase m_db;
     QHash<QString, QSqlQuery> m_statements;
     QSqlQuery m_direct;
+    QSqlQuery m_nothing;
     int m_depth = 0;
     quint64 m_commits = 0;
     quint64 m_statementCount = 0;

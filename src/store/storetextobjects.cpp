@@ -83,6 +83,8 @@ StoreTextObjects::~StoreTextObjects() = default;
 
 qint32 StoreTextObjects::TextObjectType() const
 {
+    if (m_shownType)
+        return *m_shownType;
     return m_db->value(QStringLiteral("SELECT text_type FROM text_collections WHERE id = ?"),
                        {m_id})
         .toInt();
@@ -90,6 +92,12 @@ qint32 StoreTextObjects::TextObjectType() const
 
 void StoreTextObjects::setTextObjectType(qint32 type)
 {
+    // A list bound to a read-only file still says which kind of text it shows; the file cannot
+    // take it, so the collection keeps it for as long as it lives.
+    if (m_db->isReadOnly() && !m_db->dialect().isServer()) {
+        m_shownType = type;
+        return;
+    }
     m_db->write([&] {
         m_db->run(QStringLiteral("UPDATE text_collections SET text_type = ? WHERE id = ?"),
                   {type, m_id});

@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+#include <optional>
+
 namespace ZebObjects {
 
 class StoreConnection;
@@ -78,6 +80,7 @@ private:
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     mutable QHash<qint64, std::shared_ptr<StoreTextObject>> m_objects;
+    std::optional<qint32> m_shownType;
     // The paragraphs of the last enumeration, in order, and where each key is in it.
     mutable quint64 m_snapshot = 0;
     mutable QList<std::shared_ptr<StoreTextObject>> m_seen;
