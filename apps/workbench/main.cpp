@@ -1,5 +1,6 @@
 // zeb-workbench: the submittal workstation on the office's store.
 #include "formdescription.h"
+#include "hostmessageboxes.h"
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
 #include "logpane.h"
@@ -16,6 +17,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
+#include <QMessageBox>
 #include <QPixmap>
 #include <QPlainTextEdit>
 #include <QTimer>
@@ -79,6 +81,15 @@ int main(int argc, char** argv)
         return 0;
     }
 
+    // A command-line mode, or a run without a display, has nobody to answer a box: its boxes
+    // become lines on standard error and the run ends with a failure.
+    const bool console = parser.isSet(screenshot) || parser.isSet(saveDesign) || parser.isSet(exportPdf)
+                         || QGuiApplication::platformName() == QLatin1String("offscreen")
+                         || QGuiApplication::platformName() == QLatin1String("minimal");
+    auto boxes = std::make_shared<HostMessageBoxes>(console);
+    ZebSubCtl::MessageBoxes::setService(boxes);
+    const auto finish = [&boxes](int code) { return code == 0 && boxes->consoleLines() > 0 ? 1 : code; };
+
     auto defaultLog = std::make_shared<ZebObjects::DefaultDiagnosticLog>();
     try {
         if (parser.isSet(log))
@@ -111,12 +122,23 @@ int main(int argc, char** argv)
     const QString chosen = parser.isSet(db) ? parser.value(db) : OfficeSettingsDialog::savedLocation();
     const bool ownOffice = chosen.isEmpty();
     const QString path = ownOffice ? OfficeFile::defaultPath() : chosen;
+    // An empty file named by the user becomes an office only when the user says so.
+    bool newOffice = false;
+    if (!console && !parser.isSet(resetSample) && !ownOffice && OfficeFile::isEmptyFile(path))
+        newOffice = QMessageBox::question(nullptr, QStringLiteral("Empty Office File"),
+                                          QStringLiteral("The file \"%1\" is empty (0 bytes): it holds no office.\n\n"
+                                                         "Make a new, empty office in it?").arg(path),
+                                          QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+                    == QMessageBox::Yes;
     std::shared_ptr<ZebObjects::Store> store;
     try {
-        store = parser.isSet(resetSample) ? OfficeFile::resetSample(path) : OfficeFile::open(path, ownOffice);
+        store = parser.isSet(resetSample) ? OfficeFile::resetSample(path) : OfficeFile::open(path, ownOffice, newOffice);
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
+    // The status bar says once that nothing can be saved; no box repeats it for every write.
+    if (store->isReadOnly())
+        boxes->setQuiet(store->readOnlyFailure().Description());
     ZebObjects::Runtime::setApplicationServices(store->applicationServices());
     // The services hold the store's connection, which must close before Qt SQL goes away.
     struct ServicesRelease {
@@ -170,7 +192,7 @@ int main(int argc, char** argv)
         QFile out(parser.value(saveDesign));
         if (!out.open(QIODevice::WriteOnly) || out.write(window.currentDesignJson()) < 0)
             return fail(QStringLiteral("cannot write \"%1\": %2").arg(out.fileName(), out.errorString()));
-        return 0;
+        return finish(0);
     }
 
     window.show();
@@ -181,5 +203,5 @@ int main(int argc, char** argv)
             QApplication::exit(shot.save(file, "PNG") ? 0 : fail(QStringLiteral("cannot write \"%1\"").arg(file)));
         });
     }
-    return QApplication::exec();
+    return finish(QApplication::exec());
 }

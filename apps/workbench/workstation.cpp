@@ -90,11 +90,21 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
         ++m_automaticRefreshes;
         refreshSoon();
     });
+    m_saveState.setOffice(m_store->isServer() ? m_store->path() : QString(),
+                          m_store->isReadOnly());
+    m_store->watchWrites([this](const ZebObjects::Failure* failure) {
+        if (failure)
+            m_saveState.writeFailed(failure->Description());
+        else
+            m_saveState.writeSaved();
+        updateSaveStatus();
+    });
     updateStatus();
 }
 
 Workstation::~Workstation()
 {
+    m_store->watchWrites(nullptr);
     // The pages' controls are bound to the job's objects: they go first.
     clearPages();
 }
@@ -108,6 +118,8 @@ void Workstation::openJob(qint64 id)
     const int page = tabs()->currentIndex();
     clearPages();
     m_job = std::move(job);
+    // From here the pages show what the office holds; a write while binding them tells again.
+    m_saveState.shownFromOffice();
     setData(data);
     if (page >= 0 && page < pageCount())
         showPage(page);
@@ -281,10 +293,19 @@ void Workstation::updateStatus()
     const QString job = QStringLiteral("Job %1 %2").arg(m_job->number(), m_job->name());
     setWindowTitle(QStringLiteral("%1 - %2").arg(m_baseTitle, job));
     m_jobLabel->setText(job);
-    // Every write is committed as it is made: nothing ever waits to be saved.
-    m_saveLabel->setText(m_store->isServer()
-                             ? QStringLiteral("All changes saved to %1").arg(m_store->path())
-                             : QStringLiteral("All changes saved"));
+    updateSaveStatus();
+}
+
+void Workstation::updateSaveStatus()
+{
+    if (!m_job) {
+        m_saveLabel->clear();
+        return;
+    }
+    // Every write is committed as it is made: nothing waits to be saved, but a write may fail.
+    const QString text = m_saveState.text();
+    m_saveLabel->setText(text);
+    m_saveLabel->setToolTip(text);
 }
 
 void Workstation::closeEvent(QCloseEvent* event)

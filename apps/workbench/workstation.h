@@ -1,5 +1,6 @@
 #pragma once
 
+#include "savestate.h"
 #include "workbenchwindow.h"
 
 #include <memory>
@@ -70,6 +71,7 @@ protected:
 
 private:
     void updateStatus();
+    void updateSaveStatus();
 
     std::shared_ptr<ZebObjects::Store> m_store;
     std::shared_ptr<ZebObjects::StoreJob> m_job;
@@ -77,6 +79,7 @@ private:
     QString m_baseTitle;
     QLabel* m_jobLabel = nullptr;
     QLabel* m_saveLabel = nullptr;
+    SaveState m_saveState;
     bool m_refreshPending = false;
     int m_automaticRefreshes = 0;
 };

@@ -78,6 +78,15 @@ bool Store::watchOtherWorkstations(std::function<void()> onCommit)
 }
 QString Store::connectionName() const { return m_db->connectionName(); }
 quint64 Store::commitCount() const { return m_db->commitCount(); }
+quint64 Store::statementCount() const { return m_db->statementCount(); }
+
+void Store::watchWrites(std::function<void(const Failure*)> onWrite)
+{
+    m_db->watchWrites(std::move(onWrite));
+}
+
+bool Store::isReadOnly() const { return m_db->isReadOnly(); }
+Failure Store::readOnlyFailure() const { return m_db->readOnlyFailure(); }
 
 QList<JobSummary> Store::jobs() const
 {
@@ -200,16 +209,13 @@ void Store::deleteJob(qint64 id)
 
 std::shared_ptr<TextObjects> Store::library(qint32 kind)
 {
-    const auto find = [&] {
-        return m_db->value(QStringLiteral("SELECT id FROM text_collections WHERE submittal_id IS "
-                                          "NULL AND kind = ? ORDER BY id LIMIT 1"),
-                           {kind});
-    };
-    // Asking for a library that is there writes nothing.
-    if (const QVariant found = find(); found.isValid())
-        return std::make_shared<StoreTextObjects>(m_db, found.toLongLong());
-    const qint64 id = m_db->write([&] {
-        const QVariant found = find();
+    const QString find = QStringLiteral("SELECT id FROM text_collections WHERE submittal_id IS "
+                                        "NULL AND kind = ? ORDER BY id LIMIT 1");
+    // A library that is there is only read: a reader never waits for another writer.
+    QVariant found = m_db->value(find, {kind});
+    const qint64 id = found.isValid() ? found.toLongLong() : m_db->write([&] {
+        // Asked again under the write lock: another program may have made it meanwhile.
+        found = m_db->value(find, {kind});
         if (found.isValid())
             return found.toLongLong();
         return m_db->insert(QStringLiteral("INSERT INTO text_collections (submittal_id, kind, "
@@ -276,5 +282,9 @@ bool Store::isEmpty() const
                .toInt()
            == 0;
 }
+
+void Store::seal() { m_db->seal(); }
+
+bool Store::settle(const QString& path) { return StoreConnection::settle(path); }
 
 }  // namespace ZebObjects

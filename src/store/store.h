@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contracts/failure.h"
 #include "objects/standalonecustomer.h"
 
 #include <QList>
@@ -73,6 +74,16 @@ public:
     QString connectionName() const;
     // Transactions this store has committed since it was opened.
     quint64 commitCount() const;
+    // Statements this store has run since it was opened.
+    quint64 statementCount() const;
+    // Calls onWrite after every write: with nullptr when it was committed, with the failure
+    // when the database failed it (a full disk, a read-only file or folder, a lock held too
+    // long, a server gone). A write that a business rule refused is not told.
+    void watchWrites(std::function<void(const Failure* failure)> onWrite);
+    // Opened with OpenMode::ReadOnly: a write that would change the file fails with
+    // readOnlyFailure(); one that leaves it as it is (a value written back) is done.
+    bool isReadOnly() const;
+    Failure readOnlyFailure() const;
 
     // The jobs in job number order.
     QList<JobSummary> jobs() const;
@@ -105,6 +116,15 @@ public:
 
     // True when the file holds no job, no issuer and no directory customer.
     bool isEmpty() const;
+
+    // Makes the file whole by itself, ready to be copied or put in another's place: its log
+    // written into it and left (the file goes back to a rollback journal until it is opened
+    // again), then checked. A failure (a full disk, a damaged file) is the file's failure.
+    void seal();
+    // Writes the log of the SQLite file at path into it, so that the file no longer needs its
+    // log files. Answers false when path holds no readable database (nothing to keep); a file
+    // in use by another program fails with 70, a disk that cannot take the log with 61.
+    static bool settle(const QString& path);
 
 private:
     explicit Store(std::shared_ptr<StoreConnection> db);

@@ -28,15 +28,8 @@ QVariant StoreBOM::column(const char* name) const
 
 void StoreBOM::setFlag(const char* name, bool value)
 {
-    if (column(name).toBool() == value)
-        return;
-    m_db->write([&] {
-        if (column(name).toBool() == value)
-            return;
-        m_db->run(QStringLiteral("UPDATE boms SET %1 = ? WHERE submittal_id = ?")
-                      .arg(QLatin1String(name)),
-                  {int(value), m_id});
-    });
+    m_db->setColumn(QStringLiteral("boms"), QLatin1String(name), QStringLiteral("submittal_id"),
+                    m_id, int(value), int(column(name).toBool()));
 }
 
 bool StoreBOM::IncludeQuantity() const { return column("include_quantity").toBool(); }

@@ -1,8 +1,12 @@
 #include "store/storeconnection.h"
 
+#include "contracts/diagnosticlog.h"
+#include "objects/runtime.h"
 #include "store/storeschema.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -13,6 +17,7 @@
 #include <QTimer>
 
 #include <libpq-fe.h>
+#include <QRegularExpression>
 #include <QUrl>
 #include <QUrlQuery>
 
@@ -24,22 +29,41 @@
 
 #include <sys/socket.h>
 
+#include <sys/statvfs.h>
+
 namespace ZebObjects {
 
 namespace {
 
 const QString kSource = QStringLiteral("ZebObjects.Store");
 
-// SQLite's primary result codes, as the driver reports them.
+// SQLite's result codes as the driver reports them: extended codes, whose low byte is the
+// primary code.
 enum SqliteCode {
     Perm = 3, Busy = 5, Locked = 6, ReadOnly = 8, IoErr = 10, Corrupt = 11, Full = 13,
     CantOpen = 14, NotADb = 26,
+    ReadOnlyRecovery = 264, ReadOnlyCantLock = 520, ReadOnlyRollback = 776, ReadOnlyDbMoved = 1032,
+    ReadOnlyCantInit = 1288, ReadOnlyDirectory = 1544,
+    IoErrRead = 266, IoErrShortRead = 522, IoErrWrite = 778, IoErrFsync = 1034,
+    IoErrDirFsync = 1290, IoErrTruncate = 1546, IoErrUnlock = 2058, IoErrRdLock = 2314,
+    IoErrNoMem = 3082, IoErrCheckReservedLock = 3594, IoErrLock = 3850, IoErrShmOpen = 4618,
+    IoErrShmSize = 4874, IoErrShmLock = 5130, IoErrShmMap = 5386,
+    CantOpenNoTempDir = 270, CantOpenIsDir = 526,
 };
 
 // The server could not be reached (the runtime's "device unavailable").
 constexpr qint32 kUnreachable = 68;
 // How much longer than the server's own statement timeout the workstation waits for an answer.
 constexpr int kAnswerGraceMs = 2000;
+
+// Less room than a few pages is a full disk.
+bool diskFull(const QString& folder)
+{
+    struct statvfs s {};
+    if (::statvfs(QFile::encodeName(folder).constData(), &s) != 0)
+        return false;
+    return qint64(s.f_bavail) * qint64(s.f_frsize) < 64 * 1024;
+}
 
 Failure fileFailure(qint32 number, const QString& path, const QString& cause)
 {
@@ -188,6 +212,7 @@ StoreConnection::~StoreConnection()
         return;
     }
     m_direct = QSqlQuery();
+    m_nothing = QSqlQuery();
     m_statements.clear();
     if (m_db.isValid())
         m_db.close();
@@ -291,9 +316,20 @@ std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode
                                      "database file \"%1\" cannot be opened")
                           .arg(QDir::toNativeSeparators(absolute)));
     c->m_db.setDatabaseName(absolute);
+    c->m_readOnly = mode == Mode::ReadOnly;
     QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutMs);
-    if (mode == Mode::ReadOnly)
+    if (mode == Mode::ReadOnly) {
         options += QStringLiteral(";QSQLITE_OPEN_READONLY");
+        // In a folder nobody here may write, no log is kept beside a file that was closed
+        // cleanly, and none can be made: the file is read as it stands.
+        if (!QFileInfo(info.absolutePath()).isWritable()
+            && !QFileInfo::exists(absolute + QStringLiteral("-wal"))) {
+            QUrl uri = QUrl::fromLocalFile(absolute);
+            uri.setQuery(QStringLiteral("immutable=1"));
+            c->m_db.setDatabaseName(uri.toString(QUrl::FullyEncoded));
+            options += QStringLiteral(";QSQLITE_OPEN_URI");
+        }
+    }
     c->m_db.setConnectOptions(options);
     if (!c->m_db.open())
         throw c->failure(c->m_db.lastError());
@@ -307,10 +343,7 @@ void StoreConnection::prepareFile(Mode mode)
     // The first read: a file that is not a database fails here.
     const int version = m_dialect.schemaVersion(*this);
     checkVersion(version);
-    const QString check = value(QStringLiteral("PRAGMA quick_check")).toString();
-    if (check != QLatin1String("ok"))
-        throw fileFailure(ErrorNumber::BadFileFormat, m_path,
-                          QStringLiteral("is damaged (%1)").arg(check));
+    checkWhole(QStringLiteral("quick_check"));
     if (mode == Mode::ReadOnly) {
         prepareSchema(mode, version);
         return;
@@ -322,6 +355,33 @@ void StoreConnection::prepareFile(Mode mode)
     run(QStringLiteral("PRAGMA journal_mode = WAL"));
     run(QStringLiteral("PRAGMA synchronous = NORMAL"));
     prepareSchema(mode, version);
+}
+
+void StoreConnection::checkWhole(const QString& check)
+{
+    // The check answers "ok", or its findings: a row each, or several in one row, one a line,
+    // under a heading that names the schema.
+    QStringList problems;
+    for (const QVariantList& r : rows(QStringLiteral("PRAGMA %1").arg(check)))
+        for (const QString& line : r.value(0).toString().split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+            if (!line.startsWith(QLatin1String("*** in database")))
+                problems.append(line.trimmed());
+    if (problems.isEmpty() || (problems.size() == 1 && problems.first() == QLatin1String("ok")))
+        return;
+    // The first finding goes into the message; the rest, up to a hundred, into the log.
+    QString cause = problems.first();
+    if (problems.size() > 1) {
+        cause += QStringLiteral("; %1 more in the diagnostic log").arg(problems.size() - 1);
+        const auto log = Runtime::diagnosticLog();
+        for (qsizetype i = 1; i < problems.size(); ++i)
+            log->LogError(kSource, QStringLiteral("checkWhole"),
+                          ErrorInfo{ErrorNumber::BadFileFormat, kSource,
+                                    QStringLiteral("The database file \"%1\" is damaged: %2")
+                                        .arg(QDir::toNativeSeparators(m_path), problems[i])},
+                          0);
+    }
+    throw fileFailure(ErrorNumber::BadFileFormat, m_path,
+                      QStringLiteral("is damaged (%1)").arg(cause));
 }
 
 void StoreConnection::prepareSchema(Mode mode, int version)
@@ -631,41 +691,149 @@ Failure StoreConnection::failure(const QSqlError& error) const
         return fileFailure(ErrorNumber::InternalError, m_path,
                            QStringLiteral("answered an error (%1)").arg(cause.trimmed()));
     }
-    switch (error.nativeErrorCode().toInt()) {
+    return sqliteFailure(error.nativeErrorCode().toInt(), m_path, cause);
+}
+
+Failure StoreConnection::sqliteFailure(int code, const QString& path, const QString& cause)
+{
+    const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
+    const QString shm = QDir::toNativeSeparators(path + QStringLiteral("-shm"));
+    const auto file = [&](qint32 number, const QString& what) {
+        return fileFailure(number, path, QStringLiteral("%1 (%2)").arg(what, cause));
+    };
+    // A file that cannot grow on a full disk may fail as an I/O error (its shared memory, its
+    // log): the disk says which it is.
+    if ((code & 0xff) == IoErr && diskFull(folder))
+        return file(ErrorNumber::DiskFull, QStringLiteral("cannot grow: the disk is full"));
+    // The extended code says more than its primary one (its low byte): which file or folder.
+    switch (code) {
+    case ReadOnlyDirectory:
+        return file(ErrorNumber::PermissionDenied,
+                    QStringLiteral("cannot be changed: its folder \"%1\" is read-only").arg(folder));
+    case ReadOnlyDbMoved:
+        return file(ErrorNumber::PathFileAccessError,
+                    QStringLiteral("was moved or deleted while it was open: the change cannot be "
+                                   "saved"));
+    case ReadOnlyRecovery:
+    case ReadOnlyCantLock:
+    case ReadOnlyCantInit:
+        return file(ErrorNumber::PermissionDenied,
+                    QStringLiteral("cannot be changed: its shared-memory file \"%1\" cannot be "
+                                   "written")
+                        .arg(shm));
+    case ReadOnlyRollback:
+        return file(ErrorNumber::PathFileAccessError,
+                    QStringLiteral("is read-only and holds an unfinished change that only a "
+                                   "writer can take back"));
+    case IoErrRead:
+    case IoErrShortRead:
+        return file(ErrorNumber::DeviceIOError, QStringLiteral("could not be read from the disk"));
+    case IoErrWrite:
+    case IoErrTruncate:
+    case IoErrFsync:
+        return file(ErrorNumber::DeviceIOError, QStringLiteral("could not be written to the disk"));
+    case IoErrDirFsync:
+        return file(ErrorNumber::DeviceIOError,
+                    QStringLiteral("could not be made durable: its folder \"%1\" could not be "
+                                   "written to the disk")
+                        .arg(folder));
+    case IoErrShmOpen:
+    case IoErrShmSize:
+    case IoErrShmLock:
+    case IoErrShmMap:
+        return file(ErrorNumber::DeviceIOError,
+                    QStringLiteral("could not be shared: its shared-memory file \"%1\" could not "
+                                   "be opened or written")
+                        .arg(shm));
+    case IoErrLock:
+    case IoErrRdLock:
+    case IoErrUnlock:
+    case IoErrCheckReservedLock:
+        return file(ErrorNumber::PermissionDenied, QStringLiteral("could not be locked"));
+    case IoErrNoMem:
+        return file(ErrorNumber::OutOfMemory, QStringLiteral("could not be read: out of memory"));
+    case CantOpenIsDir:
+        return file(ErrorNumber::PathFileAccessError, QStringLiteral("is a folder, not a file"));
+    case CantOpenNoTempDir:
+        return file(ErrorNumber::PathFileAccessError,
+                    QStringLiteral("cannot be opened: there is no folder for temporary files"));
+    default:
+        break;
+    }
+    switch (code & 0xff) {
     case Busy:
     case Locked:
-        return fileFailure(ErrorNumber::PermissionDenied, m_path,
-                           QStringLiteral("is locked by another writer (%1)").arg(cause));
+        return file(ErrorNumber::PermissionDenied, QStringLiteral("is locked by another writer"));
     case ReadOnly:
-        return fileFailure(ErrorNumber::PathFileAccessError, m_path,
-                           QStringLiteral("is read-only: the change cannot be saved (%1)")
-                               .arg(cause));
+        return file(ErrorNumber::PathFileAccessError,
+                    QStringLiteral("is read-only: the change cannot be saved"));
     case Perm:
-        return fileFailure(ErrorNumber::PermissionDenied, m_path,
-                           QStringLiteral("may not be accessed (%1)").arg(cause));
+        return file(ErrorNumber::PermissionDenied, QStringLiteral("may not be accessed"));
     case Full:
-        return fileFailure(ErrorNumber::DiskFull, m_path,
-                           QStringLiteral("cannot grow: the disk is full (%1)").arg(cause));
+        return file(ErrorNumber::DiskFull, QStringLiteral("cannot grow: the disk is full"));
     case Corrupt:
-        return fileFailure(ErrorNumber::BadFileFormat, m_path,
-                           QStringLiteral("is damaged (%1)").arg(cause));
+        return file(ErrorNumber::BadFileFormat, QStringLiteral("is damaged"));
     case NotADb:
-        return fileFailure(ErrorNumber::BadFileFormat, m_path,
-                           QStringLiteral("is not a database (%1)").arg(cause));
+        return file(ErrorNumber::BadFileFormat, QStringLiteral("is not a database"));
     case CantOpen:
-        return fileFailure(ErrorNumber::PathFileAccessError, m_path,
-                           QStringLiteral("cannot be opened (%1)").arg(cause));
+        return file(ErrorNumber::PathFileAccessError, QStringLiteral("cannot be opened"));
     case IoErr:
-        return fileFailure(ErrorNumber::DeviceIOError, m_path,
-                           QStringLiteral("could not be read or written (%1)").arg(cause));
+        return file(ErrorNumber::DeviceIOError, QStringLiteral("could not be read or written"));
     default:
-        return fileFailure(ErrorNumber::InternalError, m_path,
-                           QStringLiteral("answered an error (%1)").arg(cause));
+        return file(ErrorNumber::InternalError, QStringLiteral("answered an error"));
     }
 }
 
 QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
 {
+    ++m_statementCount;
+    try {
+        return execOnce(sql, args);
+    } catch (const Failure& f) {
+        // Kept for the write this statement belongs to, which tells how it ended.
+        m_writeFailure = std::make_unique<Failure>(f);
+        throw;
+    }
+}
+
+bool StoreConnection::changesNothing(const QString& sql, const QVariantList& args)
+{
+    // "UPDATE t SET a = ?, b = ? WHERE k = ?" changes nothing when the row already holds the
+    // values (or is not there); any other change is taken as one.
+    static const QRegularExpression update(QStringLiteral(
+        "^UPDATE (\\w+) SET (\\w+ = \\?(?:, \\w+ = \\?)*) WHERE (\\w+) = \\?$"));
+    const QRegularExpressionMatch m = update.match(sql);
+    if (!m.hasMatch())
+        return false;
+    const QStringList columns = m.captured(2).split(QStringLiteral(", "));
+    if (columns.size() + 1 != args.size())
+        return false;
+    QStringList differs;
+    QVariantList probe{args.last()};
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        differs.append(columns[i].chopped(4) + QStringLiteral(" IS NOT ?"));
+        probe.append(args[i]);
+    }
+    return value(QStringLiteral("SELECT COUNT(*) FROM %1 WHERE %2 = ? AND (%3)")
+                     .arg(m.captured(1), m.captured(3), differs.join(QStringLiteral(" OR "))),
+                 probe)
+               .toInt()
+           == 0;
+}
+
+QSqlQuery& StoreConnection::execOnce(const QString& sql, const QVariantList& args)
+{
+    // A read-only file takes a write that would leave it as it is (a control writing back
+    // what it shows) as done; any real change fails.
+    if (m_readOnly && !m_dialect.isServer() && m_depth > 0
+        && !sql.startsWith(QLatin1String("SELECT")) && !sql.startsWith(QLatin1String("PRAGMA"))
+        && sql != QLatin1String("COMMIT")) {
+        if (!changesNothing(sql, args))
+            throw readOnlyFailure();
+        m_nothing = QSqlQuery(m_db);
+        m_nothing.exec(QStringLiteral("SELECT 0 WHERE 0"));
+        return m_nothing;
+    }
     // Outside a transaction nothing is lost by running a statement again on a new connection.
     for (bool again = m_depth == 0;; again = false) {
         if (m_lost && !connectServer()) {
@@ -717,6 +885,13 @@ QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
                 q.bindValue(int(i), arg);
         }
         if (q.exec()) {
+            // A change of rows in a write; what SQLite answers for any other statement is the
+            // count of the last change before it.
+            if (m_depth > 0 && !m_dialect.isServer()
+                && (sql.startsWith(QLatin1String("UPDATE")) || sql.startsWith(QLatin1String("INSERT"))
+                    || sql.startsWith(QLatin1String("DELETE")))
+                && q.numRowsAffected() != 0)
+                m_rowsChanged = true;
             announcementsMayWait();
             return q;
         }
@@ -803,18 +978,143 @@ qint64 StoreConnection::insert(const QString& sql, const QVariantList& args)
     return id;
 }
 
+void StoreConnection::seal()
+{
+    if (m_dialect.isServer())
+        return;
+    // Each step answers what it did; a full disk shows as a failed step or as a log that
+    // could not be written into the file.
+    const QVariantList done = row(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    if (done.size() < 3 || done[0].toInt() != 0 || done[1].toInt() != done[2].toInt())
+        throw fileFailure(ErrorNumber::PermissionDenied, m_path,
+                          QStringLiteral("could not take in its log: another program is using it"));
+    const QString mode = value(QStringLiteral("PRAGMA journal_mode = DELETE")).toString();
+    if (mode.compare(QLatin1String("delete"), Qt::CaseInsensitive) != 0
+        || QFileInfo::exists(m_path + QStringLiteral("-wal")))
+        throw fileFailure(ErrorNumber::DeviceIOError, m_path,
+                          QStringLiteral("could not leave its log (journal mode %1)").arg(mode));
+    checkWhole(QStringLiteral("quick_check"));
+}
+
+bool StoreConnection::settle(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.exists() || info.size() == 0)
+        return false;
+    static std::atomic<quint64> serial{0};
+    const QString name = QStringLiteral("ZebStoreSettle-%1").arg(++serial);
+    bool database = false;
+    std::unique_ptr<Failure> failed;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        db.setDatabaseName(info.absoluteFilePath());
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=2000"));
+        if (db.open()) {
+            QSqlQuery q(db);
+            if (q.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")) && q.next()) {
+                database = true;
+                if (q.value(0).toInt() != 0)
+                    failed = std::make_unique<Failure>(fileFailure(
+                        ErrorNumber::PermissionDenied, info.absoluteFilePath(),
+                        QStringLiteral("is in use by another program")));
+            } else {
+                const int code = q.lastError().nativeErrorCode().toInt() & 0xff;
+                // A file that is no database, or a damaged one, has nothing to keep; any other
+                // failure (a full disk, a read-only folder) leaves it as it is.
+                if (code != NotADb && code != Corrupt)
+                    failed = std::make_unique<Failure>(
+                        sqliteFailure(q.lastError().nativeErrorCode().toInt(),
+                                      info.absoluteFilePath(), q.lastError().databaseText()));
+            }
+            q.finish();
+            db.close();
+        }
+    }
+    QSqlDatabase::removeDatabase(name);
+    if (failed)
+        throw *failed;
+    return database;
+}
+
+Failure StoreConnection::readOnlyFailure() const
+{
+    return fileFailure(ErrorNumber::PathFileAccessError, m_path,
+                       QStringLiteral("is read-only: the change cannot be saved (it is open read-only)"));
+}
+
+void StoreConnection::watchWrites(std::function<void(const Failure*)> onWrite)
+{
+    m_onWrite = std::move(onWrite);
+}
+
+Failure StoreConnection::refused(const Failure& failure) const
+{
+    if (m_onWrite)
+        m_onWrite(&failure);
+    return failure;
+}
+
+void StoreConnection::writeEnded(bool committed)
+{
+    if (!m_onWrite)
+        return;
+    if (committed) {
+        // A write that changed nothing committed nothing: there is nothing to tell.
+        if (m_changedSomething)
+            m_onWrite(nullptr);
+    }
+    else if (m_writeFailure)
+        m_onWrite(m_writeFailure.get());
+}
+
+quint64 StoreConnection::snapshot()
+{
+    // Inside a write the reads see the write's own changes; and without an event loop nothing
+    // would ever end the snapshot.
+    if (m_depth > 0 || !QCoreApplication::instance())
+        return 0;
+    if (m_snapshot == 0) {
+        m_snapshot = ++m_lastSnapshot;
+        if (!m_snapshotEnd)
+            m_snapshotEnd = std::make_unique<QObject>();
+        QTimer::singleShot(0, m_snapshotEnd.get(), [this] { endSnapshot(); });
+    }
+    return m_snapshot;
+}
+
+void StoreConnection::endSnapshot() { m_snapshot = 0; }
+
+void StoreConnection::setColumn(const QString& table, const QString& column,
+                                const QString& keyColumn, const QVariant& key,
+                                const QVariant& value, const QVariant& current)
+{
+    if (current == value)
+        return;
+    // Another workstation may have written the same value since: then no row changes.
+    write([&] {
+        run(QStringLiteral("UPDATE %1 SET %2 = ? WHERE %3 = ? AND %2 <> ?")
+                .arg(table, column, keyColumn),
+            {value, key, value});
+    });
+}
+
 void StoreConnection::begin()
 {
+    endSnapshot();
     if (m_depth == 0) {
         AnswerGuard guard(*this);
-        const QStringList statements = m_dialect.beginWrite();
+        m_writeFailure.reset();
+        m_changedSomething = false;
+        m_rowsChanged = false;
+        // A read-only file takes only a read transaction; its writes are checked one by one.
+        const QStringList statements = m_readOnly && !m_dialect.isServer()
+                                           ? QStringList{QStringLiteral("BEGIN")}
+                                           : m_dialect.beginWrite();
         run(statements.first());
         ++m_depth;
         try {
             for (qsizetype i = 1; i < statements.size(); ++i)
                 run(statements[i]);
-            if (!m_dialect.isServer())
-                m_changesAtBegin = value(QStringLiteral("SELECT total_changes()")).toLongLong();
         } catch (...) {
             rollback();
             throw;
@@ -826,15 +1126,17 @@ void StoreConnection::begin()
 
 void StoreConnection::commit()
 {
+    endSnapshot();
     if (m_depth > 1) {
         --m_depth;
         return;
     }
     AnswerGuard guard(*this);
-    // A transaction that changed nothing is no commit: it is not announced, not counted, and
-    // on the server it ends with a rollback. The server gives a transaction its id at its first
-    // change; SQLite counts the rows it changed. (An SQLite transaction that changed nothing
-    // writes nothing at its COMMIT, which keeps a schema made in it.)
+    // A transaction that changed nothing is no commit: it is not announced, not counted, not
+    // told to the write watcher, and on the server it ends with a rollback. The server gives a
+    // transaction its id at its first change; on SQLite the changes of rows are counted as they
+    // are run. (An SQLite transaction that changed no row writes nothing at its COMMIT, which
+    // keeps a schema made in it.)
     qint64 xid = 0;
     bool changed = false;
     if (m_dialect.isServer()) {
@@ -842,7 +1144,7 @@ void StoreConnection::commit()
         changed = !id.isNull();
         xid = id.toLongLong();
     } else {
-        changed = value(QStringLiteral("SELECT total_changes()")).toLongLong() != m_changesAtBegin;
+        changed = m_rowsChanged;
     }
     if (!changed && m_dialect.isServer()) {
         rollback();
@@ -859,13 +1161,21 @@ void StoreConnection::commit()
         // The answer to COMMIT was lost: the transaction is over either way, and it may have
         // been committed all the same. Saved, or a failure that says what is known.
         m_depth = 0;
-        committedAfterAll(xid, f.Description());
+        try {
+            committedAfterAll(xid, f.Description());
+        } catch (const Failure& outcome) {
+            m_writeFailure = std::make_unique<Failure>(outcome);
+            throw;
+        }
         ++m_commits;
+        m_changedSomething = true;
         return;
     }
     --m_depth;
-    if (changed)
+    if (changed) {
         ++m_commits;
+        m_changedSomething = true;
+    }
 }
 
 void StoreConnection::committedAfterAll(qint64 xid, const QString& cause)
@@ -920,6 +1230,7 @@ void StoreConnection::committedAfterAll(qint64 xid, const QString& cause)
 
 void StoreConnection::rollback()
 {
+    endSnapshot();
     if (m_depth == 0)
         return;
     --m_depth;

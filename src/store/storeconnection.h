@@ -14,6 +14,7 @@
 #include <memory>
 #include <type_traits>
 
+class QObject;
 class QSocketNotifier;
 class QSqlError;
 class QTimer;
@@ -74,30 +75,73 @@ public:
     QList<QVariantList> rows(const QString& sql, const QVariantList& args = {});
     // The new row's id of an insert.
     qint64 insert(const QString& sql, const QVariantList& args = {});
+    // Sets column of the row of table whose keyColumn is key to value in a write of its own.
+    // A write of the value already stored (current, as just read) changes nothing: no
+    // transaction, no UPDATE, no commit, no announcement.
+    void setColumn(const QString& table, const QString& column, const QString& keyColumn,
+                   const QVariant& key, const QVariant& value, const QVariant& current);
 
     // Runs body in one write transaction and commits it before returning; a failure rolls the
-    // transaction back and goes on to the caller. A body inside another one joins it.
+    // transaction back and goes on to the caller. A body inside another one joins it. The
+    // outermost write tells watchWrites how it ended.
     template <class Body>
     auto write(Body&& body) -> std::invoke_result_t<Body>
     {
-        begin();
+        const bool outermost = m_depth == 0;
         try {
+            begin();
             if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
                 body();
                 commit();
+                if (outermost)
+                    writeEnded(true);
             } else {
                 auto result = body();
                 commit();
+                if (outermost)
+                    writeEnded(true);
                 return result;
             }
         } catch (...) {
             rollback();
+            if (outermost)
+                writeEnded(false);
             throw;
         }
     }
 
+    // Calls onWrite after every outermost write: with nullptr when it was committed, with the
+    // failure when the database failed it (full disk, read-only, locked, server gone, a commit
+    // not saved or whose outcome cannot be known). A write that a business rule refused, or
+    // that changed nothing, committed nothing and is not told.
+    void watchWrites(std::function<void(const Failure* failure)> onWrite);
+    // A write that another workstation's change made pointless (nothing written): told to the
+    // write watcher as not saved, and answered for the writer to throw.
+    Failure refused(const Failure& failure) const;
+    // True when opened read-only: a write that would change something fails with
+    // readOnlyFailure(); one that would leave the file as it is (a value written back) is done.
+    bool isReadOnly() const { return m_readOnly; }
+    Failure readOnlyFailure() const;
+
+    // See Store::seal and Store::settle.
+    void seal();
+    static bool settle(const QString& path);
+
+    // Statements run since the connection was opened.
+    quint64 statementCount() const { return m_statementCount; }
+
+    // One picture of the database for the reads that follow: a collection that reads all its
+    // items in one statement answers from what it read while its snapshot holds, so that a
+    // list filled item by item shows one state of the database, before or after another
+    // program's change, never a mix. A snapshot ends when the event loop next runs and when
+    // this connection writes. Answers the snapshot's number; 0 when none can be held.
+    quint64 snapshot();
+    bool holds(quint64 snapshot) const { return snapshot != 0 && snapshot == m_snapshot; }
+
     // The failure for an error of the database, naming the file and the cause.
     Failure failure(const QSqlError& error) const;
+    // The failure for an SQLite result code (extended, as the driver reports it) on path.
+    static Failure sqliteFailure(int code, const QString& path, const QString& cause);
 
     // Calls onCommit (from the event loop) whenever another connection commits a write to this
     // database; the server tells of it at once, a file never does. A connection made again
@@ -137,7 +181,12 @@ private:
     void checkVersion(int version) const;
     bool hasTables();
     Failure anotherProgram() const;
+    void checkWhole(const QString& check);
+    void writeEnded(bool committed);
+    void endSnapshot();
     QSqlQuery& exec(const QString& sql, const QVariantList& args);
+    QSqlQuery& execOnce(const QString& sql, const QVariantList& args);
+    bool changesNothing(const QString& sql, const QVariantList& args);
     void drain(QSqlQuery& q);
 
     StoreDialect m_dialect;
@@ -159,10 +208,20 @@ private:
     QSqlDatabase m_db;
     QHash<QString, QSqlQuery> m_statements;
     QSqlQuery m_direct;
+    QSqlQuery m_nothing;
     int m_depth = 0;
     quint64 m_commits = 0;
-    // Rows SQLite had changed through this connection when the transaction began.
-    qint64 m_changesAtBegin = 0;
+    // The write transaction changed rows of an SQLite file.
+    bool m_rowsChanged = false;
+    // The outermost write committed a change.
+    bool m_changedSomething = false;
+    quint64 m_statementCount = 0;
+    // The failure of the database met since the outermost write began, if any.
+    std::unique_ptr<Failure> m_writeFailure;
+    std::function<void(const Failure*)> m_onWrite;
+    quint64 m_snapshot = 0;
+    quint64 m_lastSnapshot = 0;
+    std::unique_ptr<QObject> m_snapshotEnd;
 };
 
 }  // namespace ZebObjects

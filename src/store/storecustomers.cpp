@@ -39,14 +39,8 @@ bool StoreCustomer::Included() const { return column("included").toBool(); }
 
 void StoreCustomer::setIncluded(bool included)
 {
-    if (column("included").toBool() == included)
-        return;
-    m_db->write([&] {
-        if (column("included").toBool() == included)
-            return;
-        m_db->run(QStringLiteral("UPDATE submittal_customers SET included = ? WHERE id = ?"),
-                  {int(included), m_id});
-    });
+    m_db->setColumn(QStringLiteral("submittal_customers"), QStringLiteral("included"),
+                    QStringLiteral("id"), m_id, int(included), int(column("included").toBool()));
 }
 
 StoreCustomers::StoreCustomers(std::shared_ptr<StoreConnection> db, qint64 submittalId,

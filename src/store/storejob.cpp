@@ -40,16 +40,14 @@ std::shared_ptr<StoreTextObjects> StoreJob::texts(qint32 kind,
                                                   std::shared_ptr<StoreTextObjects>& slot)
 {
     if (!slot) {
-        const auto find = [&] {
-            return m_db->value(QStringLiteral("SELECT id FROM text_collections WHERE "
-                                              "submittal_id = ? AND kind = ? ORDER BY id LIMIT 1"),
-                               {m_submittalId, kind});
-        };
-        // Made here when a job of an older file has none of this kind yet; opening a job that
-        // has it writes nothing.
-        const QVariant held = find();
-        const qint64 id = held.isValid() ? held.toLongLong() : m_db->write([&] {
-            const QVariant found = find();
+        const QString find = QStringLiteral("SELECT id FROM text_collections WHERE submittal_id "
+                                            "= ? AND kind = ? ORDER BY id LIMIT 1");
+        // Only read when it is there: a reader never waits for another writer.
+        QVariant found = m_db->value(find, {m_submittalId, kind});
+        // Made here when a job of an older file has none of this kind yet.
+        const qint64 id = found.isValid() ? found.toLongLong() : m_db->write([&] {
+            // Asked again under the write lock: another program may have made it meanwhile.
+            found = m_db->value(find, {m_submittalId, kind});
             if (found.isValid())
                 return found.toLongLong();
             return m_db->insert(QStringLiteral("INSERT INTO text_collections (submittal_id, "

@@ -89,14 +89,14 @@ void StoreLabelField::setPrintOrder(qint16 order)
         m_seen->insert(m_id, order);
     });
     if (changedElsewhere)
-        throw Failure(StoreLastRead::ChangedElsewhere, kSource,
+        throw m_db->refused(Failure(StoreLastRead::ChangedElsewhere, kSource,
                       QStringLiteral("Another workstation changed the fields on the labels after "
                                      "they were shown here, so the print order %1 of \"%2\" was "
                                      "not saved. The other workstation's fields are shown once "
                                      "the job is refreshed; make the change again if it still "
                                      "applies.")
                           .arg(order)
-                          .arg(caption));
+                          .arg(caption)));
 }
 
 StoreLabelFields::StoreLabelFields(std::shared_ptr<StoreConnection> db, qint64 submittalId)

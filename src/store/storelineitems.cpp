@@ -49,14 +49,8 @@ bool StoreLineItem::Selected() const { return column("selected").toBool(); }
 
 void StoreLineItem::setSelected(bool selected)
 {
-    if (column("selected").toBool() == selected)
-        return;
-    m_db->write([&] {
-        if (column("selected").toBool() == selected)
-            return;
-        m_db->run(QStringLiteral("UPDATE line_items SET selected = ? WHERE id = ?"),
-                  {int(selected), m_id});
-    });
+    m_db->setColumn(QStringLiteral("line_items"), QStringLiteral("selected"), QStringLiteral("id"),
+                    m_id, int(selected), int(column("selected").toBool()));
 }
 
 QString StoreLineItem::Quantity() const

@@ -40,16 +40,8 @@ bool StoreCoverLetter::flag(const char* column) const
 
 void StoreCoverLetter::setFlag(const char* column, bool value)
 {
-    // Writing what is stored changes nothing; it does not even wait for the write lock.
-    if (flag(column) == value)
-        return;
-    m_db->write([&] {
-        if (flag(column) == value)
-            return;
-        m_db->run(QStringLiteral("UPDATE cover_letters SET %1 = ? WHERE submittal_id = ?")
-                      .arg(QLatin1String(column)),
-                  {int(value), m_id});
-    });
+    m_db->setColumn(QStringLiteral("cover_letters"), QLatin1String(column),
+                    QStringLiteral("submittal_id"), m_id, int(value), int(flag(column)));
 }
 
 bool StoreCoverLetter::IncludeLogo() const { return flag("include_logo"); }
@@ -212,7 +204,7 @@ void StoreSubmittal::change(const char* name, const QVariant& value, void (Submi
         return;
     emit(this->*changed)();
     if (outcome == Conflict)
-        throw StoreLastRead::conflict(kSource, QLatin1String(what), now, value);
+        throw m_db->refused(StoreLastRead::conflict(kSource, QLatin1String(what), now, value));
 }
 
 QString StoreSubmittal::IssuedBy() const { return column("issued_by").toString(); }
@@ -307,8 +299,8 @@ void StoreSubmittal::setSubmittalPurpose(const QString& purpose)
     if (changed || conflict)
         emit SubmittalPurposeChanged(p.index);
     if (conflict)
-        throw StoreLastRead::conflict(kSource, QStringLiteral("the submittal's purpose"), p.text,
-                                      purpose);
+        throw m_db->refused(StoreLastRead::conflict(
+            kSource, QStringLiteral("the submittal's purpose"), p.text, purpose));
 }
 
 QString StoreSubmittal::SelectPurpose(qint16 index)
@@ -333,8 +325,8 @@ QString StoreSubmittal::SelectPurpose(qint16 index)
     if (changed || conflict)
         emit SubmittalPurposeChanged(p.index);
     if (conflict)
-        throw StoreLastRead::conflict(kSource, QStringLiteral("the submittal's purpose option"),
-                                      int(p.index), int(index));
+        throw m_db->refused(StoreLastRead::conflict(
+            kSource, QStringLiteral("the submittal's purpose option"), int(p.index), int(index)));
     return text;
 }
 

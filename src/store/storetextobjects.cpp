@@ -29,7 +29,16 @@ QVariant StoreTextObject::column(const char* name) const
 QString StoreTextObject::Key() const { return m_key; }
 QString StoreTextObject::Text() const
 {
+    if (m_db->holds(m_snapshot))
+        return m_lastRead.remember(QStringLiteral("text"), m_seenText).toString();
     return m_lastRead.remember(QStringLiteral("text"), column("text")).toString();
+}
+
+void StoreTextObject::seen(quint64 snapshot, const QString& text, bool selected)
+{
+    m_snapshot = snapshot;
+    m_seenText = text;
+    m_seenSelected = selected;
 }
 
 void StoreTextObject::setText(const QString& text)
@@ -51,21 +60,21 @@ void StoreTextObject::setText(const QString& text)
     });
     m_lastRead.remember(QStringLiteral("text"), now);
     if (conflict)
-        throw StoreLastRead::conflict(kSource, QStringLiteral("the text %1").arg(m_key), now, text);
+        throw m_db->refused(
+            StoreLastRead::conflict(kSource, QStringLiteral("the text %1").arg(m_key), now, text));
 }
 
-bool StoreTextObject::Selected() const { return column("selected").toBool(); }
+bool StoreTextObject::Selected() const
+{
+    if (m_db->holds(m_snapshot))
+        return m_seenSelected;
+    return column("selected").toBool();
+}
 
 void StoreTextObject::setSelected(bool selected)
 {
-    if (column("selected").toBool() == selected)
-        return;
-    m_db->write([&] {
-        if (column("selected").toBool() == selected)
-            return;
-        m_db->run(QStringLiteral("UPDATE texts SET selected = ? WHERE id = ?"),
-                  {int(selected), m_id});
-    });
+    m_db->setColumn(QStringLiteral("texts"), QStringLiteral("selected"), QStringLiteral("id"), m_id,
+                    int(selected), int(column("selected").toBool()));
 }
 
 StoreTextObjects::StoreTextObjects(std::shared_ptr<StoreConnection> db, qint64 id,
@@ -78,6 +87,8 @@ StoreTextObjects::~StoreTextObjects() = default;
 
 qint32 StoreTextObjects::TextObjectType() const
 {
+    if (m_shownType)
+        return *m_shownType;
     return m_db->value(QStringLiteral("SELECT text_type FROM text_collections WHERE id = ?"),
                        {m_id})
         .toInt();
@@ -85,14 +96,17 @@ qint32 StoreTextObjects::TextObjectType() const
 
 void StoreTextObjects::setTextObjectType(qint32 type)
 {
-    if (TextObjectType() == type)
+    const qint32 current = TextObjectType();
+    if (current == type)
         return;
-    m_db->write([&] {
-        if (TextObjectType() == type)
-            return;
-        m_db->run(QStringLiteral("UPDATE text_collections SET text_type = ? WHERE id = ?"),
-                  {type, m_id});
-    });
+    // A list bound to a read-only file still says which kind of text it shows; the file cannot
+    // take it, so the collection keeps it for as long as it lives.
+    if (m_db->isReadOnly() && !m_db->dialect().isServer()) {
+        m_shownType = type;
+        return;
+    }
+    m_db->setColumn(QStringLiteral("text_collections"), QStringLiteral("text_type"),
+                    QStringLiteral("id"), m_id, type, current);
 }
 
 bool StoreTextObjects::IsDirty() const
@@ -101,7 +115,9 @@ bool StoreTextObjects::IsDirty() const
         .toBool();
 }
 
-std::shared_ptr<TextObject> StoreTextObjects::object(qint64 id, const QString& key) const
+bool StoreTextObjects::inSnapshot() const { return m_db->holds(m_snapshot); }
+
+std::shared_ptr<StoreTextObject> StoreTextObjects::object(qint64 id, const QString& key) const
 {
     auto& slot = m_objects[id];
     if (!slot)
@@ -120,11 +136,22 @@ qint64 StoreTextObjects::idOf(const QString& key) const
 
 std::shared_ptr<TextObject> StoreTextObjects::Item(const QString& key) const
 {
+    if (inSnapshot()) {
+        const auto at = m_seenAt.constFind(key);
+        if (at == m_seenAt.constEnd())
+            throw CollectionRules::missingKey(kSource, kWhat, key);
+        return m_seen[*at];
+    }
     return object(idOf(key), key);
 }
 
 std::shared_ptr<TextObject> StoreTextObjects::Item(qint32 position) const
 {
+    if (inSnapshot()) {
+        if (position < 1 || position > m_seen.size())
+            throw CollectionRules::noPosition(kSource, kWhat, position, qint32(m_seen.size()));
+        return m_seen[position - 1];
+    }
     const QVariantList r =
         position < 1 ? QVariantList()
                      : m_db->row(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = "
@@ -137,6 +164,8 @@ std::shared_ptr<TextObject> StoreTextObjects::Item(qint32 position) const
 
 qint32 StoreTextObjects::Count() const
 {
+    if (inSnapshot())
+        return qint32(m_seen.size());
     return m_db->value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE collection_id = ?"),
                        {m_id})
         .toInt();
@@ -238,12 +267,26 @@ void StoreTextObjects::SaveOrder()
 
 TextObjectList StoreTextObjects::Enumerate() const
 {
+    // One statement: it reads one state of the file, whatever another program commits
+    // meanwhile.
+    const QList<QVariantList> rows =
+        m_db->rows(QStringLiteral("SELECT id, key, text, selected FROM texts WHERE "
+                                  "collection_id = ? ORDER BY position"),
+                   {m_id});
+    m_snapshot = m_db->snapshot();
+    m_seen.clear();
+    m_seenAt.clear();
+    m_seen.reserve(rows.size());
     TextObjectList out;
-    for (const QVariantList& r :
-         m_db->rows(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = ? ORDER BY "
-                                   "position"),
-                    {m_id}))
-        out.append(object(r[0].toLongLong(), r[1].toString()));
+    out.reserve(rows.size());
+    for (const QVariantList& r : rows) {
+        const QString key = r[1].toString();
+        auto o = object(r[0].toLongLong(), key);
+        o->seen(m_snapshot, r[2].toString(), r[3].toBool());
+        m_seenAt.insert(key, m_seen.size());
+        m_seen.append(o);
+        out.append(o);
+    }
     return out;
 }
 

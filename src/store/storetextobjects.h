@@ -5,6 +5,8 @@
 
 #include <QHash>
 
+#include <optional>
+
 namespace ZebObjects {
 
 class StoreConnection;
@@ -20,8 +22,15 @@ public:
     bool Selected() const override;
     void setSelected(bool selected) override;
 
+    // What the collection read of this paragraph for the snapshot; answered while it holds.
+    void seen(quint64 snapshot, const QString& text, bool selected);
+
 private:
     QVariant column(const char* name) const;
+
+    quint64 m_snapshot = 0;
+    QString m_seenText;
+    bool m_seenSelected = false;
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
@@ -34,6 +43,9 @@ private:
 // office. Keys are handed out in sequence ("1", "2", ...). The current order is committed with
 // every move; SaveOrder makes it the saved order, and the collection is dirty while the two
 // differ. Events are raised after the commit, as the stand-alone collection raises them.
+// Enumerate reads every paragraph in one statement, and until the connection's snapshot ends
+// the collection and its paragraphs answer from that read: a list filled from it shows one
+// state of the file even while another program changes it.
 class StoreTextObjects : public TextObjects {
     Q_OBJECT
 public:
@@ -60,13 +72,19 @@ public:
                        bool selected);
 
 private:
-    std::shared_ptr<TextObject> object(qint64 id, const QString& key) const;
+    std::shared_ptr<StoreTextObject> object(qint64 id, const QString& key) const;
+    bool inSnapshot() const;
     void move(const QString& key, int step);
     qint64 idOf(const QString& key) const;
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     mutable QHash<qint64, std::shared_ptr<StoreTextObject>> m_objects;
+    std::optional<qint32> m_shownType;
+    // The paragraphs of the last enumeration, in order, and where each key is in it.
+    mutable quint64 m_snapshot = 0;
+    mutable QList<std::shared_ptr<StoreTextObject>> m_seen;
+    mutable QHash<QString, qsizetype> m_seenAt;
 };
 
 }  // namespace ZebObjects

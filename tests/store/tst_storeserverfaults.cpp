@@ -484,6 +484,7 @@ private slots:
             QCOMPARE(job->lineItems()->Count(), qint16(SampleOffice::riverside().lines.size()));
         }
         QCOMPARE(messages.all().filter(QStringLiteral("Unable to free statement")), QStringList());
+        QCOMPARE(messages.all().filter(QStringLiteral("still in use")), QStringList());
     }
 
     void aWrongOrMissingPasswordIsSaidSoWithoutThePassword()

@@ -37,6 +37,7 @@
 
 #include <array>
 
+using ZebObjects::ErrorInfo;
 using ZebObjects::Store;
 
 namespace {
@@ -326,6 +327,56 @@ private slots:
         QVERIFY2(after - before < 10, qPrintable(QStringLiteral("%1 commits").arg(after - before)));
         for (QProcess& w : workstations)
             QCOMPARE(w.state(), QProcess::Running);
+    }
+
+    void aFailedWriteOnTheServerShowsNotSavedUntilALaterWriteSucceeds()
+    {
+        if (!server().isRunning())
+            QFAIL(qPrintable(server().error()));
+        const QString database = server().newDatabaseName();
+        const QString location = server().location(database);
+        auto window = workstation(OfficeFile::resetSample(location));
+        const QString saved = QStringLiteral("All changes saved to %1").arg(location);
+        QCOMPARE(window->saveStatus(), saved);
+        auto submittal = window->job()->submittal();
+        submittal->IssuedBy();
+
+        // Another workstation's change of the issuer: the box of the control says only what
+        // the plain variant says; the status bar says what happened, in words.
+        const auto other = OfficeFile::open(location, false);
+        other->openJob(window->job()->id())->submittal()->setIssuedBy(QStringLiteral("Avery Lindqvist"));
+        const ErrorInfo conflict = [&] {
+            try {
+                submittal->setIssuedBy(QStringLiteral("Dana Whitcomb-Reyes"));
+            } catch (const ZebObjects::Failure& f) {
+                return f.info();
+            }
+            return ErrorInfo{};
+        }();
+        QCOMPARE(conflict.Number, 3197);
+        QCOMPARE(window->saveStatus(), QStringLiteral("Not saved: ") + conflict.Description);
+        QVERIFY(window->saveStatus().startsWith(
+            QStringLiteral("Not saved: Another workstation changed the issuer to \"Avery Lindqvist\"")));
+
+        // The office's write lock held too long by another: not saved, and said so until a
+        // later write is saved.
+        Raw holder(server().port(), database);
+        QVERIFY(holder.exec(QStringLiteral("BEGIN")));
+        QVERIFY(holder.exec(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(0x5A45425354LL)));
+        const bool bom = submittal->IncludeBOM();
+        try {
+            submittal->setIncludeBOM(!bom);
+            QFAIL("the write was not refused");
+        } catch (const ZebObjects::Failure& f) {
+            QCOMPARE(f.Number(), 70);
+            QCOMPARE(window->saveStatus(), QStringLiteral("Not saved: ") + f.Description());
+        }
+        QVERIFY(holder.exec(QStringLiteral("ROLLBACK")));
+        // Writing what is stored is no save: the failure still shows.
+        submittal->setIncludeBOM(bom);
+        QVERIFY(window->saveStatus().startsWith(QStringLiteral("Not saved: ")));
+        submittal->setIncludeBOM(!bom);
+        QCOMPARE(window->saveStatus(), saved);
     }
 
     void thePasswordOfTheLocationIsNeverShownLoggedOrKept()
