@@ -9,7 +9,10 @@
 #include "store/jobcontents.h"
 #include "store/store.h"
 #include "store/storeconnection.h"
+#include "contracts/labelfield.h"
+#include "contracts/labelfields.h"
 #include "store/storejob.h"
+#include "store/storelabels.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
 #include "support/testsupport.h"
@@ -275,6 +278,32 @@ private slots:
         QSqlQuery q(QSqlDatabase::database(store->connectionName()));
         QVERIFY(q.exec(QStringLiteral("UPDATE texts SET text = 'Changed' WHERE key = '1'")));
         QCOMPARE(texts->Item(1)->Text(), QStringLiteral("Changed"));
+    }
+
+    void theFieldsOfALabelAreReadInOneStatement()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(dir.filePath(QStringLiteral("office.sqlite")));
+        JobContents c = jobWithParagraphs(1);
+        for (int i = 1; i <= 40; ++i)
+            c.labelFields.append({QStringLiteral("F%1").arg(i), QStringLiteral("Field %1").arg(i),
+                                  qint16(i <= 5 ? i : 0)});
+        const auto fields = store->openJob(store->createJob(c))->labels()->LabelFields();
+        const quint64 before = store->statementCount();
+        QStringList shown;
+        for (const auto& f : fields->Enumerate())
+            shown.append(QStringLiteral("%1:%2:%3").arg(f->Key(), f->Caption()).arg(f->PrintOrder()));
+        QCOMPARE(fields->Item(QStringLiteral("F40"))->Caption(), QStringLiteral("Field 40"));
+        QCOMPARE(fields->Count(), qint16(40));
+        QCOMPARE(store->statementCount() - before, quint64(1));
+        QCOMPARE(shown.first(), QStringLiteral("F1:Field 1:1"));
+        QCOMPARE(shown.last(), QStringLiteral("F40:Field 40:0"));
+        // A write ends the snapshot: what follows is read from the file.
+        const quint64 writes = store->commitCount();
+        fields->Item(QStringLiteral("F5"))->setPrintOrder(0);
+        QCOMPARE(store->commitCount(), writes + 1);
+        QCOMPARE(fields->Item(QStringLiteral("F5"))->PrintOrder(), qint16(0));
+        QVERIFY(store->statementCount() - before > 2);
     }
 
     void aListFilledWhileAnotherProgramDeletesShowsOneStateOfTheFile()
