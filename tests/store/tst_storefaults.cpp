@@ -169,6 +169,20 @@ private slots:
         QCOMPARE(Store::open(file)->openJob(1)->submittal()->IssuedBy(), QString());
     }
 
+    void aWriteToAFileWithoutWritePermissionFailsNamingTheFile()
+    {
+        QTemporaryDir dir;
+        QVERIFY(QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7777)));
+        const QString file = dir.filePath(QStringLiteral("office.sqlite"));
+        Store::open(file)->createJob(jobWithParagraphs(1));
+        QVERIFY(QFile::setPermissions(file, QFileDevice::Permissions(0x6444)));
+        QCOMPARE(runAsNobody({QStringLiteral("write"), file}),
+                 QStringLiteral("75 The database file \"%1\" is read-only: the change cannot be saved "
+                                "(attempt to write a readonly database)")
+                     .arg(file));
+        QCOMPARE(Store::open(file, Store::OpenMode::ReadOnly)->openJob(1)->submittal()->IssuedBy(), QString());
+    }
+
     void aDamagedFileSaysSoInOneLineWithItsFirstProblemAndLogsTheRest()
     {
         ZebTest::Harness h;
