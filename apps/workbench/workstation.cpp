@@ -33,6 +33,42 @@ const QString kStateKey = QStringLiteral("workstation/state");
 const QString kLastJobKey = QStringLiteral("workstation/lastJob");
 // The job the office's sample is shown with first.
 const QString kSampleJobName = QStringLiteral("Riverside Medical Office Building");
+
+// The save state in the status bar: its whole text where it fits, else shortened in the middle,
+// so that the start ("Not saved") and the end of the cause stay; the whole text is its tool tip.
+class SaveStateLabel : public QLabel {
+public:
+    using QLabel::QLabel;
+    void setFullText(const QString& text)
+    {
+        m_full = text;
+        setToolTip(text);
+        updateGeometry();
+        fit();
+    }
+    QSize sizeHint() const override
+    {
+        const QMargins m = contentsMargins();
+        return {fontMetrics().horizontalAdvance(m_full) + m.left() + m.right() + 2 * margin(),
+                QLabel::sizeHint().height()};
+    }
+    QSize minimumSizeHint() const override
+    {
+        return {fontMetrics().averageCharWidth() * 16, QLabel::minimumSizeHint().height()};
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QLabel::resizeEvent(event);
+        fit();
+    }
+
+private:
+    void fit() { setText(fontMetrics().elidedText(m_full, Qt::ElideMiddle, contentsRect().width())); }
+
+    QString m_full;
+};
 }  // namespace
 
 Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects::Store> store,
@@ -76,10 +112,11 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
 
     m_jobLabel = new QLabel(this);
     m_jobLabel->setObjectName(QStringLiteral("lblJob"));
-    m_saveLabel = new QLabel(this);
+    m_saveLabel = new SaveStateLabel(this);
     m_saveLabel->setObjectName(QStringLiteral("lblSaveState"));
-    statusBar()->addWidget(m_jobLabel, 1);
-    statusBar()->addPermanentWidget(m_saveLabel);
+    m_saveLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    statusBar()->addWidget(m_jobLabel);
+    statusBar()->addPermanentWidget(m_saveLabel, 1);
 
     if (m_options.remember) {
         QSettings settings;
@@ -279,7 +316,7 @@ QString Workstation::jobStatus() const
 
 QString Workstation::saveStatus() const
 {
-    return m_saveLabel->text();
+    return m_job ? m_saveState.text() : QString();
 }
 
 void Workstation::updateStatus()
@@ -287,7 +324,7 @@ void Workstation::updateStatus()
     if (!m_job) {
         setWindowTitle(m_baseTitle);
         m_jobLabel->setText(QStringLiteral("No job open"));
-        m_saveLabel->clear();
+        static_cast<SaveStateLabel*>(m_saveLabel)->setFullText(QString());
         return;
     }
     const QString job = QStringLiteral("Job %1 %2").arg(m_job->number(), m_job->name());
@@ -298,14 +335,8 @@ void Workstation::updateStatus()
 
 void Workstation::updateSaveStatus()
 {
-    if (!m_job) {
-        m_saveLabel->clear();
-        return;
-    }
     // Every write is committed as it is made: nothing waits to be saved, but a write may fail.
-    const QString text = m_saveState.text();
-    m_saveLabel->setText(text);
-    m_saveLabel->setToolTip(text);
+    static_cast<SaveStateLabel*>(m_saveLabel)->setFullText(saveStatus());
 }
 
 void Workstation::closeEvent(QCloseEvent* event)

@@ -22,8 +22,17 @@ StoreLabelField::StoreLabelField(std::shared_ptr<StoreConnection> db, qint64 id,
 {
 }
 
+void StoreLabelField::seen(quint64 snapshot, const QString& caption, qint16 order)
+{
+    m_snapshot = snapshot;
+    m_seenCaption = caption;
+    m_seenOrder = order;
+}
+
 QVariantList StoreLabelField::fieldRow() const
 {
+    if (m_db->holds(m_snapshot))
+        return {m_seenCaption, int(m_seenOrder)};
     const QVariantList r = m_db->row(
         QStringLiteral("SELECT caption, print_order, submittal_id FROM label_fields WHERE id = ?"),
         {m_id});
@@ -106,7 +115,7 @@ StoreLabelFields::StoreLabelFields(std::shared_ptr<StoreConnection> db, qint64 s
 
 StoreLabelFields::~StoreLabelFields() = default;
 
-std::shared_ptr<LabelField> StoreLabelFields::field(qint64 id, const QString& key) const
+std::shared_ptr<StoreLabelField> StoreLabelFields::field(qint64 id, const QString& key) const
 {
     auto& slot = m_fields[id];
     if (!slot)
@@ -116,6 +125,12 @@ std::shared_ptr<LabelField> StoreLabelFields::field(qint64 id, const QString& ke
 
 std::shared_ptr<LabelField> StoreLabelFields::Item(const QString& key) const
 {
+    if (m_db->holds(m_snapshot)) {
+        const auto found = m_seenByKey.constFind(key);
+        if (found == m_seenByKey.constEnd())
+            throw CollectionRules::missingKey(kSource, kWhat, key);
+        return *found;
+    }
     const QVariant id = m_db->value(
         QStringLiteral("SELECT id FROM label_fields WHERE submittal_id = ? AND key = ?"),
         {m_id, key});
@@ -126,6 +141,8 @@ std::shared_ptr<LabelField> StoreLabelFields::Item(const QString& key) const
 
 qint16 StoreLabelFields::Count() const
 {
+    if (m_db->holds(m_snapshot))
+        return qint16(m_seenByKey.size());
     return qint16(
         m_db->value(QStringLiteral("SELECT COUNT(*) FROM label_fields WHERE submittal_id = ?"),
                     {m_id})
@@ -138,21 +155,29 @@ LabelFieldList StoreLabelFields::Enumerate() const
         qint64 id;
         QString key;
         qint16 order;
+        QString caption;
     };
+    // One statement: one state of the file, whatever another program commits meanwhile.
     std::vector<Row> rows;
-    for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT id, key, print_order FROM "
-                                                           "label_fields WHERE submittal_id = ? "
-                                                           "ORDER BY position, id"),
+    for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT id, key, print_order, caption "
+                                                           "FROM label_fields WHERE "
+                                                           "submittal_id = ? ORDER BY position, id"),
                                             {m_id}))
-        rows.push_back({r[0].toLongLong(), r[1].toString(), qint16(r[2].toInt())});
+        rows.push_back({r[0].toLongLong(), r[1].toString(), qint16(r[2].toInt()), r[3].toString()});
+    m_snapshot = m_db->snapshot();
+    m_seenByKey.clear();
     for (const Row& r : rows)
         m_seen->insert(r.id, r.order);
     std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
         return LabelRules::comesBefore(a.order, b.order);
     });
     LabelFieldList out;
-    for (const Row& r : rows)
-        out.append(field(r.id, r.key));
+    for (const Row& r : rows) {
+        auto f = field(r.id, r.key);
+        f->seen(m_snapshot, r.caption, r.order);
+        m_seenByKey.insert(r.key, f);
+        out.append(f);
+    }
     return out;
 }
 

@@ -26,6 +26,9 @@ public:
     qint16 PrintOrder() const override;
     void setPrintOrder(qint16 order) override;
 
+    // What the collection read of this field for the snapshot; answered while it holds.
+    void seen(quint64 snapshot, const QString& caption, qint16 order);
+
 private:
     QVariantList fieldRow() const;
     qint16 seenOrder(const QVariantList& row) const;
@@ -34,10 +37,14 @@ private:
     qint64 m_id;
     QString m_key;
     std::shared_ptr<QHash<qint64, qint16>> m_seen;
+    quint64 m_snapshot = 0;
+    QString m_seenCaption;
+    qint16 m_seenOrder = 0;
 };
 
 // The fields of a label definition in a store, enumerated with the fields on the label first,
-// in print order.
+// in print order. Enumerate reads every field in one statement, and until the connection's
+// snapshot ends the collection and its fields answer from that read.
 class StoreLabelFields : public LabelFields {
 public:
     StoreLabelFields(std::shared_ptr<StoreConnection> db, qint64 submittalId);
@@ -50,11 +57,13 @@ public:
     qint16 includedCount() const;
 
 private:
-    std::shared_ptr<LabelField> field(qint64 id, const QString& key) const;
+    std::shared_ptr<StoreLabelField> field(qint64 id, const QString& key) const;
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     mutable QHash<qint64, std::shared_ptr<StoreLabelField>> m_fields;
+    mutable quint64 m_snapshot = 0;
+    mutable QHash<QString, std::shared_ptr<StoreLabelField>> m_seenByKey;
     std::shared_ptr<QHash<qint64, qint16>> m_seen = std::make_shared<QHash<qint64, qint16>>();
 };
 

@@ -22,8 +22,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <unistd.h>
-
 using namespace ZebObjects;
 
 namespace {
@@ -326,21 +324,6 @@ private slots:
                  qPrintable(e.Description));
         QCOMPARE(added.count(), 0);
         QCOMPARE(job->coverLetterParagraphs()->Count(), 2);
-    }
-
-    void aFileWithoutWritePermissionFailsWrites()
-    {
-        if (geteuid() == 0)
-            QSKIP("permission bits do not bind the superuser");
-        QTemporaryDir dir;
-        {
-            const auto store = Store::open(path(dir));
-            store->createJob(simpleJob(QStringLiteral("1")));
-        }
-        QFile::setPermissions(path(dir), QFile::ReadOwner);
-        const auto store = Store::open(path(dir), Store::OpenMode::ReadOnly);
-        const ErrorInfo e = failureOf([&] { store->openJob(1)->submittal()->setIncludeBOM(true); });
-        QCOMPARE(e.Number, 75);
     }
 
     void aFullDiskFailsTheWriteAndKeepsWhatWasCommitted()

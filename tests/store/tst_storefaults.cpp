@@ -9,7 +9,10 @@
 #include "store/jobcontents.h"
 #include "store/store.h"
 #include "store/storeconnection.h"
+#include "contracts/labelfield.h"
+#include "contracts/labelfields.h"
 #include "store/storejob.h"
+#include "store/storelabels.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
 #include "support/testsupport.h"
@@ -166,6 +169,20 @@ private slots:
         QCOMPARE(Store::open(file)->openJob(1)->submittal()->IssuedBy(), QString());
     }
 
+    void aWriteToAFileWithoutWritePermissionFailsNamingTheFile()
+    {
+        QTemporaryDir dir;
+        QVERIFY(QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7777)));
+        const QString file = dir.filePath(QStringLiteral("office.sqlite"));
+        Store::open(file)->createJob(jobWithParagraphs(1));
+        QVERIFY(QFile::setPermissions(file, QFileDevice::Permissions(0x6444)));
+        QCOMPARE(runAsNobody({QStringLiteral("write"), file}),
+                 QStringLiteral("75 The database file \"%1\" is read-only: the change cannot be saved "
+                                "(attempt to write a readonly database)")
+                     .arg(file));
+        QCOMPARE(Store::open(file, Store::OpenMode::ReadOnly)->openJob(1)->submittal()->IssuedBy(), QString());
+    }
+
     void aDamagedFileSaysSoInOneLineWithItsFirstProblemAndLogsTheRest()
     {
         ZebTest::Harness h;
@@ -277,6 +294,32 @@ private slots:
         QCOMPARE(texts->Item(1)->Text(), QStringLiteral("Changed"));
     }
 
+    void theFieldsOfALabelAreReadInOneStatement()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(dir.filePath(QStringLiteral("office.sqlite")));
+        JobContents c = jobWithParagraphs(1);
+        for (int i = 1; i <= 40; ++i)
+            c.labelFields.append({QStringLiteral("F%1").arg(i), QStringLiteral("Field %1").arg(i),
+                                  qint16(i <= 5 ? i : 0)});
+        const auto fields = store->openJob(store->createJob(c))->labels()->LabelFields();
+        const quint64 before = store->statementCount();
+        QStringList shown;
+        for (const auto& f : fields->Enumerate())
+            shown.append(QStringLiteral("%1:%2:%3").arg(f->Key(), f->Caption()).arg(f->PrintOrder()));
+        QCOMPARE(fields->Item(QStringLiteral("F40"))->Caption(), QStringLiteral("Field 40"));
+        QCOMPARE(fields->Count(), qint16(40));
+        QCOMPARE(store->statementCount() - before, quint64(1));
+        QCOMPARE(shown.first(), QStringLiteral("F1:Field 1:1"));
+        QCOMPARE(shown.last(), QStringLiteral("F40:Field 40:0"));
+        // A write ends the snapshot: what follows is read from the file.
+        const quint64 writes = store->commitCount();
+        fields->Item(QStringLiteral("F5"))->setPrintOrder(0);
+        QCOMPARE(store->commitCount(), writes + 1);
+        QCOMPARE(fields->Item(QStringLiteral("F5"))->PrintOrder(), qint16(0));
+        QVERIFY(store->statementCount() - before > 2);
+    }
+
     void aListFilledWhileAnotherProgramDeletesShowsOneStateOfTheFile()
     {
         ZebTest::Harness h;
@@ -317,6 +360,8 @@ private slots:
         deleter.kill();
         deleter.waitForFinished();
         QVERIFY(fills > 0);
+        qInfo("%d fills of %d paragraphs while another program deleted them, %d left at the last", fills,
+              kCount, last);
         QCOMPARE(h.log().failureLines(), QStringList());
         QCOMPARE(h.boxes().shown().size(), 0);
         Runtime::setApplicationServices(nullptr);

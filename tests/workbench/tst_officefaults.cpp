@@ -235,6 +235,8 @@ private slots:
         }
         QVERIFY(replaced > 0);
         QVERIFY(refused > 0);
+        qInfo("%d disk sizes: %d resets replaced the office, %d left it as it was", replaced + refused,
+              replaced, refused);
     }
 
     void aFirstStartOnAFullDiskLeavesNoOfficeBehind()
