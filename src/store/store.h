@@ -34,7 +34,9 @@ struct JobSummary {
 // office's workstations share: jobs with their submittals, the
 // customer directory, the issuers and the text libraries. Every object it hands out reads the
 // file on each use, so changes another program has committed show on the next read, and
-// commits each write at once, raising its event after the commit.
+// commits each write at once, raising its event after the commit. A collection enumerated in
+// one statement (paragraphs, a label's fields) answers from that read until the event loop runs
+// again or the store writes, so that a list filled from it shows one state of the file.
 // Failures of the file come as Failure from ZebObjects.Store naming the file and the cause.
 class Store {
 public:

@@ -435,6 +435,22 @@ private slots:
                                                "zeb-workbench: Done.\n"));
     }
 
+    void anUnreadableOfficeIsAClearMessage()
+    {
+        QTemporaryDir dir;
+        QFile::setPermissions(dir.path(), QFileDevice::Permissions(0x7755));
+        const QString office = dir.filePath(QStringLiteral("office.sqlite"));
+        OfficeFile::resetSample(office).reset();
+        QFile::setPermissions(office, QFileDevice::Permissions(0x6600));
+        const Run r = runWorkbench({QStringLiteral("--db"), office, QStringLiteral("--save-design"),
+                                    m_home.filePath(QStringLiteral("out/unreadable.json"))},
+                                   m_home.path(), true);
+        QCOMPARE(r.code, 1);
+        QCOMPARE(r.err, QStringLiteral("zeb-workbench: Cannot open the office \"%1\": the file cannot be "
+                                       "read (permission denied)")
+                            .arg(office));
+    }
+
     void anEmptyFileBecomesAnOfficeOnlyWhenAsked()
     {
         QTemporaryDir dir;
