@@ -1,9 +1,11 @@
 #include "workstation.h"
 
 #include "contracts/failure.h"
+#include "desktopopener.h"
 #include "joblistdialog.h"
 #include "officesettingsdialog.h"
 #include "package/packagegenerator.h"
+#include "platform/dateedit.h"
 #include "storepackagesource.h"
 #include "store/store.h"
 #include "store/storejob.h"
@@ -12,8 +14,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QFileDialog>
 #include <QDockWidget>
 #include <QLabel>
@@ -23,9 +25,10 @@
 #include <QProgressDialog>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTime>
 #include <QTimer>
-#include <QUrl>
 
 namespace {
 const QString kGeometryKey = QStringLiteral("workstation/geometry");
@@ -101,6 +104,8 @@ Workstation::~Workstation()
 
 void Workstation::openJob(qint64 id)
 {
+    // The pages go: what is being edited on them is written first.
+    finishEdit();
     auto job = m_store->openJob(id);
     WorkbenchData data(*job);
     if (m_options.generatedLineItems >= 0)
@@ -109,6 +114,7 @@ void Workstation::openJob(qint64 id)
     clearPages();
     m_job = std::move(job);
     setData(data);
+    followPendingEdits();
     if (page >= 0 && page < pageCount())
         showPage(page);
     if (m_options.remember)
@@ -204,6 +210,7 @@ bool Workstation::exportPackage(const QString& path)
 {
     if (!m_job)
         return false;
+    finishEdit();
     QProgressDialog progress(QStringLiteral("Writing the package of job %1...").arg(m_job->number()),
                              QStringLiteral("Cancel"), 0, 1, this);
     progress.setObjectName(QStringLiteral("dlgExportProgress"));
@@ -238,6 +245,9 @@ void Workstation::chooseExport()
 {
     if (!m_job)
         return;
+    // The package shows what the pages show: an edit in progress is written before the file
+    // dialog takes the focus.
+    finishEdit();
     const QString suggested = QDir::home().filePath(
         QStringLiteral("%1 Submittal.pdf").arg(m_job->number()));
     const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Export Package"),
@@ -246,8 +256,18 @@ void Workstation::chooseExport()
         return;
     if (QMessageBox::question(this, QStringLiteral("Export Package"),
                               QStringLiteral("The package is written to %1.\nOpen it now?").arg(path))
-        == QMessageBox::Yes)
-        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+        != QMessageBox::Yes)
+        return;
+    const std::function<bool(const QString&)> open =
+        m_options.openFile ? m_options.openFile : DesktopOpener::open;
+    if (open(path))
+        return;
+    const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
+    QMessageBox::information(this, QStringLiteral("Export Package"),
+                             QStringLiteral("There is no program on this computer that shows PDF "
+                                            "files.\nThe package is in the folder %1.")
+                                 .arg(folder));
+    open(folder);
 }
 
 void Workstation::chooseOffice()
@@ -270,6 +290,31 @@ QString Workstation::saveStatus() const
     return m_saveLabel->text();
 }
 
+void Workstation::finishEdit()
+{
+    QWidget* focus = QApplication::focusWidget();
+    if (!focus || !tabs()->isAncestorOf(focus))
+        return;
+    tabs()->tabBar()->setFocus(Qt::OtherFocusReason);
+    // Without the tab bar to go to (a window that is not shown), the focus just leaves.
+    if (focus->hasFocus())
+        focus->clearFocus();
+}
+
+void Workstation::followPendingEdits()
+{
+    for (auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        connect(date, &ZebSubCtl::DateEdit::editPendingChanged, this, [this] { updateStatus(); });
+}
+
+QString Workstation::pendingEdit() const
+{
+    for (const auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        if (date->isEditPending())
+            return date->accessibleName();
+    return {};
+}
+
 void Workstation::updateStatus()
 {
     if (!m_job) {
@@ -281,7 +326,11 @@ void Workstation::updateStatus()
     const QString job = QStringLiteral("Job %1 %2").arg(m_job->number(), m_job->name());
     setWindowTitle(QStringLiteral("%1 - %2").arg(m_baseTitle, job));
     m_jobLabel->setText(job);
-    // Every write is committed as it is made: nothing ever waits to be saved.
+    // Every write is committed as it is made; only an edit still open in a field waits.
+    if (const QString editing = pendingEdit(); !editing.isEmpty()) {
+        m_saveLabel->setText(QStringLiteral("Not saved yet: %1 is being edited").arg(editing));
+        return;
+    }
     m_saveLabel->setText(m_store->isServer()
                              ? QStringLiteral("All changes saved to %1").arg(m_store->path())
                              : QStringLiteral("All changes saved"));
@@ -289,6 +338,7 @@ void Workstation::updateStatus()
 
 void Workstation::closeEvent(QCloseEvent* event)
 {
+    finishEdit();
     if (m_options.remember) {
         QSettings settings;
         settings.setValue(kGeometryKey, saveGeometry());
