@@ -81,6 +81,7 @@ private slots:
     void aDateConfirmedWithEnterThenQuitIsSaved();
     void aDateConfirmedWithEnterIsSavedWhenThePageChanges();
     void aDateConfirmedWithEnterIsInTheExportedPackage();
+    void everyPurposeOfTheSampleOfficeShowsWholeInTheOtherBox();
     void jobListShowsEveryJobAndOpensTheChosenOne();
     void menusCarryTheShortcutsAndTheDiagnosticsPaneCanBeHidden();
     void statusBarShowsTheJobAndTheSaveState();
@@ -750,6 +751,40 @@ void tst_Workstation::aDateConfirmedWithEnterIsInTheExportedPackage()
     QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
     const QString text = pdfText(pdf);
     QVERIFY2(text.contains(QStringLiteral("April 30, 2027")), qPrintable(text.left(2000)));
+}
+
+void tst_Workstation::everyPurposeOfTheSampleOfficeShowsWholeInTheOtherBox()
+{
+    auto window = openWorkstation();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    int shown = 0;
+    for (const auto& job : m_store->jobs()) {
+        window->openJob(job.id);
+        window->showPage(0);
+        const auto submittal = window->job()->submittal();
+        auto* other = control<QLineEdit>(*window, "txtPurposeOther");
+        QVERIFY(other);
+        if (submittal->SubmittalPurposeIndex() != 7) {
+            QVERIFY(!other->isVisible());
+            continue;
+        }
+        ++shown;
+        QVERIFY(other->isVisible());
+        QCOMPARE(other->text(), submittal->SubmittalPurpose());
+        // With the cursor at the end, the first character still shows at the left edge: the
+        // box does not scroll, the whole text fits.
+        other->setFocus();
+        other->end(false);
+        // The box scrolls its text as it paints.
+        other->repaint();
+        QVERIFY2(other->cursorPositionAt(QPoint(other->contentsRect().left(), other->height() / 2)) == 0,
+                 qPrintable(QStringLiteral("\"%1\" is cut: %2 pixels wide, the box %3")
+                                .arg(other->text())
+                                .arg(other->fontMetrics().horizontalAdvance(other->text()))
+                                .arg(other->width())));
+    }
+    QVERIFY(shown > 0);
 }
 
 void tst_Workstation::jobListShowsEveryJobAndOpensTheChosenOne()
