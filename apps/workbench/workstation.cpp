@@ -292,13 +292,18 @@ QString Workstation::saveStatus() const
 
 void Workstation::finishEdit()
 {
-    QWidget* focus = QApplication::focusWidget();
-    if (!focus || !tabs()->isAncestorOf(focus))
-        return;
-    tabs()->tabBar()->setFocus(Qt::OtherFocusReason);
-    // Without the tab bar to go to (a window that is not shown), the focus just leaves.
-    if (focus->hasFocus())
-        focus->clearFocus();
+    QWidget* focus = focusWidget();
+    if (focus && tabs()->isAncestorOf(focus)) {
+        tabs()->tabBar()->setFocus(Qt::OtherFocusReason);
+        // Without the tab bar to go to (a window that is not shown), the focus just leaves.
+        if (focus->hasFocus())
+            focus->clearFocus();
+    }
+    // While another window is active the focus moves nowhere: a date typed here and not yet
+    // handed on is handed on all the same.
+    for (auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        if (date->isEditPending())
+            date->finishEdit();
 }
 
 void Workstation::followPendingEdits()

@@ -146,6 +146,14 @@ bool DateEdit::isEditPending() const
     return m_value != m_settled || m_edit->text() != shown;
 }
 
+void DateEdit::finishEdit()
+{
+    commitText();
+    emit validate();
+    m_settled = m_value;
+    notePending();
+}
+
 void DateEdit::notePending()
 {
     const bool pending = isEditPending();
@@ -333,12 +341,8 @@ bool DateEdit::eventFilter(QObject* watched, QEvent* event)
         } else if (event->type() == QEvent::FocusOut) {
             const auto reason = static_cast<QFocusEvent*>(event)->reason();
             // Opening the calendar (or any pop-up) keeps the editor current.
-            if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
-                commitText();
-                emit validate();
-                m_settled = m_value;
-                notePending();
-            }
+            if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+                finishEdit();
         }
     }
     return QWidget::eventFilter(watched, event);

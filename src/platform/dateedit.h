@@ -46,6 +46,9 @@ public:
 
     // Whether the user changed the value or the typed text since validate() last ran.
     bool isEditPending() const;
+    // Takes the typed text and runs validate(), as leaving the editor does: for a window that
+    // closes, or a page that goes, while the focus is elsewhere (another window was active).
+    void finishEdit();
 
     // Gives the editor and its parts their names for screen readers.
     void setAccessibleTexts(const QString& name, const QString& description);

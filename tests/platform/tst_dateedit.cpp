@@ -87,6 +87,7 @@ private slots:
     void validateRunsWhenTheFocusLeavesAndOnlyThen();
     void valueIsAPropertyByName();
     void anEditIsPendingFromTheUsersChangeUntilValidateRuns();
+    void finishEditTakesTheTypedTextAndValidatesWithoutTheFocusMoving();
 };
 
 void tst_DateEdit::startsNullAndShowsEmpty()
@@ -560,6 +561,26 @@ void tst_DateEdit::anEditIsPendingFromTheUsersChangeUntilValidateRuns()
     QVERIFY(f.date->isEditPending());
     f.date->setIsoText(QStringLiteral("2027-05-05"));
     QVERIFY(!f.date->isEditPending());
+}
+
+void tst_DateEdit::finishEditTakesTheTypedTextAndValidatesWithoutTheFocusMoving()
+{
+    Form f;
+    f.show();
+    int validated = 0;
+    QString seen;
+    connect(f.date, &DateEdit::validate, this, [&] {
+        ++validated;
+        seen = f.date->isoText();
+    });
+    QTest::keyClicks(f.edit(), QStringLiteral("7/4/2027"));
+    QVERIFY(f.date->isEditPending());
+    f.date->finishEdit();
+    QCOMPARE(validated, 1);
+    QCOMPARE(seen, QStringLiteral("2027-07-04"));
+    QCOMPARE(f.edit()->text(), QStringLiteral("07/04/2027"));
+    QVERIFY(!f.date->isEditPending());
+    QVERIFY(f.edit()->hasFocus());
 }
 
 QTEST_MAIN(tst_DateEdit)

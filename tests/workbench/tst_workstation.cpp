@@ -80,6 +80,7 @@ private slots:
     void theRemarksPageAddsEditsDeletesAndSavesRemarks();
     void aDateConfirmedWithEnterThenQuitIsSaved();
     void aDateConfirmedWithEnterIsSavedWhenThePageChanges();
+    void aDateConfirmedWithEnterIsSavedWhenTheWindowClosesInTheBackground();
     void aDateConfirmedWithEnterIsInTheExportedPackage();
     void everyPurposeOfTheSampleOfficeShowsWholeInTheOtherBox();
     void jobListShowsEveryJobAndOpensTheChosenOne();
@@ -736,6 +737,31 @@ void tst_Workstation::aDateConfirmedWithEnterIsSavedWhenThePageChanges()
     QCOMPARE(tabBar->currentIndex(), 1);
     QCOMPARE(window->job()->submittal()->SubmittalDate(), QStringLiteral("2027-03-02"));
     QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
+}
+
+void tst_Workstation::aDateConfirmedWithEnterIsSavedWhenTheWindowClosesInTheBackground()
+{
+    qint64 jobId = 0;
+    {
+        auto window = openWorkstation();
+        jobId = window->job()->id();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QVERIFY(typeDate(*window, QStringLiteral("05/06/2027")));
+        // Another window takes the activation; the workstation is closed from outside.
+        QWidget other;
+        other.resize(200, 100);
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QCOMPARE(window->saveStatus(), QStringLiteral("Not saved yet: Submittal Date is being edited"));
+        QVERIFY(window->close());
+    }
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    QCOMPARE(store->openJob(jobId)->submittal()->SubmittalDate(), QStringLiteral("2027-05-06"));
 }
 
 void tst_Workstation::aDateConfirmedWithEnterIsInTheExportedPackage()
