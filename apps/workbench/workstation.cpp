@@ -1,9 +1,11 @@
 #include "workstation.h"
 
 #include "contracts/failure.h"
+#include "desktopopener.h"
 #include "joblistdialog.h"
 #include "officesettingsdialog.h"
 #include "package/packagegenerator.h"
+#include "platform/dateedit.h"
 #include "storepackagesource.h"
 #include "store/store.h"
 #include "store/storejob.h"
@@ -12,8 +14,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QFileDialog>
 #include <QDockWidget>
 #include <QLabel>
@@ -23,9 +25,10 @@
 #include <QProgressDialog>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTime>
 #include <QTimer>
-#include <QUrl>
 
 namespace {
 const QString kGeometryKey = QStringLiteral("workstation/geometry");
@@ -148,6 +151,8 @@ Workstation::~Workstation()
 
 void Workstation::openJob(qint64 id)
 {
+    // The pages go: what is being edited on them is written first.
+    finishEdit();
     auto job = m_store->openJob(id);
     WorkbenchData data(*job);
     if (m_options.generatedLineItems >= 0)
@@ -158,6 +163,7 @@ void Workstation::openJob(qint64 id)
     // From here the pages show what the office holds; a write while binding them tells again.
     m_saveState.shownFromOffice();
     setData(data);
+    followPendingEdits();
     if (page >= 0 && page < pageCount())
         showPage(page);
     if (m_options.remember)
@@ -253,6 +259,7 @@ bool Workstation::exportPackage(const QString& path)
 {
     if (!m_job)
         return false;
+    finishEdit();
     QProgressDialog progress(QStringLiteral("Writing the package of job %1...").arg(m_job->number()),
                              QStringLiteral("Cancel"), 0, 1, this);
     progress.setObjectName(QStringLiteral("dlgExportProgress"));
@@ -287,6 +294,9 @@ void Workstation::chooseExport()
 {
     if (!m_job)
         return;
+    // The package shows what the pages show: an edit in progress is written before the file
+    // dialog takes the focus.
+    finishEdit();
     const QString suggested = QDir::home().filePath(
         QStringLiteral("%1 Submittal.pdf").arg(m_job->number()));
     const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Export Package"),
@@ -295,8 +305,18 @@ void Workstation::chooseExport()
         return;
     if (QMessageBox::question(this, QStringLiteral("Export Package"),
                               QStringLiteral("The package is written to %1.\nOpen it now?").arg(path))
-        == QMessageBox::Yes)
-        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+        != QMessageBox::Yes)
+        return;
+    const std::function<bool(const QString&)> open =
+        m_options.openFile ? m_options.openFile : DesktopOpener::open;
+    if (open(path))
+        return;
+    const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
+    QMessageBox::information(this, QStringLiteral("Export Package"),
+                             QStringLiteral("There is no program on this computer that shows PDF "
+                                            "files.\nThe package is in the folder %1.")
+                                 .arg(folder));
+    open(folder);
 }
 
 void Workstation::chooseOffice()
@@ -319,6 +339,36 @@ QString Workstation::saveStatus() const
     return m_job ? m_saveState.text() : QString();
 }
 
+void Workstation::finishEdit()
+{
+    QWidget* focus = focusWidget();
+    if (focus && tabs()->isAncestorOf(focus)) {
+        tabs()->tabBar()->setFocus(Qt::OtherFocusReason);
+        // Without the tab bar to go to (a window that is not shown), the focus just leaves.
+        if (focus->hasFocus())
+            focus->clearFocus();
+    }
+    // While another window is active the focus moves nowhere: a date typed here and not yet
+    // handed on is handed on all the same.
+    for (auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        if (date->isEditPending())
+            date->finishEdit();
+}
+
+void Workstation::followPendingEdits()
+{
+    for (auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        connect(date, &ZebSubCtl::DateEdit::editPendingChanged, this, [this] { updateSaveStatus(); });
+}
+
+QString Workstation::pendingEdit() const
+{
+    for (const auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        if (date->isEditPending())
+            return date->accessibleName();
+    return {};
+}
+
 void Workstation::updateStatus()
 {
     if (!m_job) {
@@ -335,12 +385,13 @@ void Workstation::updateStatus()
 
 void Workstation::updateSaveStatus()
 {
-    // Every write is committed as it is made: nothing waits to be saved, but a write may fail.
+    m_saveState.setPendingEdit(pendingEdit());
     static_cast<SaveStateLabel*>(m_saveLabel)->setFullText(saveStatus());
 }
 
 void Workstation::closeEvent(QCloseEvent* event)
 {
+    finishEdit();
     if (m_options.remember) {
         QSettings settings;
         settings.setValue(kGeometryKey, saveGeometry());
