@@ -21,6 +21,9 @@ QString SaveState::text() const
         return QStringLiteral("Read-only: changes cannot be saved");
     if (!m_failure.isEmpty())
         return QStringLiteral("Not saved: ") + m_failure;
+    // Every write is committed as it is made; only an edit still open in a field waits.
+    if (!m_pending.isEmpty())
+        return QStringLiteral("Not saved yet: %1 is being edited").arg(m_pending);
     if (!m_server.isEmpty())
         return QStringLiteral("All changes saved to %1").arg(m_server);
     return QStringLiteral("All changes saved");

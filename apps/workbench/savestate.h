@@ -17,6 +17,9 @@ public:
     void writeFailed(const QString& cause);
     // The pages were bound again to what the office holds: nothing they show is unsaved.
     void shownFromOffice();
+    // What the user is still typing in a field and has not handed on yet (its name); empty when
+    // nothing is.
+    void setPendingEdit(const QString& what) { m_pending = what; }
 
     bool readOnly() const { return m_readOnly; }
     bool failed() const { return !m_failure.isEmpty(); }
@@ -27,4 +30,5 @@ private:
     QString m_server;
     bool m_readOnly = false;
     QString m_failure;
+    QString m_pending;
 };
