@@ -1,6 +1,7 @@
 #pragma once
 
 #include "objects/standalonecustomer.h"
+#include "package/packagesource.h"
 
 #include <QList>
 #include <QString>
@@ -86,6 +87,11 @@ public:
     void setIssuedByNames(const QStringList& names);
     QVariant searchContextValue() const;
     void setSearchContextValue(const QVariant& value);
+
+    // The office's own name, address and logo, at the head of its letters; empty for an office
+    // that has not given them.
+    ZebPackage::Letterhead letterhead() const;
+    void setLetterhead(const ZebPackage::Letterhead& letterhead);
     // Adds customers to the directory in one transaction; a key already held fails with 457.
     void addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers);
     QList<StandaloneCustomer::Data> directoryCustomers() const;
