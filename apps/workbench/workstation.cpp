@@ -1,14 +1,17 @@
 #include "workstation.h"
 
 #include "contracts/failure.h"
+#include "exportcheckdialog.h"
 #include "joblistdialog.h"
 #include "officesettingsdialog.h"
 #include "package/packagegenerator.h"
 #include "storepackagesource.h"
 #include "store/store.h"
 #include "store/storejob.h"
+#include "store/storesubmittal.h"
 #include "workbenchdata.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -109,11 +112,36 @@ void Workstation::openJob(qint64 id)
     clearPages();
     m_job = std::move(job);
     setData(data);
+    keepCarbonCopyChoice();
     if (page >= 0 && page < pageCount())
         showPage(page);
     if (m_options.remember)
         QSettings().setValue(kLastJobKey, m_job->number());
     updateStatus();
+}
+
+void Workstation::keepCarbonCopyChoice()
+{
+    // The cover letter panel shows "Print Carbon Copy Information" but never writes it; the
+    // workstation writes the user's click, so the choice reaches the letters.
+    auto* box = findChild<QAbstractButton*>(QStringLiteral("chkIncludeCC"));
+    if (!box || !m_job)
+        return;
+    const std::weak_ptr<ZebObjects::StoreJob> job = m_job;
+    connect(box, &QAbstractButton::clicked, this, [this, job](bool checked) {
+        const auto open = job.lock();
+        if (!open || open != m_job)
+            return;
+        try {
+            auto letter = std::dynamic_pointer_cast<ZebObjects::StoreCoverLetter>(open->submittal()->CoverLetter());
+            if (letter)
+                letter->setIncludeCarbonCopy(checked);
+            updateStatus();
+        } catch (const ZebObjects::Failure& f) {
+            logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+            QMessageBox::warning(this, QStringLiteral("Cover Letter Options"), f.Description());
+        }
+    });
 }
 
 qint64 Workstation::startingJob() const
@@ -204,6 +232,21 @@ bool Workstation::exportPackage(const QString& path)
 {
     if (!m_job)
         return false;
+    try {
+        // A package that lacks something goes out only when the user says so.
+        const QStringList gaps = ZebPackage::PackageGenerator::Check(StorePackageSource(*m_store, m_job));
+        if (!gaps.isEmpty()) {
+            ExportCheckDialog check(m_job->number(), gaps, this);
+            if (check.exec() != QDialog::Accepted) {
+                statusBar()->showMessage(QStringLiteral("Export cancelled"), 5000);
+                return false;
+            }
+        }
+    } catch (const ZebObjects::Failure& f) {
+        logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+        QMessageBox::warning(this, QStringLiteral("Export Package"), f.Description());
+        return false;
+    }
     QProgressDialog progress(QStringLiteral("Writing the package of job %1...").arg(m_job->number()),
                              QStringLiteral("Cancel"), 0, 1, this);
     progress.setObjectName(QStringLiteral("dlgExportProgress"));

@@ -44,8 +44,10 @@ public:
     std::shared_ptr<ZebObjects::Store> store() const { return m_store; }
     // Asks for a job in the job list and opens it.
     void chooseJob();
-    // Writes the open job's package to path, showing a progress dialog that can cancel it. True
-    // when the file is written; a failure is shown and logged, and leaves no file behind.
+    // Writes the open job's package to path, showing a progress dialog that can cancel it. A
+    // package that lacks something (PackageGenerator::Check) is written only when the user
+    // answers "Export Anyway" in the dialog that lists what it lacks. True when the file is
+    // written; a failure is shown and logged, and leaves no file behind.
     bool exportPackage(const QString& path);
     // Asks where to write the package, writes it and offers to open it.
     void chooseExport();
@@ -70,6 +72,7 @@ protected:
 
 private:
     void updateStatus();
+    void keepCarbonCopyChoice();
 
     std::shared_ptr<ZebObjects::Store> m_store;
     std::shared_ptr<ZebObjects::StoreJob> m_job;

@@ -244,6 +244,39 @@ PackageContent PackageContent::read(const PackageSource& source)
     return c;
 }
 
+QStringList PackageContent::gaps() const
+{
+    QStringList out;
+    if (DateIso.trimmed().isEmpty())
+        out << QStringLiteral("The submittal has no date.");
+    if (!IncludeCoverLetter && !IncludeBOM && !IncludeLabels)
+        out << QStringLiteral("The submittal includes no cover letter, bill of materials or labels.");
+    if (IncludeCoverLetter) {
+        if (!HasLetterOptions)
+            out << QStringLiteral("The submittal has no cover letter options, so no cover letter is printed.");
+        else if (Recipients.isEmpty())
+            out << QStringLiteral("The submittal has no recipients, so no cover letter is printed.");
+    }
+    if (IncludeBOM) {
+        if (!HasBOMOptions)
+            out << QStringLiteral("The submittal has no bill of materials options, so no bill of "
+                                  "materials is printed.");
+        else if (Columns.isEmpty())
+            out << QStringLiteral("No columns are chosen for the bill of materials.");
+        if (HasBOMOptions && Lines.isEmpty())
+            out << (LinesLeftOut > 0 ? QStringLiteral("No line item is ticked, so the bill of materials "
+                                                      "lists no lines.")
+                                     : QStringLiteral("The submittal has no lines."));
+    }
+    if (IncludeLabels) {
+        if (!HasLabelFields)
+            out << QStringLiteral("No label fields are chosen, so no labels are printed.");
+        else if (Labels.isEmpty())
+            out << QStringLiteral("No customer is included, so no labels are printed.");
+    }
+    return out;
+}
+
 QString PackageContent::columnTitle(BomColumn column)
 {
     switch (column) {

@@ -70,6 +70,10 @@ struct PackageContent {
     static constexpr qint32 MaximumLabelLines = 5;
 
     static PackageContent read(const PackageSource& source);
+    // What the package lacks before it goes out, one sentence each, in the package's order:
+    // no date, a letter without recipients, no ticked line, a part included that prints
+    // nothing. Empty when the package is complete.
+    QStringList gaps() const;
     static QString columnTitle(BomColumn column);
 };
 

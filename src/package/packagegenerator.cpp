@@ -930,6 +930,11 @@ QList<ContentsEntry> PackageGenerator::contents() const
     return d->contents;
 }
 
+QStringList PackageGenerator::Check(const PackageSource& source)
+{
+    return PackageContent::read(source).gaps();
+}
+
 bool PackageGenerator::Generate(const PackageSource& source, const QString& path)
 {
     // Every business object is read before the file is opened.

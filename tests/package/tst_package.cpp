@@ -1396,6 +1396,50 @@ private slots:
         }
     }
 
+    void checkListsWhatThePackageLacks()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        QCOMPARE(PackageGenerator::Check(*job), QStringList());
+        submittalOf(*job).setIncludeLabels(true);
+        QCOMPARE(PackageGenerator::Check(*job), QStringList());
+        submittalOf(*job).setSubmittalDate(QString());
+        QCOMPARE(PackageGenerator::Check(*job), QStringList{QStringLiteral("The submittal has no date.")});
+        auto recipients = submittalOf(*job).standaloneRecipients();
+        while (recipients->Count() > 0)
+            recipients->Remove(1);
+        for (const auto& line : job->LineItems()->Enumerate())
+            line->setSelected(false);
+        for (const auto& customer : job->Customers()->Enumerate())
+            customer->setIncluded(false);
+        QCOMPARE(PackageGenerator::Check(*job),
+                 (QStringList{QStringLiteral("The submittal has no date."),
+                              QStringLiteral("The submittal has no recipients, so no cover letter is printed."),
+                              QStringLiteral("No line item is ticked, so the bill of materials lists no lines."),
+                              QStringLiteral("No customer is included, so no labels are printed.")}));
+        // Parts that would print empty for lack of options, columns or fields.
+        job = StandalonePackageSource::sampleJob();
+        submittalOf(*job).setIncludeLabels(true);
+        chooseLabelFields(*job, {});
+        auto& bom = bomOf(*job);
+        for (auto set : {&StandaloneBOM::setIncludeType, &StandaloneBOM::setIncludeQuantity, &StandaloneBOM::setIncludeBrand,
+                         &StandaloneBOM::setIncludeManufacturer, &StandaloneBOM::setIncludeCatalogNumber,
+                         &StandaloneBOM::setIncludeDescription, &StandaloneBOM::setIncludeGroupCodes, &StandaloneBOM::setIncludeMTO})
+            (bom.*set)(false);
+        static_cast<StandaloneLineItems&>(*job->LineItems()).Clear();
+        QCOMPARE(PackageGenerator::Check(*job),
+                 (QStringList{QStringLiteral("No columns are chosen for the bill of materials."),
+                              QStringLiteral("The submittal has no lines."),
+                              QStringLiteral("No label fields are chosen, so no labels are printed.")}));
+        job->setBOM(nullptr);
+        submittalOf(*job).setCoverLetter(nullptr);
+        QCOMPARE(PackageGenerator::Check(*job).mid(0, 2),
+                 (QStringList{QStringLiteral("The submittal has no cover letter options, so no cover letter is printed."),
+                              QStringLiteral("The submittal has no bill of materials options, so no bill of materials is printed.")}));
+        onlyPart(*job, false, false, false);
+        QCOMPARE(PackageGenerator::Check(*job),
+                 QStringList{QStringLiteral("The submittal includes no cover letter, bill of materials or labels.")});
+    }
+
     // ---- pictures ------------------------------------------------------------------------
 
     void everyKindOfPageRendersInsideItsPaper()
