@@ -7,6 +7,7 @@
 #include "objects/runtime.h"
 #include "officefile.h"
 #include "officesettingsdialog.h"
+#include "startupfailure.h"
 #include "package/packagegenerator.h"
 #include "storepackagesource.h"
 #include "store/store.h"
@@ -31,10 +32,12 @@ bool wantsOption(int argc, char** argv, const char* option)
     return false;
 }
 
+// Set once the command line is read: whether a failure also shows in a dialog.
+bool g_failureDialog = false;
+
 int fail(const QString& message)
 {
-    std::fprintf(stderr, "zeb-workbench: %s\n", qPrintable(message));
-    return 1;
+    return StartupFailure::report(message, g_failureDialog);
 }
 }  // namespace
 
@@ -73,6 +76,10 @@ int main(int argc, char** argv)
     const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
     parser.addOptions({db, resetSample, job, exportPdf, force});
     parser.process(app);
+    // Started from an icon there is no terminal to read a failure on; a command-line mode never
+    // waits for a box.
+    g_failureDialog = StartupFailure::hasDisplay() && !parser.isSet(list) && !parser.isSet(screenshot)
+                      && !parser.isSet(saveDesign) && !parser.isSet(exportPdf);
 
     if (parser.isSet(list)) {
         for (const QString& id : ZebSubCtl::ControlRegistry::instance().identifiers())

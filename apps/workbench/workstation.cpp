@@ -2,9 +2,11 @@
 
 #include "contracts/failure.h"
 #include "exportcheckdialog.h"
+#include "desktopopener.h"
 #include "joblistdialog.h"
 #include "officesettingsdialog.h"
 #include "package/packagegenerator.h"
+#include "platform/dateedit.h"
 #include "storepackagesource.h"
 #include "store/store.h"
 #include "store/storejob.h"
@@ -15,8 +17,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QFileDialog>
 #include <QDockWidget>
 #include <QLabel>
@@ -26,9 +28,10 @@
 #include <QProgressDialog>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTime>
 #include <QTimer>
-#include <QUrl>
 
 namespace {
 const QString kGeometryKey = QStringLiteral("workstation/geometry");
@@ -104,6 +107,8 @@ Workstation::~Workstation()
 
 void Workstation::openJob(qint64 id)
 {
+    // The pages go: what is being edited on them is written first.
+    finishEdit();
     auto job = m_store->openJob(id);
     WorkbenchData data(*job);
     if (m_options.generatedLineItems >= 0)
@@ -113,6 +118,7 @@ void Workstation::openJob(qint64 id)
     m_job = std::move(job);
     setData(data);
     keepCarbonCopyChoice();
+    followPendingEdits();
     if (page >= 0 && page < pageCount())
         showPage(page);
     if (m_options.remember)
@@ -232,6 +238,7 @@ bool Workstation::exportPackage(const QString& path)
 {
     if (!m_job)
         return false;
+    finishEdit();
     try {
         // A package that lacks something goes out only when the user says so.
         const QStringList gaps = ZebPackage::PackageGenerator::Check(StorePackageSource(*m_store, m_job));
@@ -281,6 +288,9 @@ void Workstation::chooseExport()
 {
     if (!m_job)
         return;
+    // The package shows what the pages show: an edit in progress is written before the file
+    // dialog takes the focus.
+    finishEdit();
     const QString suggested = QDir::home().filePath(
         QStringLiteral("%1 Submittal.pdf").arg(m_job->number()));
     const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Export Package"),
@@ -289,8 +299,18 @@ void Workstation::chooseExport()
         return;
     if (QMessageBox::question(this, QStringLiteral("Export Package"),
                               QStringLiteral("The package is written to %1.\nOpen it now?").arg(path))
-        == QMessageBox::Yes)
-        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+        != QMessageBox::Yes)
+        return;
+    const std::function<bool(const QString&)> open =
+        m_options.openFile ? m_options.openFile : DesktopOpener::open;
+    if (open(path))
+        return;
+    const QString folder = QDir::toNativeSeparators(QFileInfo(path).absolutePath());
+    QMessageBox::information(this, QStringLiteral("Export Package"),
+                             QStringLiteral("There is no program on this computer that shows PDF "
+                                            "files.\nThe package is in the folder %1.")
+                                 .arg(folder));
+    open(folder);
 }
 
 void Workstation::chooseOffice()
@@ -313,6 +333,36 @@ QString Workstation::saveStatus() const
     return m_saveLabel->text();
 }
 
+void Workstation::finishEdit()
+{
+    QWidget* focus = focusWidget();
+    if (focus && tabs()->isAncestorOf(focus)) {
+        tabs()->tabBar()->setFocus(Qt::OtherFocusReason);
+        // Without the tab bar to go to (a window that is not shown), the focus just leaves.
+        if (focus->hasFocus())
+            focus->clearFocus();
+    }
+    // While another window is active the focus moves nowhere: a date typed here and not yet
+    // handed on is handed on all the same.
+    for (auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        if (date->isEditPending())
+            date->finishEdit();
+}
+
+void Workstation::followPendingEdits()
+{
+    for (auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        connect(date, &ZebSubCtl::DateEdit::editPendingChanged, this, [this] { updateStatus(); });
+}
+
+QString Workstation::pendingEdit() const
+{
+    for (const auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+        if (date->isEditPending())
+            return date->accessibleName();
+    return {};
+}
+
 void Workstation::updateStatus()
 {
     if (!m_job) {
@@ -324,7 +374,11 @@ void Workstation::updateStatus()
     const QString job = QStringLiteral("Job %1 %2").arg(m_job->number(), m_job->name());
     setWindowTitle(QStringLiteral("%1 - %2").arg(m_baseTitle, job));
     m_jobLabel->setText(job);
-    // Every write is committed as it is made: nothing ever waits to be saved.
+    // Every write is committed as it is made; only an edit still open in a field waits.
+    if (const QString editing = pendingEdit(); !editing.isEmpty()) {
+        m_saveLabel->setText(QStringLiteral("Not saved yet: %1 is being edited").arg(editing));
+        return;
+    }
     m_saveLabel->setText(m_store->isServer()
                              ? QStringLiteral("All changes saved to %1").arg(m_store->path())
                              : QStringLiteral("All changes saved"));
@@ -332,6 +386,7 @@ void Workstation::updateStatus()
 
 void Workstation::closeEvent(QCloseEvent* event)
 {
+    finishEdit();
     if (m_options.remember) {
         QSettings settings;
         settings.setValue(kGeometryKey, saveGeometry());

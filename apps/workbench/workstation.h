@@ -2,6 +2,7 @@
 
 #include "workbenchwindow.h"
 
+#include <functional>
 #include <memory>
 
 class QLabel;
@@ -24,6 +25,9 @@ public:
         int generatedLineItems = -1;
         // How long an export runs before its progress dialog shows.
         int exportProgressDelayMs = 500;
+        // Opens a file or folder for the user; false when nothing on the machine shows it.
+        // Unset: the desktop's program for its type.
+        std::function<bool(const QString& path)> openFile;
     };
 
     Workstation(const FormDescription& form, std::shared_ptr<ZebObjects::Store> store,
@@ -49,7 +53,8 @@ public:
     // answers "Export Anyway" in the dialog that lists what it lacks. True when the file is
     // written; a failure is shown and logged, and leaves no file behind.
     bool exportPackage(const QString& path);
-    // Asks where to write the package, writes it and offers to open it.
+    // Asks where to write the package, writes it and offers to open it; without a program to
+    // show it, says so and shows the folder that holds it.
     void chooseExport();
     // Asks where the office is (a file or the office's server) for the next start.
     void chooseOffice();
@@ -66,6 +71,9 @@ public:
 
     QString jobStatus() const;
     QString saveStatus() const;
+    // Lets the control that has the focus finish its edit, as leaving it would (a date is
+    // written when its editor is left): the focus moves to the page tabs.
+    void finishEdit();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -73,6 +81,9 @@ protected:
 private:
     void updateStatus();
     void keepCarbonCopyChoice();
+    // What is typed but not written yet, as the status bar names it; empty when nothing is.
+    QString pendingEdit() const;
+    void followPendingEdits();
 
     std::shared_ptr<ZebObjects::Store> m_store;
     std::shared_ptr<ZebObjects::StoreJob> m_job;

@@ -33,7 +33,8 @@ std::shared_ptr<CustomerSearchResult> StandaloneCustomerFinder::Search(
 }
 
 std::shared_ptr<CustomerSearchResult>
-StandaloneCustomerFinder::settle(const QList<StandaloneCustomer::Data>& matches, bool interactive)
+StandaloneCustomerFinder::settle(const QList<StandaloneCustomer::Data>& matches, bool interactive,
+                                 const Maker& make)
 {
     qsizetype chosen = -1;
     if (matches.size() == 1)
@@ -45,8 +46,10 @@ StandaloneCustomerFinder::settle(const QList<StandaloneCustomer::Data>& matches,
 
     StandaloneCustomer::Data data = matches[chosen];
     data.included = false;
-    return std::make_shared<StandaloneCustomerSearchResult>(
-        std::make_shared<StandaloneCustomer>(std::move(data)), qint32(matches.size()));
+    std::shared_ptr<Customer> customer = make ? make(std::move(data))
+                                              : std::make_shared<StandaloneCustomer>(std::move(data));
+    return std::make_shared<StandaloneCustomerSearchResult>(std::move(customer),
+                                                            qint32(matches.size()));
 }
 
 }  // namespace ZebObjects

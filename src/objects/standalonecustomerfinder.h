@@ -4,6 +4,7 @@
 #include "objects/customerdirectory.h"
 #include "objects/faultinjector.h"
 
+#include <functional>
 #include <optional>
 
 namespace ZebObjects {
@@ -32,10 +33,14 @@ public:
            const QString& zip, const QString& phone, const QString& type,
            const QString& category, qint32 maximumResults) override;
 
+    // Makes the customer a search answers from its directory record (not included yet).
+    using Maker = std::function<std::shared_ptr<Customer>(StandaloneCustomer::Data)>;
+
     // What a search ends with, given its matches: one settles on it, several go to the chooser
-    // when interactive, else nothing.
+    // when interactive, else nothing. Without a maker the customer is a stand-alone one.
     static std::shared_ptr<CustomerSearchResult>
-    settle(const QList<StandaloneCustomer::Data>& matches, bool interactive);
+    settle(const QList<StandaloneCustomer::Data>& matches, bool interactive,
+           const Maker& make = {});
 
     std::shared_ptr<CustomerDirectory> directory() const { return m_directory; }
     // The last search received, if any (kept even when it failed).

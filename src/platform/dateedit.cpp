@@ -93,6 +93,7 @@ DateEdit::DateEdit(QWidget* parent)
     m_button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     m_button->setFixedWidth(17);
     connect(m_button, &QToolButton::clicked, this, [this] { showCalendar(); });
+    connect(m_edit, &QLineEdit::textChanged, this, [this] { notePending(); });
 
     m_popup->setObjectName(QStringLiteral("calendarPopup"));
     m_popup->setFrameShape(QFrame::Box);
@@ -128,8 +129,38 @@ DateEdit::~DateEdit() = default;
 
 void DateEdit::setDate(const QDate& date)
 {
+    m_settled = date.isValid() ? date : QDate();
+    userSetDate(date);
+}
+
+void DateEdit::userSetDate(const QDate& date)
+{
     setValue(date.isValid() ? date : QDate());
     showValue();
+    notePending();
+}
+
+bool DateEdit::isEditPending() const
+{
+    const QString shown = isNull() ? QString() : m_value.toString(displayFormat());
+    return m_value != m_settled || m_edit->text() != shown;
+}
+
+void DateEdit::finishEdit()
+{
+    commitText();
+    emit validate();
+    m_settled = m_value;
+    notePending();
+}
+
+void DateEdit::notePending()
+{
+    const bool pending = isEditPending();
+    if (pending == m_pending)
+        return;
+    m_pending = pending;
+    emit editPendingChanged(pending);
 }
 
 QString DateEdit::isoText() const
@@ -208,7 +239,7 @@ void DateEdit::hideCalendar()
 void DateEdit::takeFromCalendar(const QDate& date)
 {
     hideCalendar();
-    setDate(date);
+    userSetDate(date);
     m_edit->setFocus(Qt::PopupFocusReason);
 }
 
@@ -236,6 +267,7 @@ void DateEdit::commitText()
             setValue(typed);
     }
     showValue();
+    notePending();
 }
 
 DateEdit::Part DateEdit::partAtCursor() const
@@ -264,9 +296,9 @@ void DateEdit::step(int delta)
     const Part part = partAtCursor();
     commitText();
     if (isNull())
-        setDate(QDate::currentDate());
+        userSetDate(QDate::currentDate());
     else
-        setDate(stepped(m_value, static_cast<int>(part), delta));
+        userSetDate(stepped(m_value, static_cast<int>(part), delta));
     selectPart(part);
 }
 
@@ -291,7 +323,7 @@ bool DateEdit::handleKey(QKeyEvent* event)
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
         if (!m_edit->text().isEmpty() && m_edit->selectedText() == m_edit->text()) {
-            setDate(QDate());
+            userSetDate(QDate());
             return true;
         }
         return false;
@@ -309,10 +341,8 @@ bool DateEdit::eventFilter(QObject* watched, QEvent* event)
         } else if (event->type() == QEvent::FocusOut) {
             const auto reason = static_cast<QFocusEvent*>(event)->reason();
             // Opening the calendar (or any pop-up) keeps the editor current.
-            if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
-                commitText();
-                emit validate();
-            }
+            if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+                finishEdit();
         }
     }
     return QWidget::eventFilter(watched, event);

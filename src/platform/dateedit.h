@@ -19,7 +19,9 @@ namespace ZebSubCtl {
 // today. Alt+Down or F4 opens the calendar: a click or Enter there takes the day, Escape closes it
 // without a change. valueChanged() runs on every real change of the value, from code or user;
 // validate() runs each time the focus leaves the editor for another widget, after the typed text
-// has been taken.
+// has been taken. An edit is pending from the user's first change (typing, Enter, stepping, the
+// calendar) until validate() has run, unless the value is back where it was; a value set from
+// code ends it.
 class DateEdit : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString Value READ isoText WRITE setIsoText)
@@ -42,6 +44,12 @@ public:
     // Empty text sets null; text that is not an ISO date fails with 380 and changes nothing.
     void setIsoText(const QString& text);
 
+    // Whether the user changed the value or the typed text since validate() last ran.
+    bool isEditPending() const;
+    // Takes the typed text and runs validate(), as leaving the editor does: for a window that
+    // closes, or a page that goes, while the focus is elsewhere (another window was active).
+    void finishEdit();
+
     // Gives the editor and its parts their names for screen readers.
     void setAccessibleTexts(const QString& name, const QString& description);
 
@@ -56,6 +64,8 @@ public:
 signals:
     void valueChanged();
     void validate();
+    // isEditPending() turned true or false.
+    void editPendingChanged(bool pending);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -67,6 +77,9 @@ private:
     void commitText();
     void showValue();
     void setValue(const QDate& date);
+    // A change the user made, which validate() has yet to hand on.
+    void userSetDate(const QDate& date);
+    void notePending();
     Part partAtCursor() const;
     void selectPart(Part part);
     void step(int delta);
@@ -74,6 +87,9 @@ private:
     void takeFromCalendar(const QDate& date);
 
     QDate m_value;
+    // The value as validate() last handed it on, or as code last set it.
+    QDate m_settled;
+    bool m_pending = false;
     QLineEdit* m_edit;
     QToolButton* m_button;
     QFrame* m_popup;

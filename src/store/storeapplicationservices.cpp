@@ -5,6 +5,7 @@
 #include "objects/standalonecustomersearchcontext.h"
 #include "objects/textformatter.h"
 #include "store/storeconnection.h"
+#include "store/storecustomers.h"
 #include "store/storedirectory.h"
 
 namespace ZebObjects {
@@ -25,7 +26,12 @@ std::shared_ptr<CustomerSearchResult> StoreCustomerFinder::Search(
                                          city, state, zip, phone, type, category,
                                          maximumResults};
     const auto matches = CustomerDirectory::match(StoreDirectory::records(*m_db), query);
-    return StandaloneCustomerFinder::settle(matches, interactive);
+    // The customer found is the store's own, so that the submittal it is added to takes in
+    // this very object.
+    return StandaloneCustomerFinder::settle(
+        matches, interactive, [this](StandaloneCustomer::Data record) -> std::shared_ptr<Customer> {
+            return std::make_shared<StoreCustomer>(m_db, std::move(record));
+        });
 }
 
 StoreApplicationServices::StoreApplicationServices(std::shared_ptr<StoreConnection> db)

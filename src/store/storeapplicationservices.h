@@ -9,7 +9,8 @@ class StoreConnection;
 
 // Searches the customer directory of a store as it stands at the moment of the search, by the
 // same rules as the stand-alone finder (one match settles, several go to the chooser when the
-// search is interactive).
+// search is interactive). The customer it answers is a StoreCustomer on no submittal yet, which
+// the customers of a submittal of this store take in as it is.
 class StoreCustomerFinder : public CustomerFinder {
 public:
     explicit StoreCustomerFinder(std::shared_ptr<StoreConnection> db);

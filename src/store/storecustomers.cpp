@@ -14,6 +14,17 @@ StoreCustomer::StoreCustomer(std::shared_ptr<StoreConnection> db, qint64 id)
 {
 }
 
+StoreCustomer::StoreCustomer(std::shared_ptr<StoreConnection> db, StandaloneCustomer::Data record)
+    : m_db(std::move(db)), m_record(std::move(record))
+{
+}
+
+void StoreCustomer::adopt(qint64 id)
+{
+    m_id = id;
+    m_record.reset();
+}
+
 QVariant StoreCustomer::column(const char* name) const
 {
     const QVariant v = m_db->value(
@@ -27,18 +38,42 @@ QVariant StoreCustomer::column(const char* name) const
     return v;
 }
 
-QString StoreCustomer::Key() const { return column("customer_key").toString(); }
-QString StoreCustomer::DisplayText() const { return column("display_text").toString(); }
-QString StoreCustomer::Name() const { return column("name").toString(); }
-QString StoreCustomer::AccountNumber() const { return column("account_number").toString(); }
-QString StoreCustomer::City() const { return column("city").toString(); }
-QString StoreCustomer::State() const { return column("state").toString(); }
-QString StoreCustomer::Type() const { return column("type").toString(); }
-QString StoreCustomer::Category() const { return column("category").toString(); }
-bool StoreCustomer::Included() const { return column("included").toBool(); }
+QString StoreCustomer::text(const char* name, const QString StandaloneCustomer::Data::*field) const
+{
+    return m_record ? (*m_record).*field : column(name).toString();
+}
+
+QString StoreCustomer::Key() const
+{
+    return text("customer_key", &StandaloneCustomer::Data::key);
+}
+QString StoreCustomer::DisplayText() const
+{
+    return text("display_text", &StandaloneCustomer::Data::displayText);
+}
+QString StoreCustomer::Name() const { return text("name", &StandaloneCustomer::Data::name); }
+QString StoreCustomer::AccountNumber() const
+{
+    return text("account_number", &StandaloneCustomer::Data::accountNumber);
+}
+QString StoreCustomer::City() const { return text("city", &StandaloneCustomer::Data::city); }
+QString StoreCustomer::State() const { return text("state", &StandaloneCustomer::Data::state); }
+QString StoreCustomer::Type() const { return text("type", &StandaloneCustomer::Data::type); }
+QString StoreCustomer::Category() const
+{
+    return text("category", &StandaloneCustomer::Data::category);
+}
+bool StoreCustomer::Included() const
+{
+    return m_record ? m_record->included : column("included").toBool();
+}
 
 void StoreCustomer::setIncluded(bool included)
 {
+    if (m_record) {
+        m_record->included = included;
+        return;
+    }
     m_db->write([&] {
         column("included");
         m_db->run(QStringLiteral("UPDATE submittal_customers SET included = ? WHERE id = ?"),
@@ -62,10 +97,10 @@ std::shared_ptr<Customer> StoreCustomers::customer(qint64 id) const
     return slot;
 }
 
-void StoreCustomers::append(StoreConnection& db, qint64 submittal, const QString& key,
-                            const Customer& c)
+qint64 StoreCustomers::append(StoreConnection& db, qint64 submittal, const QString& key,
+                              const Customer& c)
 {
-    db.run(QStringLiteral("INSERT INTO submittal_customers (submittal_id, position, key, "
+    return db.insert(QStringLiteral("INSERT INTO submittal_customers (submittal_id, position, key, "
                           "customer_key, display_text, name, account_number, city, state, type, "
                           "category, included) SELECT ?, COALESCE(MAX(position), 0) + 1, ?, ?, "
                           "?, ?, ?, ?, ?, ?, ?, ? FROM submittal_customers WHERE "
@@ -76,14 +111,21 @@ void StoreCustomers::append(StoreConnection& db, qint64 submittal, const QString
 
 bool StoreCustomers::Add(const QString& key, std::shared_ptr<Customer> c)
 {
-    m_db->write([&] {
+    const qint64 id = m_db->write([&] {
         const bool held = m_db->value(QStringLiteral("SELECT 1 FROM submittal_customers WHERE "
                                                      "submittal_id = ? AND key = ?"),
                                       {m_id, key})
                               .isValid();
         CollectionRules::checkCustomerAdd(kSource, c.get(), key, held, Count());
-        append(*m_db, m_id, key, *c);
+        return append(*m_db, m_id, key, *c);
     });
+    // A found customer of this store becomes this submittal's: the caller's later writes
+    // through it (ticking it, first of all) land in the row just added.
+    auto found = std::dynamic_pointer_cast<StoreCustomer>(c);
+    if (found && found->m_db == m_db && !found->onSubmittal()) {
+        found->adopt(id);
+        m_customers.insert(id, std::move(found));
+    }
     return true;
 }
 

@@ -1,18 +1,27 @@
 #pragma once
 
 #include "contracts/customers.h"
+#include "objects/standalonecustomer.h"
 
 #include <QHash>
+
+#include <optional>
 
 namespace ZebObjects {
 
 class StoreConnection;
 
 // A customer of a submittal in a store: what the directory said of it when it was added, and
-// whether the submittal goes to it.
+// whether the submittal goes to it. A customer that a search of the store's directory found is on
+// no submittal yet and holds its record itself; the submittal's collection that takes it in
+// makes it that submittal's customer, so what is written through it afterwards (its Included
+// first of all) is written to the submittal.
 class StoreCustomer : public Customer {
 public:
+    // The customer in row id of the submittals' customers.
     StoreCustomer(std::shared_ptr<StoreConnection> db, qint64 id);
+    // A directory customer on no submittal yet.
+    StoreCustomer(std::shared_ptr<StoreConnection> db, StandaloneCustomer::Data record);
 
     QString Key() const override;
     QString DisplayText() const override;
@@ -25,16 +34,28 @@ public:
     bool Included() const override;
     void setIncluded(bool included) override;
 
+    // Whether a submittal holds it (else it is a directory customer found by a search).
+    bool onSubmittal() const { return !m_record; }
+
 private:
+    friend class StoreCustomers;
+
     QVariant column(const char* name) const;
+    QString text(const char* name, const QString StandaloneCustomer::Data::*field) const;
+    // From now on the customer is the one in row id.
+    void adopt(qint64 id);
 
     std::shared_ptr<StoreConnection> m_db;
-    qint64 m_id;
+    qint64 m_id = 0;
+    std::optional<StandaloneCustomer::Data> m_record;
 };
 
 // The customers of a submittal in a store, in collection order. Same rules as the stand-alone
 // collection (none fails with 91, a key already held with 457); RemoveAll takes them out from
-// the last to the first, each removal committed and announced on its own.
+// the last to the first, each removal committed and announced on its own. Add takes in the very
+// object it is given when the object is a customer this store's directory search found: Item
+// hands out that object, and its writes reach the submittal. Any other customer (one made by
+// another library, or already on a submittal) is copied into a new customer of this submittal.
 class StoreCustomers : public Customers {
     Q_OBJECT
 public:
@@ -50,8 +71,9 @@ public:
     CustomerList Enumerate() const override;
 
     // Adds inside the caller's transaction (for filling).
-    static void append(StoreConnection& db, qint64 submittal, const QString& key,
-                       const Customer& customer);
+    // Answers the new customer's row.
+    static qint64 append(StoreConnection& db, qint64 submittal, const QString& key,
+                         const Customer& customer);
 
 private:
     std::shared_ptr<Customer> customer(qint64 id) const;

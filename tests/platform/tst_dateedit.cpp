@@ -86,6 +86,8 @@ private slots:
     void calendarMarksToday();
     void validateRunsWhenTheFocusLeavesAndOnlyThen();
     void valueIsAPropertyByName();
+    void anEditIsPendingFromTheUsersChangeUntilValidateRuns();
+    void finishEditTakesTheTypedTextAndValidatesWithoutTheFocusMoving();
 };
 
 void tst_DateEdit::startsNullAndShowsEmpty()
@@ -518,6 +520,67 @@ void tst_DateEdit::valueIsAPropertyByName()
     DateEdit d;
     QVERIFY(d.setProperty("Value", QStringLiteral("2026-05-04")));
     QCOMPARE(d.property("Value").toString(), QStringLiteral("2026-05-04"));
+}
+
+void tst_DateEdit::anEditIsPendingFromTheUsersChangeUntilValidateRuns()
+{
+    Form f;
+    f.date->setIsoText(QStringLiteral("2026-03-01"));
+    QVERIFY(!f.date->isEditPending());
+    QSignalSpy pending(f.date, &DateEdit::editPendingChanged);
+    f.show();
+    QVERIFY(!f.date->isEditPending());
+    QTest::keyClick(f.edit(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(f.edit(), QStringLiteral("12/24/2026"));
+    QVERIFY(f.date->isEditPending());
+    QTest::keyClick(f.edit(), Qt::Key_Return);
+    // Enter takes the date, but it is handed on only when the editor is left.
+    QCOMPARE(f.date->isoText(), QStringLiteral("2026-12-24"));
+    QVERIFY(f.date->isEditPending());
+    QCOMPARE(pending.count(), 1);
+    int validated = 0;
+    connect(f.date, &DateEdit::validate, this, [&] { ++validated; });
+    f.leave();
+    QCOMPARE(validated, 1);
+    QVERIFY(!f.date->isEditPending());
+    QCOMPARE(pending.count(), 2);
+    QCOMPARE(pending.at(1).at(0).toBool(), false);
+
+    // Stepping is a change of the user's; stepping back ends it again.
+    f.date->setFocus(Qt::TabFocusReason);
+    QTRY_VERIFY(f.edit()->hasFocus());
+    f.edit()->setCursorPosition(0);
+    QTest::keyClick(f.edit(), Qt::Key_Up);
+    QCOMPARE(f.date->isoText(), QStringLiteral("2026-01-24"));
+    QVERIFY(f.date->isEditPending());
+    QTest::keyClick(f.edit(), Qt::Key_Down);
+    QVERIFY(!f.date->isEditPending());
+
+    // A value set from code ends a pending edit.
+    QTest::keyClick(f.edit(), Qt::Key_Up);
+    QVERIFY(f.date->isEditPending());
+    f.date->setIsoText(QStringLiteral("2027-05-05"));
+    QVERIFY(!f.date->isEditPending());
+}
+
+void tst_DateEdit::finishEditTakesTheTypedTextAndValidatesWithoutTheFocusMoving()
+{
+    Form f;
+    f.show();
+    int validated = 0;
+    QString seen;
+    connect(f.date, &DateEdit::validate, this, [&] {
+        ++validated;
+        seen = f.date->isoText();
+    });
+    QTest::keyClicks(f.edit(), QStringLiteral("7/4/2027"));
+    QVERIFY(f.date->isEditPending());
+    f.date->finishEdit();
+    QCOMPARE(validated, 1);
+    QCOMPARE(seen, QStringLiteral("2027-07-04"));
+    QCOMPARE(f.edit()->text(), QStringLiteral("07/04/2027"));
+    QVERIFY(!f.date->isEditPending());
+    QVERIFY(f.edit()->hasFocus());
 }
 
 QTEST_MAIN(tst_DateEdit)

@@ -3,7 +3,12 @@
 // of the controls; after each action the business objects must hold what the shadow says, and
 // at checkpoints every control must show what its object holds.
 //
-// The seed is printed; ZEB_SEED=<seed> replays a session, ZEB_ACTIONS=<n> sets its length.
+// The session runs on the stand-alone objects and on the same submittal in a store (an SQLite
+// file), so that the two implementations cannot drift apart: in the store every write must also
+// be in the file, which a second connection reads back at every checkpoint.
+//
+// The seed is printed; ZEB_SEED=<seed> replays a session, ZEB_ACTIONS=<n> sets its length (the
+// store's session is a fifth of it: each of its writes is a commit).
 
 #include "shadowmodel.h"
 
@@ -29,6 +34,16 @@
 #include "objects/standalonelineitems.h"
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
+#include "objects/textkind.h"
+#include "store/sampleoffice.h"
+#include "store/store.h"
+#include "store/storebom.h"
+#include "store/storecustomers.h"
+#include "store/storejob.h"
+#include "store/storelabels.h"
+#include "store/storelineitems.h"
+#include "store/storesubmittal.h"
+#include "store/storetextobjects.h"
 #include "platform/checkbox.h"
 #include "platform/combobox.h"
 #include "platform/dateedit.h"
@@ -48,6 +63,7 @@
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -211,17 +227,29 @@ class tst_RandomSession : public QObject {
 private slots:
     void initTestCase();
     void cleanupTestCase();
+    void randomUserSessionLosesNothing_data();
     void randomUserSessionLosesNothing();
 
 private:
+    // The business objects of one submittal.
+    struct Objects {
+        std::shared_ptr<TextObjects> paragraphs;
+        std::shared_ptr<TextObjects> remarks;
+        std::shared_ptr<Submittal> submittal;
+        std::shared_ptr<BOM> bom;
+        std::shared_ptr<Labels> labels;
+        std::shared_ptr<LineItems> lines;
+        std::shared_ptr<Customers> customers;
+    };
+
     // Session set-up.
-    void buildSession();
+    void buildSession(bool inStore);
+    void endSession();
     void takeShadowFromObjects();
 
     // Actions.
     void act();
-    void textListAction(ctlTextSelect* control, StandaloneTextObjects& objects, ShadowTexts& s,
-                        bool mayUpdate);
+    void textListAction(ctlTextSelect* control, ShadowTexts& s, bool mayUpdate);
     void generalInfoAction();
     void coverLetterAction();
     void bomAction();
@@ -230,9 +258,11 @@ private:
     void customerAction();
 
     // Checks.
-    void checkModel(const QString& where);
+    void checkModel(const Objects& o, const QString& where);
+    // What a second connection to the store's file reads: every write must be committed.
+    void checkStoreFile(const QString& where);
     void checkWidgets(const QString& where);
-    void checkTexts(StandaloneTextObjects& objects, const ShadowTexts& s, const QString& where);
+    void checkTexts(TextObjects& objects, const ShadowTexts& s, const QString& where);
     void checkTextList(ctlTextSelect* control, const ShadowTexts& s, const QString& where);
     void fail(const QString& what);
 
@@ -271,14 +301,23 @@ private:
     qint64 m_activationMs = 0;
 
     std::unique_ptr<ZebTest::Harness> m_h;
-    std::shared_ptr<StandaloneApplicationServices> m_services;
-    std::shared_ptr<StandaloneTextObjects> m_paragraphs;
-    std::shared_ptr<StandaloneTextObjects> m_remarks;
-    std::shared_ptr<StandaloneSubmittal> m_submittal;
-    std::shared_ptr<StandaloneBOM> m_bom;
-    std::shared_ptr<StandaloneLabels> m_labels;
-    std::shared_ptr<StandaloneLineItems> m_lines;
-    std::shared_ptr<StandaloneCustomers> m_customers;
+    std::shared_ptr<ApplicationServices> m_services;
+    // The customer directory the finder searches.
+    QList<StandaloneCustomer::Data> m_directory;
+    // The store's file and the job the session runs on, in the store's session.
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::shared_ptr<Store> m_store;
+    qint64 m_jobId = 0;
+    std::shared_ptr<StoreJob> m_job;
+    Objects m_objects;
+    // Short names for m_objects' members.
+    std::shared_ptr<TextObjects> m_paragraphs;
+    std::shared_ptr<TextObjects> m_remarks;
+    std::shared_ptr<Submittal> m_submittal;
+    std::shared_ptr<BOM> m_bom;
+    std::shared_ptr<Labels> m_labels;
+    std::shared_ptr<LineItems> m_lines;
+    std::shared_ptr<Customers> m_customers;
 
     std::unique_ptr<QWidget> m_window;
     ctlTextSelect* m_paragraphList = nullptr;
@@ -307,26 +346,70 @@ void tst_RandomSession::initTestCase()
     qInfo("random session seed: %llu (replay with ZEB_SEED=%llu)", (unsigned long long)m_seed,
           (unsigned long long)m_seed);
     m_h = std::make_unique<ZebTest::Harness>();
-    m_services = std::make_shared<StandaloneApplicationServices>();
-    Runtime::setApplicationServices(m_services);
-    buildSession();
 }
 
 void tst_RandomSession::cleanupTestCase()
 {
-    m_window.reset();
+    endSession();
     m_h.reset();
 }
 
-void tst_RandomSession::buildSession()
+void tst_RandomSession::endSession()
 {
-    m_paragraphs = SampleData::coverLetterParagraphs();
-    m_remarks = SampleData::coverLetterRemarks();
-    m_submittal = SampleData::submittal();
-    m_bom = SampleData::bom();
-    m_labels = SampleData::labels();
-    m_lines = SampleData::lineItems();
-    m_customers = SampleData::customers();
+    m_window.reset();
+    m_objects = Objects();
+    m_paragraphs.reset();
+    m_remarks.reset();
+    m_submittal.reset();
+    m_bom.reset();
+    m_labels.reset();
+    m_lines.reset();
+    m_customers.reset();
+    m_job.reset();
+    Runtime::setApplicationServices(nullptr);
+    m_services.reset();
+    m_store.reset();
+    m_dir.reset();
+    m_recorded.clear();
+    m_shadow = ZebTest::ShadowSession();
+    m_actionCounts.clear();
+    m_actionMs.clear();
+    m_activationMs = 0;
+    m_failed = false;
+    m_failure.clear();
+}
+
+void tst_RandomSession::buildSession(bool inStore)
+{
+    if (inStore) {
+        // The sample job of the office, in a file of its own.
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_store = Store::open(m_dir->filePath(QStringLiteral("office.sqlite")));
+        m_store->setIssuedByNames(SampleOffice::issuedByNames());
+        m_store->addDirectoryCustomers(SampleOffice::directory());
+        m_jobId = m_store->createJob(SampleOffice::riverside());
+        m_job = m_store->openJob(m_jobId);
+        m_services = m_store->applicationServices();
+        m_directory = m_store->directoryCustomers();
+        m_objects = {m_job->coverLetterParagraphs(), m_job->coverLetterRemarks(),
+                     m_job->submittal(), m_job->bom(), m_job->labels(), m_job->lineItems(),
+                     m_job->customers()};
+    } else {
+        auto services = std::make_shared<StandaloneApplicationServices>();
+        m_directory = services->customerDirectory()->Records();
+        m_services = services;
+        m_objects = {SampleData::coverLetterParagraphs(), SampleData::coverLetterRemarks(),
+                     SampleData::submittal(), SampleData::bom(), SampleData::labels(),
+                     SampleData::lineItems(), SampleData::customers()};
+    }
+    Runtime::setApplicationServices(m_services);
+    m_paragraphs = m_objects.paragraphs;
+    m_remarks = m_objects.remarks;
+    m_submittal = m_objects.submittal;
+    m_bom = m_objects.bom;
+    m_labels = m_objects.labels;
+    m_lines = m_objects.lines;
+    m_customers = m_objects.customers;
 
     m_window = std::make_unique<QWidget>();
     m_window->setObjectName(QStringLiteral("session"));
@@ -376,16 +459,22 @@ void tst_RandomSession::buildSession()
     QCoreApplication::processEvents();
 
     takeShadowFromObjects();
-    m_recorded = {
-        {QStringLiteral("paragraphs"), &m_paragraphs->faults()},
-        {QStringLiteral("remarks"), &m_remarks->faults()},
-        {QStringLiteral("BOM remarks"),
-         &std::dynamic_pointer_cast<StandaloneTextObjects>(m_bom->DefaultRemarks())->faults()},
-        {QStringLiteral("submittal"), &m_submittal->faults()},
-        {QStringLiteral("cover letter"), &m_submittal->standaloneCoverLetter()->faults()},
-        {QStringLiteral("bill of materials"), &m_bom->faults()},
-        {QStringLiteral("customers"), &m_customers->faults()},
-    };
+    // The stand-alone objects record the calls made on them: their writes are compared with
+    // the shadow's one by one. The store's are checked by what they hold and what its file holds.
+    if (!inStore) {
+        const auto faults = [](const auto& object) -> const FaultInjector* {
+            return &dynamic_cast<const FaultInjectable&>(*object).faults();
+        };
+        m_recorded = {
+            {QStringLiteral("paragraphs"), faults(m_paragraphs)},
+            {QStringLiteral("remarks"), faults(m_remarks)},
+            {QStringLiteral("BOM remarks"), faults(m_bom->DefaultRemarks())},
+            {QStringLiteral("submittal"), faults(m_submittal)},
+            {QStringLiteral("cover letter"), faults(m_submittal->CoverLetter())},
+            {QStringLiteral("bill of materials"), faults(m_bom)},
+            {QStringLiteral("customers"), faults(m_customers)},
+        };
+    }
     for (const FaultInjector* faults : std::as_const(m_recorded))
         const_cast<FaultInjector*>(faults)->setRecording(true);
     m_h->log().clear();
@@ -396,7 +485,7 @@ void tst_RandomSession::buildSession()
 // each control's own test's business).
 void tst_RandomSession::takeShadowFromObjects()
 {
-    const auto texts = [](StandaloneTextObjects& objects, const QString& name, bool allowSave) {
+    const auto texts = [](TextObjects& objects, const QString& name, bool allowSave) {
         ShadowTexts s;
         s.name = name;
         s.allowSave = allowSave;
@@ -407,9 +496,7 @@ void tst_RandomSession::takeShadowFromObjects()
     };
     m_shadow.paragraphs = texts(*m_paragraphs, QStringLiteral("paragraphs"), true);
     m_shadow.remarks = texts(*m_remarks, QStringLiteral("remarks"), true);
-    m_shadow.bomRemarks = texts(*std::dynamic_pointer_cast<StandaloneTextObjects>(
-                                    m_bom->DefaultRemarks()),
-                                QStringLiteral("BOM remarks"), false);
+    m_shadow.bomRemarks = texts(*m_bom->DefaultRemarks(), QStringLiteral("BOM remarks"), false);
 
     auto& s = m_shadow.submittal;
     s.includeCoverLetter = m_submittal->IncludeCoverLetter();
@@ -420,7 +507,7 @@ void tst_RandomSession::takeShadowFromObjects()
     s.purposeIndex = m_submittal->SubmittalPurposeIndex();
     s.purpose = m_submittal->SubmittalPurpose();
     s.otherPurpose = QString();
-    const auto letter = m_submittal->standaloneCoverLetter();
+    const auto letter = m_submittal->CoverLetter();
     s.logo = letter->IncludeLogo();
     s.paragraphs = letter->IncludeDefaultParagraphs();
     s.remarks = letter->IncludeRemarks();
@@ -441,13 +528,14 @@ void tst_RandomSession::takeShadowFromObjects()
         (field->Included() ? l.selected : l.available).append(field->Key());
         l.printOrder[field->Key()] = field->PrintOrder();
     }
-    l.maximum = m_labels->standaloneFields()->maximumIncluded();
+    if (const auto alone = std::dynamic_pointer_cast<StandaloneLabels>(m_labels))
+        l.maximum = alone->standaloneFields()->maximumIncluded();
 
     for (const auto& line : m_lines->Enumerate())
         m_shadow.lineSelected.append(line->Selected());
 
-    for (qint16 i = 1; i <= m_customers->Count(); ++i)
-        m_shadow.customers.rows.append({m_customers->keyAt(i), m_customers->Item(i)->Included()});
+    for (const auto& c : m_customers->Enumerate())
+        m_shadow.customers.rows.append({c->Key(), c->Included()});
 }
 
 QString tst_RandomSession::randomText(bool mayPaste)
@@ -477,10 +565,8 @@ void tst_RandomSession::fail(const QString& what)
 
 // --- text lists
 
-void tst_RandomSession::textListAction(ctlTextSelect* control, StandaloneTextObjects& objects,
-                                       ShadowTexts& s, bool mayUpdate)
+void tst_RandomSession::textListAction(ctlTextSelect* control, ShadowTexts& s, bool mayUpdate)
 {
-    Q_UNUSED(objects);
     auto* list = child<KeyedListView>(control, "ListView");
     const int count = int(s.items.size());
     // Keep the list within view: add less often as it grows.
@@ -794,9 +880,7 @@ void tst_RandomSession::bomAction()
 {
     auto* remarks = child<ctlTextSelect>(m_bomPanel, "ctlTextSelect");
     if (remarks->isVisible() && chance(35)) {
-        textListAction(remarks,
-                       *std::dynamic_pointer_cast<StandaloneTextObjects>(m_bom->DefaultRemarks()),
-                       m_shadow.bomRemarks, false);
+        textListAction(remarks, m_shadow.bomRemarks, false);
         return;
     }
     const char* name = kBomBoxes[pick(10)];
@@ -890,7 +974,7 @@ void tst_RandomSession::customerAction()
     const int count = int(c.rows.size());
     const int kind = pick(count ? 10 : 4);
     if (kind < 2) {  // search by account number
-        const auto records = m_services->customerDirectory()->Records();
+        const auto& records = m_directory;
         QString account = QStringLiteral("999999");
         if (chance(85))
             account = records.at(pick(int(records.size()))).accountNumber;
@@ -969,10 +1053,10 @@ void tst_RandomSession::act()
     for (int tries = 0; tries < 50 && m_lastAction.isEmpty() && !m_failed; ++tries) {
         switch (pick(9)) {
         case 0:
-            textListAction(m_paragraphList, *m_paragraphs, m_shadow.paragraphs, true);
+            textListAction(m_paragraphList, m_shadow.paragraphs, true);
             break;
         case 1:
-            textListAction(m_remarkList, *m_remarks, m_shadow.remarks, true);
+            textListAction(m_remarkList, m_shadow.remarks, true);
             break;
         case 2:
             generalInfoAction();
@@ -1004,7 +1088,7 @@ void tst_RandomSession::act()
     }
 }
 
-void tst_RandomSession::checkTexts(StandaloneTextObjects& objects, const ShadowTexts& s,
+void tst_RandomSession::checkTexts(TextObjects& objects, const ShadowTexts& s,
                                    const QString& where)
 {
     QList<ShadowParagraph> held;
@@ -1024,44 +1108,43 @@ void tst_RandomSession::checkTexts(StandaloneTextObjects& objects, const ShadowT
         fail(QStringLiteral("%1: %2 IsDirty is %3").arg(where, s.name).arg(objects.IsDirty()));
 }
 
-void tst_RandomSession::checkModel(const QString& where)
+void tst_RandomSession::checkModel(const Objects& o, const QString& where)
 {
-    checkTexts(*m_paragraphs, m_shadow.paragraphs, where);
-    checkTexts(*m_remarks, m_shadow.remarks, where);
-    checkTexts(*std::dynamic_pointer_cast<StandaloneTextObjects>(m_bom->DefaultRemarks()),
-               m_shadow.bomRemarks, where);
+    checkTexts(*o.paragraphs, m_shadow.paragraphs, where);
+    checkTexts(*o.remarks, m_shadow.remarks, where);
+    checkTexts(*o.bom->DefaultRemarks(), m_shadow.bomRemarks, where);
 
     const auto& s = m_shadow.submittal;
-    const auto letter = m_submittal->standaloneCoverLetter();
+    const auto letter = o.submittal->CoverLetter();
     const auto expect = [&](const char* what, const QVariant& held, const QVariant& predicted) {
         if (held != predicted)
             fail(QStringLiteral("%1: %2 is %3, the shadow predicts %4")
                      .arg(where, QLatin1String(what), held.toString(), predicted.toString()));
     };
-    expect("IncludeCoverLetter", m_submittal->IncludeCoverLetter(), s.includeCoverLetter);
-    expect("IncludeBOM", m_submittal->IncludeBOM(), s.includeBOM);
-    expect("IncludeLabels", m_submittal->IncludeLabels(), s.includeLabels);
-    expect("IssuedBy", m_submittal->IssuedBy(), s.issuedBy);
-    expect("SubmittalDate", m_submittal->SubmittalDate(), s.date);
-    expect("SubmittalPurposeIndex", m_submittal->SubmittalPurposeIndex(), s.purposeIndex);
-    expect("SubmittalPurpose", m_submittal->SubmittalPurpose(), s.purpose);
+    expect("IncludeCoverLetter", o.submittal->IncludeCoverLetter(), s.includeCoverLetter);
+    expect("IncludeBOM", o.submittal->IncludeBOM(), s.includeBOM);
+    expect("IncludeLabels", o.submittal->IncludeLabels(), s.includeLabels);
+    expect("IssuedBy", o.submittal->IssuedBy(), s.issuedBy);
+    expect("SubmittalDate", o.submittal->SubmittalDate(), s.date);
+    expect("SubmittalPurposeIndex", o.submittal->SubmittalPurposeIndex(), s.purposeIndex);
+    expect("SubmittalPurpose", o.submittal->SubmittalPurpose(), s.purpose);
     expect("IncludeLogo", letter->IncludeLogo(), s.logo);
     expect("IncludeDefaultParagraphs", letter->IncludeDefaultParagraphs(), s.paragraphs);
     expect("IncludeRemarks", letter->IncludeRemarks(), s.remarks);
     expect("SeparateLetters", letter->SeparateLetters(), s.separate);
     expect("IncludeCarbonCopy", letter->IncludeCarbonCopy(), s.carbonCopy);
 
-    const QList<bool> flags = {m_bom->IncludeBrand(),         m_bom->IncludeCatalogNumber(),
-                               m_bom->IncludeDefaultRemarks(), m_bom->IncludeDescription(),
-                               m_bom->IncludeGroupCodes(),     m_bom->IncludeLineComments(),
-                               m_bom->IncludeManufacturer(),   m_bom->IncludeMTO(),
-                               m_bom->IncludeQuantity(),       m_bom->IncludeType()};
+    const QList<bool> flags = {o.bom->IncludeBrand(),         o.bom->IncludeCatalogNumber(),
+                               o.bom->IncludeDefaultRemarks(), o.bom->IncludeDescription(),
+                               o.bom->IncludeGroupCodes(),     o.bom->IncludeLineComments(),
+                               o.bom->IncludeManufacturer(),   o.bom->IncludeMTO(),
+                               o.bom->IncludeQuantity(),       o.bom->IncludeType()};
     for (int i = 0; i < 10; ++i)
         expect(kBomBoxes[i], flags.at(i), m_shadow.bom.value(QLatin1String(kBomBoxes[i])));
 
     for (auto it = m_shadow.labels.printOrder.cbegin(); it != m_shadow.labels.printOrder.cend();
          ++it) {
-        const auto field = m_labels->LabelFields()->Item(it.key());
+        const auto field = o.labels->LabelFields()->Item(it.key());
         if (field->PrintOrder() != it.value() || field->Included() != (it.value() != 0))
             fail(QStringLiteral("%1: label field %2 has print order %3, the shadow predicts %4")
                      .arg(where, it.key())
@@ -1070,14 +1153,33 @@ void tst_RandomSession::checkModel(const QString& where)
     }
 
     for (int i = 0; i < m_shadow.lineSelected.size(); ++i)
-        if (m_lines->Item(qint16(i + 1))->Selected() != m_shadow.lineSelected.at(i))
+        if (o.lines->Item(qint16(i + 1))->Selected() != m_shadow.lineSelected.at(i))
             fail(QStringLiteral("%1: line %2 Selected is wrong").arg(where).arg(i + 1));
 
     QList<ZebTest::ShadowCustomer> held;
-    for (qint16 i = 1; i <= m_customers->Count(); ++i)
-        held.append({m_customers->keyAt(i), m_customers->Item(i)->Included()});
-    if (held != m_shadow.customers.rows)
-        fail(QStringLiteral("%1: the customers differ from the shadow").arg(where));
+    for (const auto& c : o.customers->Enumerate())
+        held.append({c->Key(), c->Included()});
+    if (held != m_shadow.customers.rows) {
+        const auto show = [](const QList<ZebTest::ShadowCustomer>& rows) {
+            QStringList out;
+            for (const auto& r : rows)
+                out.append(QStringLiteral("%1%2").arg(r.included ? "[x] " : "[ ] ", r.key));
+            return out.join(QStringLiteral(", "));
+        };
+        fail(QStringLiteral("%1: the customers are %2, the shadow predicts %3")
+                 .arg(where, show(held), show(m_shadow.customers.rows)));
+    }
+}
+
+void tst_RandomSession::checkStoreFile(const QString& where)
+{
+    if (!m_store)
+        return;
+    const auto again = Store::open(m_store->path(), Store::OpenMode::OpenExisting);
+    const auto job = again->openJob(m_jobId);
+    checkModel({job->coverLetterParagraphs(), job->coverLetterRemarks(), job->submittal(),
+                job->bom(), job->labels(), job->lineItems(), job->customers()},
+               where + QStringLiteral(", read again from the file"));
 }
 
 void tst_RandomSession::checkTextList(ctlTextSelect* control, const ShadowTexts& s,
@@ -1134,7 +1236,7 @@ void tst_RandomSession::checkWidgets(const QString& where)
     expect(QStringLiteral("pvdIssueDate"),
            child<DateEdit>(m_info, "pvdIssueDate")->isoText() == m_submittal->SubmittalDate());
 
-    const auto letter = m_submittal->standaloneCoverLetter();
+    const auto letter = m_submittal->CoverLetter();
     expect(QStringLiteral("chkDefaultParagraph"),
            child<CheckBox>(m_letter, "chkDefaultParagraph")->value() == (letter->IncludeDefaultParagraphs() ? 1 : 0));
     expect(QStringLiteral("chkIncludeLogo"),
@@ -1186,17 +1288,30 @@ void tst_RandomSession::checkWidgets(const QString& where)
     auto* customers = child<KeyedListView>(m_customerPanel, "lsvCustomers");
     bool same = customers->count() == m_customers->Count();
     for (int i = 0; same && i < customers->count(); ++i)
-        same = customers->key(i) == m_customers->keyAt(qint16(i + 1)) &&
+        same = customers->key(i) == m_customers->Item(qint16(i + 1))->Key() &&
                customers->isChecked(i) == m_customers->Item(qint16(i + 1))->Included();
     expect(QStringLiteral("lsvCustomers"), same);
 }
 
+void tst_RandomSession::randomUserSessionLosesNothing_data()
+{
+    QTest::addColumn<bool>("inStore");
+    QTest::newRow("stand-alone") << false;
+    QTest::newRow("store") << true;
+}
+
 void tst_RandomSession::randomUserSessionLosesNothing()
 {
-    const int actions = actionsFromEnvironment();
-    constexpr int kCheckpoint = 500;
-    qInfo("random session: %d actions, checkpoints every %d", actions, kCheckpoint);
-    checkModel(QStringLiteral("start"));
+    QFETCH(bool, inStore);
+    endSession();
+    m_random.seed(quint32(m_seed ^ (m_seed >> 32)));
+    buildSession(inStore);
+    const int actions = inStore ? std::max(1, actionsFromEnvironment() / 5) : actionsFromEnvironment();
+    const int kCheckpoint = inStore ? 100 : 500;
+    qInfo("random session on the %s objects: %d actions, checkpoints every %d",
+          inStore ? "store's" : "stand-alone", actions, kCheckpoint);
+    checkModel(m_objects, QStringLiteral("start"));
+    checkStoreFile(QStringLiteral("start"));
     checkWidgets(QStringLiteral("start"));
     QVERIFY2(!m_failed, qPrintable(m_failure));
 
@@ -1238,9 +1353,10 @@ void tst_RandomSession::randomUserSessionLosesNothing()
                          .arg(it.key(), made.join(QStringLiteral(", ")),
                               predicted.join(QStringLiteral(", "))));
         }
-        checkModel(QStringLiteral("after the action"));
+        checkModel(m_objects, QStringLiteral("after the action"));
         if (m_step % kCheckpoint == 0 || m_step == actions) {
             checkWidgets(QStringLiteral("checkpoint %1").arg(m_step));
+            checkStoreFile(QStringLiteral("checkpoint %1").arg(m_step));
             ++checkpoints;
         }
     }

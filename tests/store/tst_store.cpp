@@ -1,5 +1,8 @@
 // The store as a file: its schema and upgrades, the failures of the file, commits before
 // events, and two connections on one file.
+#include "contracts/applicationservices.h"
+#include "contracts/customerfinder.h"
+#include "contracts/customersearchresult.h"
 #include "contracts/submittal.h"
 #include "contracts/textobjects.h"
 #include "objects/textkind.h"
@@ -577,6 +580,41 @@ private slots:
         QCOMPARE(job->submittal()->SelectPurpose(2), QStringLiteral("Request For Approval As Submitted"));
         QCOMPARE(job->submittal()->SelectPurpose(7), QStringLiteral("Budget review"));
         QCOMPARE(job->bom()->IncludeMTO(), true);
+    }
+
+    void aFoundCustomerTickedAfterItWasAddedIsStillTickedAfterReopening()
+    {
+        QTemporaryDir dir;
+        qint64 id = 0;
+        {
+            const auto store = Store::open(path(dir));
+            StandaloneCustomer::Data d;
+            d.key = QStringLiteral("K1");
+            d.displayText = QStringLiteral("Keystone Electric (Salem)");
+            d.name = QStringLiteral("Keystone Electric");
+            d.accountNumber = QStringLiteral("40017");
+            store->addDirectoryCustomers({d});
+            id = store->createJob(simpleJob(QStringLiteral("1")));
+            const auto job = store->openJob(id);
+            const auto services = store->applicationServices();
+            const auto found = services->CreateCustomerFinder()
+                                   ->Search(false, false, false, false, false, QVariant(),
+                                            QString(), QStringLiteral("40017"), QString(),
+                                            QString(), QString(), QString(), QString(),
+                                            QString(), 0)
+                                   ->ChosenCustomer();
+            QCOMPARE(found->Included(), false);
+            QVERIFY(job->customers()->Add(found->Key(), found));
+            found->setIncluded(true);
+            // Ticking a found customer in the directory changes nothing there.
+            QCOMPARE(store->directoryCustomers().first().included, false);
+        }
+        const auto store = Store::open(path(dir), Store::OpenMode::OpenExisting);
+        const auto customers = store->openJob(id)->customers();
+        const auto added = customers->Item(customers->Count());
+        QCOMPARE(added->Key(), QStringLiteral("K1"));
+        QCOMPARE(added->DisplayText(), QStringLiteral("Keystone Electric (Salem)"));
+        QCOMPARE(added->Included(), true);
     }
 
     void jobsListNumberNameCustomersAndLinesInNumberOrder()

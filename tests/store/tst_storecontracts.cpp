@@ -932,6 +932,31 @@ private slots:
         QCOMPARE(c->Item(2)->Included(), true);
     }
 
+    // The customer panel adds the customer a search found and then ticks that very object: the
+    // tick must reach the submittal's customer.
+    void aFoundCustomerOnceAddedIsTheSubmittalsCustomerAndTakesItsWrites()
+    {
+        const auto impl = implementation();
+        const auto services = impl->services();
+        const auto c = impl->customers();
+        const auto result = services->CreateCustomerFinder()->Search(
+            false, false, false, false, false, services->SearchContext()->Value(),
+            QStringLiteral("halvorsen"), QString(), QString(), QString(), QString(), QString(),
+            QString(), QString(), 0);
+        QVERIFY(result);
+        const auto found = result->ChosenCustomer();
+        QVERIFY(c->Add(found->Key(), found));
+        found->setIncluded(true);
+        QCOMPARE(c->Item(1)->Included(), true);
+        QCOMPARE(c->Enumerate().front()->Included(), true);
+        QVERIFY(c->Item(1) == found);
+        c->Item(1)->setIncluded(false);
+        QCOMPARE(found->Included(), false);
+        found->setIncluded(true);
+        QCOMPARE(c->Item(1)->Included(), true);
+        QCOMPARE(found->Key(), QStringLiteral("C1001"));
+    }
+
     void addWithAKeyAlreadyHeldFailsWith457AndChangesNothing()
     {
         const auto impl = implementation();

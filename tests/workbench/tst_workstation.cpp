@@ -15,6 +15,8 @@
 #include "joblistdialog.h"
 #include "objects/runtime.h"
 #include "officefile.h"
+#include "startupfailure.h"
+#include "platform/dateedit.h"
 #include "platform/keyedlistview.h"
 #include "store/sampleoffice.h"
 #include "store/store.h"
@@ -40,15 +42,20 @@
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMenu>
 #include <QMessageBox>
 #include <QProcess>
 #include <QProgressDialog>
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QTabBar>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <cstdio>
+#include <optional>
 
 using ZebObjects::Store;
 using ZebSubCtl::KeyedListView;
@@ -69,6 +76,13 @@ private slots:
     void unknownJobNumberIsAClearMessage();
     void startsOnTheSampleJobWithEveryPageInTheOrderOfWork();
     void aChangeOnEveryPageSurvivesClosingAndReopening();
+    void aCustomerAddedOnTheCustomersPageIsStoredAsIncluded();
+    void theRemarksPageAddsEditsDeletesAndSavesRemarks();
+    void aDateConfirmedWithEnterThenQuitIsSaved();
+    void aDateConfirmedWithEnterIsSavedWhenThePageChanges();
+    void aDateConfirmedWithEnterIsSavedWhenTheWindowClosesInTheBackground();
+    void aDateConfirmedWithEnterIsInTheExportedPackage();
+    void everyPurposeOfTheSampleOfficeShowsWholeInTheOtherBox();
     void jobListShowsEveryJobAndOpensTheChosenOne();
     void menusCarryTheShortcutsAndTheDiagnosticsPaneCanBeHidden();
     void statusBarShowsTheJobAndTheSaveState();
@@ -82,6 +96,9 @@ private slots:
     void exportFromTheWindowWritesTheOpenJobsPackage();
     void exportFromTheWindowCanBeCancelledAndLeavesNoFile();
     void exportMenuAsksForTheFileWritesItAndOffersToOpenIt();
+    void openingThePackageWithoutAPdfViewerSaysSoAndShowsTheFolder();
+    void aStartupFailureShowsTheSameMessageInADialogWhenAsked();
+    void withoutADisplayAStartupFailureIsOneLineAndNoDialog();
 
 private:
     struct Run {
@@ -165,6 +182,14 @@ QString pdfText(const QString& pdf)
     if (!p.waitForFinished(60000))
         return {};
     return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+QStringList textsOf(ZebObjects::TextObjects& texts)
+{
+    QStringList out;
+    for (const auto& t : texts.Enumerate())
+        out.append(t->Text());
+    return out;
 }
 
 int selectedTexts(ZebObjects::TextObjects& texts)
@@ -506,6 +531,288 @@ void tst_Workstation::aChangeOnEveryPageSurvivesClosingAndReopening()
     QCOMPARE(std::abs(after.lines - before.lines), 1);
 }
 
+void tst_Workstation::aCustomerAddedOnTheCustomersPageIsStoredAsIncluded()
+{
+    QString key;
+    qint64 jobId = 0;
+    {
+        auto window = openWorkstation();
+        jobId = window->job()->id();
+        // A customer of the directory the job does not have yet, found by its account number.
+        QStringList onJob;
+        for (const auto& c : window->job()->customers()->Enumerate())
+            onJob.append(c->Key());
+        QString account;
+        const auto directory = m_store->directoryCustomers();
+        for (const auto& d : directory) {
+            if (!d.active || onJob.contains(d.key) || d.accountNumber.isEmpty())
+                continue;
+            if (std::count_if(directory.begin(), directory.end(), [&](const auto& o) {
+                    return o.accountNumber == d.accountNumber;
+                }) == 1) {
+                key = d.key;
+                account = d.accountNumber;
+                break;
+            }
+        }
+        QVERIFY(!key.isEmpty());
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        window->showPage(1);
+        auto* panel = control<ZebSubCtl::UserControl>(*window, "ctlCustomers");
+        auto* accountBox = panel->findChild<QLineEdit*>(QStringLiteral("txtAcctNum"));
+        QTest::mouseClick(accountBox, Qt::LeftButton);
+        QTest::keyClicks(accountBox, account);
+        QTest::mouseClick(panel->findChild<QAbstractButton*>(QStringLiteral("cmdSearch")),
+                          Qt::LeftButton);
+        QTest::mouseClick(panel->findChild<QAbstractButton*>(QStringLiteral("cmdAdd")),
+                          Qt::LeftButton);
+        auto* list = control<KeyedListView>(*window, "lsvCustomers");
+        const int row = int(list->count()) - 1;
+        QCOMPARE(list->key(row), key);
+        QVERIFY(list->isChecked(row));
+        const auto customers = window->job()->customers();
+        QCOMPARE(customers->Item(customers->Count())->Key(), key);
+        QCOMPARE(customers->Item(customers->Count())->Included(), true);
+        window->close();
+    }
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+
+    {
+        const auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+        const auto customers = store->openJob(jobId)->customers();
+        QCOMPARE(customers->Item(customers->Count())->Key(), key);
+        QCOMPARE(customers->Item(customers->Count())->Included(), true);
+    }
+    // The workstation started again shows the row ticked.
+    auto window = openWorkstation();
+    QCOMPARE(window->job()->id(), jobId);
+    auto* list = control<KeyedListView>(*window, "lsvCustomers");
+    const int row = int(list->count()) - 1;
+    QCOMPARE(list->key(row), key);
+    QVERIFY(list->isChecked(row));
+}
+
+void tst_Workstation::theRemarksPageAddsEditsDeletesAndSavesRemarks()
+{
+    qint64 jobId = 0;
+    QStringList expected;
+    {
+        auto window = openWorkstation();
+        jobId = window->job()->id();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        window->showPage(4);
+        QCOMPARE(window->pageTitles().at(4), QStringLiteral("Cover Letter Remarks"));
+        auto* remarks = control<ZebSubCtl::UserControl>(*window, "ctlRemarks");
+        auto* list = remarks->findChild<KeyedListView*>(QStringLiteral("ListView"));
+        const auto texts = window->job()->coverLetterRemarks();
+        const int before = int(list->count());
+        QVERIFY(before >= 2);
+        for (const auto& t : texts->Enumerate())
+            expected.append(t->Text());
+
+        // Add: type the remark and press Add.
+        auto* entry = remarks->findChild<QWidget*>(QStringLiteral("txtNewComment"));
+        auto* add = remarks->findChild<QAbstractButton*>(QStringLiteral("cmdAdd"));
+        QVERIFY(entry && entry->isVisible());
+        QVERIFY(add && add->isVisible());
+        auto* typing = entry->focusProxy() ? entry->focusProxy() : entry;
+        QTest::mouseClick(typing, Qt::LeftButton);
+        ZebTest::typeText(typing, QStringLiteral("Finishes to be confirmed by the architect."));
+        QTest::mouseClick(add, Qt::LeftButton);
+        QCOMPARE(int(list->count()), before + 1);
+        expected.append(QStringLiteral("Finishes to be confirmed by the architect."));
+
+        // Edit the first remark in the dialog a double click opens.
+        ZebTest::WhenModal<QDialog> edit([](QDialog& dialog) {
+            auto* box = dialog.findChild<QWidget*>(QStringLiteral("txtText"));
+            QVERIFY(box);
+            auto* typing = box->focusProxy() ? box->focusProxy() : box;
+            QTest::keyClick(typing, Qt::Key_A, Qt::ControlModifier);
+            ZebTest::typeText(typing, QStringLiteral("Lead times start at approval."));
+            QTest::mouseClick(dialog.findChild<QAbstractButton*>(QStringLiteral("cmdOK")),
+                              Qt::LeftButton);
+        });
+        const QPoint first = list->itemRect(0).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, first);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, first);
+        QVERIFY(edit.answered());
+        QVERIFY(!edit.leftOpen());
+        expected[0] = QStringLiteral("Lead times start at approval.");
+
+        // Delete the second remark through its menu.
+        const QPoint second = list->itemRect(1).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, second);
+        ZebTest::WhenPopup menu([](QMenu& m) { QTest::keyClick(&m, Qt::Key_D); });
+        QTest::mouseClick(list->viewport(), Qt::RightButton, {}, second);
+        QVERIFY(menu.answered());
+        expected.removeAt(1);
+        QCOMPARE(int(list->count()), before);
+
+        // Move the new remark up and keep that order with Save Changes.
+        list->scrollTo(list->model()->index(int(list->count()) - 1, 0));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->itemRect(int(list->count()) - 1).center());
+        QTest::mouseClick(remarks->findChild<QAbstractButton*>(QStringLiteral("cmdMoveUp")),
+                          Qt::LeftButton);
+        expected.swapItemsAt(expected.size() - 1, expected.size() - 2);
+        auto* save = remarks->findChild<QAbstractButton*>(QStringLiteral("cmdSave"));
+        QVERIFY(save && save->isVisible() && save->isEnabled());
+        QTest::mouseClick(save, Qt::LeftButton);
+        QVERIFY(!save->isEnabled());
+        QCOMPARE(textsOf(*texts), expected);
+        window->close();
+    }
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    const auto remarks = store->openJob(jobId)->coverLetterRemarks();
+    QCOMPARE(textsOf(*remarks), expected);
+    QCOMPARE(remarks->IsDirty(), false);
+}
+
+namespace {
+// Types a date into the General Information page's date editor and confirms it with Enter, as a
+// user does; the focus stays in the editor.
+QLineEdit* typeDate(Workstation& window, const QString& typed)
+{
+    window.showPage(0);
+    auto* date = control<ZebSubCtl::DateEdit>(window, "pvdIssueDate");
+    if (!date)
+        return nullptr;
+    QTest::mouseClick(date->lineEdit(), Qt::LeftButton);
+    QTest::keyClick(date->lineEdit(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(date->lineEdit(), typed);
+    QTest::keyClick(date->lineEdit(), Qt::Key_Return);
+    return date->lineEdit();
+}
+}  // namespace
+
+void tst_Workstation::aDateConfirmedWithEnterThenQuitIsSaved()
+{
+    qint64 jobId = 0;
+    {
+        auto window = openWorkstation();
+        jobId = window->job()->id();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QVERIFY(window->job()->submittal()->SubmittalDate() != QStringLiteral("2027-02-15"));
+        QLineEdit* edit = typeDate(*window, QStringLiteral("02/15/2027"));
+        QVERIFY(edit && edit->hasFocus());
+        QCOMPARE(window->saveStatus(),
+                 QStringLiteral("Not saved yet: Submittal Date is being edited"));
+        QTest::keyClick(edit, Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(!window->isVisible());
+    }
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    QCOMPARE(store->openJob(jobId)->submittal()->SubmittalDate(), QStringLiteral("2027-02-15"));
+}
+
+void tst_Workstation::aDateConfirmedWithEnterIsSavedWhenThePageChanges()
+{
+    auto window = openWorkstation();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(typeDate(*window, QStringLiteral("03/01/2027")));
+    QCOMPARE(window->saveStatus(), QStringLiteral("Not saved yet: Submittal Date is being edited"));
+    // A click on the next page's tab.
+    auto* tabBar = window->findChild<QTabBar*>();
+    QVERIFY(tabBar);
+    QTest::mouseClick(tabBar, Qt::LeftButton, {}, tabBar->tabRect(1).center());
+    QCOMPARE(tabBar->currentIndex(), 1);
+    QCOMPARE(window->job()->submittal()->SubmittalDate(), QStringLiteral("2027-03-01"));
+    QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
+
+    // And by keyboard: Ctrl+Tab from the page back to the first.
+    window->showPage(0);
+    QLineEdit* edit = typeDate(*window, QStringLiteral("03/02/2027"));
+    QVERIFY(edit);
+    QTest::keyClick(edit, Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(tabBar->currentIndex(), 1);
+    QCOMPARE(window->job()->submittal()->SubmittalDate(), QStringLiteral("2027-03-02"));
+    QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
+}
+
+void tst_Workstation::aDateConfirmedWithEnterIsSavedWhenTheWindowClosesInTheBackground()
+{
+    qint64 jobId = 0;
+    {
+        auto window = openWorkstation();
+        jobId = window->job()->id();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QVERIFY(typeDate(*window, QStringLiteral("05/06/2027")));
+        // Another window takes the activation; the workstation is closed from outside.
+        QWidget other;
+        other.resize(200, 100);
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QCOMPARE(window->saveStatus(), QStringLiteral("Not saved yet: Submittal Date is being edited"));
+        QVERIFY(window->close());
+    }
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    QCOMPARE(store->openJob(jobId)->submittal()->SubmittalDate(), QStringLiteral("2027-05-06"));
+}
+
+void tst_Workstation::aDateConfirmedWithEnterIsInTheExportedPackage()
+{
+    auto window = openWorkstation();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    QVERIFY(typeDate(*window, QStringLiteral("04/30/2027")));
+    const QString pdf = m_scratch->filePath(QStringLiteral("dated.pdf"));
+    QVERIFY(window->exportPackage(pdf));
+    QCOMPARE(window->job()->submittal()->SubmittalDate(), QStringLiteral("2027-04-30"));
+    QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
+    const QString text = pdfText(pdf);
+    QVERIFY2(text.contains(QStringLiteral("April 30, 2027")), qPrintable(text.left(2000)));
+}
+
+void tst_Workstation::everyPurposeOfTheSampleOfficeShowsWholeInTheOtherBox()
+{
+    auto window = openWorkstation();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    int shown = 0;
+    for (const auto& job : m_store->jobs()) {
+        window->openJob(job.id);
+        window->showPage(0);
+        const auto submittal = window->job()->submittal();
+        auto* other = control<QLineEdit>(*window, "txtPurposeOther");
+        QVERIFY(other);
+        if (submittal->SubmittalPurposeIndex() != 7) {
+            QVERIFY(!other->isVisible());
+            continue;
+        }
+        ++shown;
+        QVERIFY(other->isVisible());
+        QCOMPARE(other->text(), submittal->SubmittalPurpose());
+        // With the cursor at the end, the first character still shows at the left edge: the
+        // box does not scroll, the whole text fits.
+        other->setFocus();
+        other->end(false);
+        // The box scrolls its text as it paints.
+        other->repaint();
+        QVERIFY2(other->cursorPositionAt(QPoint(other->contentsRect().left(), other->height() / 2)) == 0,
+                 qPrintable(QStringLiteral("\"%1\" is cut: %2 pixels wide, the box %3")
+                                .arg(other->text())
+                                .arg(other->fontMetrics().horizontalAdvance(other->text()))
+                                .arg(other->width())));
+    }
+    QVERIFY(shown > 0);
+}
+
 void tst_Workstation::jobListShowsEveryJobAndOpensTheChosenOne()
 {
     auto window = openWorkstation();
@@ -755,6 +1062,106 @@ void tst_Workstation::exportMenuAsksForTheFileWritesItAndOffersToOpenIt()
     QVERIFY(question.answered());
     QCOMPARE(offer, QStringLiteral("The package is written to %1.\nOpen it now?").arg(pdf));
     QVERIFY(pdfText(pdf).contains(QStringLiteral("Riverside Medical Office Building")));
+}
+
+void tst_Workstation::openingThePackageWithoutAPdfViewerSaysSoAndShowsTheFolder()
+{
+    m_store = OfficeFile::resetSample(m_db);
+    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
+    QStringList opened;
+    Workstation::Options options;
+    options.remember = false;
+    // A machine without a PDF viewer or a file manager.
+    options.openFile = [&](const QString& path) {
+        opened.append(path);
+        return false;
+    };
+    Workstation window(shippedForm(), m_store, options);
+    window.openJob(window.startingJob());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const QString pdf = m_scratch->filePath(QStringLiteral("viewer.pdf"));
+    ZebTest::WhenModal<QFileDialog> file([&](QFileDialog& dialog) {
+        dialog.setDirectory(m_scratch->path());
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(name);
+        name->selectAll();
+        QTest::keyClicks(name, QStringLiteral("viewer.pdf"));
+        auto* buttons = dialog.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+        QTest::mouseClick(buttons->button(QDialogButtonBox::Save), Qt::LeftButton);
+    });
+    QString told;
+    QString title;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    // Yes to the question; the note that follows is answered once it is up.
+    std::optional<ZebTest::WhenModal<QMessageBox>> note;
+    ZebTest::WhenModal<QMessageBox> question([&](QMessageBox& box) {
+        QCOMPARE(box.text(), QStringLiteral("The package is written to %1.\nOpen it now?").arg(pdf));
+        note.emplace([&](QMessageBox& b) {
+            told = b.text();
+            title = b.windowTitle();
+            icon = b.icon();
+            QTest::mouseClick(b.button(QMessageBox::Ok), Qt::LeftButton);
+        });
+        QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    QTest::keyClick(&window, Qt::Key_E, Qt::ControlModifier);
+    QVERIFY(file.answered());
+    QVERIFY(question.answered());
+    QVERIFY(note && note->answered());
+    QCOMPARE(told, QStringLiteral("There is no program on this computer that shows PDF files.\n"
+                                  "The package is in the folder %1.")
+                       .arg(QDir::toNativeSeparators(m_scratch->path())));
+    QCOMPARE(title, QStringLiteral("Export Package"));
+    QCOMPARE(icon, QMessageBox::Information);
+    QCOMPARE(opened, (QStringList{pdf, QDir::toNativeSeparators(m_scratch->path())}));
+    QVERIFY(QFileInfo::exists(pdf));
+}
+
+void tst_Workstation::aStartupFailureShowsTheSameMessageInADialogWhenAsked()
+{
+    const QString message = QStringLiteral("The database file \"/nowhere/office.sqlite\" does not exist");
+    QString text, title;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    ZebTest::WhenModal<QMessageBox> box([&](QMessageBox& b) {
+        text = b.text();
+        title = b.windowTitle();
+        icon = b.icon();
+        QTest::mouseClick(b.button(QMessageBox::Ok), Qt::LeftButton);
+    });
+    std::FILE* terminal = std::tmpfile();
+    QVERIFY(terminal);
+    QCOMPARE(StartupFailure::report(message, true, terminal), 1);
+    QVERIFY(box.answered());
+    QVERIFY(!box.leftOpen());
+    QCOMPARE(text, message);
+    QCOMPARE(title, QStringLiteral("Submittal Workbench"));
+    QCOMPARE(icon, QMessageBox::Critical);
+    std::rewind(terminal);
+    char line[512] = {};
+    QVERIFY(std::fgets(line, sizeof line, terminal));
+    std::fclose(terminal);
+    QCOMPARE(QString::fromUtf8(line), QStringLiteral("zeb-workbench: ") + message + QLatin1Char('\n'));
+}
+
+void tst_Workstation::withoutADisplayAStartupFailureIsOneLineAndNoDialog()
+{
+    // The tests run offscreen: no user could see a window.
+    QVERIFY(!StartupFailure::hasDisplay());
+    std::FILE* terminal = std::tmpfile();
+    QVERIFY(terminal);
+    QCOMPARE(StartupFailure::report(QStringLiteral("cannot write \"x.png\""), false, terminal), 1);
+    QVERIFY(!QApplication::activeModalWidget());
+    std::rewind(terminal);
+    char text[512] = {};
+    const size_t n = std::fread(text, 1, sizeof text - 1, terminal);
+    std::fclose(terminal);
+    QCOMPARE(QString::fromUtf8(text, qsizetype(n)), QStringLiteral("zeb-workbench: cannot write \"x.png\"\n"));
+    // The workbench itself, offscreen with a missing office, exits at once with that one line.
+    const Run r = run({QStringLiteral("--db"), m_scratch->filePath(QStringLiteral("missing.sqlite"))});
+    QCOMPARE(r.code, 1);
+    QCOMPARE(r.err.count(QLatin1Char('\n')), 0);
+    QVERIFY(r.err.startsWith(QStringLiteral("zeb-workbench: ")));
 }
 
 QTEST_MAIN(tst_Workstation)

@@ -40,7 +40,8 @@ constexpr int kLeft = 120;           // pictures
 constexpr int kTextLeft = 720;       // headings, lines and instructions
 constexpr int kControlLeft = 840;    // the controls of a section
 constexpr int kInfoWidth = 6600;
-constexpr int kPanelWidth = 7500;
+// Wide enough for a purpose of one's own of some sixty characters beside "Other".
+constexpr int kPanelWidth = 9600;
 constexpr int kPanelHeight = 5760;
 constexpr int kLineRight = kPanelWidth - kLineMargin;
 
@@ -167,7 +168,7 @@ ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
 
     txtPurposeOther = new TextBox(this);
     txtPurposeOther->setObjectName(QStringLiteral("txtPurposeOther"));
-    txtPurposeOther->setGeometry(twipsRect(4980, 3270, 2340, 300));
+    txtPurposeOther->setGeometry(twipsRect(4980, 3270, 4500, 300));
     txtPurposeOther->setAccessibleName(QStringLiteral("Other purpose"));
     txtPurposeOther->setAccessibleDescription(
         QStringLiteral("The submittal's purpose in your own words"));

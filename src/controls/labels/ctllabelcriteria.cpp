@@ -12,9 +12,15 @@
 #include "platform/lineshape.h"
 #include "platform/picture.h"
 
+#include <QHeaderView>
 #include <QLabel>
 #include <QMetaProperty>
 #include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
 
 namespace ZebSubCtl {
 
@@ -85,6 +91,38 @@ QPushButton* makeButton(QWidget* parent, const char* name, const QString& captio
     return button;
 }
 
+// Rows of one height for every item.
+class RowHeight : public QStyledItemDelegate {
+public:
+    RowHeight(int height, QObject* parent) : QStyledItemDelegate(parent), m_height(height) {}
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return {QStyledItemDelegate::sizeHint(option, index).width(), m_height};
+    }
+
+private:
+    int m_height;
+};
+
+// A row cut by the list's lower edge shows half a caption ("Submittal Date" as its upper
+// half). The list keeps its design place; its rows share the room under the header so that
+// they fill it exactly, the header taking the pixels that are left over.
+void fitWholeRows(KeyedListView* list)
+{
+    QStyleOptionViewItem item;
+    item.initFrom(list);
+    item.features = QStyleOptionViewItem::HasDisplay;
+    item.text = QStringLiteral("Submittal Date");
+    const int natural = std::max(
+        1, list->style()->sizeFromContents(QStyle::CT_ItemViewItem, &item, QSize(), list).height());
+    const int header = list->header()->sizeHint().height();
+    const int room = list->height() - 2 * list->frameWidth() - header;
+    const int rows = std::max(1, room / natural);
+    const int height = std::max(natural, room / rows);
+    list->setItemDelegate(new RowHeight(height, list));
+    list->header()->setFixedHeight(std::max(header, header + room - rows * height));
+}
+
 KeyedListView* makeList(QWidget* parent, const char* name, QRect place)
 {
     auto* list = new KeyedListView(parent);
@@ -94,6 +132,7 @@ KeyedListView* makeList(QWidget* parent, const char* name, QRect place)
     // The column's margin leaves room for the vertical bar; the few pixels it may still
     // reach under that bar are no reason for a horizontal one.
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    fitWholeRows(list);
     return list;
 }
 

@@ -345,6 +345,7 @@ private slots:
     void tabRunsFromTheAvailableListThroughAddAndRemoveToTheSelectedList();
     void aFieldGoesOnAndOffTheLabelByKeyboardAlone();
     void everyCaptionFitsItsDesignPlace();
+    void everyRowOfTheListsShowsWholeOrNotAtAll();
     void everyInteractiveElementHasAnAccessibleName();
 
     // The Labels property and filling
@@ -1500,6 +1501,48 @@ void tst_ctlLabelCriteria::destroyedPanelLetsGoOfTheLabels()
     QCOMPARE(f.labels.use_count(), 2);
     f.ctl.reset();
     QCOMPARE(f.labels.use_count(), 1);
+}
+
+// Five fields on the label and seven beside it: no caption is cut by a list's lower edge, at the
+// top of the list or scrolled to its end.
+void tst_ctlLabelCriteria::everyRowOfTheListsShowsWholeOrNotAtAll()
+{
+    Fixture f;
+    f.field("COMPANY", "Company", 1);
+    f.field("ATTENTION", "Attention", 2);
+    f.field("STREET", "Street Address", 3);
+    f.field("CITYSTATEZIP", "City, State Zip", 4);
+    f.field("SUBMITTALDATE", "Submittal Date", 5);
+    for (const char* caption : {"Suite / Floor", "Job Name", "Job Number", "Purchase Order",
+                                "Phone", "Fax", "Project Manager"})
+        f.field(caption, caption);
+    f.bind();
+    QCOMPARE(f.selected()->count(), 5);
+    QCOMPARE(f.available()->count(), 7);
+    const auto check = [](KeyedListView* list, const char* where) {
+        const QRect view = list->viewport()->rect();
+        int whole = 0;
+        for (int row = 0; row < list->count(); ++row) {
+            const QRect item = list->itemRect(row);
+            QVERIFY2(view.contains(item) || !view.intersects(item),
+                     qPrintable(QStringLiteral("%1: row %2 (%3) shows %4 of its %5 pixels")
+                                    .arg(QLatin1String(where))
+                                    .arg(row)
+                                    .arg(list->text(row))
+                                    .arg(view.intersected(item).height())
+                                    .arg(item.height())));
+            whole += view.contains(item) ? 1 : 0;
+        }
+        // The five fields a label holds show at once.
+        QVERIFY2(whole >= std::min(5, int(list->count())), where);
+    };
+    check(f.selected(), "selected");
+    check(f.available(), "available");
+    QTest::mouseClick(f.available()->viewport(), Qt::LeftButton, {}, Fixture::at(f.available(), 0));
+    QTest::keyClick(f.available(), Qt::Key_End);
+    QCOMPARE(f.available()->selectedRow(), 6);
+    check(f.available(), "available, at its end");
+    QVERIFY(f.available()->viewport()->rect().contains(f.available()->itemRect(6)));
 }
 
 QTEST_MAIN(tst_ctlLabelCriteria)
