@@ -391,7 +391,10 @@ void tst_ChoiceToPaper::generalInformation()
         clickCheckBox(find<QAbstractButton>("chkLabels"));
     }, [&](const Paper& b, const Paper& a) {
         return expect(!b.parts.contains(QStringLiteral("Labels")) && a.outline.contains(QStringLiteral("Labels"))
-                          && a.part(QStringLiteral("Labels")).startsWith(QStringLiteral("Halvorsen Electric Co. Cedar Ridge Architects")),
+                          && a.part(QStringLiteral("Labels")).startsWith(QStringLiteral("Halvorsen Electric Co. Cedar Ridge Architects"))
+                          // The fields the sample chooses: attention, street, city, state and zip.
+                          && a.part(QStringLiteral("Labels")).contains(QStringLiteral("Dana Whitcomb Priya Raman 2210 NW Front Avenue "
+                                                                                      "520 SW Yamhill Street Portland, OR 97210 Portland, OR 97204")),
                       QStringLiteral("no labels"))
                + onlyChanged(b, a, {QStringLiteral("Labels")});
     });
@@ -431,6 +434,33 @@ void tst_ChoiceToPaper::generalInformation()
                           && a.part(letter).contains(QStringLiteral("Purpose: Corrections"))
                           && a.part(bom).contains(QStringLiteral("Purpose: Corrections")),
                       QStringLiteral("purpose not printed"));
+    });
+    choose(QStringLiteral("General: purpose Other with its text"), [&] {
+        page(0);
+        auto* group = find<ZebSubCtl::UserControl>("ctlGeneralInfo")->findChild<ZebSubCtl::OptionGroup*>(QStringLiteral("optSubmittalPurpose"));
+        clickCheckBox(group->button(7));
+        auto* other = find<QLineEdit>("txtPurposeOther");
+        QVERIFY(other);
+        QTest::mouseClick(other, Qt::LeftButton);
+        other->selectAll();
+        ZebTest::typeText(other, QStringLiteral("Bid Review"));
+        QTest::keyClick(other, Qt::Key_Tab);
+    }, [&](const Paper&, const Paper& a) {
+        return expect(a.part(QStringLiteral("Contents")).contains(QStringLiteral("Purpose: Bid Review"))
+                          && a.part(letter).contains(QStringLiteral("Purpose: Bid Review")),
+                      QStringLiteral("purpose not printed"));
+    });
+    // Typed and confirmed with Enter, focus still in the field: the export takes it.
+    choose(QStringLiteral("General: date left in the field"), [&] {
+        page(0);
+        QLineEdit* edit = find<ZebSubCtl::DateEdit>("pvdIssueDate")->lineEdit();
+        QTest::mouseClick(edit, Qt::LeftButton);
+        edit->selectAll();
+        ZebTest::typeText(edit, QStringLiteral("01/15/2027"));
+        QTest::keyClick(edit, Qt::Key_Return);
+    }, [&](const Paper&, const Paper& a) {
+        return expect(a.part(QStringLiteral("Contents")).contains(QStringLiteral("Date: January 15, 2027")),
+                      a.part(QStringLiteral("Contents")).left(300));
     });
     choose(QStringLiteral("General: date"), [&] {
         page(0);
@@ -488,8 +518,27 @@ void tst_ChoiceToPaper::coverLetterOptions()
         page(2);
         clickCheckBox(find<QAbstractButton>("optMultipleCoverLetters"));
     }, [&](const Paper&, const Paper& a) {
+        // Each letter under the office's letterhead, to its recipient's whole address.
         return expect(a.outline.contains(QStringLiteral("Cover Letters"))
-                          && a.outline.filter(QRegularExpression(QStringLiteral("^  Cover Letter: "))).size() == 3,
+                          && a.outline.filter(QRegularExpression(QStringLiteral("^  Cover Letter: "))).size() == 3
+                          && a.all().count(QStringLiteral("Northlight Lighting Sales 1120 NW Couch Street Suite 450 Portland, OR 97209")) == 3
+                          && a.all().contains(QStringLiteral("Dana Whitcomb Halvorsen Electric Co. 2210 NW Front Avenue Suite 300 Portland, OR 97210"))
+                          && a.all().contains(QStringLiteral("Tom Okafor Benton Consulting Engineers 12725 SW Millikan Way Floor 4 Beaverton, OR 97005")),
+                      a.outline.join(QLatin1Char('|')) + a.all().left(400));
+    });
+    choose(QStringLiteral("Letter: same letter for all"), [&] {
+        page(2);
+        clickCheckBox(find<QAbstractButton>("optOneCoverLetter"));
+    }, [&](const Paper&, const Paper& a) {
+        return expect(a.outline.contains(letter) && !a.outline.contains(QStringLiteral("Cover Letters"))
+                          && a.part(letter).contains(QStringLiteral("To:")),
+                      a.outline.join(QLatin1Char('|')));
+    });
+    choose(QStringLiteral("Letter: one letter per recipient again"), [&] {
+        page(2);
+        clickCheckBox(find<QAbstractButton>("optMultipleCoverLetters"));
+    }, [&](const Paper&, const Paper& a) {
+        return expect(a.outline.filter(QRegularExpression(QStringLiteral("^  Cover Letter: "))).size() == 3,
                       a.outline.join(QLatin1Char('|')));
     });
     choose(QStringLiteral("Letter: carbon copies"), [&] {
@@ -558,6 +607,23 @@ void tst_ChoiceToPaper::paragraphsAndRemarks()
     }, [&](const Paper& b, const Paper& a) {
         return expect(!remark.isEmpty() && !b.part(letter).contains(remark) && a.part(letter).contains(remark), remark)
                + onlyChanged(b, a, {letter});
+    });
+    choose(QStringLiteral("Remarks: order"), [&] {
+        page(4);
+        auto* list = listOf("ctlRemarks");
+        first = rowText(list, 0).left(30);
+        second = rowText(list, 1).left(30);
+        clickRow(list, 0);
+        click(find<ZebSubCtl::UserControl>("ctlRemarks")->findChild<QAbstractButton*>(QStringLiteral("cmdMoveDown")));
+        if (auto* save = find<ZebSubCtl::UserControl>("ctlRemarks")->findChild<QAbstractButton*>(QStringLiteral("cmdSave")))
+            if (save->isEnabled() && save->isVisible())
+                click(save);
+    }, [&](const Paper& b, const Paper& a) {
+        const QString was = b.part(letter), now = a.part(letter);
+        // Only ticked remarks print: the order shows when both do.
+        const bool both = was.contains(first) && was.contains(second);
+        return expect(both && was.indexOf(first) < was.indexOf(second) && now.indexOf(second) < now.indexOf(first),
+                      QStringLiteral("order of \"%1\" and \"%2\" not printed").arg(first, second));
     });
     CHOICES_HELD();
 }
@@ -780,6 +846,29 @@ void tst_ChoiceToPaper::customers()
     }, [&](const Paper& b, const Paper& a) {
         return expect(b.part(part).contains(QStringLiteral("Cedar Ridge Architects")) && !a.part(part).contains(QStringLiteral("Cedar Ridge Architects")),
                       a.part(part).left(200))
+               + onlyChanged(b, a, {part});
+    });
+    // A customer found by account number and added gets a label with its whole address.
+    choose(QStringLiteral("Customers: add one"), [&] {
+        page(1);
+        auto* panel = find<ZebSubCtl::UserControl>("ctlCustomers");
+        auto* account = panel->findChild<QLineEdit*>(QStringLiteral("txtAcctNum"));
+        QVERIFY(account);
+        QTest::mouseClick(account, Qt::LeftButton);
+        QTest::keyClicks(account, QStringLiteral("100601"));
+        click(panel->findChild<QAbstractButton*>(QStringLiteral("cmdSearch")));
+        click(panel->findChild<QAbstractButton*>(QStringLiteral("cmdAdd")));
+    }, [&](const Paper& b, const Paper& a) {
+        // Labels stand side by side: each line of the new one is found, in its order.
+        const QString now = a.part(part);
+        qsizetype at = 0;
+        bool inOrder = true;
+        for (const QString& line : {QStringLiteral("Willamette Valley Electric"), QStringLiteral("Luis Navarro"),
+                                   QStringLiteral("1880 Lancaster Drive NE"), QStringLiteral("Salem, OR 97301")}) {
+            at = now.indexOf(line, at);
+            inOrder &= at >= 0;
+        }
+        return expect(!b.part(part).contains(QStringLiteral("Willamette")) && inOrder, now.left(300))
                + onlyChanged(b, a, {part});
     });
     CHOICES_HELD();
