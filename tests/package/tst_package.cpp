@@ -1006,7 +1006,7 @@ private slots:
         const QList<std::pair<const char*, QStringList>> members = {
             {"source", {"Submittal", "CoverLetterParagraphs", "CoverLetterRemarks", "BOM", "Labels",
                         "LineItems", "Customers", "JobName", "JobNumber", "PurchaseOrder", "Manufacturer",
-                        "Address"}},
+                        "Address", "RecipientAddress", "Office"}},
             {"submittal", {"IssuedBy", "SubmittalDate", "IncludeCoverLetter", "CoverLetter", "IncludeBOM",
                            "IncludeLabels", "Recipients", "SubmittalPurpose"}},
             {"coverLetter", {"IncludeLogo", "IncludeDefaultParagraphs", "IncludeRemarks", "SeparateLetters",
@@ -1022,7 +1022,7 @@ private slots:
                      "IncludeMTO", "IncludeGroupCodes"}},
             {"bomRemarks", {"Enumerate"}},
             {"lineItems", {"Enumerate"}},
-            {"lineItem", {"Type", "Quantity", "Brand", "CatalogNumber", "Description", "Group", "MTO", "Comment"}},
+            {"lineItem", {"Selected", "Type", "Quantity", "Brand", "CatalogNumber", "Description", "Group", "MTO", "Comment"}},
             {"comment", {"Text"}},
             {"labels", {"LabelFields"}},
             {"labelFields", {"Enumerate"}},
