@@ -884,7 +884,7 @@ void tst_ChoiceToPaper::onThePostgreSqlServer()
     m_last = {};
     m_office = QStringLiteral("PostgreSQL");
     openOffice(server.location(server.newDatabaseName()), true);
-    // One choice of each kind: a flag, a text's tick, a label field, a line.
+    // One choice of each kind: a flag, a text's tick, the issuer, a line, a part and a customer.
     const QString letter = QStringLiteral("Cover Letter");
     choose(QStringLiteral("Letter: remarks on"), [&] {
         page(2);
@@ -910,7 +910,31 @@ void tst_ChoiceToPaper::onThePostgreSqlServer()
                           QStringLiteral("Tomasz Wierzbicki"));
         QTest::keyClick(issuer, Qt::Key_Tab);
     }, [&](const Paper& b, const Paper& a) {
-        return expect(b.author != a.author && !a.author.isEmpty(), a.author);
+        return expect(b.author != a.author && a.author == QStringLiteral("Tomasz Wierzbicki"), a.author);
+    });
+    choose(QStringLiteral("Lines: untick line 1"), [&] {
+        page(7);
+        const auto lines = find<ZebSubCtl::UserControl>("ctlLineItems")->findChildren<QWidget*>(QStringLiteral("ctlSubLine"));
+        QWidget* first = nullptr;
+        for (QWidget* line : lines)
+            if (line->property("LineNumber").toString() == QStringLiteral("1") && line->isVisible())
+                first = line;
+        QVERIFY(first);
+        clickCheckBox(first->findChild<QAbstractButton*>(QStringLiteral("chkSelect")));
+    }, [&](const Paper& b, const Paper& a) {
+        const QString bom = QStringLiteral("Bill of Materials");
+        return expect(b.part(bom).contains(QStringLiteral(" 1 A ")) && !a.part(bom).contains(QStringLiteral(" 1 A ")),
+                      QStringLiteral("line 1 still prints"));
+    });
+    choose(QStringLiteral("Labels on, a customer unticked"), [&] {
+        page(0);
+        clickCheckBox(find<QAbstractButton>("chkLabels"));
+        page(1);
+        clickRowCheck(find<KeyedListView>("lsvCustomers"), 0);
+    }, [&](const Paper&, const Paper& a) {
+        const QString labels = a.part(QStringLiteral("Labels"));
+        return expect(!labels.contains(QStringLiteral("Halvorsen Electric Co.")) && labels.startsWith(QStringLiteral("Cedar Ridge Architects")),
+                      labels.left(200));
     });
     CHOICES_HELD();
     m_window.reset();
