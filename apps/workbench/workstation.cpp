@@ -4,6 +4,7 @@
 #include "exportcheckdialog.h"
 #include "desktopopener.h"
 #include "joblistdialog.h"
+#include "letterheaddialog.h"
 #include "officesettingsdialog.h"
 #include "package/packagegenerator.h"
 #include "platform/dateedit.h"
@@ -64,6 +65,9 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     QAction* office = file->addAction(QStringLiteral("Office &Database..."), this,
                                       [this] { chooseOffice(); });
     office->setObjectName(QStringLiteral("actOfficeDatabase"));
+    QAction* letterhead = file->addAction(QStringLiteral("Office &Letterhead..."), this,
+                                          [this] { chooseLetterhead(); });
+    letterhead->setObjectName(QStringLiteral("actOfficeLetterhead"));
     file->addSeparator();
     QAction* quit = file->addAction(QStringLiteral("&Quit"), this, [this] { close(); });
     quit->setObjectName(QStringLiteral("actQuit"));
@@ -311,6 +315,20 @@ void Workstation::chooseExport()
                                             "files.\nThe package is in the folder %1.")
                                  .arg(folder));
     open(folder);
+}
+
+void Workstation::chooseLetterhead()
+{
+    try {
+        LetterheadDialog dialog(m_store->letterhead(), this);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        m_store->setLetterhead(dialog.letterhead());
+        updateStatus();
+    } catch (const ZebObjects::Failure& f) {
+        logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+        QMessageBox::warning(this, QStringLiteral("Office Letterhead"), f.Description());
+    }
 }
 
 void Workstation::chooseOffice()

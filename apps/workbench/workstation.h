@@ -56,6 +56,8 @@ public:
     // Asks where to write the package, writes it and offers to open it; without a program to
     // show it, says so and shows the folder that holds it.
     void chooseExport();
+    // Shows the office's letterhead (name, address, logo) for editing and keeps what is accepted.
+    void chooseLetterhead();
     // Asks where the office is (a file or the office's server) for the next start.
     void chooseOffice();
 

@@ -10,6 +10,7 @@
 #include "store/storetextobjects.h"
 #include "exportcheckdialog.h"
 #include "formdescription.h"
+#include "letterheaddialog.h"
 #include "frame/usercontrol.h"
 #include "objects/runtime.h"
 #include "officefile.h"
@@ -26,7 +27,9 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QAction>
 #include <QFile>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -57,6 +60,10 @@ struct Paper {
     QMap<QString, QString> parts;
     QStringList outline;
     QString author;
+    // The office's red test logo shows on the first letter page.
+    bool logoRed = false;
+    // Pictures on the first letter page: the logo is the only one.
+    int letterImages = -1;
 
     QString all() const { return pages.join(QLatin1Char(' ')); }
     QString part(const QString& name) const { return parts.value(name); }
@@ -96,7 +103,8 @@ Paper readBack(const QString& pdf)
     }
     const QJsonObject json = QJsonDocument::fromJson(runTool(QStringLiteral("qpdf"),
                                                              {QStringLiteral("--json=2"),
-                                                              QStringLiteral("--json-key=outlines"), pdf})
+                                                              QStringLiteral("--json-key=outlines"),
+                                                              QStringLiteral("--json-key=pages"), pdf})
                                                          .toUtf8())
                                  .object();
     const std::function<void(const QJsonArray&, int)> walk = [&](const QJsonArray& items, int level) {
@@ -106,6 +114,30 @@ Paper readBack(const QString& pdf)
         }
     };
     walk(json.value(QStringLiteral("outlines")).toArray(), 0);
+    const QJsonArray pageObjects = json.value(QStringLiteral("pages")).toArray();
+    for (int n = 0; n < int(paper.footers.size()) && n < int(pageObjects.size()); ++n) {
+        if (paper.footers[n].contains(QStringLiteral("Cover Letter"))) {
+            paper.letterImages = int(pageObjects[n].toObject().value(QStringLiteral("images")).toArray().size());
+            break;
+        }
+    }
+    for (int n = 1; n <= int(paper.pages.size()); ++n) {
+        if (!paper.footers.value(n - 1).contains(QStringLiteral("Cover Letter")))
+            continue;
+        const QString prefix = pdf + QStringLiteral("-page");
+        runTool(QStringLiteral("pdftoppm"), {QStringLiteral("-png"), QStringLiteral("-r"), QStringLiteral("30"),
+                                             QStringLiteral("-f"), QString::number(n), QStringLiteral("-l"),
+                                             QString::number(n), QStringLiteral("-singlefile"), pdf, prefix});
+        const QImage image(prefix + QStringLiteral(".png"));
+        int red = 0;
+        for (int y = 0; y < image.height() / 4; ++y)
+            for (int x = 0; x < image.width() / 3; ++x) {
+                const QColor c = image.pixelColor(x, y);
+                red += c.red() > 170 && c.green() < 70 && c.blue() < 70 ? 1 : 0;
+            }
+        paper.logoRed = red > 20;
+        break;
+    }
     for (const QString& line : runTool(QStringLiteral("pdfinfo"), {pdf}).split(QLatin1Char('\n')))
         if (line.startsWith(QStringLiteral("Author:")))
             paper.author = line.mid(7).trimmed();
@@ -490,8 +522,11 @@ void tst_ChoiceToPaper::coverLetterOptions()
         page(2);
         clickCheckBox(find<QAbstractButton>("chkIncludeLogo"));
     }, [&](const Paper& b, const Paper& a) {
-        // The logo is a picture: the text stays, the letterhead's name moves beside or off it.
+        // The logo is a picture: it comes or goes, the text stays.
+        const bool on = find<QAbstractButton>("chkIncludeLogo")->isChecked();
         return expect(b.part(letter) == a.part(letter), QStringLiteral("the letter's text changed"))
+               + expect(a.letterImages == (on ? 1 : 0) && b.letterImages == (on ? 0 : 1),
+                        QStringLiteral("%1 pictures before, %2 after").arg(b.letterImages).arg(a.letterImages))
                + onlyChanged(b, a, {});
     });
     QString paragraph;
@@ -525,6 +560,40 @@ void tst_ChoiceToPaper::coverLetterOptions()
                           && a.all().contains(QStringLiteral("Dana Whitcomb Halvorsen Electric Co. 2210 NW Front Avenue Suite 300 Portland, OR 97210"))
                           && a.all().contains(QStringLiteral("Tom Okafor Benton Consulting Engineers 12725 SW Millikan Way Floor 4 Beaverton, OR 97005")),
                       a.outline.join(QLatin1Char('|')) + a.all().left(400));
+    });
+    // The office's own letterhead, edited in its dialog: name, address and a logo of its own.
+    const QString logoFile = m_scratch->filePath(QStringLiteral("logo.png"));
+    {
+        QImage red(80, 40, QImage::Format_RGB32);
+        red.fill(QColor(0xd0, 0x10, 0x10));
+        QVERIFY(red.save(logoFile));
+    }
+    choose(QStringLiteral("Office: letterhead"), [&] {
+        ZebTest::WhenModal<LetterheadDialog> answer([&](LetterheadDialog& d) {
+            auto* name = d.findChild<QLineEdit*>(QStringLiteral("txtOfficeName"));
+            QTest::mouseClick(name, Qt::LeftButton);
+            name->selectAll();
+            ZebTest::typeText(name, QStringLiteral("Harbor Light Agency"));
+            auto* street = d.findChild<QLineEdit*>(QStringLiteral("txtOfficeStreet"));
+            QTest::mouseClick(street, Qt::LeftButton);
+            street->selectAll();
+            ZebTest::typeText(street, QStringLiteral("77 Pier Road"));
+            QVERIFY(d.chooseLogo(logoFile));
+            // Kept for a look when asked for.
+            const QByteArray keep = qgetenv("ZEB_LETTERHEAD_KEEP");
+            if (!keep.isEmpty())
+                d.grab().save(QString::fromLocal8Bit(keep));
+            QTest::keyClick(&d, Qt::Key_Return);
+        });
+        m_window->findChild<QAction*>(QStringLiteral("actOfficeLetterhead"))->trigger();
+        QVERIFY(answer.answered());
+        QVERIFY(!answer.leftOpen());
+    }, [&](const Paper& b, const Paper& a) {
+        return expect(b.part(letter).startsWith(QStringLiteral("Northlight Lighting Sales 1120 NW Couch Street"))
+                          && a.part(letter).startsWith(QStringLiteral("Harbor Light Agency 77 Pier Road Suite 450"))
+                          && a.part(QStringLiteral("Contents")).contains(QStringLiteral("From: Harbor Light Agency"))
+                          && a.logoRed,
+                      a.part(letter).left(200));
     });
     choose(QStringLiteral("Letter: same letter for all"), [&] {
         page(2);
