@@ -389,9 +389,12 @@ QString onlyChanged(const Paper& before, const Paper& after, const QStringList& 
     return {};
 }
 
+// Empty when ok; else what went wrong, never empty.
 QString expect(bool ok, const QString& what)
 {
-    return ok ? QString() : what;
+    if (ok)
+        return {};
+    return what.isEmpty() ? QStringLiteral("not as chosen (nothing printed)") : what;
 }
 }  // namespace
 
@@ -568,6 +571,11 @@ void tst_ChoiceToPaper::coverLetterOptions()
         red.fill(QColor(0xd0, 0x10, 0x10));
         QVERIFY(red.save(logoFile));
     }
+    // The logo prints only while the letters include it.
+    page(2);
+    if (!find<QAbstractButton>("chkIncludeLogo")->isChecked())
+        clickCheckBox(find<QAbstractButton>("chkIncludeLogo"));
+    m_last = {};
     choose(QStringLiteral("Office: letterhead"), [&] {
         ZebTest::WhenModal<LetterheadDialog> answer([&](LetterheadDialog& d) {
             auto* name = d.findChild<QLineEdit*>(QStringLiteral("txtOfficeName"));
@@ -589,11 +597,15 @@ void tst_ChoiceToPaper::coverLetterOptions()
         QVERIFY(answer.answered());
         QVERIFY(!answer.leftOpen());
     }, [&](const Paper& b, const Paper& a) {
-        return expect(b.part(letter).startsWith(QStringLiteral("Northlight Lighting Sales 1120 NW Couch Street"))
-                          && a.part(letter).startsWith(QStringLiteral("Harbor Light Agency 77 Pier Road Suite 450"))
+        // Every letter's page starts with the office's head.
+        const QString first = a.pages.value(1);
+        return expect(b.pages.value(1).startsWith(QStringLiteral("Northlight Lighting Sales 1120 NW Couch Street"))
+                          && first.startsWith(QStringLiteral("Harbor Light Agency 77 Pier Road Suite 450"))
+                          && a.all().count(QStringLiteral("Harbor Light Agency 77 Pier Road Suite 450")) == 3
+                          && !a.all().contains(QStringLiteral("Northlight"))
                           && a.part(QStringLiteral("Contents")).contains(QStringLiteral("From: Harbor Light Agency"))
-                          && a.logoRed,
-                      a.part(letter).left(200));
+                          && a.logoRed && !b.logoRed,
+                      QStringLiteral("letter begins \"%1\", red logo %2").arg(first.left(120)).arg(a.logoRed));
     });
     choose(QStringLiteral("Letter: same letter for all"), [&] {
         page(2);
