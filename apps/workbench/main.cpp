@@ -75,7 +75,8 @@ int main(int argc, char** argv)
     const QCommandLineOption resetSample(QStringLiteral("reset-sample"), QStringLiteral("Make the office file anew with the sample office (a server database gets it only while empty)."));
     const QCommandLineOption job(QStringLiteral("job"), QStringLiteral("Open the job with this number first."), QStringLiteral("number"));
     const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
-    parser.addOptions({db, resetSample, job, exportPdf});
+    const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
+    parser.addOptions({db, resetSample, job, exportPdf, force});
     parser.process(app);
     // Started from an icon there is no terminal to read a failure on; a command-line mode never
     // waits for a box.
@@ -160,6 +161,15 @@ int main(int argc, char** argv)
                                           : QStringLiteral("the office \"%1\" has no job").arg(store->path()));
         try {
             const StorePackageSource source(*store, store->openJob(id));
+            // An incomplete package goes out only when forced; the list says what it lacks.
+            const QStringList gaps = ZebPackage::PackageGenerator::Check(source);
+            if (!gaps.isEmpty() && !parser.isSet(force)) {
+                std::fprintf(stderr, "zeb-workbench: the package of job %s is incomplete (--force writes it anyway):\n",
+                             qPrintable(source.JobNumber()));
+                for (const QString& gap : gaps)
+                    std::fprintf(stderr, "  - %s\n", qPrintable(gap));
+                return 2;
+            }
             ZebPackage::PackageGenerator generator;
             generator.Generate(source, parser.value(exportPdf));
             std::printf("%s: %d pages\n", qPrintable(parser.value(exportPdf)), int(generator.pageCount()));

@@ -1,6 +1,7 @@
 #include "storepackagesource.h"
 
 #include "contracts/customer.h"
+#include "contracts/recipient.h"
 #include "contracts/lineitem.h"
 #include "objects/standalonepackagesource.h"
 #include "store/store.h"
@@ -15,14 +16,11 @@
 StorePackageSource::StorePackageSource(const ZebObjects::Store& store,
                                        std::shared_ptr<ZebObjects::StoreJob> job)
     : m_job(std::move(job)),
+      m_office(store.letterhead()),
       m_manufacturers(ZebObjects::StandalonePackageSource::sampleManufacturers())
 {
-    for (const auto& customer : store.directoryCustomers()) {
-        ZebPackage::PostalAddress address;
-        address.Zip = customer.zip;
-        address.Phone = customer.phone;
-        m_addresses.insert(customer.key, address);
-    }
+    for (const auto& customer : store.directoryCustomers())
+        m_addresses.insert(customer.key, ZebObjects::StandalonePackageSource::addressOf(customer));
 }
 
 std::shared_ptr<ZebObjects::Submittal> StorePackageSource::Submittal() const
@@ -72,7 +70,7 @@ QString StorePackageSource::JobNumber() const
 
 QString StorePackageSource::PurchaseOrder() const
 {
-    return {};
+    return m_job->purchaseOrder();
 }
 
 QString StorePackageSource::Manufacturer(const ZebObjects::LineItem& line) const
@@ -83,4 +81,25 @@ QString StorePackageSource::Manufacturer(const ZebObjects::LineItem& line) const
 ZebPackage::PostalAddress StorePackageSource::Address(const ZebObjects::Customer& customer) const
 {
     return m_addresses.value(customer.Key());
+}
+
+ZebPackage::PostalAddress StorePackageSource::Address(const ZebObjects::Recipient& recipient) const
+{
+    ZebPackage::PostalAddress address;
+    if (const auto* stored = dynamic_cast<const ZebObjects::StoreRecipient*>(&recipient)) {
+        const auto& d = stored->data();
+        address.Street = d.street;
+        address.Street2 = d.street2;
+        address.City = d.city;
+        address.State = d.state;
+        address.Zip = d.zip;
+        address.Phone = d.phone;
+        address.Email = d.email;
+    }
+    return address;
+}
+
+ZebPackage::Letterhead StorePackageSource::Office() const
+{
+    return m_office;
 }

@@ -11,10 +11,10 @@ class Store;
 class StoreJob;
 }
 
-// A job of the office's store as the package generator reads it. The store keeps a customer's
-// zip code and phone number in its directory, but no street, attention or purchase order, and no
-// maker for a line: those print empty, and a line's maker comes from the makers the office knows
-// for its brands.
+// A job of the office's store as the package generator reads it: a customer's address comes from
+// the office's directory, a recipient's from the recipient's row, the letterhead from the
+// office's settings. The store keeps no maker for a line: a line's maker comes from the makers
+// the office knows for its brands.
 class StorePackageSource : public ZebPackage::PackageSource {
 public:
     StorePackageSource(const ZebObjects::Store& store, std::shared_ptr<ZebObjects::StoreJob> job);
@@ -31,9 +31,12 @@ public:
     QString PurchaseOrder() const override;
     QString Manufacturer(const ZebObjects::LineItem& line) const override;
     ZebPackage::PostalAddress Address(const ZebObjects::Customer& customer) const override;
+    ZebPackage::PostalAddress Address(const ZebObjects::Recipient& recipient) const override;
+    ZebPackage::Letterhead Office() const override;
 
 private:
     std::shared_ptr<ZebObjects::StoreJob> m_job;
     QHash<QString, ZebPackage::PostalAddress> m_addresses;
+    ZebPackage::Letterhead m_office;
     QHash<QString, QString> m_manufacturers;
 };

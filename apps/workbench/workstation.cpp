@@ -1,16 +1,20 @@
 #include "workstation.h"
 
 #include "contracts/failure.h"
+#include "exportcheckdialog.h"
 #include "desktopopener.h"
 #include "joblistdialog.h"
+#include "letterheaddialog.h"
 #include "officesettingsdialog.h"
 #include "package/packagegenerator.h"
 #include "platform/dateedit.h"
 #include "storepackagesource.h"
 #include "store/store.h"
 #include "store/storejob.h"
+#include "store/storesubmittal.h"
 #include "workbenchdata.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -97,6 +101,9 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     QAction* office = file->addAction(QStringLiteral("Office &Database..."), this,
                                       [this] { chooseOffice(); });
     office->setObjectName(QStringLiteral("actOfficeDatabase"));
+    QAction* letterhead = file->addAction(QStringLiteral("Office &Letterhead..."), this,
+                                          [this] { chooseLetterhead(); });
+    letterhead->setObjectName(QStringLiteral("actOfficeLetterhead"));
     file->addSeparator();
     QAction* quit = file->addAction(QStringLiteral("&Quit"), this, [this] { close(); });
     quit->setObjectName(QStringLiteral("actQuit"));
@@ -163,12 +170,37 @@ void Workstation::openJob(qint64 id)
     // From here the pages show what the office holds; a write while binding them tells again.
     m_saveState.shownFromOffice();
     setData(data);
+    keepCarbonCopyChoice();
     followPendingEdits();
     if (page >= 0 && page < pageCount())
         showPage(page);
     if (m_options.remember)
         QSettings().setValue(kLastJobKey, m_job->number());
     updateStatus();
+}
+
+void Workstation::keepCarbonCopyChoice()
+{
+    // The cover letter panel shows "Print Carbon Copy Information" but never writes it; the
+    // workstation writes the user's click, so the choice reaches the letters.
+    auto* box = findChild<QAbstractButton*>(QStringLiteral("chkIncludeCC"));
+    if (!box || !m_job)
+        return;
+    const std::weak_ptr<ZebObjects::StoreJob> job = m_job;
+    connect(box, &QAbstractButton::clicked, this, [this, job](bool checked) {
+        const auto open = job.lock();
+        if (!open || open != m_job)
+            return;
+        try {
+            auto letter = std::dynamic_pointer_cast<ZebObjects::StoreCoverLetter>(open->submittal()->CoverLetter());
+            if (letter)
+                letter->setIncludeCarbonCopy(checked);
+            updateStatus();
+        } catch (const ZebObjects::Failure& f) {
+            logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+            QMessageBox::warning(this, QStringLiteral("Cover Letter Options"), f.Description());
+        }
+    });
 }
 
 qint64 Workstation::startingJob() const
@@ -260,6 +292,21 @@ bool Workstation::exportPackage(const QString& path)
     if (!m_job)
         return false;
     finishEdit();
+    try {
+        // A package that lacks something goes out only when the user says so.
+        const QStringList gaps = ZebPackage::PackageGenerator::Check(StorePackageSource(*m_store, m_job));
+        if (!gaps.isEmpty()) {
+            ExportCheckDialog check(m_job->number(), gaps, this);
+            if (check.exec() != QDialog::Accepted) {
+                statusBar()->showMessage(QStringLiteral("Export cancelled"), 5000);
+                return false;
+            }
+        }
+    } catch (const ZebObjects::Failure& f) {
+        logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+        QMessageBox::warning(this, QStringLiteral("Export Package"), f.Description());
+        return false;
+    }
     QProgressDialog progress(QStringLiteral("Writing the package of job %1...").arg(m_job->number()),
                              QStringLiteral("Cancel"), 0, 1, this);
     progress.setObjectName(QStringLiteral("dlgExportProgress"));
@@ -317,6 +364,20 @@ void Workstation::chooseExport()
                                             "files.\nThe package is in the folder %1.")
                                  .arg(folder));
     open(folder);
+}
+
+void Workstation::chooseLetterhead()
+{
+    try {
+        LetterheadDialog dialog(m_store->letterhead(), this);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        m_store->setLetterhead(dialog.letterhead());
+        updateStatus();
+    } catch (const ZebObjects::Failure& f) {
+        logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
+        QMessageBox::warning(this, QStringLiteral("Office Letterhead"), f.Description());
+    }
 }
 
 void Workstation::chooseOffice()

@@ -49,12 +49,16 @@ public:
     std::shared_ptr<ZebObjects::Store> store() const { return m_store; }
     // Asks for a job in the job list and opens it.
     void chooseJob();
-    // Writes the open job's package to path, showing a progress dialog that can cancel it. True
-    // when the file is written; a failure is shown and logged, and leaves no file behind.
+    // Writes the open job's package to path, showing a progress dialog that can cancel it. A
+    // package that lacks something (PackageGenerator::Check) is written only when the user
+    // answers "Export Anyway" in the dialog that lists what it lacks. True when the file is
+    // written; a failure is shown and logged, and leaves no file behind.
     bool exportPackage(const QString& path);
     // Asks where to write the package, writes it and offers to open it; without a program to
     // show it, says so and shows the folder that holds it.
     void chooseExport();
+    // Shows the office's letterhead (name, address, logo) for editing and keeps what is accepted.
+    void chooseLetterhead();
     // Asks where the office is (a file or the office's server) for the next start.
     void chooseOffice();
 
@@ -80,6 +84,7 @@ protected:
 private:
     void updateStatus();
     void updateSaveStatus();
+    void keepCarbonCopyChoice();
     // What is typed but not written yet, as the status bar names it; empty when nothing is.
     QString pendingEdit() const;
     void followPendingEdits();

@@ -1,5 +1,11 @@
 #include "objects/sampledata.h"
 
+#include "package/agencylogo.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QPainter>
+
 #include "objects/customerdirectory.h"
 #include "objects/standalonebom.h"
 #include "objects/standalonecoverletter.h"
@@ -298,9 +304,96 @@ std::shared_ptr<CustomerDirectory> SampleData::customerDirectory()
         customer("C1035", "Rose City Electric", "101105", "Portland", "OR", "97211", "(503) 555-0110", "Contractor", "Electrical"),
         customer("C1036", "Umpqua Design Build", "101121", "Roseburg", "OR", "97470", "(541) 555-0192", "Contractor", "General"),
     };
-    for (const auto& record : records)
+    struct Row {
+        const char* key;
+        const char* attention;
+        const char* street;
+        const char* street2;
+    };
+    static const Row rows[] = {
+        {"C1001", "Dana Whitcomb", "2210 NW Front Avenue", "Suite 300"},
+        {"C1002", "Tom Okafor", "12725 SW Millikan Way", "Floor 4"},
+        {"C1003", "Priya Raman", "520 SW Yamhill Street", "Suite 1100"},
+        {"C1004", "Luis Navarro", "1880 Lancaster Drive NE", ""},
+        {"C1005", "Grace Lindholm", "4400 NE 77th Avenue", "Building B"},
+        {"C1006", "Owen Fairbanks", "1201 Third Avenue", "Suite 2400"},
+        {"C1007", "Hannah Becker", "1040 NE 44th Avenue", ""},
+        {"C1008", "Marcus Delgado", "2302 Pacific Avenue", ""},
+        {"C1009", "Ruth Abernathy", "333 NE Burnside Road", ""},
+        {"C1010", "Kevin Marsh", "1675 W 11th Avenue", ""},
+        {"C1011", "Ines Carvalho", "1435 NW Flanders Street", "Studio 5"},
+        {"C1012", "Paul Engstrom", "5050 NE Elam Young Parkway", ""},
+        {"C1013", "Sandra Whitley", "7600 N Interstate Avenue", ""},
+        {"C1014", "Victor Huang", "10900 NE 8th Street", "Suite 900"},
+        {"C1015", "Amy Castellano", "8203 W Quinault Avenue", ""},
+        {"C1016", "Derek Holm", "63055 Corporate Place", ""},
+        {"C1017", "Naomi Fischer", "325 Ninth Avenue", "Box 359750"},
+        {"C1018", "Colin Ashby", "44 W Broadway", "Suite 500"},
+        {"C1019", "Teresa Vaughn", "2555 SW 17th Street", ""},
+        {"C1020", "Felix Morrow", "3621 SE Division Street", ""},
+        {"C1021", "Janet Sorensen", "2802 NE 65th Avenue", ""},
+        {"C1022", "Ahmed Saleh", "3002 Colby Avenue", ""},
+        {"C1023", "Bonnie Reyes", "2045 Washburn Way", ""},
+        {"C1024", "Elin Dahl", "2200 Western Avenue", "Suite 210"},
+        {"C1025", "Joseph Kimura", "1010 W Jefferson Street", ""},
+        {"C1026", "Carla Jennings", "1850 N Holmes Avenue", ""},
+        {"C1027", "Martin Pruitt", "820 Crater Lake Avenue", ""},
+        {"C1028", "Lena Vogel", "110 First Avenue S", ""},
+        {"C1029", "Sam Tillman", "140 SW Coast Highway", ""},
+        {"C1030", "Olivia Grant", "1015 SE Grand Avenue", "Suite 200"},
+        {"C1031", "Brandon Cole", "15912 E Marietta Avenue", ""},
+        {"C1032", "Mei Lin Zhou", "945 NW Wall Street", ""},
+        {"C1033", "Gary Lindstrom", "1900 12th Street", ""},
+        {"C1034", "Rosa Martinez", "22443 68th Avenue S", ""},
+        {"C1035", "Nathan Price", "5320 NE Martin Luther King Jr Boulevard", ""},
+        {"C1036", "Wendy Harlan", "2780 NE Stephens Street", ""},
+    };
+    for (auto record : records) {
+        for (const Row& row : rows) {
+            if (record.key == QLatin1String(row.key)) {
+                record.attention = QString::fromLatin1(row.attention);
+                record.street = QString::fromLatin1(row.street);
+                record.street2 = QString::fromLatin1(row.street2);
+                record.email = emailFor(record.attention, record.name);
+            }
+        }
         out->Add(record);
+    }
     return out;
+}
+
+QByteArray SampleData::logo()
+{
+    QImage image(300, 300, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter painter(&image);
+        ZebPackage::AgencyLogo::draw(painter, QRectF(0, 0, 300, 300));
+    }
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return png;
+}
+
+QString SampleData::emailFor(const QString& person, const QString& company)
+{
+    const auto letters = [](const QString& text) {
+        QString out;
+        for (const QChar c : text.toLower())
+            if (c.isLetterOrNumber() && c.unicode() < 128)
+                out += c;
+        return out;
+    };
+    const QStringList names = person.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const QStringList words = company.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QString local = names.isEmpty() ? QStringLiteral("office")
+                                    : letters(names.first()) + QLatin1Char('.') + letters(names.last());
+    QString domain;
+    for (qsizetype i = 0; i < std::min<qsizetype>(2, words.size()); ++i)
+        domain += letters(words[i]);
+    return local + QLatin1Char('@') + domain + QStringLiteral(".example");
 }
 
 std::shared_ptr<StandaloneCustomers> SampleData::customers()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QStringList>
 #include <QVariant>
 
@@ -42,6 +43,10 @@ public:
     // The submittal's customers: two from the directory, both included.
     static std::shared_ptr<StandaloneCustomers> customers();
     static QStringList issuedByNames();
+    // An e-mail address of the sample's making for a person at a company.
+    static QString emailFor(const QString& person, const QString& company);
+    // The sample office's logo as PNG bytes: the agency's mark.
+    static QByteArray logo();
     // The search context of the sample user.
     static QVariant searchContextValue();
 };

@@ -22,6 +22,12 @@ public:
         QString category;
         QString zip;
         QString phone;
+        // Where the mail goes, and whom it is for; the directory keeps them for labels and
+        // letters.
+        QString attention;
+        QString street;
+        QString street2;
+        QString email;
         // A closed account is found only when asked for.
         bool active = true;
         bool included = false;

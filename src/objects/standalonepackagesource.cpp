@@ -2,6 +2,9 @@
 
 #include "contracts/lineitem.h"
 #include "contracts/lineitemcomment.h"
+#include "contracts/recipient.h"
+#include "contracts/recipients.h"
+#include "contracts/submittal.h"
 #include "objects/customerdirectory.h"
 #include "objects/sampledata.h"
 #include "objects/standalonebom.h"
@@ -28,6 +31,17 @@ std::shared_ptr<StandalonePackageSource> StandalonePackageSource::sampleJob(qint
     job->setPurchaseOrder(QStringLiteral("RMOB-4471"));
     job->m_manufacturers = sampleManufacturers();
     job->m_addresses = sampleAddresses();
+    job->m_office = sampleLetterhead();
+    // A recipient's letter goes to the directory's address of the recipient's company.
+    const auto directory = SampleData::customerDirectory()->Records();
+    for (const auto& recipient : job->m_submittal->Recipients()->Enumerate()) {
+        for (const auto& record : directory) {
+            if (record.name == recipient->Company()) {
+                job->setRecipientAddress(recipient->Name(), recipient->Company(), addressOf(record));
+                break;
+            }
+        }
+    }
 
     const auto sample = SampleData::lineItems();
     if (lineCount == sample->Count()) {
@@ -70,69 +84,41 @@ QHash<QString, QString> StandalonePackageSource::sampleManufacturers()
     };
 }
 
+ZebPackage::PostalAddress StandalonePackageSource::addressOf(const StandaloneCustomer::Data& record)
+{
+    ZebPackage::PostalAddress address;
+    address.Attention = record.attention;
+    address.Street = record.street;
+    address.Street2 = record.street2;
+    address.City = record.city;
+    address.State = record.state;
+    address.Zip = record.zip;
+    address.Phone = record.phone;
+    address.Email = record.email;
+    return address;
+}
+
+ZebPackage::Letterhead StandalonePackageSource::sampleLetterhead()
+{
+    ZebPackage::Letterhead office;
+    office.Name = QStringLiteral("Northlight Lighting Sales");
+    office.Street = QStringLiteral("1120 NW Couch Street");
+    office.Street2 = QStringLiteral("Suite 450");
+    office.City = QStringLiteral("Portland");
+    office.State = QStringLiteral("OR");
+    office.Zip = QStringLiteral("97209");
+    office.Phone = QStringLiteral("(503) 555-0100");
+    office.Email = QStringLiteral("submittals@northlight.example");
+    office.Logo = SampleData::logo();
+    return office;
+}
+
 QHash<QString, ZebPackage::PostalAddress> StandalonePackageSource::sampleAddresses()
 {
-    struct Row {
-        const char* key;
-        const char* attention;
-        const char* street;
-        const char* street2;
-    };
-    // Zip and phone come from the directory; the directory knows no street.
-    static const Row rows[] = {
-        {"C1001", "Dana Whitcomb", "2210 NW Front Avenue", "Suite 300"},
-        {"C1002", "Tom Okafor", "12725 SW Millikan Way", "Floor 4"},
-        {"C1003", "Priya Raman", "520 SW Yamhill Street", "Suite 1100"},
-        {"C1004", "Luis Navarro", "1880 Lancaster Drive NE", ""},
-        {"C1005", "Grace Lindholm", "4400 NE 77th Avenue", "Building B"},
-        {"C1006", "Owen Fairbanks", "1201 Third Avenue", "Suite 2400"},
-        {"C1007", "Hannah Becker", "1040 NE 44th Avenue", ""},
-        {"C1008", "Marcus Delgado", "2302 Pacific Avenue", ""},
-        {"C1009", "Ruth Abernathy", "333 NE Burnside Road", ""},
-        {"C1010", "Kevin Marsh", "1675 W 11th Avenue", ""},
-        {"C1011", "Ines Carvalho", "1435 NW Flanders Street", "Studio 5"},
-        {"C1012", "Paul Engstrom", "5050 NE Elam Young Parkway", ""},
-        {"C1013", "Sandra Whitley", "7600 N Interstate Avenue", ""},
-        {"C1014", "Victor Huang", "10900 NE 8th Street", "Suite 900"},
-        {"C1015", "Amy Castellano", "8203 W Quinault Avenue", ""},
-        {"C1016", "Derek Holm", "63055 Corporate Place", ""},
-        {"C1017", "Naomi Fischer", "325 Ninth Avenue", "Box 359750"},
-        {"C1018", "Colin Ashby", "44 W Broadway", "Suite 500"},
-        {"C1019", "Teresa Vaughn", "2555 SW 17th Street", ""},
-        {"C1020", "Felix Morrow", "3621 SE Division Street", ""},
-        {"C1021", "Janet Sorensen", "2802 NE 65th Avenue", ""},
-        {"C1022", "Ahmed Saleh", "3002 Colby Avenue", ""},
-        {"C1023", "Bonnie Reyes", "2045 Washburn Way", ""},
-        {"C1024", "Elin Dahl", "2200 Western Avenue", "Suite 210"},
-        {"C1025", "Joseph Kimura", "1010 W Jefferson Street", ""},
-        {"C1026", "Carla Jennings", "1850 N Holmes Avenue", ""},
-        {"C1027", "Martin Pruitt", "820 Crater Lake Avenue", ""},
-        {"C1028", "Lena Vogel", "110 First Avenue S", ""},
-        {"C1029", "Sam Tillman", "140 SW Coast Highway", ""},
-        {"C1030", "Olivia Grant", "1015 SE Grand Avenue", "Suite 200"},
-        {"C1031", "Brandon Cole", "15912 E Marietta Avenue", ""},
-        {"C1032", "Mei Lin Zhou", "945 NW Wall Street", ""},
-        {"C1033", "Gary Lindstrom", "1900 12th Street", ""},
-        {"C1034", "Rosa Martinez", "22443 68th Avenue S", ""},
-        {"C1035", "Nathan Price", "5320 NE Martin Luther King Jr Boulevard", ""},
-        {"C1036", "Wendy Harlan", "2780 NE Stephens Street", ""},
-    };
     QHash<QString, ZebPackage::PostalAddress> out;
     const auto directory = SampleData::customerDirectory()->Records();
-    for (const Row& row : rows) {
-        ZebPackage::PostalAddress address;
-        address.Attention = QString::fromLatin1(row.attention);
-        address.Street = QString::fromLatin1(row.street);
-        address.Street2 = QString::fromLatin1(row.street2);
-        const QString key = QString::fromLatin1(row.key);
-        for (const auto& record : directory) {
-            if (record.key == key) {
-                address.Zip = record.zip;
-                address.Phone = record.phone;
-            }
-        }
-        out.insert(key, address);
-    }
+    for (const auto& record : directory)
+        out.insert(record.key, addressOf(record));
     return out;
 }
 
@@ -206,6 +192,29 @@ ZebPackage::PostalAddress StandalonePackageSource::Address(const ZebObjects::Cus
 {
     check("Address");
     return m_addresses.value(customer.Key());
+}
+
+ZebPackage::PostalAddress StandalonePackageSource::Address(const ZebObjects::Recipient& recipient) const
+{
+    check("RecipientAddress");
+    return m_recipientAddresses.value(recipient.Name() + QLatin1Char('\n') + recipient.Company());
+}
+
+ZebPackage::Letterhead StandalonePackageSource::Office() const
+{
+    check("Office");
+    return m_office;
+}
+
+void StandalonePackageSource::setRecipientAddress(const QString& name, const QString& company,
+                                                  const ZebPackage::PostalAddress& address)
+{
+    m_recipientAddresses.insert(name + QLatin1Char('\n') + company, address);
+}
+
+void StandalonePackageSource::setOffice(const ZebPackage::Letterhead& office)
+{
+    m_office = office;
 }
 
 void StandalonePackageSource::setSubmittal(std::shared_ptr<ZebObjects::Submittal> submittal)

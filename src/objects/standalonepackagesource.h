@@ -1,6 +1,7 @@
 #pragma once
 
 #include "objects/faultinjector.h"
+#include "objects/standalonecustomer.h"
 #include "package/packagesource.h"
 
 #include <QHash>
@@ -18,7 +19,7 @@ class StandaloneTextObjects;
 // given, a manufacturer for each brand and a postal address for each customer key.
 // Member names for fault injection: "Submittal", "CoverLetterParagraphs", "CoverLetterRemarks",
 // "BOM", "Labels", "LineItems", "Customers", "JobName", "JobNumber", "PurchaseOrder",
-// "Manufacturer", "Address".
+// "Manufacturer", "Address", "RecipientAddress", "Office".
 class StandalonePackageSource : public ZebPackage::PackageSource, public FaultInjectable {
 public:
     // The sample job with every object of SampleData, and lineCount lines: the sample's twenty,
@@ -26,6 +27,10 @@ public:
     static std::shared_ptr<StandalonePackageSource> sampleJob(qint16 lineCount = 20);
     // Every customer of the sample directory's postal address, by customer key.
     static QHash<QString, ZebPackage::PostalAddress> sampleAddresses();
+    // A directory record's postal address.
+    static ZebPackage::PostalAddress addressOf(const StandaloneCustomer::Data& record);
+    // The sample sales office's letterhead, its logo included.
+    static ZebPackage::Letterhead sampleLetterhead();
     // The makers of the sample lines' brands.
     static QHash<QString, QString> sampleManufacturers();
 
@@ -43,6 +48,10 @@ public:
     QString Manufacturer(const ZebObjects::LineItem& line) const override;
     // The address kept under the customer's key; empty for an unknown customer.
     ZebPackage::PostalAddress Address(const ZebObjects::Customer& customer) const override;
+    // The address kept for the recipient's name and company; empty when none is kept.
+    // Fault name "RecipientAddress".
+    ZebPackage::PostalAddress Address(const ZebObjects::Recipient& recipient) const override;
+    ZebPackage::Letterhead Office() const override;
 
     void setSubmittal(std::shared_ptr<ZebObjects::Submittal> submittal);
     void setCoverLetterParagraphs(std::shared_ptr<ZebObjects::TextObjects> paragraphs);
@@ -56,6 +65,9 @@ public:
     void setPurchaseOrder(const QString& number);
     void setManufacturer(const QString& brand, const QString& manufacturer);
     void setAddress(const QString& customerKey, const ZebPackage::PostalAddress& address);
+    void setRecipientAddress(const QString& name, const QString& company,
+                             const ZebPackage::PostalAddress& address);
+    void setOffice(const ZebPackage::Letterhead& office);
 
 private:
     std::shared_ptr<ZebObjects::Submittal> m_submittal;
@@ -70,6 +82,8 @@ private:
     QString m_purchaseOrder;
     QHash<QString, QString> m_manufacturers;
     QHash<QString, ZebPackage::PostalAddress> m_addresses;
+    QHash<QString, ZebPackage::PostalAddress> m_recipientAddresses;
+    ZebPackage::Letterhead m_office;
 };
 
 }  // namespace ZebObjects

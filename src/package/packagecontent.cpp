@@ -58,7 +58,7 @@ void readLetter(PackageContent& c, const PackageSource& source, const ZebObjects
     c.IncludeCarbonCopy = letter->IncludeCarbonCopy();
     if (const auto recipients = submittal.Recipients()) {
         for (const auto& recipient : recipients->Enumerate())
-            c.Recipients.append({recipient->Name(), recipient->Company()});
+            c.Recipients.append({recipient->Name(), recipient->Company(), source.Address(*recipient)});
     }
     if (paragraphs)
         c.Paragraphs = selectedTexts(source.CoverLetterParagraphs());
@@ -97,6 +97,8 @@ void readBOM(PackageContent& c, const PackageSource& source)
         if (on)
             c.Columns << column;
     }
+    if (!c.Columns.isEmpty())
+        c.Columns.prepend(BomColumn::Line);
     if (defaultRemarks)
         c.DefaultRemarks = selectedTexts(bom->DefaultRemarks());
 
@@ -104,12 +106,20 @@ void readBOM(PackageContent& c, const PackageSource& source)
     if (!lines)
         return;
     const auto items = lines->Enumerate();
-    c.Lines.reserve(items.size());
+    qint32 number = 0;
     for (const auto& item : items) {
+        ++number;
+        // Only a ticked line goes on the submittal; it keeps the number the line items show.
+        if (!item->Selected()) {
+            ++c.LinesLeftOut;
+            continue;
+        }
         PackageContent::Line line;
+        line.Number = number;
         line.Cells.reserve(c.Columns.size());
         for (const BomColumn column : std::as_const(c.Columns)) {
             switch (column) {
+            case BomColumn::Line: line.Cells << QString::number(number); break;
             case BomColumn::Type: line.Cells << item->Type(); break;
             case BomColumn::Quantity: line.Cells << item->Quantity(); break;
             case BomColumn::Brand: line.Cells << item->Brand(); break;
@@ -162,9 +172,14 @@ void readLabels(PackageContent& c, const PackageSource& source)
         if (!customer->Included())
             continue;
         const QString name = customer->Name();
-        const QString city = customer->City();
-        const QString state = customer->State();
         const PostalAddress address = source.Address(*customer);
+        // The customer object's own city and state hold; the address fills what it lacks.
+        QString city = customer->City();
+        QString state = customer->State();
+        if (city.trimmed().isEmpty())
+            city = address.City;
+        if (state.trimmed().isEmpty())
+            state = address.State;
         QStringList lines;
         for (const Field& field : std::as_const(fields)) {
             QString text;
@@ -216,6 +231,7 @@ PackageContent PackageContent::read(const PackageSource& source)
     c.DateIso = submittal->SubmittalDate();
     c.DateText = printedDate(c.DateIso);
     c.Purpose = submittal->SubmittalPurpose();
+    c.Office = source.Office();
     c.IncludeCoverLetter = submittal->IncludeCoverLetter();
     c.IncludeBOM = submittal->IncludeBOM();
     c.IncludeLabels = submittal->IncludeLabels();
@@ -228,9 +244,43 @@ PackageContent PackageContent::read(const PackageSource& source)
     return c;
 }
 
+QStringList PackageContent::gaps() const
+{
+    QStringList out;
+    if (DateIso.trimmed().isEmpty())
+        out << QStringLiteral("The submittal has no date.");
+    if (!IncludeCoverLetter && !IncludeBOM && !IncludeLabels)
+        out << QStringLiteral("The submittal includes no cover letter, bill of materials or labels.");
+    if (IncludeCoverLetter) {
+        if (!HasLetterOptions)
+            out << QStringLiteral("The submittal has no cover letter options, so no cover letter is printed.");
+        else if (Recipients.isEmpty())
+            out << QStringLiteral("The submittal has no recipients, so no cover letter is printed.");
+    }
+    if (IncludeBOM) {
+        if (!HasBOMOptions)
+            out << QStringLiteral("The submittal has no bill of materials options, so no bill of "
+                                  "materials is printed.");
+        else if (Columns.isEmpty())
+            out << QStringLiteral("No columns are chosen for the bill of materials.");
+        if (HasBOMOptions && Lines.isEmpty())
+            out << (LinesLeftOut > 0 ? QStringLiteral("No line item is ticked, so the bill of materials "
+                                                      "lists no lines.")
+                                     : QStringLiteral("The submittal has no lines."));
+    }
+    if (IncludeLabels) {
+        if (!HasLabelFields)
+            out << QStringLiteral("No label fields are chosen, so no labels are printed.");
+        else if (Labels.isEmpty())
+            out << QStringLiteral("No customer is included, so no labels are printed.");
+    }
+    return out;
+}
+
 QString PackageContent::columnTitle(BomColumn column)
 {
     switch (column) {
+    case BomColumn::Line: return QStringLiteral("Line");
     case BomColumn::Type: return QStringLiteral("Type");
     case BomColumn::Quantity: return QStringLiteral("Qty");
     case BomColumn::Brand: return QStringLiteral("Brand");

@@ -1,15 +1,16 @@
 #pragma once
 
+#include "package/packagesource.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
 
 namespace ZebPackage {
 
-class PackageSource;
-
-// A BOM column, in the order the columns print from left to right.
-enum class BomColumn { Type, Quantity, Brand, Manufacturer, CatalogNumber, Description, GroupCodes, MTO };
+// A BOM column, in the order the columns print from left to right. The line number leads
+// whenever any column is chosen.
+enum class BomColumn { Line, Type, Quantity, Brand, Manufacturer, CatalogNumber, Description, GroupCodes, MTO };
 
 // Everything a package prints, read from the job's objects in one go, so that a failing object
 // stops the export before a file is touched.
@@ -17,8 +18,11 @@ struct PackageContent {
     struct Recipient {
         QString Name;
         QString Company;
+        PostalAddress Address;
     };
     struct Line {
+        // The line's number as the line items show it: its place in the job.
+        qint32 Number = 0;
         // One text per chosen column, in column order.
         QStringList Cells;
         // Empty when the line has no comment or comments are not chosen.
@@ -32,6 +36,7 @@ struct PackageContent {
     QString DateIso;
     QString DateText;
     QString Purpose;
+    Letterhead Office;
 
     bool IncludeCoverLetter = false;
     bool IncludeBOM = false;
@@ -50,7 +55,10 @@ struct PackageContent {
     // Bill of materials.
     bool HasBOMOptions = false;
     QList<BomColumn> Columns;
+    // The ticked lines only.
     QList<Line> Lines;
+    // Lines of the job that are not ticked and so not printed.
+    qint32 LinesLeftOut = 0;
     QStringList DefaultRemarks;
 
     // Labels: one entry per included customer, its lines in print order (at most five, blank
@@ -62,6 +70,10 @@ struct PackageContent {
     static constexpr qint32 MaximumLabelLines = 5;
 
     static PackageContent read(const PackageSource& source);
+    // What the package lacks before it goes out, one sentence each, in the package's order:
+    // no date, a letter without recipients, no ticked line, a part included that prints
+    // nothing. Empty when the package is complete.
+    QStringList gaps() const;
     static QString columnTitle(BomColumn column);
 };
 

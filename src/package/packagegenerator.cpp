@@ -6,15 +6,15 @@
 #include "package/packagesource.h"
 #include "package/textblock.h"
 
-#include <QAbstractTextDocumentLayout>
+#include "package/pdffinish.h"
+
+#include <QBuffer>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
-#include <QTextBlock>
-#include <QTextCursor>
-#include <QTextDocument>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -70,6 +70,9 @@ QByteArray xmpMetadata(const PackageContent& c)
         "xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\" xmlns:pdf=\"http://ns.adobe.com/pdf/1.3/\">\n");
     xml += QStringLiteral("<dc:title>%1</dc:title>\n").arg(alt(c.JobName));
     xml += QStringLiteral("<dc:description>%1</dc:description>\n").arg(alt(c.Purpose));
+    if (!c.IssuedBy.isEmpty())
+        xml += QStringLiteral("<dc:creator><rdf:Seq><rdf:li>%1</rdf:li></rdf:Seq></dc:creator>\n")
+                   .arg(c.IssuedBy.toHtmlEscaped());
     if (!c.DateIso.isEmpty())
         xml += QStringLiteral("<dc:date><rdf:Seq><rdf:li>%1</rdf:li></rdf:Seq></dc:date>\n")
                    .arg(c.DateIso.toHtmlEscaped());
@@ -90,6 +93,10 @@ public:
         m_pageHeight = paperInches.height() * kResolution;
         m_margin = pt(54);
         m_bodyWidth = m_pageWidth - 2 * m_margin;
+        m_footerFont = makeFont(7.5);
+        // The footer sits below the body and above the bottom edge's unprintable strip, clear of
+        // the label sheets, which leave half an inch.
+        m_footerTop = m_pageHeight - inch(0.45);
     }
 
     void plan()
@@ -108,14 +115,52 @@ public:
 
     void drawPage(QPainter& painter, qint32 index) const
     {
-        if (index < qint32(m_contentsPages.size()))
-            m_contentsPages[std::size_t(index)](painter);
-        else
-            m_pages[std::size_t(index) - m_contentsPages.size()](painter);
+        const qsizetype contentsPages = qsizetype(m_contentsPages.size());
+        const PageOf& page = index < contentsPages ? m_contentsPages[std::size_t(index)]
+                                                   : m_pages[std::size_t(index - contentsPages)];
+        page.draw(painter);
+        drawFooter(painter, page.part, index + 1);
+    }
+
+    // What the finished file gets besides its pages: bookmarks, links and the page rectangles
+    // in PDF points, with pages counted from 0.
+    PdfFinish::Navigation navigation() const
+    {
+        PdfFinish::Navigation out;
+        const qsizetype offset = qsizetype(m_contentsPages.size());
+        out.outline.append({QStringLiteral("Contents"), 0, 0});
+        for (const auto& item : m_outline)
+            out.outline.append({item.title, item.page + qint32(offset), item.level});
+        for (const auto& link : m_links) {
+            PdfFinish::Link l;
+            l.page = link.page;
+            l.target = link.target + qint32(offset);
+            l.rect = QRectF(link.rect.left() * 72.0 / kResolution,
+                            (m_pageHeight - link.rect.bottom()) * 72.0 / kResolution,
+                            link.rect.width() * 72.0 / kResolution,
+                            link.rect.height() * 72.0 / kResolution);
+            out.links.append(l);
+        }
+        return out;
     }
 
 private:
     using Page = std::function<void(QPainter&)>;
+    struct PageOf {
+        Page draw;
+        // The part the page belongs to, as its footer names it.
+        QString part;
+    };
+    struct OutlineItem {
+        QString title;
+        qint32 page = 0;
+        qint32 level = 0;
+    };
+    struct LinkArea {
+        qint32 page = 0;
+        QRectF rect;
+        qint32 target = 0;
+    };
 
     qreal pt(qreal points) const { return points * kResolution / 72.0; }
     qreal inch(qreal inches) const { return inches * kResolution; }
@@ -127,9 +172,42 @@ private:
         return TextBlock(text, font, width, &m_device, alignment);
     }
 
-    void startPart(const QString& title)
+    void addPage(Page page) { m_pages.push_back({std::move(page), m_part}); }
+
+    // A part of the contents; level 1 is a letter inside the cover letter part.
+    void startPart(const QString& title, qint32 level = 0)
     {
         m_entries.append({title, qint32(m_pages.size()) + 1});
+        m_outline.append({title, qint32(m_pages.size()), level});
+        m_part = title;
+    }
+
+    // The package's footer on every page: the job, the part and the page of the whole package.
+    void drawFooter(QPainter& p, const QString& part, qint32 number) const
+    {
+        QString job = m_c.JobName;
+        if (!m_c.JobNumber.isEmpty())
+            job = QStringLiteral("Job ") + m_c.JobNumber + QStringLiteral("  ") + job;
+        const QString page = QStringLiteral("Page %1 of %2").arg(number).arg(pageCount());
+        const QFontMetricsF metrics(m_footerFont, &m_device);
+        // The job takes the left, the part the middle, the page number the right.
+        const qreal jobWidth = m_bodyWidth * 0.46;
+        const qreal partWidth = m_bodyWidth * 0.32;
+        const qreal gap = pt(6);
+        p.save();
+        p.setFont(m_footerFont);
+        p.setPen(QColor(0x40, 0x40, 0x40));
+        QPen rule(QColor(0xb0, 0xb0, 0xb0));
+        rule.setWidthF(pt(0.5));
+        p.setPen(rule);
+        p.drawLine(QPointF(m_margin, m_footerTop - pt(3)), QPointF(m_margin + m_bodyWidth, m_footerTop - pt(3)));
+        p.setPen(QColor(0x30, 0x30, 0x30));
+        const qreal baseline = m_footerTop + metrics.ascent();
+        p.drawText(QPointF(m_margin, baseline), metrics.elidedText(job, Qt::ElideRight, jobWidth - gap));
+        const QString partText = metrics.elidedText(part, Qt::ElideRight, partWidth - gap);
+        p.drawText(QPointF(m_margin + jobWidth + (partWidth - metrics.horizontalAdvance(partText)) / 2, baseline), partText);
+        p.drawText(QPointF(m_margin + m_bodyWidth - metrics.horizontalAdvance(page), baseline), page);
+        p.restore();
     }
 
     // A page that only says why a part has nothing to print.
@@ -139,10 +217,89 @@ private:
         const TextBlock body = block(message, makeFont(11), m_bodyWidth);
         const qreal top = m_margin;
         const qreal gap = pt(18);
-        m_pages.push_back([=, this](QPainter& p) {
+        addPage([=, this](QPainter& p) {
             heading.draw(p, QPointF(m_margin, top));
             body.draw(p, QPointF(m_margin, top + heading.height() + gap));
         });
+    }
+
+    // ---- text that flows over pages, line by line ----------------------------------------
+
+    // Paragraphs broken into lines and the lines into pages; each line is drawn on exactly one
+    // page, inside the body.
+    class Flow {
+    public:
+        struct Placed {
+            std::shared_ptr<QTextLayout> layout;
+            int line = 0;
+            QPointF at;
+        };
+
+        Flow(const PackageLayout& owner, qreal firstTop)
+            : m_owner(owner), m_y(firstTop), m_top(firstTop)
+        {
+            m_pages.emplace_back();
+        }
+
+        // Lays text out below what is there. keepWithNext keeps that much room below the first
+        // line of the paragraph on its page (a heading stays with what follows it).
+        void paragraph(const QString& text, const QFont& font, qreal spaceBefore, qreal spaceAfter,
+                       qreal indent = 0, qreal keepWithNext = 0)
+        {
+            auto layout = std::make_shared<QTextLayout>(inOneParagraph(text), font,
+                                                        const_cast<QPdfWriter*>(&m_owner.m_device));
+            QTextOption option(Qt::AlignLeft);
+            option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+            layout->setTextOption(option);
+            layout->setCacheEnabled(true);
+            layout->beginLayout();
+            qreal local = 0;
+            for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
+                line.setLeadingIncluded(true);
+                line.setLineWidth(m_owner.m_bodyWidth - indent);
+                line.setPosition(QPointF(0, local));
+                local += line.height();
+            }
+            layout->endLayout();
+            if (m_y > m_top)
+                m_y += spaceBefore;
+            const qreal limit = m_owner.bodyBottom();
+            for (int i = 0; i < layout->lineCount(); ++i) {
+                const QTextLine line = layout->lineAt(i);
+                const qreal need = line.height() + (i == 0 ? keepWithNext : 0);
+                if (m_y + need > limit && m_y > m_top) {
+                    m_pages.emplace_back();
+                    m_top = m_owner.m_margin;
+                    m_y = m_top;
+                }
+                m_pages.back().push_back({layout, i, QPointF(m_owner.m_margin + indent, m_y - line.y())});
+                m_y += line.height();
+            }
+            m_y += spaceAfter;
+        }
+
+        const std::vector<std::vector<Placed>>& pages() const { return m_pages; }
+
+    private:
+        const PackageLayout& m_owner;
+        qreal m_y = 0;
+        qreal m_top = 0;
+        std::vector<std::vector<Placed>> m_pages;
+    };
+
+    static void drawPlaced(QPainter& p, const std::vector<Flow::Placed>& lines)
+    {
+        p.setPen(Qt::black);
+        for (const auto& placed : lines)
+            placed.layout->lineAt(placed.line).draw(&p, placed.at);
+    }
+
+    static QString inOneParagraph(QString text)
+    {
+        text.replace(QStringLiteral("\r\n"), QString(QChar::LineSeparator));
+        text.replace(QLatin1Char('\r'), QChar::LineSeparator);
+        text.replace(QLatin1Char('\n'), QChar::LineSeparator);
+        return text;
     }
 
     // ---- cover letters -------------------------------------------------------------------
@@ -168,6 +325,8 @@ private:
             addLetter(m_c.Recipients, {});
             return;
         }
+        // One bookmark for the part, one below it for each letter.
+        m_outline.append({QStringLiteral("Cover Letters"), qint32(m_pages.size()), 0});
         for (qsizetype i = 0; i < m_c.Recipients.size(); ++i) {
             const auto& to = m_c.Recipients[i];
             QList<PackageContent::Recipient> copies;
@@ -175,7 +334,7 @@ private:
                 copies = m_c.Recipients;
                 copies.removeAt(i);
             }
-            startPart(QStringLiteral("Cover Letter: ") + recipientLine(to));
+            startPart(QStringLiteral("Cover Letter: ") + recipientLine(to), 1);
             addLetter({to}, copies);
         }
     }
@@ -189,133 +348,151 @@ private:
         return r.Name + QStringLiteral(", ") + r.Company;
     }
 
-    static QString inOneParagraph(QString text)
+    // "City, ST 12345" with whatever of it is known.
+    static QString cityLine(const QString& city, const QString& state, const QString& zip)
     {
-        text.replace(QStringLiteral("\r\n"), QString(QChar::LineSeparator));
-        text.replace(QLatin1Char('\r'), QChar::LineSeparator);
-        text.replace(QLatin1Char('\n'), QChar::LineSeparator);
+        QString text = city.simplified();
+        if (!state.isEmpty())
+            text += (text.isEmpty() ? QString() : QStringLiteral(", ")) + state.simplified();
+        if (!zip.isEmpty())
+            text += (text.isEmpty() ? QString() : QStringLiteral(" ")) + zip.simplified();
         return text;
+    }
+
+    static QStringList addressLines(const PostalAddress& a)
+    {
+        QStringList lines;
+        for (const QString& line : {a.Street, a.Street2, cityLine(a.City, a.State, a.Zip)}) {
+            if (!line.simplified().isEmpty())
+                lines << line.simplified();
+        }
+        return lines;
+    }
+
+    // The office's head on a letter's first page: its logo when chosen, its name, address and
+    // how to reach it, and a rule below which the letter starts.
+    struct LetterheadBlocks {
+        TextBlock name;
+        TextBlock lines;
+        qreal height = 0;
+    };
+
+    LetterheadBlocks letterhead() const
+    {
+        const Letterhead& o = m_c.Office;
+        const bool logo = m_c.IncludeLogo;
+        const qreal width = m_bodyWidth - (logo ? inch(0.75) + pt(12) : 0);
+        LetterheadBlocks out;
+        if (!o.Name.simplified().isEmpty())
+            out.name = block(o.Name.simplified(), makeFont(13, true), width);
+        QStringList lines;
+        for (const QString& line : {o.Street, o.Street2, cityLine(o.City, o.State, o.Zip)}) {
+            if (!line.simplified().isEmpty())
+                lines << line.simplified();
+        }
+        QStringList reach;
+        if (!o.Phone.simplified().isEmpty())
+            reach << QStringLiteral("Phone ") + o.Phone.simplified();
+        if (!o.Email.simplified().isEmpty())
+            reach << o.Email.simplified();
+        if (!reach.isEmpty())
+            lines << reach.join(QStringLiteral("  \u00b7  "));
+        if (!lines.isEmpty())
+            out.lines = block(lines.join(QLatin1Char('\n')), makeFont(9), width);
+        const qreal height = std::max(logo ? inch(0.75) : 0, out.name.height() + out.lines.height());
+        out.height = height > 0 ? height + pt(18) : 0;
+        return out;
+    }
+
+    void drawLetterhead(QPainter& p, const LetterheadBlocks& head) const
+    {
+        const bool logo = m_c.IncludeLogo;
+        const qreal side = inch(0.75);
+        if (logo) {
+            const QRectF box(m_margin, m_margin, side, side);
+            QImage image;
+            if (!m_c.Office.Logo.isEmpty() && image.loadFromData(m_c.Office.Logo)) {
+                const QSizeF fitted = QSizeF(image.size()).scaled(box.size(), Qt::KeepAspectRatio);
+                p.drawImage(QRectF(box.topLeft(), fitted), image);
+            } else {
+                AgencyLogo::draw(p, box);
+            }
+        }
+        const qreal x = m_margin + (logo ? side + pt(12) : 0);
+        p.setPen(QColor(0x1f, 0x4e, 0x79));
+        head.name.draw(p, QPointF(x, m_margin));
+        p.setPen(Qt::black);
+        head.lines.draw(p, QPointF(x, m_margin + head.name.height()));
+        const qreal bottom = m_margin + head.height - pt(8);
+        QPen rule(QColor(0x1f, 0x4e, 0x79));
+        rule.setWidthF(pt(0.75));
+        p.setPen(rule);
+        p.drawLine(QPointF(m_margin, bottom), QPointF(m_margin + m_bodyWidth, bottom));
     }
 
     void addLetter(const QList<PackageContent::Recipient>& to,
                    const QList<PackageContent::Recipient>& copies)
     {
-        auto doc = std::make_shared<QTextDocument>();
-        doc->documentLayout()->setPaintDevice(&m_device);
-        doc->setDefaultFont(makeFont(10.5));
-        doc->setDocumentMargin(0);
-        const qreal bodyHeight = m_pageHeight - 2 * m_margin;
-        doc->setPageSize(QSizeF(m_bodyWidth, bodyHeight));
-
-        QTextCursor cursor(doc.get());
-        bool first = true;
-        const qreal logoSide = inch(0.75);
-        // Block spacing in the document's own units, which the layout scales to the device.
-        const qreal scale = documentScale();
-        const auto paragraph = [&](const QString& text, const QTextCharFormat& chars,
-                                   qreal spaceAfter, qreal spaceBefore = 0) {
-            QTextBlockFormat format;
-            format.setBottomMargin(spaceAfter / scale);
-            format.setTopMargin(spaceBefore / scale);
-            if (first) {
-                cursor.setBlockFormat(format);
-                first = false;
-            } else {
-                cursor.insertBlock(format);
-            }
-            cursor.insertText(inOneParagraph(text), chars);
-        };
-        if (m_c.IncludeLogo) {
-            // An empty line as tall as the mark keeps the text below it.
-            QTextBlockFormat format;
-            format.setLineHeight((logoSide + pt(18)) / scale, QTextBlockFormat::FixedHeight);
-            cursor.setBlockFormat(format);
-            first = false;
-            cursor.insertBlock(QTextBlockFormat());
-        }
-        QTextCharFormat plain;
-        plain.setFont(makeFont(10.5));
-        QTextCharFormat bold;
-        bold.setFont(makeFont(10.5, true));
+        const LetterheadBlocks head = letterhead();
+        auto flow = std::make_shared<Flow>(*this, m_margin + head.height);
+        const QFont plain = makeFont(10.5);
+        const QFont bold = makeFont(10.5, true);
         const qreal line = pt(12);
 
         if (!m_c.DateText.isEmpty())
-            paragraph(m_c.DateText, plain, line * 1.5);
+            flow->paragraph(m_c.DateText, plain, 0, line * 1.5);
         if (to.size() == 1) {
             QStringList address;
             if (!to.first().Name.isEmpty())
                 address << to.first().Name;
             if (!to.first().Company.isEmpty())
                 address << to.first().Company;
-            paragraph(address.join(QChar::LineSeparator), plain, line * 1.5);
+            address << addressLines(to.first().Address);
+            flow->paragraph(address.join(QLatin1Char('\n')), plain, 0, line * 1.5);
         } else {
-            paragraph(QStringLiteral("To:"), bold, pt(2));
-            QStringList lines;
-            for (const auto& r : to)
-                lines << recipientLine(r);
-            paragraph(lines.join(QChar::LineSeparator), plain, line * 1.5);
+            flow->paragraph(QStringLiteral("To:"), bold, 0, pt(2), 0, line * 2);
+            for (const auto& r : to) {
+                QStringList lines{recipientLine(r)};
+                const QStringList address = addressLines(r.Address);
+                if (!address.isEmpty())
+                    lines << address.join(QStringLiteral(", "));
+                flow->paragraph(lines.join(QLatin1Char('\n')), plain, 0, pt(4));
+            }
+            flow->paragraph(QString(), plain, 0, line * 0.5);
         }
         QString re = QStringLiteral("Re: ") + m_c.JobName;
         if (!m_c.JobNumber.isEmpty())
             re += QStringLiteral(" (Job ") + m_c.JobNumber + QLatin1Char(')');
-        paragraph(re, bold, pt(3));
-        paragraph(QStringLiteral("Purpose: ") + m_c.Purpose, bold, line * 1.5);
+        flow->paragraph(re, bold, 0, pt(3));
+        flow->paragraph(QStringLiteral("Purpose: ") + m_c.Purpose, bold, 0, line * 1.5);
         for (const QString& text : m_c.Paragraphs)
-            paragraph(text, plain, line);
+            flow->paragraph(text, plain, 0, line);
         if (!m_c.Remarks.isEmpty()) {
-            paragraph(QStringLiteral("Remarks:"), bold, pt(3), pt(4));
+            flow->paragraph(QStringLiteral("Remarks:"), bold, pt(4), pt(3), 0, line * 1.5);
             for (const QString& text : m_c.Remarks)
-                paragraph(QStringLiteral("\u2022  ") + text, plain, pt(4));
+                flow->paragraph(QStringLiteral("\u2022  ") + text, plain, 0, pt(4));
         }
-        paragraph(QStringLiteral("Sincerely,"), plain, line * 2.5, line);
+        flow->paragraph(QStringLiteral("Sincerely,"), plain, line, line * 2.5, 0, line * 3.5);
         if (!m_c.IssuedBy.isEmpty())
-            paragraph(m_c.IssuedBy, plain, line);
+            flow->paragraph(m_c.IssuedBy, plain, 0, line);
+        if (!m_c.Office.Name.isEmpty())
+            flow->paragraph(m_c.Office.Name, plain, 0, line);
         if (!copies.isEmpty()) {
             QStringList lines;
             for (const auto& r : copies)
                 lines << recipientLine(r);
-            paragraph(QStringLiteral("cc:"), bold, pt(2), line);
-            paragraph(lines.join(QChar::LineSeparator), plain, 0);
+            flow->paragraph(QStringLiteral("cc:"), bold, line, pt(2), 0, line * 1.5);
+            flow->paragraph(lines.join(QLatin1Char('\n')), plain, 0, 0);
         }
 
-        const int pages = std::max(1, doc->pageCount());
-        const bool logo = m_c.IncludeLogo;
-        for (int page = 0; page < pages; ++page) {
-            m_pages.push_back([=, this](QPainter& p) {
-                if (logo && page == 0)
-                    AgencyLogo::draw(p, QRectF(m_margin, m_margin, logoSide, logoSide));
-                p.save();
-                p.translate(m_margin, m_margin - page * bodyHeight);
-                const QRectF clip(0, page * bodyHeight, m_bodyWidth, bodyHeight);
-                p.setClipRect(clip);
-                QAbstractTextDocumentLayout::PaintContext context;
-                context.clip = clip;
-                context.palette.setColor(QPalette::Text, Qt::black);
-                doc->documentLayout()->draw(&p, context);
-                p.restore();
+        const std::size_t pages = flow->pages().size();
+        for (std::size_t page = 0; page < pages; ++page) {
+            addPage([=, this](QPainter& p) {
+                if (page == 0 && head.height > 0)
+                    drawLetterhead(p, head);
+                drawPlaced(p, flow->pages()[page]);
             });
         }
-    }
-
-    // How many device pixels one unit of a block's spacing takes: the text layout scales spacing
-    // from the screen's resolution to the device's.
-    qreal documentScale() const
-    {
-        QTextDocument probe;
-        probe.documentLayout()->setPaintDevice(&m_device);
-        probe.setDocumentMargin(0);
-        QTextCursor cursor(&probe);
-        cursor.insertText(QStringLiteral("x"));
-        QTextBlockFormat spaced;
-        spaced.setTopMargin(1000);
-        cursor.insertBlock(spaced);
-        cursor.insertText(QStringLiteral("x"));
-        probe.documentLayout()->documentSize();
-        const QTextLayout* first = probe.firstBlock().layout();
-        const QTextLayout* second = probe.lastBlock().layout();
-        const qreal scale = (second->position().y() - first->position().y()
-                             - first->boundingRect().height()) / 1000.0;
-        return scale > 0 ? scale : 1.0;
     }
 
     // ---- bill of materials ---------------------------------------------------------------
@@ -335,6 +512,7 @@ private:
     static qreal columnWeight(BomColumn column)
     {
         switch (column) {
+        case BomColumn::Line: return 0.85;
         case BomColumn::Type: return 0.8;
         case BomColumn::Quantity: return 0.7;
         case BomColumn::Brand: return 1.6;
@@ -375,8 +553,9 @@ private:
             x += w;
         }
         const auto alignmentOf = [](BomColumn column) {
-            return column == BomColumn::Quantity || column == BomColumn::MTO ? Qt::AlignHCenter
-                                                                             : Qt::AlignLeft;
+            return column == BomColumn::Quantity || column == BomColumn::MTO || column == BomColumn::Line
+                       ? Qt::AlignHCenter
+                       : Qt::AlignLeft;
         };
 
         auto header = std::make_shared<BomRow>();
@@ -435,9 +614,7 @@ private:
         const auto headHeight = [&](bool first) {
             return title.height() + jobBlock.height() + (first ? pt(4) + purpose.height() : 0) + headGap;
         };
-        const TextBlock footerProbe = block(QStringLiteral("Page 1 of 1"), makeFont(8), m_bodyWidth);
-        const qreal footerTop = m_pageHeight - m_margin - footerProbe.height();
-        const qreal limit = footerTop - pt(8);
+        const qreal limit = bodyBottom();
 
         // Break the rows, then the remarks, into pages.
         std::vector<BomPage> pages(1);
@@ -479,9 +656,7 @@ private:
         const qint32 total = qint32(pages.size());
         for (qint32 n = 0; n < total; ++n) {
             const BomPage page = pages[std::size_t(n)];
-            const TextBlock footer = block(QStringLiteral("Page %1 of %2").arg(n + 1).arg(total),
-                                           makeFont(8), m_bodyWidth, Qt::AlignHCenter);
-            m_pages.push_back([=, this](QPainter& p) {
+            addPage([=, this](QPainter& p) {
                 qreal top = m_margin;
                 title.draw(p, QPointF(m_margin, top));
                 top += title.height();
@@ -532,7 +707,6 @@ private:
                     (*remarks)[std::size_t(r)].draw(p, QPointF(m_margin, top));
                     top += (*remarks)[std::size_t(r)].height() + pt(2);
                 }
-                footer.draw(p, QPointF(m_margin, footerTop));
             });
         }
     }
@@ -559,7 +733,7 @@ private:
         const qreal top = (m_pageHeight - gridHeight) / 2;
         for (qsizetype first = 0; first < m_c.Labels.size(); first += perSheet) {
             const QList<QStringList> sheet = m_c.Labels.mid(first, perSheet);
-            m_pages.push_back([=, this](QPainter& p) {
+            addPage([=, this](QPainter& p) {
                 for (qsizetype i = 0; i < sheet.size(); ++i) {
                     const qreal x = left + inch((i % kLabelColumns) * (kLabelWidth + kLabelColumnGap));
                     const qreal y = top + inch(qreal(i / kLabelColumns) * kLabelHeight);
@@ -612,6 +786,8 @@ private:
         const TextBlock title = block(QStringLiteral("Submittal Package"), makeFont(20, true), m_bodyWidth);
         const TextBlock job = block(m_c.JobName, makeFont(14, true), m_bodyWidth);
         QStringList factLines;
+        if (!m_c.Office.Name.isEmpty())
+            factLines << QStringLiteral("From: ") + m_c.Office.Name;
         if (!m_c.JobNumber.isEmpty())
             factLines << QStringLiteral("Job Number: ") + m_c.JobNumber;
         factLines << QStringLiteral("Purpose: ") + m_c.Purpose;
@@ -625,11 +801,25 @@ private:
         const TextBlock none = block(QStringLiteral("The submittal includes no cover letter, bill of "
                                                     "materials or labels."),
                                      entryFont, m_bodyWidth);
+        // Lines that are not ticked stay off the bill of materials; the reader learns how many.
+        TextBlock leftOut;
+        if (m_c.IncludeBOM && m_c.LinesLeftOut > 0) {
+            const qint32 all = qint32(m_c.Lines.size()) + m_c.LinesLeftOut;
+            leftOut = block(m_c.LinesLeftOut == 1
+                                ? QStringLiteral("1 of the job's %1 lines is not ticked and is left "
+                                                 "out of the bill of materials.").arg(all)
+                                : QStringLiteral("%1 of the job's %2 lines are not ticked and are "
+                                                 "left out of the bill of materials.")
+                                      .arg(m_c.LinesLeftOut)
+                                      .arg(all),
+                            makeFont(10, false, true), m_bodyWidth);
+        }
+        const qreal noteHeight = leftOut.isEmpty() ? 0 : leftOut.height() + pt(12);
         const qreal rowHeight = QFontMetricsF(entryFont, &m_device).height() + pt(6);
         const qreal firstTop = m_margin + title.height() + pt(6) + job.height() + pt(8)
                                + facts.height() + pt(24) + heading.height() + pt(10);
         const qreal nextTop = m_margin + continued.height() + pt(10);
-        const qsizetype firstRows = std::max<qsizetype>(1, qsizetype((bodyBottom() - firstTop) / rowHeight));
+        const qsizetype firstRows = std::max<qsizetype>(1, qsizetype((bodyBottom() - noteHeight - firstTop) / rowHeight));
         const qsizetype nextRows = std::max<qsizetype>(1, qsizetype((bodyBottom() - nextTop) / rowHeight));
         qsizetype pages = 1;
         if (m_entries.size() > firstRows)
@@ -642,7 +832,13 @@ private:
         for (qsizetype page = 0; page < pages; ++page) {
             const qsizetype from = page == 0 ? 0 : firstRows + (page - 1) * nextRows;
             const qsizetype count = page == 0 ? firstRows : nextRows;
-            m_contentsPages.push_back([=, this](QPainter& p) {
+            const qreal top = page == 0 ? firstTop : nextTop;
+            // Each entry links to the page it names.
+            for (qsizetype i = from; i < std::min(entries.size(), from + count); ++i) {
+                const QRectF row(m_margin, top + qreal(i - from) * rowHeight, m_bodyWidth, rowHeight);
+                m_links.append({qint32(page), row, entries[i].Page - 1 - qint32(pages)});
+            }
+            m_contentsPages.push_back({[=, this](QPainter& p) {
                 qreal y = m_margin;
                 if (page == 0) {
                     title.draw(p, QPointF(m_margin, y));
@@ -671,7 +867,9 @@ private:
                                Qt::AlignRight | Qt::AlignVCenter, QString::number(entries[i].Page));
                     y += rowHeight;
                 }
-            });
+                if (page == 0 && !leftOut.isEmpty())
+                    leftOut.draw(p, QPointF(m_margin, y + pt(12)));
+            }, QStringLiteral("Contents")});
         }
     }
 
@@ -681,9 +879,14 @@ private:
     qreal m_pageHeight = 0;
     qreal m_margin = 0;
     qreal m_bodyWidth = 0;
-    std::vector<Page> m_pages;
-    std::vector<Page> m_contentsPages;
+    qreal m_footerTop = 0;
+    QFont m_footerFont;
+    QString m_part;
+    std::vector<PageOf> m_pages;
+    std::vector<PageOf> m_contentsPages;
     QList<ContentsEntry> m_entries;
+    QList<OutlineItem> m_outline;
+    QList<LinkArea> m_links;
 };
 
 }  // namespace
@@ -727,6 +930,11 @@ QList<ContentsEntry> PackageGenerator::contents() const
     return d->contents;
 }
 
+QStringList PackageGenerator::Check(const PackageSource& source)
+{
+    return PackageContent::read(source).gaps();
+}
+
 bool PackageGenerator::Generate(const PackageSource& source, const QString& path)
 {
     // Every business object is read before the file is opened.
@@ -738,8 +946,11 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
     const QPageSize pageSize(d->paper == PaperSize::A4 ? QPageSize::A4 : QPageSize::Letter);
     qint32 pages = 0;
     QList<ContentsEntry> contents;
+    QBuffer drawn;
+    drawn.open(QIODevice::WriteOnly);
+    PdfFinish::Navigation navigation;
     {
-        QPdfWriter writer(&file);
+        QPdfWriter writer(&drawn);
         writer.setPageSize(pageSize);
         writer.setPageMargins(QMarginsF(0, 0, 0, 0));
         writer.setResolution(kResolution);
@@ -751,6 +962,7 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
         layout.plan();
         pages = layout.pageCount();
         contents = layout.contents();
+        navigation = layout.navigation();
 
         QPainter painter;
         if (!painter.begin(&writer))
@@ -772,6 +984,32 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
                 return false;
         }
         painter.end();
+    }
+    drawn.close();
+
+    // The drawn pages get their bookmarks, links and document facts.
+    PdfFinish::Info info;
+    info.title = content.JobName;
+    info.author = content.IssuedBy;
+    info.subject = content.JobNumber.isEmpty()
+                       ? QStringLiteral("Submittal: ") + content.Purpose
+                       : QStringLiteral("Submittal of job %1: %2").arg(content.JobNumber, content.Purpose);
+    QStringList keywords{QStringLiteral("submittal"), content.JobNumber, content.JobName, content.Purpose};
+    if (!content.Office.Name.isEmpty())
+        keywords << content.Office.Name;
+    keywords.removeAll(QString());
+    info.keywords = keywords.join(QStringLiteral("; "));
+    QByteArray finished;
+    try {
+        finished = PdfFinish::finish(drawn.data(), info, navigation);
+    } catch (const std::exception& e) {
+        file.cancelWriting();
+        cannotWrite(path, QString::fromLocal8Bit(e.what()));
+    }
+    if (file.write(finished) != finished.size()) {
+        const QString why = file.errorString();
+        file.cancelWriting();
+        cannotWrite(path, why);
     }
     if (!file.commit())
         cannotWrite(path, file.errorString());

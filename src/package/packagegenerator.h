@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -48,6 +49,10 @@ public:
     // Writes the package of source to path. True when the file is written; false when the
     // progress callback cancelled it (nothing is left behind then).
     bool Generate(const PackageSource& source, const QString& path);
+
+    // What the package of source would lack, one sentence each (PackageContent::gaps); empty
+    // when it is complete. Reads the objects as Generate does and fails as it does.
+    static QStringList Check(const PackageSource& source);
 
     // What the last complete run wrote.
     qint32 pageCount() const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <memory>
@@ -9,6 +10,7 @@ class BOM;
 class Customer;
 class Customers;
 class LineItem;
+class Recipient;
 class LineItems;
 class Labels;
 class Submittal;
@@ -17,17 +19,37 @@ class TextObjects;
 
 namespace ZebPackage {
 
-// Where a customer's mail goes. The customer objects know their city and state only.
+// Where a customer's or a recipient's mail goes. A customer object knows its own city and state;
+// its address may leave them empty.
 struct PostalAddress {
     // The person the mail is for, at the customer.
     QString Attention;
     QString Street;
     // Suite, floor or building.
     QString Street2;
+    QString City;
+    QString State;
     QString Zip;
     QString Phone;
+    QString Email;
 
     friend bool operator==(const PostalAddress&, const PostalAddress&) = default;
+};
+
+// The sales office that sends the package: the head of its letters.
+struct Letterhead {
+    QString Name;
+    QString Street;
+    QString Street2;
+    QString City;
+    QString State;
+    QString Zip;
+    QString Phone;
+    QString Email;
+    // The office's logo as an image file's bytes (PNG or JPEG); empty when the office has none.
+    QByteArray Logo;
+
+    friend bool operator==(const Letterhead&, const Letterhead&) = default;
 };
 
 // The keys of the label fields the package knows how to fill. A field of any other key prints
@@ -66,6 +88,10 @@ public:
     // The company that makes the fixture of a line of this job.
     virtual QString Manufacturer(const ZebObjects::LineItem& line) const = 0;
     virtual PostalAddress Address(const ZebObjects::Customer& customer) const = 0;
+    // Where a recipient's letter goes.
+    virtual PostalAddress Address(const ZebObjects::Recipient& recipient) const = 0;
+    // The office that issues the package.
+    virtual Letterhead Office() const = 0;
 };
 
 }  // namespace ZebPackage

@@ -19,6 +19,16 @@ struct JobContents {
     struct Recipient {
         QString name;
         QString company;
+        // Where the letter goes.
+        QString street;
+        QString street2;
+        QString city;
+        QString state;
+        QString zip;
+        QString phone;
+        QString email;
+
+        friend bool operator==(const Recipient&, const Recipient&) = default;
     };
     struct LabelField {
         QString key;
@@ -29,6 +39,7 @@ struct JobContents {
 
     QString number;
     QString name;
+    QString purchaseOrder;
 
     QString issuedBy;
     QString submittalDate;

@@ -11,6 +11,7 @@
 #include "objects/standalonecustomers.h"
 #include "objects/standalonelabels.h"
 #include "objects/standalonelineitems.h"
+#include "objects/standalonepackagesource.h"
 #include "objects/standalonerecipients.h"
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
@@ -49,6 +50,27 @@ QList<JobContents::LabelField> labelFieldsOf(const Labels& labels)
     return out;
 }
 
+// A recipient at a company of the sample directory, with the company's address.
+JobContents::Recipient recipientAt(const QString& name, const QString& company)
+{
+    JobContents::Recipient r;
+    r.name = name;
+    r.company = company;
+    for (const auto& d : SampleData::customerDirectory()->Records()) {
+        if (d.name == company) {
+            r.street = d.street;
+            r.street2 = d.street2;
+            r.city = d.city;
+            r.state = d.state;
+            r.zip = d.zip;
+            r.phone = d.phone;
+            r.email = SampleData::emailFor(name, company);
+            break;
+        }
+    }
+    return r;
+}
+
 // Riverside's submittal settings, cover letter and columns: the start of every other job.
 JobContents fromSample()
 {
@@ -68,7 +90,7 @@ JobContents fromSample()
     c.separateLetters = letter->SeparateLetters();
     c.includeCarbonCopy = letter->IncludeCarbonCopy();
     for (const auto& r : s->Recipients()->Enumerate())
-        c.recipients.append({r->Name(), r->Company()});
+        c.recipients.append(recipientAt(r->Name(), r->Company()));
     c.paragraphs = textsOf(*SampleData::coverLetterParagraphs());
     c.remarks = textsOf(*SampleData::coverLetterRemarks());
     const auto bom = SampleData::bom();
@@ -125,6 +147,14 @@ constexpr std::array<const char*, 30> kStems = {
     "Elk Creek", "Fir Point", "Granite", "Harbor", "Hawthorne", "Juniper", "Keystone", "Lakeside",
     "Madrona", "Marquam", "North Fork", "Orchard", "Pinecrest", "Quarry", "Ridgeline", "Salmon Run",
     "Silver Falls", "Summit View", "Timberline", "Union Station", "Valley", "Westgate", "Yew Street"};
+
+constexpr std::array<const char*, 12> kFirstNames = {
+    "Avery", "Blake", "Carmen", "Diego", "Erin", "Farah", "Gideon", "Helena", "Isaac", "Jun",
+    "Keira", "Leo"};
+constexpr std::array<const char*, 11> kLastNames = {
+    "Almeida", "Brooks", "Chen", "Duarte", "Ellison", "Foster", "Gallagher", "Haddad", "Iversen",
+    "Jovanovic", "Kowalski"};
+constexpr std::array<const char*, 5> kStreetKinds = {"Street", "Avenue", "Road", "Way", "Boulevard"};
 
 struct Trade {
     const char* suffix;
@@ -241,6 +271,16 @@ QList<StandaloneCustomer::Data> SampleOffice::directory()
             d.category = QString::fromUtf8(trade.category);
             d.displayText = d.name + QStringLiteral(" - ") + d.city + QStringLiteral(", ") + d.state;
             d.active = n % 17 != 0;
+            // Someone to write to, and a street to write to.
+            d.attention = QStringLiteral("%1 %2").arg(QString::fromUtf8(kFirstNames[std::size_t(n) % kFirstNames.size()]),
+                                                      QString::fromUtf8(kLastNames[std::size_t(n * 7) % kLastNames.size()]));
+            d.street = QStringLiteral("%1 %2 %3")
+                           .arg(100 + (n * 37) % 9800)
+                           .arg(QString::fromUtf8(kStems[s]),
+                                QString::fromUtf8(kStreetKinds[std::size_t(n) % kStreetKinds.size()]));
+            if (n % 4 == 1)
+                d.street2 = QStringLiteral("Suite %1").arg(100 + (n * 13) % 800);
+            d.email = SampleData::emailFor(d.attention, d.name);
             out.append(d);
         }
     }
@@ -255,7 +295,8 @@ JobContents SampleOffice::smallJob()
     c.submittalDate = QStringLiteral("2026-11-09");
     c.purpose.index = 4;
     c.purpose.text = SubmittalRules::purposeCaptions().at(4);
-    c.recipients = {{QStringLiteral("Lena Fairbanks"), QStringLiteral("Evergreen School District")}};
+    c.purchaseOrder = QStringLiteral("ESD-55821");
+    c.recipients = {recipientAt(QStringLiteral("Lena Fairbanks"), QStringLiteral("Evergreen School District"))};
     c.lines = {
         {18, QStringLiteral("HB1"), QStringLiteral("Northgate Lighting"),
          QStringLiteral("NG-HB-24K-50K-WG"), QStringLiteral("LED high bay, 24000 lm, wire guard"),
@@ -281,6 +322,7 @@ JobContents SampleOffice::riverside()
     JobContents c = fromSample();
     c.number = QStringLiteral("24-0131");
     c.name = SampleData::jobName();
+    c.purchaseOrder = QStringLiteral("RMOB-4471");
     for (const auto& line : SampleData::lineItems()->Enumerate()) {
         StandaloneLineItem::Data d;
         d.selected = line->Selected();
@@ -305,6 +347,7 @@ JobContents SampleOffice::warehouse()
     JobContents c = fromSample();
     c.number = QStringLiteral("24-0152");
     c.name = QStringLiteral("Northgate Distribution Center");
+    c.purchaseOrder = QStringLiteral("NDC-2291");
     c.submittalDate = QStringLiteral("2026-12-01");
     c.includeLabels = true;
     c.lines = generatedLines(96, 2);
@@ -324,7 +367,18 @@ JobContents SampleOffice::largeJob()
     c.purpose.text = QStringLiteral("For coordination with the ceiling and controls trades");
     c.purpose.otherText = c.purpose.text;
     c.separateLetters = true;
-    c.recipients.append({QStringLiteral("Ines Carvalho"), QStringLiteral("Harbor Point Partners")});
+    c.purchaseOrder = QStringLiteral("HPT-10388");
+    JobContents::Recipient owner;
+    owner.name = QStringLiteral("Ines Carvalho");
+    owner.company = QStringLiteral("Harbor Point Partners");
+    owner.street = QStringLiteral("1 Harbor Point Drive");
+    owner.street2 = QStringLiteral("Leasing Office");
+    owner.city = QStringLiteral("Portland");
+    owner.state = QStringLiteral("OR");
+    owner.zip = QStringLiteral("97217");
+    owner.phone = QStringLiteral("(503) 555-0161");
+    owner.email = SampleData::emailFor(owner.name, owner.company);
+    c.recipients.append(owner);
     c.lines = generatedLines(LargeJobLineCount, 24);
     const auto dir = directory();
     for (qsizetype i = 0; i < dir.size() && c.customers.size() < 12; i += 29)
@@ -342,6 +396,7 @@ void SampleOffice::fill(Store& store)
                               .arg(store.path()));
         store.setIssuedByNames(issuedByNames());
         store.setSearchContextValue(SampleData::searchContextValue());
+        store.setLetterhead(StandalonePackageSource::sampleLetterhead());
         store.addDirectoryCustomers(directory());
         const auto fillLibrary = [&](qint32 kind, const QList<JobContents::Text>& texts) {
             const auto library = store.library(kind);

@@ -117,8 +117,9 @@ qint64 Store::createJob(const JobContents& c)
         StoreConnection& db = *m_db;
         if (db.value(QStringLiteral("SELECT 1 FROM jobs WHERE number = ?"), {c.number}).isValid())
             throw CollectionRules::duplicateKey(kSource, c.number);
-        const qint64 job = db.insert(QStringLiteral("INSERT INTO jobs (number, name) VALUES (?, ?)"),
-                                     {c.number, c.name});
+        const qint64 job = db.insert(
+            QStringLiteral("INSERT INTO jobs (number, name, purchase_order) VALUES (?, ?, ?)"),
+            {c.number, c.name, c.purchaseOrder});
         const qint64 s = db.insert(
             QStringLiteral("INSERT INTO submittals (job_id, issued_by, submittal_date, "
                            "include_cover_letter, include_bom, include_labels, purpose_index, "
@@ -130,10 +131,14 @@ qint64 Store::createJob(const JobContents& c)
                               "include_carbon_copy) VALUES (?, ?, ?, ?, ?, ?)"),
                {s, int(c.includeLogo), int(c.includeDefaultParagraphs), int(c.includeRemarks),
                 int(c.separateLetters), int(c.includeCarbonCopy)});
-        for (qsizetype i = 0; i < c.recipients.size(); ++i)
-            db.run(QStringLiteral("INSERT INTO recipients (submittal_id, position, name, company) "
-                                  "VALUES (?, ?, ?, ?)"),
-                   {s, qint64(i + 1), c.recipients[i].name, c.recipients[i].company});
+        for (qsizetype i = 0; i < c.recipients.size(); ++i) {
+            const JobContents::Recipient& r = c.recipients[i];
+            db.run(QStringLiteral("INSERT INTO recipients (submittal_id, position, name, company, "
+                                  "street, street2, city, state, zip, phone, email) "
+                                  "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                   {s, qint64(i + 1), r.name, r.company, r.street, r.street2, r.city, r.state,
+                    r.zip, r.phone, r.email});
+        }
         newCollection(db, s, TextKind::CoverLetterParagraph, c.paragraphs);
         newCollection(db, s, TextKind::CoverLetterRemark, c.remarks);
         const qint64 remarks = newCollection(db, s, TextKind::BOMRemark, c.bomRemarks);
@@ -236,6 +241,56 @@ void Store::setIssuedByNames(const QStringList& names)
     m_db->write([&] {
         if (StoreDirectory::issuedByNames(*m_db) != names)
             StoreDirectory::setIssuedByNames(*m_db, names);
+    });
+}
+
+namespace {
+// The letterhead's settings, each under its own name.
+struct LetterheadSetting {
+    const char* name;
+    QString ZebPackage::Letterhead::*field;
+};
+const LetterheadSetting kLetterhead[] = {
+    {"office_name", &ZebPackage::Letterhead::Name},
+    {"office_street", &ZebPackage::Letterhead::Street},
+    {"office_street2", &ZebPackage::Letterhead::Street2},
+    {"office_city", &ZebPackage::Letterhead::City},
+    {"office_state", &ZebPackage::Letterhead::State},
+    {"office_zip", &ZebPackage::Letterhead::Zip},
+    {"office_phone", &ZebPackage::Letterhead::Phone},
+    {"office_email", &ZebPackage::Letterhead::Email},
+};
+}  // namespace
+
+ZebPackage::Letterhead Store::letterhead() const
+{
+    ZebPackage::Letterhead out;
+    for (const QVariantList& r : m_db->rows(QStringLiteral(
+             "SELECT name, value FROM settings WHERE name LIKE 'office%'"))) {
+        const QString name = r[0].toString();
+        if (name == QLatin1String("office_logo")) {
+            out.Logo = QByteArray::fromBase64(r[1].toString().toLatin1());
+            continue;
+        }
+        for (const LetterheadSetting& s : kLetterhead) {
+            if (name == QLatin1String(s.name))
+                out.*s.field = r[1].toString();
+        }
+    }
+    return out;
+}
+
+void Store::setLetterhead(const ZebPackage::Letterhead& letterhead)
+{
+    m_db->write([&] {
+        const auto put = [&](const QString& name, const QString& value) {
+            m_db->run(QStringLiteral("INSERT INTO settings (name, value) VALUES (?, ?) ON "
+                                     "CONFLICT (name) DO UPDATE SET value = excluded.value"),
+                      {name, value});
+        };
+        for (const LetterheadSetting& s : kLetterhead)
+            put(QString::fromLatin1(s.name), letterhead.*s.field);
+        put(QStringLiteral("office_logo"), QString::fromLatin1(letterhead.Logo.toBase64()));
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "contracts/failure.h"
 #include "objects/standalonecustomer.h"
+#include "package/packagesource.h"
 
 #include <QList>
 #include <QString>
@@ -107,6 +108,11 @@ public:
     void setIssuedByNames(const QStringList& names);
     QVariant searchContextValue() const;
     void setSearchContextValue(const QVariant& value);
+
+    // The office's own name, address and logo, at the head of its letters; empty for an office
+    // that has not given them.
+    ZebPackage::Letterhead letterhead() const;
+    void setLetterhead(const ZebPackage::Letterhead& letterhead);
     // Adds customers to the directory in one transaction; a key already held fails with 457.
     void addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers);
     QList<StandaloneCustomer::Data> directoryCustomers() const;

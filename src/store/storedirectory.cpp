@@ -10,7 +10,8 @@ QList<StandaloneCustomer::Data> StoreDirectory::records(StoreConnection& db)
     QList<StandaloneCustomer::Data> out;
     for (const QVariantList& r : db.rows(QStringLiteral(
              "SELECT key, display_text, name, account_number, city, state, type, category, zip, "
-             "phone, active FROM directory_customers ORDER BY id"))) {
+             "phone, active, attention, street, street2, email FROM directory_customers "
+             "ORDER BY id"))) {
         StandaloneCustomer::Data d;
         d.key = r[0].toString();
         d.displayText = r[1].toString();
@@ -23,6 +24,10 @@ QList<StandaloneCustomer::Data> StoreDirectory::records(StoreConnection& db)
         d.zip = r[8].toString();
         d.phone = r[9].toString();
         d.active = r[10].toBool();
+        d.attention = r[11].toString();
+        d.street = r[12].toString();
+        d.street2 = r[13].toString();
+        d.email = r[14].toString();
         out.append(d);
     }
     return out;
@@ -40,10 +45,11 @@ void StoreDirectory::add(StoreConnection& db, const StandaloneCustomer::Data& d)
         throw CollectionRules::duplicateKey(QStringLiteral("ZebObjects.CustomerDirectory"),
                                             d.key);
     db.run(QStringLiteral("INSERT INTO directory_customers (key, display_text, name, "
-                          "account_number, city, state, type, category, zip, phone, active) "
-                          "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                          "account_number, city, state, type, category, zip, phone, active, "
+                          "attention, street, street2, email) "
+                          "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
            {d.key, d.displayText, d.name, d.accountNumber, d.city, d.state, d.type, d.category,
-            d.zip, d.phone, int(d.active)});
+            d.zip, d.phone, int(d.active), d.attention, d.street, d.street2, d.email});
 }
 
 QStringList StoreDirectory::issuedByNames(StoreConnection& db)

@@ -24,6 +24,12 @@ QString StoreJob::number() const
     return m_db->value(QStringLiteral("SELECT number FROM jobs WHERE id = ?"), {m_id}).toString();
 }
 
+QString StoreJob::purchaseOrder() const
+{
+    return m_db->value(QStringLiteral("SELECT purchase_order FROM jobs WHERE id = ?"), {m_id})
+        .toString();
+}
+
 QString StoreJob::name() const
 {
     return m_db->value(QStringLiteral("SELECT name FROM jobs WHERE id = ?"), {m_id}).toString();

@@ -32,6 +32,7 @@ public:
     // Read from the file on each call.
     QString number() const;
     QString name() const;
+    QString purchaseOrder() const;
 
     std::shared_ptr<StoreSubmittal> submittal();
     std::shared_ptr<StoreTextObjects> coverLetterParagraphs();

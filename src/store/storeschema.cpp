@@ -8,7 +8,7 @@ namespace ZebObjects {
 
 namespace {
 
-// Tables that version 1 and version 2 share, as they stand in version 2.
+// Tables that version 1 and version 2 share, as they stand in the current version.
 const char* const kTables[] = {
     R"(CREATE TABLE settings (
         name TEXT PRIMARY KEY,
@@ -20,7 +20,8 @@ const char* const kTables[] = {
     R"(CREATE TABLE jobs (
         id INTEGER PRIMARY KEY,
         number TEXT NOT NULL UNIQUE,
-        name TEXT NOT NULL))",
+        name TEXT NOT NULL,
+        purchase_order TEXT NOT NULL DEFAULT ''))",
     R"(CREATE TABLE submittals (
         id INTEGER PRIMARY KEY,
         job_id INTEGER NOT NULL UNIQUE REFERENCES jobs(id) ON DELETE CASCADE,
@@ -44,7 +45,14 @@ const char* const kTables[] = {
         submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE,
         position INTEGER NOT NULL,
         name TEXT NOT NULL,
-        company TEXT NOT NULL))",
+        company TEXT NOT NULL,
+        street TEXT NOT NULL DEFAULT '',
+        street2 TEXT NOT NULL DEFAULT '',
+        city TEXT NOT NULL DEFAULT '',
+        state TEXT NOT NULL DEFAULT '',
+        zip TEXT NOT NULL DEFAULT '',
+        phone TEXT NOT NULL DEFAULT '',
+        email TEXT NOT NULL DEFAULT ''))",
     // A collection without a submittal is one of the office's libraries.
     R"(CREATE TABLE text_collections (
         id INTEGER PRIMARY KEY,
@@ -89,7 +97,11 @@ const char* const kTables[] = {
         category TEXT NOT NULL,
         zip TEXT NOT NULL,
         phone TEXT NOT NULL,
-        active INTEGER NOT NULL DEFAULT 1))",
+        active INTEGER NOT NULL DEFAULT 1,
+        attention TEXT NOT NULL DEFAULT '',
+        street TEXT NOT NULL DEFAULT '',
+        street2 TEXT NOT NULL DEFAULT '',
+        email TEXT NOT NULL DEFAULT ''))",
     R"(CREATE TABLE submittal_customers (
         id INTEGER PRIMARY KEY,
         submittal_id INTEGER NOT NULL REFERENCES submittals(id) ON DELETE CASCADE,
@@ -194,6 +206,26 @@ void StoreSchema::migrate(StoreConnection& db, int from)
         db.dialect().idsCopied(db, QStringLiteral("line_items"));
         for (const char* sql : kIndexes)
             runTable(db, sql);
+    }
+    if (from <= 2) {
+        // What labels and letters print: the directory's and the recipients' addresses, and a
+        // job's purchase order. Older rows start empty; the office fills them in.
+        const char* const added[] = {
+            "ALTER TABLE jobs ADD COLUMN purchase_order TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE directory_customers ADD COLUMN attention TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE directory_customers ADD COLUMN street TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE directory_customers ADD COLUMN street2 TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE directory_customers ADD COLUMN email TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE recipients ADD COLUMN street TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE recipients ADD COLUMN street2 TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE recipients ADD COLUMN city TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE recipients ADD COLUMN state TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE recipients ADD COLUMN zip TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE recipients ADD COLUMN phone TEXT NOT NULL DEFAULT ''",
+            "ALTER TABLE recipients ADD COLUMN email TEXT NOT NULL DEFAULT ''",
+        };
+        for (const char* sql : added)
+            db.run(QString::fromLatin1(sql));
     }
     db.dialect().setSchemaVersion(db, CurrentVersion);
 }

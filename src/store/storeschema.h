@@ -11,10 +11,12 @@ class StoreConnection;
 //
 // Version 1 kept a line's comment in the line itself and the texts without a saved order;
 // version 2 gives comments a table of their own (a line may have an empty comment or none) and
-// keeps each text collection's saved order beside the current one.
+// keeps each text collection's saved order beside the current one. Version 3 keeps what labels
+// and letters print: the directory's and the recipients' postal addresses, phone and e-mail, and
+// a job's purchase order (the office's letterhead lives in the settings).
 class StoreSchema {
 public:
-    static constexpr int CurrentVersion = 2;
+    static constexpr int CurrentVersion = 3;
 
     // An empty file becomes a store of the current version.
     static void create(StoreConnection& db);

@@ -69,13 +69,33 @@ void StoreCoverLetter::setIncludeCarbonCopy(bool include)
 
 // Recipients ------------------------------------------------------------------------------------
 
-StoreRecipient::StoreRecipient(QString name, QString company)
-    : m_name(std::move(name)), m_company(std::move(company))
+namespace {
+const QString kRecipientColumns = QStringLiteral(
+    "name, company, street, street2, city, state, zip, phone, email");
+
+std::shared_ptr<StoreRecipient> recipientOf(const QVariantList& r)
+{
+    JobContents::Recipient d;
+    d.name = r[0].toString();
+    d.company = r[1].toString();
+    d.street = r[2].toString();
+    d.street2 = r[3].toString();
+    d.city = r[4].toString();
+    d.state = r[5].toString();
+    d.zip = r[6].toString();
+    d.phone = r[7].toString();
+    d.email = r[8].toString();
+    return std::make_shared<StoreRecipient>(std::move(d));
+}
+}  // namespace
+
+StoreRecipient::StoreRecipient(JobContents::Recipient data)
+    : m_data(std::move(data))
 {
 }
 
-QString StoreRecipient::Name() const { return m_name; }
-QString StoreRecipient::Company() const { return m_company; }
+QString StoreRecipient::Name() const { return m_data.name; }
+QString StoreRecipient::Company() const { return m_data.company; }
 
 StoreRecipients::StoreRecipients(std::shared_ptr<StoreConnection> db, qint64 submittalId)
     : m_db(std::move(db)), m_id(submittalId)
@@ -94,24 +114,24 @@ std::shared_ptr<Recipient> StoreRecipients::Item(qint16 position) const
 {
     const QVariantList r =
         position < 1 ? QVariantList()
-                     : m_db->row(QStringLiteral("SELECT name, company FROM recipients WHERE "
+                     : m_db->row(QStringLiteral("SELECT %1 FROM recipients WHERE "
                                                 "submittal_id = ? ORDER BY position, id "
-                                                "LIMIT 1 OFFSET ?"),
+                                                "LIMIT 1 OFFSET ?").arg(kRecipientColumns),
                                  {m_id, int(position) - 1});
     if (r.isEmpty())
         throw CollectionRules::noPosition(QStringLiteral("ZebObjects.Recipients"),
                                           QStringLiteral("recipient"), position, Count());
-    return std::make_shared<StoreRecipient>(r[0].toString(), r[1].toString());
+    return recipientOf(r);
 }
 
 RecipientList StoreRecipients::Enumerate() const
 {
     RecipientList out;
-    for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT name, company FROM recipients "
+    for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT %1 FROM recipients "
                                                            "WHERE submittal_id = ? ORDER BY "
-                                                           "position, id"),
+                                                           "position, id").arg(kRecipientColumns),
                                             {m_id}))
-        out.append(std::make_shared<StoreRecipient>(r[0].toString(), r[1].toString()));
+        out.append(recipientOf(r));
     return out;
 }
 

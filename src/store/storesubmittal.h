@@ -3,6 +3,7 @@
 #include "contracts/coverletter.h"
 #include "contracts/recipients.h"
 #include "contracts/submittal.h"
+#include "store/jobcontents.h"
 #include "store/storelastread.h"
 
 #include <memory>
@@ -38,14 +39,15 @@ private:
 
 class StoreRecipient : public Recipient {
 public:
-    StoreRecipient(QString name, QString company);
+    explicit StoreRecipient(JobContents::Recipient data);
 
     QString Name() const override;
     QString Company() const override;
+    // Everything the row holds, the address included.
+    const JobContents::Recipient& data() const { return m_data; }
 
 private:
-    QString m_name;
-    QString m_company;
+    JobContents::Recipient m_data;
 };
 
 // The addressees of a submittal in a store, in their order. Each read answers what the file

@@ -16,9 +16,13 @@
 #include "objects/standalonetextobjects.h"
 #include "package/packagegenerator.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
@@ -158,19 +162,24 @@ struct Word {
     QString text;
 };
 
-// Every word of one page with its box in points.
-QList<Word> wordsOnPage(const QString& path, int page)
+// Every word of one page with its box in points; without the package's footer (the bottom half
+// inch) unless asked for.
+QList<Word> wordsOnPage(const QString& path, int page, bool footer = false)
 {
     const QString html = run(QStringLiteral("pdftotext"),
                              {QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
                               QStringLiteral("-l"), QString::number(page), path, QStringLiteral("-")});
     static const QRegularExpression word(QStringLiteral(
         "<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" yMax=\"([0-9.]+)\">([^<]*)</word>"));
+    static const QRegularExpression pageBox(QStringLiteral("<page width=\"([0-9.]+)\" height=\"([0-9.]+)\""));
+    const qreal height = pageBox.match(html).captured(2).toDouble();
     QList<Word> out;
     for (auto it = word.globalMatch(html); it.hasNext();) {
         const auto m = it.next();
         const QPointF from(m.captured(1).toDouble(), m.captured(2).toDouble());
         const QPointF to(m.captured(3).toDouble(), m.captured(4).toDouble());
+        if (!footer && from.y() >= height - 36)
+            continue;
         out.append({QRectF(from, to), m.captured(5)});
     }
     return out;
@@ -238,12 +247,17 @@ private slots:
         QCOMPARE(job->JobName(), QStringLiteral("Riverside Medical Office Building"));
         const ZebPackage::PostalAddress address = job->Address(*job->Customers()->Item(2));
         QCOMPARE(address, (ZebPackage::PostalAddress{QStringLiteral("Priya Raman"), QStringLiteral("520 SW Yamhill Street"),
-                                                     QStringLiteral("Suite 1100"), QStringLiteral("97204"),
-                                                     QStringLiteral("(503) 555-0119")}));
+                                                     QStringLiteral("Suite 1100"), QStringLiteral("Portland"),
+                                                     QStringLiteral("OR"), QStringLiteral("97204"),
+                                                     QStringLiteral("(503) 555-0119"),
+                                                     QStringLiteral("priya.raman@cedarridge.example")}));
         // Facts the job does not know are empty, not failures.
         StandaloneLineItem unknown(StandaloneLineItem::Data{1, QStringLiteral("Z"), QStringLiteral("Nobody"), {}, {}, {}, false, {}, false});
         QVERIFY(job->Manufacturer(unknown).isEmpty());
-        StandaloneCustomer stranger(StandaloneCustomer::Data{QStringLiteral("NONE"), {}, {}, {}, {}, {}, {}, {}, {}, {}, true, true});
+        StandaloneCustomer::Data strangerData;
+        strangerData.key = QStringLiteral("NONE");
+        strangerData.included = true;
+        StandaloneCustomer stranger(strangerData);
         QCOMPARE(job->Address(stranger), ZebPackage::PostalAddress());
         QCOMPARE(StandalonePackageSource::sampleJob()->LineItems()->Count(), qint16(20));
     }
@@ -340,7 +354,7 @@ private slots:
         const QString all = pdf.all();
         QCOMPARE(all.contains(QStringLiteral("Sincerely,")), letter);
         QCOMPARE(pdf.pagesStartingWith(QStringLiteral("Bill of Materials")).isEmpty(), !bom);
-        QCOMPARE(all.contains(QStringLiteral("2210 NW Front Avenue")), labels);
+        QCOMPARE(all.contains(QStringLiteral("Dana Whitcomb Priya Raman 2210 NW Front Avenue")), labels);
         // Parts follow one another in the package's order.
         QStringList order;
         if (letter)
@@ -348,7 +362,7 @@ private slots:
         if (bom)
             order << QStringLiteral("Bill of Materials Riverside");
         if (labels)
-            order << QStringLiteral("2210 NW Front Avenue");
+            order << QStringLiteral("Dana Whitcomb Priya Raman 2210 NW Front Avenue");
         VERIFY_IN_ORDER(all, order);
     }
 
@@ -492,19 +506,71 @@ private slots:
         auto job = StandalonePackageSource::sampleJob();
         onlyPart(*job, true, false, false);
         letterOf(*job).setIncludeLogo(include);
+        // A logo of the office's own: a red square, to be told from everything else on the page.
+        QImage red(64, 64, QImage::Format_RGB32);
+        red.fill(QColor(0xff, 0, 0));
+        QByteArray png;
+        {
+            QBuffer buffer(&png);
+            buffer.open(QIODevice::WriteOnly);
+            red.save(&buffer, "PNG");
+        }
+        ZebPackage::Letterhead office = job->Office();
+        office.Logo = png;
+        job->setOffice(office);
         const Pdf pdf = generate(*job);
         const QImage page = render(pdf.path, 2);
         QCOMPARE(page.size(), QSize(510, 660));
-        // The mark sits in the top left corner, 3/4" square inside the 3/4" margins.
-        const int ink = inkIn(page, QRect(45, 45, 45, 45));
-        QVERIFY2(include ? ink > 1500 : ink < 600, qPrintable(QString::number(ink)));
-        // The letter's text starts below the mark, never over it.
+        // The logo sits in the top left corner, 3/4" square inside the 3/4" margins.
+        int redInk = 0;
+        for (int y = 0; y < page.height(); ++y)
+            for (int x = 0; x < page.width(); ++x) {
+                const QColor c = page.pixelColor(x, y);
+                redInk += c.red() > 200 && c.green() < 60 && c.blue() < 60 ? 1 : 0;
+            }
+        QVERIFY2(include ? redInk > 1500 : redInk == 0, qPrintable(QString::number(redInk)));
+        if (include)
+            QVERIFY(inkIn(page, QRect(46, 46, 42, 42)) > 1500);
+        // The letterhead's text stands right of the logo, or at the margin without it; the
+        // letter starts below the letterhead.
         const auto words = wordsOnPage(pdf.path, 2);
         QVERIFY(!words.isEmpty());
-        const qreal firstText = std::min_element(words.begin(), words.end(), [](const Word& a, const Word& b) {
-                                    return a.box.top() < b.box.top();
-                                })->box.top();
-        QVERIFY2(include ? firstText > 54 + 54 : firstText < 54 + 20, qPrintable(QString::number(firstText)));
+        QCOMPARE(words.first().text, QStringLiteral("Northlight"));
+        QVERIFY2(include ? words.first().box.left() > 54 + 54 + 11 : qAbs(words.first().box.left() - 54) < 2,
+                 qPrintable(QString::number(words.first().box.left())));
+        QVERIFY(words.first().box.top() < 54 + 6);
+        for (const Word& w : words) {
+            if (w.text == QLatin1String("November"))
+                QVERIFY2(w.box.top() > 54 + 54, qPrintable(QString::number(w.box.top())));
+        }
+    }
+
+    void letterheadAndRecipientAddressPrint()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        onlyPart(*job, true, false, false);
+        letterOf(*job).setSeparateLetters(true);
+        const Pdf pdf = generate(*job);
+        // The office at the head of every letter, the recipient's whole address under the date.
+        VERIFY_IN_ORDER(pdf.page(2), "Northlight Lighting Sales", "1120 NW Couch Street", "Suite 450",
+                        "Portland, OR 97209", "Phone (503) 555-0100", "submittals@northlight.example",
+                        "November 21, 2026", "Dana Whitcomb", "Halvorsen Electric Co.",
+                        "2210 NW Front Avenue", "Suite 300", "Portland, OR 97210", "Re: Riverside",
+                        "Sincerely,", "Marta Halloran", "Northlight Lighting Sales");
+        bool found = false;
+        for (const QString& page : pdf.pages) {
+            if (page.contains(QStringLiteral("Priya Raman Cedar Ridge Architects"))) {
+                VERIFY_IN_ORDER(page, "Northlight Lighting Sales", "Priya Raman", "Cedar Ridge Architects",
+                                "520 SW Yamhill Street", "Suite 1100", "Portland, OR 97204");
+                found = true;
+            }
+        }
+        QVERIFY(found);
+        // An office without a letterhead prints none, and the letter still starts at the top.
+        job->setOffice({});
+        const Pdf plain = generate(*job);
+        QVERIFY(!plain.all().contains(QStringLiteral("Northlight")));
+        QVERIFY(plain.page(2).startsWith(QStringLiteral("November 21, 2026 Dana Whitcomb")));
     }
 
     void noRecipientsGivesAPageSayingSo()
@@ -614,7 +680,8 @@ private slots:
                 if ((columns[i] == column) == alone)
                     header << titles[i];
             }
-            const QString headerRow = header.join(QLatin1Char(' '));
+            // The line's number leads whenever a column prints.
+            const QString headerRow = QStringLiteral("Line ") + header.join(QLatin1Char(' '));
             QVERIFY2(page.contains(QStringLiteral("Request For Approval ") + headerRow + QLatin1Char(' ')),
                      qPrintable(page.left(300)));
             QCOMPARE(page.contains(value), alone);
@@ -627,9 +694,11 @@ private slots:
         onlyPart(*job, false, true, false);
         bomOf(*job).setIncludeLineComments(true);
         Pdf pdf = generate(*job);
-        VERIFY_IN_ORDER(pdf.all(), "A1E", "Battery pack factory installed; 90 minute rating.", "B1",
-                        "Run lengths per architectural drawing A-501.", "C1", "X1", "X2", "EM1",
-                        "Made to order: shop drawings follow under separate cover.");
+        VERIFY_IN_ORDER(pdf.all(), "A1E", "Battery pack factory installed; 90 minute rating.",
+                        "C1", "X1", "X2", "EM1");
+        // B1 and the last line are not ticked: they print neither their rows nor their comments.
+        QVERIFY(!pdf.all().contains(QStringLiteral("Made to order: shop drawings follow")));
+        QVERIFY(!pdf.all().contains(QStringLiteral(" B1 ")));
         bomOf(*job).setIncludeLineComments(false);
         pdf = generate(*job);
         QVERIFY(pdf.all().contains(QStringLiteral("A1E")));
@@ -669,8 +738,8 @@ private slots:
         QCOMPARE(all.contains(QStringLiteral("Colour temperature 3500K, CRI 80 minimum unless noted.")), include);
         QVERIFY(!all.contains(QStringLiteral("Lamps are included where listed.")));
         if (include)
-            VERIFY_IN_ORDER(all, "EM1", "Custom ring pendant", "Remarks", "All fixtures are 120-277V",
-                            "Colour temperature 3500K", "Page 1 of 1");
+            VERIFY_IN_ORDER(all, "EM1", "Remarks", "All fixtures are 120-277V",
+                            "Colour temperature 3500K", "Page 2 of 2");
     }
 
     void bomHeaderRowOnEveryPageAndPageNOfM()
@@ -689,14 +758,19 @@ private slots:
             const QString page = pdf.page(bomPages[n]);
             QVERIFY2(page.contains(QStringLiteral("Type Qty Brand Manufacturer Catalog Number Description Group MTO")),
                      qPrintable(page.left(300)));
-            QVERIFY(page.endsWith(QStringLiteral("Page %1 of %2").arg(n + 1).arg(total)));
+            // The package's page, not the part's.
+            QVERIFY2(page.endsWith(QStringLiteral("Page %1 of %2").arg(bomPages[n]).arg(pdf.count())),
+                     qPrintable(page.right(80)));
             // The purpose heads the first page only.
             QCOMPARE(page.contains(QStringLiteral("Purpose:")), n == 0);
         }
         // Every line once, in order: the last round's types close the list.
         QStringList types;
-        for (int round = 2; round <= 5; ++round)
-            types << QStringLiteral("A1E-%1").arg(round) << QStringLiteral("EM1-%1").arg(round);
+        for (const auto& line : job->LineItems()->Enumerate()) {
+            if (line->Selected() && line->Type().startsWith(QStringLiteral("A1E-")))
+                types << line->Type();
+        }
+        QCOMPARE(types.size(), 4);
         VERIFY_IN_ORDER(pdf.all(), types);
         QCOMPARE(pdf.all().count(QStringLiteral("X2-5 ")), 1);
     }
@@ -708,7 +782,7 @@ private slots:
         static_cast<StandaloneLineItems&>(*job->LineItems()).Clear();
         Pdf pdf = generate(*job);
         QCOMPARE(pdf.count(), 2);
-        VERIFY_IN_ORDER(pdf.page(2), "Bill of Materials", "Purpose:", "The submittal has no lines.", "Page 1 of 1");
+        VERIFY_IN_ORDER(pdf.page(2), "Bill of Materials", "Purpose:", "The submittal has no lines.", "Page 2 of 2");
         QVERIFY(!pdf.page(2).contains(QStringLiteral("Catalog Number")));
         job->setLineItems(nullptr);
         pdf = generate(*job);
@@ -806,7 +880,8 @@ private slots:
         chooseLabelFields(*job, {QStringLiteral("COMPANY")});
         job->Customers()->Item(1)->setIncluded(false);
         Pdf pdf = generate(*job);
-        QCOMPARE(pdf.page(2), QStringLiteral("Cedar Ridge Architects"));
+        QCOMPARE(pdf.page(2), QStringLiteral("Cedar Ridge Architects Job PDX-26-0147 Riverside Medical "
+                                             "Office Building Labels Page 2 of 2"));
         job->Customers()->Item(2)->setIncluded(false);
         pdf = generate(*job);
         VERIFY_IN_ORDER(pdf.page(2), "Labels", "No customer is included, so no labels are printed.");
@@ -825,7 +900,9 @@ private slots:
             data.name = QStringLiteral("Customer%1").arg(i, 2, 10, QLatin1Char('0'));
             data.included = true;
             customers.Add(data.key, std::make_shared<StandaloneCustomer>(data));
-            job->setAddress(data.key, {QStringLiteral("Attn%1").arg(i, 2, 10, QLatin1Char('0')), {}, {}, {}, {}});
+            ZebPackage::PostalAddress address;
+            address.Attention = QStringLiteral("Attn%1").arg(i, 2, 10, QLatin1Char('0'));
+            job->setAddress(data.key, address);
         }
         const Pdf pdf = generate(*job);
         QCOMPARE(pdf.count(), 3);
@@ -868,11 +945,12 @@ private slots:
         onlyPart(*job, false, false, true);
         chooseLabelFields(*job, {QStringLiteral("COMPANY"), QStringLiteral("ATTENTION"), QStringLiteral("STREET"),
                                  QStringLiteral("STREET2"), QStringLiteral("CITYSTATEZIP")});
-        job->setAddress(QStringLiteral("C1001"),
-                        {QStringLiteral("Attention of the purchasing department, second floor"),
-                         QStringLiteral("12345 Northwest Industrial Boulevard Extension"),
-                         QStringLiteral("Building C, receiving dock 4, ask for the night supervisor on duty"),
-                         QStringLiteral("97210"), {}});
+        ZebPackage::PostalAddress address;
+        address.Attention = QStringLiteral("Attention of the purchasing department, second floor");
+        address.Street = QStringLiteral("12345 Northwest Industrial Boulevard Extension");
+        address.Street2 = QStringLiteral("Building C, receiving dock 4, ask for the night supervisor on duty");
+        address.Zip = QStringLiteral("97210");
+        job->setAddress(QStringLiteral("C1001"), address);
         const Pdf pdf = generate(*job);
         // The longest line is cut with an ellipsis; nothing runs past the label.
         QVERIFY(pdf.page(2).contains(QStringLiteral("\u2026")));
@@ -884,7 +962,7 @@ private slots:
             QVERIFY2(first.contains(w.box) || second.contains(w.box), qPrintable(w.text));
         // The picture agrees: no ink in the gaps between labels.
         const QImage image = render(pdf.path, 2, 144);
-        QCOMPARE(inkIn(image, QRect(int((13.5 + 189) * 2) + 1, 0, int(9 * 2) - 2, image.height())), 0);
+        QCOMPARE(inkIn(image, QRect(int((13.5 + 189) * 2) + 1, 0, int(9 * 2) - 2, (36 + 720) * 2)), 0);
         QCOMPARE(inkIn(image, QRect(0, 36 * 2 + 1, image.width(), int(0.09 * 144) - 2)), 0);
     }
 
@@ -928,7 +1006,7 @@ private slots:
         const QList<std::pair<const char*, QStringList>> members = {
             {"source", {"Submittal", "CoverLetterParagraphs", "CoverLetterRemarks", "BOM", "Labels",
                         "LineItems", "Customers", "JobName", "JobNumber", "PurchaseOrder", "Manufacturer",
-                        "Address"}},
+                        "Address", "RecipientAddress", "Office"}},
             {"submittal", {"IssuedBy", "SubmittalDate", "IncludeCoverLetter", "CoverLetter", "IncludeBOM",
                            "IncludeLabels", "Recipients", "SubmittalPurpose"}},
             {"coverLetter", {"IncludeLogo", "IncludeDefaultParagraphs", "IncludeRemarks", "SeparateLetters",
@@ -944,7 +1022,7 @@ private slots:
                      "IncludeMTO", "IncludeGroupCodes"}},
             {"bomRemarks", {"Enumerate"}},
             {"lineItems", {"Enumerate"}},
-            {"lineItem", {"Type", "Quantity", "Brand", "CatalogNumber", "Description", "Group", "MTO", "Comment"}},
+            {"lineItem", {"Selected", "Type", "Quantity", "Brand", "CatalogNumber", "Description", "Group", "MTO", "Comment"}},
             {"comment", {"Text"}},
             {"labels", {"LabelFields"}},
             {"labelFields", {"Enumerate"}},
@@ -1111,6 +1189,255 @@ private slots:
         generator.setProgress({});
         QVERIFY(generator.Generate(*job, target()));
         QCOMPARE(fileNames(m_dir->path()), QStringList{QStringLiteral("package.pdf")});
+    }
+
+    // ---- ticked lines, page breaks, footer, outline and links -----------------------------
+
+    void onlyTickedLinesPrintNumberedAsShownAndTheContentsSaysHowManyAreLeftOut()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        onlyPart(*job, false, true, false);
+        auto& bom = bomOf(*job);
+        bom.setIncludeDefaultRemarks(false);
+        bom.setIncludeLineComments(false);
+        const auto lines = job->LineItems()->Enumerate();
+        // Every line's ticking as the job holds it, and one more unticked and one ticked again.
+        lines[1]->setSelected(false);
+        lines[4]->setSelected(true);
+        QStringList printed;
+        QStringList leftOut;
+        for (qsizetype i = 0; i < lines.size(); ++i)
+            (lines[i]->Selected() ? printed : leftOut) << QStringLiteral("%1 %2 %3").arg(i + 1).arg(lines[i]->Type(), lines[i]->Quantity());
+        QCOMPARE(lines.size(), 20);
+        QCOMPARE(leftOut.size(), 4);
+        const Pdf pdf = generate(*job);
+        const QString bomText = pdf.pages.mid(1).join(QLatin1Char(' '));
+        VERIFY_IN_ORDER(bomText, printed);
+        for (const QString& row : leftOut)
+            QVERIFY2(!bomText.contains(row), qPrintable(row));
+        QVERIFY(pdf.page(1).contains(QStringLiteral("4 of the job's 20 lines are not ticked and are left out "
+                                                    "of the bill of materials.")));
+        // One line left out says so in the singular; none left out says nothing.
+        for (const auto& line : lines)
+            line->setSelected(true);
+        lines[7]->setSelected(false);
+        QVERIFY(generate(*job).page(1).contains(QStringLiteral("1 of the job's 20 lines is not ticked and is left out "
+                                                               "of the bill of materials.")));
+        lines[7]->setSelected(true);
+        QVERIFY(!generate(*job).page(1).contains(QStringLiteral("left out")));
+    }
+
+    // Remarks of every length land on every place of a page, the page break included: each
+    // prints once, inside the page's body.
+    void remarkAtAPageBreakPrintsOnceInsideThePage()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        onlyPart(*job, true, false, false);
+        letterOf(*job).setIncludeRemarks(true);
+        letterOf(*job).setIncludeDefaultParagraphs(true);
+        auto& remarks = static_cast<StandaloneTextObjects&>(*job->CoverLetterRemarks());
+        auto& paragraphs = static_cast<StandaloneTextObjects&>(*job->CoverLetterParagraphs());
+        for (const auto& text : remarks.Enumerate())
+            text->setSelected(false);
+        for (int i = 1; i <= 12; ++i) {
+            QString text = QStringLiteral("Remark%1 ").arg(i, 2, 10, QLatin1Char('0'));
+            for (int w = 0; w < 6 + i * 3; ++w)
+                text += QStringLiteral("w%1x%2 ").arg(i).arg(w);
+            remarks.Add(text.trimmed(), true);
+        }
+        bool crossed = false;
+        for (int extra = 0; extra < 14; ++extra) {
+            paragraphs.Add(QStringLiteral("Filler paragraph %1 that moves the remarks down the page by a few lines "
+                                          "each round, so that over the rounds every remark meets the break.")
+                               .arg(extra),
+                           true);
+            const Pdf pdf = generate(*job);
+            QVERIFY(pdf.count() >= 3);
+            for (qsizetype n = 1; n <= pdf.count(); ++n) {
+                for (const Word& w : wordsOnPage(pdf.path, int(n), true)) {
+                    // Inside the body of letter paper; the footer's band is the only text below it.
+                    QVERIFY2(w.box.left() >= 54 - 0.5 && w.box.right() <= 612 - 54 + 0.5, qPrintable(w.text));
+                    QVERIFY2(w.box.top() >= 54 - 0.5 && w.box.bottom() <= 792 - 18, qPrintable(w.text));
+                    if (w.box.bottom() > 792 - 54 + 0.5)
+                        QVERIFY2(w.box.top() >= 792 - 36, qPrintable(w.text));
+                }
+            }
+            for (int i = 1; i <= 12; ++i) {
+                const QString first = QStringLiteral("Remark%1").arg(i, 2, 10, QLatin1Char('0'));
+                const QString last = QStringLiteral("w%1x%2").arg(i).arg(5 + i * 3);
+                QCOMPARE(pdf.all().count(first), 1);
+                QCOMPARE(pdf.all().count(last + QLatin1Char(' ')) + (pdf.all().endsWith(last) ? 1 : 0), 1);
+                // A remark whose start and end are on different pages met the break.
+                qsizetype from = -1, to = -1;
+                for (qsizetype n = 0; n < pdf.count(); ++n) {
+                    if (pdf.pages[n].contains(first))
+                        from = n;
+                    if (pdf.pages[n].contains(last + QLatin1Char(' ')))
+                        to = n;
+                }
+                crossed |= from >= 0 && to > from;
+            }
+        }
+        QVERIFY(crossed);
+    }
+
+    void everyPageCarriesThePackageFooter()
+    {
+        auto job = StandalonePackageSource::sampleJob(100);
+        submittalOf(*job).setIncludeLabels(true);
+        letterOf(*job).setSeparateLetters(true);
+        PackageGenerator generator;
+        const Pdf pdf = generate(*job, PackageGenerator::PaperSize::Letter, &generator);
+        const auto contents = generator.contents();
+        QVERIFY(pdf.count() >= 8);
+        for (qsizetype n = 1; n <= pdf.count(); ++n) {
+            // The part a page belongs to: the last one that starts on it or before it.
+            QString part = QStringLiteral("Contents");
+            for (const auto& entry : contents) {
+                if (entry.Page <= n)
+                    part = entry.Title;
+            }
+            const QString footer = QStringLiteral("Job PDX-26-0147 Riverside Medical Office Building %1 Page %2 of %3")
+                                       .arg(part)
+                                       .arg(n)
+                                       .arg(pdf.count());
+            // A long part name is shortened in the footer, never the page number.
+            if (part.size() > 40)
+                QVERIFY2(pdf.page(n).endsWith(QStringLiteral("Page %1 of %2").arg(n).arg(pdf.count())), qPrintable(pdf.page(n).right(120)));
+            else
+                QVERIFY2(pdf.page(n).endsWith(footer), qPrintable(pdf.page(n).right(120)));
+            // The footer stands in the bottom band of the page, nothing else does.
+            const auto all = wordsOnPage(pdf.path, int(n), true);
+            const auto body = wordsOnPage(pdf.path, int(n));
+            QVERIFY(all.size() > body.size());
+            for (qsizetype i = body.size(); i < all.size(); ++i)
+                QVERIFY(all[i].box.bottom() < 792 - 18);
+        }
+    }
+
+    void outlineInfoAndContentsLinks()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        submittalOf(*job).setIncludeLabels(true);
+        letterOf(*job).setSeparateLetters(true);
+        PackageGenerator generator;
+        const Pdf pdf = generate(*job, PackageGenerator::PaperSize::Letter, &generator);
+        const auto contents = generator.contents();
+        QCOMPARE(contents.size(), 5);
+
+        const QString info = run(QStringLiteral("pdfinfo"), {pdf.path});
+        QHash<QString, QString> facts;
+        for (const QString& line : info.split(QLatin1Char('\n')))
+            facts.insert(line.section(QLatin1Char(':'), 0, 0), line.section(QLatin1Char(':'), 1).trimmed());
+        QCOMPARE(facts.value(QStringLiteral("Title")), QStringLiteral("Riverside Medical Office Building"));
+        QCOMPARE(facts.value(QStringLiteral("Author")), QStringLiteral("Marta Halloran"));
+        QCOMPARE(facts.value(QStringLiteral("Subject")), QStringLiteral("Submittal of job PDX-26-0147: Request For Approval"));
+        QCOMPARE(facts.value(QStringLiteral("Keywords")),
+                 QStringLiteral("submittal; PDX-26-0147; Riverside Medical Office Building; Request For Approval; "
+                                "Northlight Lighting Sales"));
+
+        const QJsonObject json = QJsonDocument::fromJson(run(QStringLiteral("qpdf"),
+                                                             {QStringLiteral("--json=2"), QStringLiteral("--json-key=outlines"),
+                                                              QStringLiteral("--json-key=pages"), QStringLiteral("--json-key=qpdf"),
+                                                              pdf.path})
+                                                             .toUtf8())
+                                     .object();
+        // Page objects by their place in the document.
+        QHash<QString, int> pageOf;
+        for (const auto& page : json.value(QStringLiteral("pages")).toArray())
+            pageOf.insert(page.toObject().value(QStringLiteral("object")).toString(),
+                          page.toObject().value(QStringLiteral("pageposfrom1")).toInt());
+        QStringList outline;
+        const std::function<void(const QJsonArray&, int)> walk = [&](const QJsonArray& items, int level) {
+            for (const auto& item : items) {
+                const QJsonObject o = item.toObject();
+                outline << QStringLiteral("%1%2 -> %3")
+                               .arg(QString(level * 2, QLatin1Char(' ')), o.value(QStringLiteral("title")).toString())
+                               .arg(o.value(QStringLiteral("destpageposfrom1")).toInt());
+                walk(o.value(QStringLiteral("kids")).toArray(), level + 1);
+            }
+        };
+        walk(json.value(QStringLiteral("outlines")).toArray(), 0);
+        QCOMPARE(outline, (QStringList{
+                              QStringLiteral("Contents -> 1"),
+                              QStringLiteral("Cover Letters -> %1").arg(contents[0].Page),
+                              QStringLiteral("  Cover Letter: Dana Whitcomb, Halvorsen Electric Co. -> %1").arg(contents[0].Page),
+                              QStringLiteral("  Cover Letter: Priya Raman, Cedar Ridge Architects -> %1").arg(contents[1].Page),
+                              QStringLiteral("  Cover Letter: Tom Okafor, Benton Consulting Engineers -> %1").arg(contents[2].Page),
+                              QStringLiteral("Bill of Materials -> %1").arg(contents[3].Page),
+                              QStringLiteral("Labels -> %1").arg(contents[4].Page),
+                          }));
+
+        // Each contents entry links to the page it names, from the row that shows it.
+        const auto words = wordsOnPage(pdf.path, 1);
+        const QJsonObject objects = json.value(QStringLiteral("qpdf")).toArray().at(1).toObject();
+        QList<QPair<QRectF, int>> links;
+        for (auto it = objects.begin(); it != objects.end(); ++it) {
+            const QJsonObject dict = it.value().toObject().value(QStringLiteral("value")).toObject();
+            if (dict.value(QStringLiteral("/Subtype")).toString() != QLatin1String("/Link"))
+                continue;
+            const QJsonArray r = dict.value(QStringLiteral("/Rect")).toArray();
+            // PDF points from the bottom, turned into pdftotext's from the top.
+            const QRectF rect(QPointF(r[0].toDouble(), 792 - r[3].toDouble()), QPointF(r[2].toDouble(), 792 - r[1].toDouble()));
+            links.append({rect, pageOf.value(dict.value(QStringLiteral("/Dest")).toArray().at(0).toString())});
+        }
+        QCOMPARE(links.size(), contents.size());
+        for (const auto& entry : contents) {
+            const QString number = QString::number(entry.Page);
+            const QString firstWord = entry.Title.section(QLatin1Char(' '), -1);
+            bool linked = false;
+            for (const Word& w : words) {
+                if (w.text != firstWord)
+                    continue;
+                for (const auto& [rect, target] : links)
+                    linked |= rect.contains(w.box.center()) && target == entry.Page;
+            }
+            QVERIFY2(linked, qPrintable(entry.Title));
+        }
+    }
+
+    void checkListsWhatThePackageLacks()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        QCOMPARE(PackageGenerator::Check(*job), QStringList());
+        submittalOf(*job).setIncludeLabels(true);
+        QCOMPARE(PackageGenerator::Check(*job), QStringList());
+        submittalOf(*job).setSubmittalDate(QString());
+        QCOMPARE(PackageGenerator::Check(*job), QStringList{QStringLiteral("The submittal has no date.")});
+        auto recipients = submittalOf(*job).standaloneRecipients();
+        while (recipients->Count() > 0)
+            recipients->Remove(1);
+        for (const auto& line : job->LineItems()->Enumerate())
+            line->setSelected(false);
+        for (const auto& customer : job->Customers()->Enumerate())
+            customer->setIncluded(false);
+        QCOMPARE(PackageGenerator::Check(*job),
+                 (QStringList{QStringLiteral("The submittal has no date."),
+                              QStringLiteral("The submittal has no recipients, so no cover letter is printed."),
+                              QStringLiteral("No line item is ticked, so the bill of materials lists no lines."),
+                              QStringLiteral("No customer is included, so no labels are printed.")}));
+        // Parts that would print empty for lack of options, columns or fields.
+        job = StandalonePackageSource::sampleJob();
+        submittalOf(*job).setIncludeLabels(true);
+        chooseLabelFields(*job, {});
+        auto& bom = bomOf(*job);
+        for (auto set : {&StandaloneBOM::setIncludeType, &StandaloneBOM::setIncludeQuantity, &StandaloneBOM::setIncludeBrand,
+                         &StandaloneBOM::setIncludeManufacturer, &StandaloneBOM::setIncludeCatalogNumber,
+                         &StandaloneBOM::setIncludeDescription, &StandaloneBOM::setIncludeGroupCodes, &StandaloneBOM::setIncludeMTO})
+            (bom.*set)(false);
+        static_cast<StandaloneLineItems&>(*job->LineItems()).Clear();
+        QCOMPARE(PackageGenerator::Check(*job),
+                 (QStringList{QStringLiteral("No columns are chosen for the bill of materials."),
+                              QStringLiteral("The submittal has no lines."),
+                              QStringLiteral("No label fields are chosen, so no labels are printed.")}));
+        job->setBOM(nullptr);
+        submittalOf(*job).setCoverLetter(nullptr);
+        QCOMPARE(PackageGenerator::Check(*job).mid(0, 2),
+                 (QStringList{QStringLiteral("The submittal has no cover letter options, so no cover letter is printed."),
+                              QStringLiteral("The submittal has no bill of materials options, so no bill of materials is printed.")}));
+        onlyPart(*job, false, false, false);
+        QCOMPARE(PackageGenerator::Check(*job),
+                 QStringList{QStringLiteral("The submittal includes no cover letter, bill of materials or labels.")});
     }
 
     // ---- pictures ------------------------------------------------------------------------

@@ -6,7 +6,9 @@
 #include "contracts/submittal.h"
 #include "contracts/textobjects.h"
 #include "objects/textkind.h"
+#include "contracts/recipients.h"
 #include "store/jobcontents.h"
+#include "store/sampleoffice.h"
 #include "versiononeschema.h"
 #include "store/store.h"
 #include "store/storebom.h"
@@ -18,6 +20,7 @@
 #include "store/storetextobjects.h"
 
 #include <QFile>
+#include <QImage>
 #include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -141,7 +144,7 @@ private slots:
         auto db = QSqlDatabase::database(store->connectionName());
         QSqlQuery q(db);
         QVERIFY(q.exec(QStringLiteral("PRAGMA user_version")) && q.next());
-        QCOMPARE(q.value(0).toInt(), 2);
+        QCOMPARE(q.value(0).toInt(), 3);
         QVERIFY(q.exec(QStringLiteral("PRAGMA foreign_keys")) && q.next());
         QCOMPARE(q.value(0).toInt(), 1);
         QVERIFY(q.exec(QStringLiteral("PRAGMA journal_mode")) && q.next());
@@ -169,7 +172,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 2);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 3);
         QCOMPARE(check.value(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
         QCOMPARE(check.value(QStringLiteral("PRAGMA foreign_key_check")), QVariant());
 
@@ -198,6 +201,86 @@ private slots:
         QVERIFY(lines->Item(2)->Comment() == nullptr);
         QCOMPARE(lines->Item(2)->MTO(), true);
         QCOMPARE(job->bom()->IncludeQuantity(), true);
+        // What labels and letters print starts empty in an old file, and can be filled in.
+        QCOMPARE(job->purchaseOrder(), QString());
+        QCOMPARE(store->letterhead(), ZebPackage::Letterhead());
+        for (const auto& d : store->directoryCustomers())
+            QVERIFY(d.attention.isEmpty() && d.street.isEmpty() && d.street2.isEmpty() && d.email.isEmpty());
+        ZebPackage::Letterhead office;
+        office.Name = QStringLiteral("Old Office");
+        office.Logo = QByteArray("\x89PNG-ish", 9);
+        store->setLetterhead(office);
+        QCOMPARE(store->letterhead(), office);
+    }
+
+    // An office file of version 2 (before addresses) opens with its data and gains the new
+    // columns empty.
+    void versionTwoFileGainsTheAddressColumnsKeepingItsData()
+    {
+        QTemporaryDir dir;
+        {
+            const auto store = Store::open(path(dir));
+            SampleOffice::fill(*store);
+        }
+        {
+            // Back to version 2: the tables as they stood, the rows kept.
+            RawConnection raw(path(dir));
+            const char* const back[] = {
+                "ALTER TABLE jobs DROP COLUMN purchase_order",
+                "ALTER TABLE directory_customers DROP COLUMN attention",
+                "ALTER TABLE directory_customers DROP COLUMN street",
+                "ALTER TABLE directory_customers DROP COLUMN street2",
+                "ALTER TABLE directory_customers DROP COLUMN email",
+                "ALTER TABLE recipients DROP COLUMN street",
+                "ALTER TABLE recipients DROP COLUMN street2",
+                "ALTER TABLE recipients DROP COLUMN city",
+                "ALTER TABLE recipients DROP COLUMN state",
+                "ALTER TABLE recipients DROP COLUMN zip",
+                "ALTER TABLE recipients DROP COLUMN phone",
+                "ALTER TABLE recipients DROP COLUMN email",
+                "DELETE FROM settings WHERE name LIKE 'office%'",
+                "PRAGMA user_version = 2",
+            };
+            for (const char* sql : back)
+                QVERIFY2(raw.exec(QString::fromLatin1(sql)), sql);
+        }
+        const auto store = Store::open(path(dir));
+        RawConnection check(path(dir));
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 3);
+        QCOMPARE(store->jobs().size(), 4);
+        const auto job = store->openJob(store->jobs().first().id);
+        QCOMPARE(job->submittal()->Recipients()->Count(), qint16(1));
+        QCOMPARE(job->submittal()->Recipients()->Item(1)->Company(), QStringLiteral("Evergreen School District"));
+        QCOMPARE(job->purchaseOrder(), QString());
+        QVERIFY(store->directoryCount() >= 200);
+        QCOMPARE(store->letterhead(), ZebPackage::Letterhead());
+    }
+
+    void theSampleOfficeHoldsWhatLabelsAndLettersPrint()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(path(dir));
+        SampleOffice::fill(*store);
+        const ZebPackage::Letterhead office = store->letterhead();
+        QCOMPARE(office.Name, QStringLiteral("Northlight Lighting Sales"));
+        QCOMPARE(office.Street, QStringLiteral("1120 NW Couch Street"));
+        QCOMPARE(office.Zip, QStringLiteral("97209"));
+        QVERIFY(QImage::fromData(office.Logo).width() > 0);
+        // Every customer of the directory can be written to.
+        for (const auto& d : store->directoryCustomers()) {
+            QVERIFY2(!d.attention.isEmpty() && !d.street.isEmpty() && !d.city.isEmpty() && !d.state.isEmpty()
+                         && !d.zip.isEmpty() && !d.phone.isEmpty() && d.email.contains(QLatin1Char('@')),
+                     qPrintable(d.key));
+        }
+        // Every job has its purchase order, every recipient an address.
+        for (const auto& summary : store->jobs()) {
+            const auto job = store->openJob(summary.id);
+            QVERIFY2(!job->purchaseOrder().isEmpty(), qPrintable(summary.number));
+            for (const auto& r : job->submittal()->Recipients()->Enumerate()) {
+                const auto& d = static_cast<const ZebObjects::StoreRecipient&>(*r).data();
+                QVERIFY2(!d.street.isEmpty() && !d.city.isEmpty() && !d.zip.isEmpty(), qPrintable(d.name));
+            }
+        }
     }
 
     void aNewerSchemaFailsNamingTheFileAndBothVersions()
@@ -206,13 +289,13 @@ private slots:
         Store::open(path(dir));
         {
             RawConnection raw(path(dir));
-            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 3")));
+            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 4")));
         }
         const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
         QCOMPARE(e, (ErrorInfo{321, QStringLiteral("ZebObjects.Store"),
                                QStringLiteral("The database file \"%1\" was written by a newer "
-                                              "version of the program (schema version 3; this "
-                                              "program reads up to version 2)")
+                                              "version of the program (schema version 4; this "
+                                              "program reads up to version 3)")
                                    .arg(path(dir))}));
     }
 

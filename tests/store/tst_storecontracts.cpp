@@ -495,8 +495,13 @@ private slots:
     void recipientsCountAndEnumerateInOrder()
     {
         const auto impl = implementation();
-        const auto s = impl->submittal({{QStringLiteral("A"), QStringLiteral("a")},
-                                        {QStringLiteral("B"), QStringLiteral("b")}});
+        JobContents::Recipient a;
+        a.name = QStringLiteral("A");
+        a.company = QStringLiteral("a");
+        JobContents::Recipient b;
+        b.name = QStringLiteral("B");
+        b.company = QStringLiteral("b");
+        const auto s = impl->submittal({a, b});
         const auto r = s->Recipients();
         QCOMPARE(r->Count(), qint16(2));
         QStringList names;

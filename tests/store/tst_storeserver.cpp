@@ -166,7 +166,7 @@ private slots:
         QVERIFY(store->isEmpty());
         Raw raw(*m_server, name);
         QVERIFY(raw.isOpen());
-        QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 2);
+        QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 3);
         // Ids number themselves on the server as well.
         const qint64 first = store->createJob(oneJob());
         JobContents second = oneJob();
@@ -207,7 +207,7 @@ private slots:
         }
         const auto store = Store::open(m_server->location(name));
         Raw check(*m_server, name);
-        QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 2);
+        QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 3);
         QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
                                                     QStringLiteral("Old Library Annex"), 0, 2}}));
         const auto job = store->openJob(1);
