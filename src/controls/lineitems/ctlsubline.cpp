@@ -1,5 +1,6 @@
 #include "controls/lineitems/ctlsubline.h"
 
+#include "controls/lineitems/lineitemaccessible.h"
 #include "contracts/lineitem.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
@@ -93,9 +94,20 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
     resize(DesignWidth, DesignHeight);
 
     connect(chkSelect, &CheckBox::valueChanged, this, [this] { chkSelect_Click(); });
+    LineItemAccess::install();
 }
 
 ctlSubLine::~ctlSubLine() = default;
+
+void ctlSubLine::setTabStop(bool on)
+{
+    chkSelect->setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+QWidget* ctlSubLine::selectBox() const
+{
+    return chkSelect;
+}
 
 // --- properties
 

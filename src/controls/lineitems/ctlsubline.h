@@ -60,11 +60,16 @@ public:
     static constexpr int DesignWidth = 590;
     static constexpr int DesignHeight = 44;
 
+    // Whether Tab stops at the row's check box; the rows of a list share one stop.
+    void setTabStop(bool on);
+    QWidget* selectBox() const;
+
 protected:
     void UserControl_Resize() override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    friend class LineItemAccess;
     void Populate();
     void chkSelect_Click();
 
