@@ -3,6 +3,7 @@
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
 #include "logpane.h"
+#include "objects/customerchooser.h"
 #include "objects/defaultdiagnosticlog.h"
 #include "objects/runtime.h"
 #include "officefile.h"
@@ -145,6 +146,8 @@ int main(int argc, char** argv)
     options.remember = !parser.isSet(screenshot) && !parser.isSet(saveDesign);
     options.generatedLineItems = generated;
     Workstation window(description, store, options);
+    // A user searching for a customer hears when nobody matches.
+    ZebObjects::CustomerChooser::setTellsWhenNothingFound(true);
     qint64 first = window.startingJob();
     if (parser.isSet(job)) {
         first = window.jobByNumber(parser.value(job));

@@ -145,11 +145,12 @@ public:
     QList<QPair<QAccessibleInterface*, QAccessible::Relation>>
     relations(QAccessible::Relation match) const override
     {
+        // Qt's sense: the heading is the Label of this text (labelled-by to a screen reader).
         auto found = RowPartAccessible::relations(match);
-        if (match & QAccessible::Labelled)
+        if (match & QAccessible::Label)
             if (QWidget* heading = LineItemAccess::headingOf(widget()))
                 if (QAccessibleInterface* h = QAccessible::queryAccessibleInterface(heading))
-                    found.append({h, QAccessible::Labelled});
+                    found.append({h, QAccessible::Label});
         return found;
     }
 };

@@ -633,7 +633,8 @@ void tst_ctlSubLineDsp::rowsReadTheirLineAndTheirTextsAreLabelledByTheColumnHead
     for (const auto& [cell, heading] : cells) {
         auto* label = f.row(1)->findChild<QWidget*>(QLatin1String(cell));
         QAccessibleInterface* text = QAccessible::queryAccessibleInterface(label);
-        const auto labelled = text->relations(QAccessible::Labelled);
+        // The heading is the text's label (Qt's Label, labelled-by to a screen reader).
+        const auto labelled = text->relations(QAccessible::Label);
         QVERIFY2(labelled.size() == 1, cell);
         QCOMPARE(labelled.front().first->text(QAccessible::Name), QLatin1String(heading));
         QCOMPARE(labelled.front().first->object(),
