@@ -177,6 +177,8 @@ int main(int argc, char** argv)
     }
 
     window.show();
+    // The keys go to the workstation from the start, also where no window manager hands them on.
+    window.activateWindow();
     if (parser.isSet(screenshot)) {
         const QString file = parser.value(screenshot);
         QTimer::singleShot(0, &window, [&] {

@@ -8,6 +8,7 @@
 #include "platform/tabbaraccessible.h"
 #include "workbenchdata.h"
 
+#include <QApplication>
 #include <QDockWidget>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -173,6 +174,7 @@ void WorkbenchWindow::buildPages(WorkbenchData& data)
         scroll->setFrameShape(QFrame::NoFrame);
         scroll->setWidget(canvas);
         scroll->setWidgetResizable(true);
+        scroll->installEventFilter(this);
         m_tabs->addTab(scroll, page.title);
     }
 }
@@ -294,9 +296,23 @@ void WorkbenchWindow::showPage(int index)
         m_tabs->setCurrentIndex(index);
 }
 
+bool WorkbenchWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // A page that hides with the focus in it hands it straight to the page that opens, so the
+    // focus never passes through the tab bar on its way (a screen reader would announce it).
+    // The tab bar knows the new page before the page stack has switched.
+    if (event->type() == QEvent::Hide && watched != m_tabs->widget(m_tabs->currentIndex())
+        && m_tabs->indexOf(static_cast<QWidget*>(watched)) >= 0) {
+        QWidget* focused = QApplication::focusWidget();
+        if (focused && static_cast<QWidget*>(watched)->isAncestorOf(focused))
+            focusPage();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void WorkbenchWindow::focusPage()
 {
-    QWidget* page = m_tabs->currentWidget();
+    QWidget* page = m_tabs->widget(m_tabs->currentIndex());
     if (!page)
         return;
     // The control the page had last, else the first one Tab reaches.

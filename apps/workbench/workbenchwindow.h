@@ -47,6 +47,7 @@ public:
                                    const QVariant& value);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     // The window without pages, for a host that binds them later.
     explicit WorkbenchWindow(const FormDescription& form, QWidget* parent = nullptr);
     QTabWidget* tabs() const { return m_tabs; }

@@ -254,7 +254,10 @@ QRect KeyedListCellAccessible::rect() const
 
 QAccessible::Role KeyedListCellAccessible::role() const
 {
-    return isHeading() ? QAccessible::ColumnHeader : QAccessible::Cell;
+    if (isHeading())
+        return QAccessible::ColumnHeader;
+    // A row that can be ticked is a check box to a screen reader: "..., check box, not checked".
+    return isValid() && isCheckCell() ? QAccessible::CheckBox : QAccessible::Cell;
 }
 
 QAccessible::State KeyedListCellAccessible::state() const
