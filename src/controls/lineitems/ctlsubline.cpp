@@ -11,6 +11,7 @@
 #include "platform/lineshape.h"
 #include "platform/paintedlabel.h"
 
+#include <QAccessible>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QPaintEvent>
@@ -138,6 +139,13 @@ void ctlSubLine::setLineItem(std::shared_ptr<ZebObjects::LineItem> item)
                    Ending::propagate(), [&] {
                        m_lineItem = std::move(item);
                        Populate();
+                       // What the box and the row read is made from the texts just shown.
+                       if (QAccessible::isActive()) {
+                           QAccessibleEvent name(chkSelect, QAccessible::NameChanged);
+                           QAccessible::updateAccessibility(&name);
+                           QAccessibleEvent reading(this, QAccessible::DescriptionChanged);
+                           QAccessible::updateAccessibility(&reading);
+                       }
                    });
 }
 
