@@ -511,7 +511,7 @@ void tst_ctlGeneralInfo::tabVisitsTheControlsInReadingOrder()
     f.check("chkCoverLetter")->setFocus(Qt::TabFocusReason);
     QTRY_VERIFY(f.check("chkCoverLetter")->hasFocus());
     QStringList visited;
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 7; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QWidget* w = QApplication::focusWidget();
         QString name = w->objectName();
@@ -521,8 +521,9 @@ void tst_ctlGeneralInfo::tabVisitsTheControlsInReadingOrder()
             name = w->parentWidget()->objectName();
         visited << name;
     }
+    // The date's text box, then its calendar button.
     QCOMPARE(visited, (QStringList{"chkBOM", "chkLabels", "optSubmittalPurpose(3)", "cmbIssuedBy",
-                                   "pvdIssueDate", "chkCoverLetter"}));
+                                   "pvdIssueDate", "pvdIssueDate", "chkCoverLetter"}));
 }
 
 // --- initialization
