@@ -206,6 +206,7 @@ class tst_ctlGeneralInfo : public QObject {
     Q_OBJECT
 private slots:
     void cleanup();
+    void fieldsAreNamedByTheirLabelsNotByTheirValues();
 
     // registration and design
     void isCreatedByItsIdentifier();
@@ -1406,6 +1407,33 @@ void tst_ctlGeneralInfo::destroyedPanelLetsGoOfTheSubmittal()
     f.ctl.reset();
     QCOMPARE(f.sub.use_count(), 1);
     f.sub->setIncludeBOM(true);  // no panel left to reach
+}
+
+void tst_ctlGeneralInfo::fieldsAreNamedByTheirLabelsNotByTheirValues()
+{
+    Fixture f(sample());
+    f.bind();
+    QVERIFY(!f.issuer()->currentText().isEmpty());
+    QAccessibleInterface* issuer = QAccessible::queryAccessibleInterface(f.issuer());
+    QCOMPARE(issuer->role(), QAccessible::ComboBox);
+    QCOMPARE(issuer->text(QAccessible::Name), QStringLiteral("Issued By"));
+    QCOMPARE(issuer->text(QAccessible::Value), f.issuer()->currentText());
+    QVERIFY(issuer->state().editable);
+    QCOMPARE(issuer->childCount(), 2);
+    QCOMPARE(issuer->child(1)->object(), static_cast<QObject*>(f.issuer()->lineEdit()));
+    // Each field is labelled by the caption beside it (Qt's Label: labelled-by).
+    const std::pair<QWidget*, const char*> fields[] = {{f.issuer(), "Issued By:"},
+                                                       {f.date(), "Submittal Date:"}};
+    for (const auto& [field, caption] : fields) {
+        const auto labels = QAccessible::queryAccessibleInterface(field)->relations(QAccessible::Label);
+        QCOMPARE(labels.size(), 1);
+        QCOMPARE(labels.front().first->text(QAccessible::Name), QLatin1String(caption));
+    }
+    // The reader's press drops the list down.
+    issuer->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+    QTRY_VERIFY(f.issuer()->view()->isVisible());
+    QVERIFY(issuer->state().expanded);
+    f.issuer()->hidePopup();
 }
 
 QTEST_MAIN(tst_ctlGeneralInfo)

@@ -336,6 +336,7 @@ std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
 class tst_ctlLabelCriteria : public QObject {
     Q_OBJECT
 private slots:
+    void eachFieldListIsLabelledByTheHeadingOverIt();
     // Registration and design
     void isCreatedByItsIdentifier();
     void childWidgetsCarryTheirNamesCaptionsToolTipsAndDesignPlaces();
@@ -1500,6 +1501,19 @@ void tst_ctlLabelCriteria::destroyedPanelLetsGoOfTheLabels()
     QCOMPARE(f.labels.use_count(), 2);
     f.ctl.reset();
     QCOMPARE(f.labels.use_count(), 1);
+}
+
+void tst_ctlLabelCriteria::eachFieldListIsLabelledByTheHeadingOverIt()
+{
+    Fixture f;
+    const std::pair<KeyedListView*, const char*> lists[] = {{f.available(), "Available Fields:"},
+                                                            {f.selected(), "Selected Fields:"}};
+    for (const auto& [list, heading] : lists) {
+        const auto labels =
+            QAccessible::queryAccessibleInterface(list)->relations(QAccessible::Label);
+        QCOMPARE(labels.size(), 1);
+        QCOMPARE(labels.front().first->text(QAccessible::Name), QLatin1String(heading));
+    }
 }
 
 QTEST_MAIN(tst_ctlLabelCriteria)
