@@ -17,6 +17,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
+#include <QMap>
 #include <QCalendarWidget>
 #include <QLabel>
 #include <QLineEdit>
@@ -207,6 +208,7 @@ class tst_ctlGeneralInfo : public QObject {
 private slots:
     void cleanup();
     void fieldsAreNamedByTheirLabelsNotByTheirValues();
+    void contentsAndPurposeAreNamedGroupingsForScreenReaders();
 
     // registration and design
     void isCreatedByItsIdentifier();
@@ -1434,6 +1436,44 @@ void tst_ctlGeneralInfo::fieldsAreNamedByTheirLabelsNotByTheirValues()
     QTRY_VERIFY(f.issuer()->view()->isVisible());
     QVERIFY(issuer->state().expanded);
     f.issuer()->hidePopup();
+}
+
+void tst_ctlGeneralInfo::contentsAndPurposeAreNamedGroupingsForScreenReaders()
+{
+    Fixture f(sample());
+    f.bind();
+    QAccessibleInterface* panel = QAccessible::queryAccessibleInterface(f.ctl.get());
+    QMap<QString, QAccessibleInterface*> groups;
+    for (int i = 0; i < panel->childCount(); ++i) {
+        QAccessibleInterface* c = panel->child(i);
+        QCOMPARE(panel->indexOfChild(c), i);
+        if (c->role() == QAccessible::Grouping)
+            groups.insert(c->text(QAccessible::Name), c);
+    }
+    QCOMPARE(groups.keys(), (QStringList{"Submittal Contents", "Submittal Purpose"}));
+    QAccessibleInterface* contents = groups.value(QStringLiteral("Submittal Contents"));
+    QStringList boxes;
+    for (int i = 0; i < contents->childCount(); ++i) {
+        QAccessibleInterface* box = contents->child(i);
+        QCOMPARE(box->role(), QAccessible::CheckBox);
+        QCOMPARE(box->parent(), contents);
+        QVERIFY(box->state().checkable);
+        boxes << box->text(QAccessible::Name);
+    }
+    QCOMPARE(boxes, (QStringList{"Cover Letter", "Bill of Materials", "Labels"}));
+    QCOMPARE(contents->parent(), panel);
+    QAccessibleInterface* purpose = groups.value(QStringLiteral("Submittal Purpose"));
+    QCOMPARE(purpose->childCount(), 8);
+    QCOMPARE(purpose->child(7)->role(), QAccessible::RadioButton);
+    QCOMPARE(purpose->child(7)->text(QAccessible::Name), QStringLiteral("Other"));
+    QCOMPARE(purpose->child(1)->state().checked,
+             f.ctl->findChildren<OptionButton*>(QStringLiteral("optSubmittalPurpose"))
+                 .at(1)
+                 ->isChecked());
+    // The members still act as boxes do: a reader's toggle writes the flag.
+    const bool labels = f.sub->IncludeLabels();
+    contents->child(2)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QCOMPARE(f.sub->IncludeLabels(), !labels);
 }
 
 QTEST_MAIN(tst_ctlGeneralInfo)
