@@ -49,6 +49,8 @@ PaintedLabel* makeLabel(QWidget* parent, const char* name, const QString& captio
 
 ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
 {
+    // Before anything below makes a screen reader ask for the row's or its parts' interfaces.
+    LineItemAccess::install();
     setAccessibleName(QStringLiteral("Line item"));
     setAccessibleDescription(
         QStringLiteral("One line of the submittal: its number, quantity, type, brand, catalog "
@@ -95,7 +97,6 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
     resize(DesignWidth, DesignHeight);
 
     connect(chkSelect, &CheckBox::valueChanged, this, [this] { chkSelect_Click(); });
-    LineItemAccess::install();
 }
 
 ctlSubLine::~ctlSubLine() = default;

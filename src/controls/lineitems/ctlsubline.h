@@ -73,18 +73,19 @@ private:
     void Populate();
     void chkSelect_Click();
 
-    CheckBox* chkSelect;
-    ImageBox* imgComment;
+    // Null until made: a screen reader may ask about the row while it is being built.
+    CheckBox* chkSelect = nullptr;
+    ImageBox* imgComment = nullptr;
     QPointer<LineShape> Line1;
-    PaintedLabel* lblGroup;
-    PaintedLabel* lblDescription;
-    PaintedLabel* lblCatNum;
-    PaintedLabel* lblBrand;
-    PaintedLabel* lblType;
-    PaintedLabel* lblQuantity;
-    PaintedLabel* lblNumber;
-    PaintedLabel* lblMTO;
-    PaintedLabel* lblDescHeading;
+    PaintedLabel* lblGroup = nullptr;
+    PaintedLabel* lblDescription = nullptr;
+    PaintedLabel* lblCatNum = nullptr;
+    PaintedLabel* lblBrand = nullptr;
+    PaintedLabel* lblType = nullptr;
+    PaintedLabel* lblQuantity = nullptr;
+    PaintedLabel* lblNumber = nullptr;
+    PaintedLabel* lblMTO = nullptr;
+    PaintedLabel* lblDescHeading = nullptr;
 
     std::shared_ptr<ZebObjects::LineItem> m_lineItem;
     QRgb m_backColor = 0xFFFFFF;

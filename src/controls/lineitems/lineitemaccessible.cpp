@@ -53,6 +53,8 @@ public:
     QString text(QAccessible::Text t) const override
     {
         const auto* row = static_cast<const ctlSubLine*>(widget());
+        if (!LineItemAccess::isBuilt(row))
+            return QAccessibleWidget::text(t);
         if (t == QAccessible::Name)
             return QStringLiteral("Line ") + row->LineNumber();
         if (t == QAccessible::Description)
@@ -234,17 +236,25 @@ QAccessibleInterface* lineItemFactory(const QString& className, QObject* object)
 void LineItemAccess::install()
 {
     // Qt asks the factory installed last first: this one goes in after the platform's own
-    // factories for labels and pictures, which a row's construction has installed.
+    // factories for labels and pictures.
     static const bool installed = [] {
+        PaintedLabel::installAccessibility();
+        ImageBox::installAccessibility();
         QAccessible::installFactory(&lineItemFactory);
         return true;
     }();
     Q_UNUSED(installed);
 }
 
+bool LineItemAccess::isBuilt(const ctlSubLine* row)
+{
+    return row && row->lblNumber && row->lblQuantity && row->lblType && row->lblBrand
+           && row->lblCatNum && row->lblGroup && row->lblMTO && row->imgComment;
+}
+
 QString LineItemAccess::lineSummary(const ctlSubLine* row)
 {
-    if (!row)
+    if (!isBuilt(row))
         return {};
     const QString quantity = row->lblQuantity->Caption().trimmed();
     const QString type = row->lblType->Caption().trimmed();
@@ -259,6 +269,8 @@ QString LineItemAccess::lineSummary(const ctlSubLine* row)
 
 QString LineItemAccess::lineReading(const ctlSubLine* row)
 {
+    if (!isBuilt(row))
+        return {};
     QStringList parts{lineSummary(row)};
     const QString group = row->lblGroup->Caption().trimmed();
     if (!group.isEmpty())

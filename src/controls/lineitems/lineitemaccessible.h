@@ -25,6 +25,8 @@ public:
     static QString lineReading(const ctlSubLine* row);
     // "24 of type A, Varnholt VH-2X4-LP-40L-35K-DIM": what the row's check box selects.
     static QString lineSummary(const ctlSubLine* row);
+    // Whether the row's texts are all made (a reader may ask while the row is being built).
+    static bool isBuilt(const ctlSubLine* row);
     // Whether any of the row shows in the window that clips its list.
     static bool rowShowing(const QWidget* row);
     // The heading over a row's text, or null.

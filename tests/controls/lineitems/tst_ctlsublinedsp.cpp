@@ -120,6 +120,8 @@ struct Fixture {
 class tst_ctlSubLineDsp : public QObject {
     Q_OBJECT
 private slots:
+    // First, so that its rows are the first this process makes.
+    void rowsMadeWhileAScreenReaderListensHaveTheirOwnReadings();
     void registeredUnderItsIdentifier();
     void childrenSitAtTheirDesignPlaces();
     void headingShowsItsFiveCaptionsInMsSansSerifOrTheDesignFont();
@@ -713,6 +715,25 @@ void tst_ctlSubLineDsp::rowsOutOfTheWindowAreNotShowingAndKeysMoveTheFocusFromRo
     QCOMPARE(f.list()->y(), -11 * 44);
     QVERIFY(showing(12));
     QVERIFY(!showing(11));
+}
+
+void tst_ctlSubLineDsp::rowsMadeWhileAScreenReaderListensHaveTheirOwnReadings()
+{
+    // A listening reader asks for a row's parts as they are made and named.
+    ZebTest::AccessibleEvents events;
+    Fixture f;
+    f.bind(3);
+    auto* box = f.row(1)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
+    QCOMPARE(QAccessible::queryAccessibleInterface(box)->text(QAccessible::Name),
+             QStringLiteral("Select line 1: 11 of type T1, Brand 1 CAT-1-35K"));
+    QCOMPARE(QAccessible::queryAccessibleInterface(f.row(1))->text(QAccessible::Name),
+             QStringLiteral("Line 1"));
+    const auto labelled = QAccessible::queryAccessibleInterface(
+                              f.row(1)->findChild<QWidget*>(QStringLiteral("lblQuantity")))
+                              ->relations(QAccessible::Label);
+    QCOMPARE(labelled.size(), 1);
+    QCOMPARE(QAccessible::queryAccessibleInterface(f.bar())->text(QAccessible::Value),
+             QStringLiteral("line 1 of 3"));
 }
 
 QTEST_MAIN(tst_ctlSubLineDsp)
