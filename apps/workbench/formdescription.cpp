@@ -106,6 +106,19 @@ FormDescription FormDescription::fromJson(const QByteArray& json)
                     control.runtimeProperties.append({it.key(), it.value().toVariant()});
                 }
             }
+            const QJsonValue names = co.value(QStringLiteral("names"));
+            if (!names.isUndefined()) {
+                if (!names.isObject())
+                    invalid(where, QStringLiteral("needs \"names\" as an object"));
+                const QJsonObject no = names.toObject();
+                for (auto it = no.begin(); it != no.end(); ++it) {
+                    if (!it.value().isString() || it.value().toString().trimmed().isEmpty())
+                        invalid(where, QStringLiteral("names \"%1\" with something that is not "
+                                                      "a text")
+                                           .arg(it.key()));
+                    control.accessibleNames.insert(it.key(), it.value().toString());
+                }
+            }
             page.controls.append(control);
         }
         form.pages.append(page);

@@ -21,6 +21,9 @@ struct FormControl {
     // Properties that are not saved with the design, set by name after binding (the way a host
     // sets them in code each time it loads the form).
     QList<std::pair<QString, QVariant>> runtimeProperties;
+    // Names a screen reader reads for the control ("" key) and its children (by object name),
+    // where the page gives them a meaning of their own.
+    QMap<QString, QString> accessibleNames;
 };
 
 struct FormPage {

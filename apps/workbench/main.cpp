@@ -4,6 +4,7 @@
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
 #include "logpane.h"
+#include "objects/customerchooser.h"
 #include "objects/defaultdiagnosticlog.h"
 #include "objects/runtime.h"
 #include "officefile.h"
@@ -184,6 +185,8 @@ int main(int argc, char** argv)
     options.remember = !parser.isSet(screenshot) && !parser.isSet(saveDesign);
     options.generatedLineItems = generated;
     Workstation window(description, store, options);
+    // A user searching for a customer hears when nobody matches.
+    ZebObjects::CustomerChooser::setTellsWhenNothingFound(true);
     qint64 first = window.startingJob();
     if (parser.isSet(job)) {
         first = window.jobByNumber(parser.value(job));
@@ -213,6 +216,8 @@ int main(int argc, char** argv)
     }
 
     window.show();
+    // The keys go to the workstation from the start, also where no window manager hands them on.
+    window.activateWindow();
     if (parser.isSet(screenshot)) {
         const QString file = parser.value(screenshot);
         QTimer::singleShot(0, &window, [&] {

@@ -4,15 +4,20 @@
 #include "frame/controlregistry.h"
 #include "frame/units.h"
 #include "frame/usercontrol.h"
+#include "platform/accessiblenames.h"
+#include "platform/tabbaraccessible.h"
 #include "workbenchdata.h"
 
+#include <QApplication>
 #include <QDockWidget>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPlainTextEdit>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTabWidget>
 
 using ZebSubCtl::UserControl;
@@ -64,11 +69,20 @@ WorkbenchWindow::WorkbenchWindow(const FormDescription& form, QWidget* parent)
     setWindowTitle(form.title);
     resize(form.width, form.height);
 
+    ZebSubCtl::installTabBarAccessibility();
     m_tabs = new QTabWidget(this);
     m_tabs->setObjectName(QStringLiteral("tabPages"));
     m_tabs->setAccessibleName(QStringLiteral("Pages"));
     m_tabs->setAccessibleDescription(QStringLiteral("The pages of the open submittal"));
+    m_tabs->tabBar()->setAccessibleName(QStringLiteral("Page tabs"));
+    m_tabs->tabBar()->setAccessibleDescription(
+        QStringLiteral("Choose a page with the arrow keys, or Ctrl+Tab from within a page"));
     setCentralWidget(m_tabs);
+    // A page that opens is read by its name and starts at its first control.
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
+        if (!m_tabs->tabBar()->hasFocus())
+            focusPage();
+    });
 
     m_dock = new QDockWidget(QStringLiteral("Diagnostics"), this);
     m_dock->setObjectName(QStringLiteral("dockDiagnostics"));
@@ -78,16 +92,23 @@ WorkbenchWindow::WorkbenchWindow(const FormDescription& form, QWidget* parent)
     m_log->setAccessibleDescription(QStringLiteral("What the controls logged"));
     m_log->setReadOnly(true);
     m_log->setMaximumBlockCount(5000);
+    // The log is for a glance with the mouse: Tab goes from page to page without stopping in it.
+    m_log->setFocusPolicy(Qt::ClickFocus);
+    ZebSubCtl::nameScrollBars(m_log);
+    m_log->verticalScrollBar()->setAccessibleName(QStringLiteral("Diagnostics scroll bar"));
     m_dock->setWidget(m_log);
     addDockWidget(Qt::BottomDockWidgetArea, m_dock);
     // The pages come first; the log is for a glance and grows when dragged.
     resizeDocks({m_dock}, {110}, Qt::Vertical);
+    // Shown from View > Diagnostics; a user starts without it.
+    m_dock->hide();
 }
 
 WorkbenchWindow::WorkbenchWindow(const FormDescription& form, WorkbenchData& data, QWidget* parent)
     : WorkbenchWindow(form, parent)
 {
     buildPages(data);
+    focusPage();
 }
 
 WorkbenchWindow::~WorkbenchWindow()
@@ -100,6 +121,7 @@ void WorkbenchWindow::setData(WorkbenchData& data)
 {
     clearPages();
     buildPages(data);
+    focusPage();
 }
 
 void WorkbenchWindow::clearPages()
@@ -145,9 +167,14 @@ void WorkbenchWindow::buildPages(WorkbenchData& data)
         }
         auto* scroll = new QScrollArea;
         scroll->setObjectName(QStringLiteral("scr") + page.title);
+        scroll->setAccessibleName(page.title + QStringLiteral(" page"));
+        // Not a stop of its own: Tab and Ctrl+Tab land on the page's controls.
+        scroll->setFocusPolicy(Qt::NoFocus);
+        ZebSubCtl::nameScrollBars(scroll);
         scroll->setFrameShape(QFrame::NoFrame);
         scroll->setWidget(canvas);
         scroll->setWidgetResizable(true);
+        scroll->installEventFilter(this);
         m_tabs->addTab(scroll, page.title);
     }
 }
@@ -183,6 +210,13 @@ UserControl* WorkbenchWindow::place(QWidget* page, const FormControl& control, W
         } catch (const ZebObjects::Failure& f) {
             m_problems.append(QStringLiteral("%1.%2: %3").arg(control.name, property, f.Description()));
         }
+    }
+    for (auto it = control.accessibleNames.begin(); it != control.accessibleNames.end(); ++it) {
+        QWidget* named = it.key().isEmpty() ? created : created->findChild<QWidget*>(it.key());
+        if (named)
+            named->setAccessibleName(it.value());
+        else
+            m_problems.append(QStringLiteral("%1: no part \"%2\" to name").arg(control.name, it.key()));
     }
     created->clearPropertyChanged();
     m_controls.append(created);
@@ -239,6 +273,11 @@ QByteArray WorkbenchWindow::currentDesignJson() const
                 runtime.insert(property, QJsonValue::fromVariant(value));
             if (!runtime.isEmpty())
                 o.insert(QStringLiteral("runtime"), runtime);
+            QJsonObject names;
+            for (auto it = c.accessibleNames.begin(); it != c.accessibleNames.end(); ++it)
+                names.insert(it.key(), it.value());
+            if (!names.isEmpty())
+                o.insert(QStringLiteral("names"), names);
             controls.append(o);
         }
         pages.append(QJsonObject{{QStringLiteral("title"), page.title},
@@ -255,4 +294,39 @@ void WorkbenchWindow::showPage(int index)
 {
     if (index >= 0 && index < m_tabs->count())
         m_tabs->setCurrentIndex(index);
+}
+
+bool WorkbenchWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // A page that hides with the focus in it hands it straight to the page that opens, so the
+    // focus never passes through the tab bar on its way (a screen reader would announce it).
+    // The tab bar knows the new page before the page stack has switched.
+    if (event->type() == QEvent::Hide && watched != m_tabs->widget(m_tabs->currentIndex())
+        && m_tabs->indexOf(static_cast<QWidget*>(watched)) >= 0) {
+        QWidget* focused = QApplication::focusWidget();
+        if (focused && static_cast<QWidget*>(watched)->isAncestorOf(focused))
+            focusPage();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void WorkbenchWindow::focusPage()
+{
+    QWidget* page = m_tabs->widget(m_tabs->currentIndex());
+    if (!page)
+        return;
+    // The control the page had last, else the first one Tab reaches.
+    QWidget* target = page->focusWidget();
+    if (!target || !target->isVisibleTo(page) || !target->isEnabled()) {
+        target = nullptr;
+        for (QWidget* w = page->nextInFocusChain(); w && w != page; w = w->nextInFocusChain()) {
+            if ((w->focusPolicy() & Qt::TabFocus) && w->isEnabled() && !w->focusProxy()
+                && page->isAncestorOf(w) && w->isVisibleTo(page)) {
+                target = w;
+                break;
+            }
+        }
+    }
+    if (target)
+        target->setFocus(Qt::TabFocusReason);
 }

@@ -38,6 +38,8 @@ public:
     FormDescription currentDesign() const;
     QByteArray currentDesignJson() const;
     void showPage(int index);
+    // Gives the focus to the first control of the open page.
+    void focusPage();
 
     // Sets a property that is not saved with the design, by name, as a host does in code after
     // binding. A name the control does not have, or a value it does not take, fails with 438.
@@ -45,6 +47,7 @@ public:
                                    const QVariant& value);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     // The window without pages, for a host that binds them later.
     explicit WorkbenchWindow(const FormDescription& form, QWidget* parent = nullptr);
     QTabWidget* tabs() const { return m_tabs; }

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -13,6 +14,7 @@ namespace ZebObjects {
 
 namespace {
 constexpr int kPositionRole = Qt::UserRole;
+bool g_tellNothingFound = false;
 }
 
 CustomerChooser::CustomerChooser(const QList<StandaloneCustomer::Data>& customers,
@@ -26,8 +28,12 @@ CustomerChooser::CustomerChooser(const QList<StandaloneCustomer::Data>& customer
     auto* prompt = new QLabel(
         QStringLiteral("More than one customer matches your search. Choose one:"), this);
     prompt->setObjectName(QStringLiteral("lblPrompt"));
+    prompt->setBuddy(m_list);
 
     m_list->setObjectName(QStringLiteral("lsvMatches"));
+    m_list->setAccessibleName(QStringLiteral("Matching customers"));
+    m_list->setAccessibleDescription(QStringLiteral(
+        "The customers your search found, with account number, city and state; choose one"));
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -70,6 +76,30 @@ CustomerChooser::CustomerChooser(const QList<StandaloneCustomer::Data>& customer
 }
 
 CustomerChooser::~CustomerChooser() = default;
+
+void CustomerChooser::setTellsWhenNothingFound(bool on)
+{
+    g_tellNothingFound = on;
+}
+
+bool CustomerChooser::tellsWhenNothingFound()
+{
+    return g_tellNothingFound;
+}
+
+void CustomerChooser::tellNothingFound()
+{
+    if (!g_tellNothingFound || !qobject_cast<QApplication*>(QCoreApplication::instance()))
+        return;
+    // Guarded as the chooser is: whoever answers the box may also close its parent.
+    QPointer<QMessageBox> box = new QMessageBox(QMessageBox::Information,
+                                                QStringLiteral("Customer Search"),
+                                                QStringLiteral("No customer matches your search."),
+                                                QMessageBox::Ok, QApplication::activeWindow());
+    box->setObjectName(QStringLiteral("frmNoCustomer"));
+    box->exec();
+    delete box.data();
+}
 
 qsizetype CustomerChooser::current() const
 {

@@ -27,6 +27,15 @@ public:
     // The position of the current row, or -1.
     qsizetype current() const;
 
+    // Whether an interactive search that matches nobody says so, in a modal box "No customer
+    // matches your search." titled "Customer Search" (object name "frmNoCustomer"). A host turns
+    // it on for its users; it is off by default, so that a program driving the panel unattended is
+    // never stopped by a box.
+    static void setTellsWhenNothingFound(bool on);
+    static bool tellsWhenNothingFound();
+    // Shows that box when it is on and the process has a widget application.
+    static void tellNothingFound();
+
 private:
     QTreeWidget* m_list;
 };

@@ -41,6 +41,8 @@ StandaloneCustomerFinder::settle(const QList<StandaloneCustomer::Data>& matches,
         chosen = 0;
     else if (matches.size() > 1 && interactive)
         chosen = CustomerChooser::choose(matches);
+    else if (matches.isEmpty() && interactive)
+        CustomerChooser::tellNothingFound();
     if (chosen < 0)
         return nullptr;
 

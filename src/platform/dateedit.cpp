@@ -1,6 +1,7 @@
 #include "platform/dateedit.h"
 
 #include "contracts/failure.h"
+#include "platform/dateeditaccessible.h"
 
 #include <QCalendarWidget>
 #include <QFocusEvent>
@@ -64,6 +65,13 @@ QDate stepped(const QDate& d, int part, int delta)
     }
 }
 
+// Screen readers get the calendar's parts from our own interfaces, installed before it is made.
+QCalendarWidget* makeCalendar(QWidget* parent)
+{
+    installDateEditAccessibility();
+    return new QCalendarWidget(parent);
+}
+
 }  // namespace
 
 DateEdit::DateEdit(QWidget* parent)
@@ -71,7 +79,7 @@ DateEdit::DateEdit(QWidget* parent)
     , m_edit(new QLineEdit(this))
     , m_button(new QToolButton(this))
     , m_popup(new QFrame(this, Qt::Popup))
-    , m_calendar(new QCalendarWidget(m_popup))
+    , m_calendar(makeCalendar(m_popup))
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -89,7 +97,8 @@ DateEdit::DateEdit(QWidget* parent)
 
     m_button->setObjectName(QStringLiteral("dropDown"));
     m_button->setArrowType(Qt::DownArrow);
-    m_button->setFocusPolicy(Qt::NoFocus);
+    // Tab reaches the button too, for those who do not know Alt+Down.
+    m_button->setFocusPolicy(Qt::TabFocus);
     m_button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     m_button->setFixedWidth(17);
     connect(m_button, &QToolButton::clicked, this, [this] { showCalendar(); });
@@ -183,13 +192,18 @@ void DateEdit::setIsoText(const QString& text)
 
 void DateEdit::setAccessibleTexts(const QString& name, const QString& description)
 {
+    const QString keys = QStringLiteral("Up and Down change the month, day or year under the "
+                                        "cursor; Alt+Down or F4 opens the calendar.");
+    const QString said = description.isEmpty() ? keys
+                         : description.endsWith(u'.') ? description + u' ' + keys
+                                                      : description + QStringLiteral(". ") + keys;
     setAccessibleName(name);
-    setAccessibleDescription(description);
+    setAccessibleDescription(said);
     m_edit->setAccessibleName(name);
-    m_edit->setAccessibleDescription(description);
+    m_edit->setAccessibleDescription(said);
     m_button->setAccessibleName(QStringLiteral("Open the calendar"));
     m_button->setAccessibleDescription(
-        QStringLiteral("Shows a month calendar to choose the date from"));
+        QStringLiteral("Shows a month calendar to choose the date from (Alt+Down)"));
     m_calendar->setAccessibleName(QStringLiteral("Month calendar"));
     m_calendar->setAccessibleDescription(QStringLiteral("Choose a day for: ") + name);
 }

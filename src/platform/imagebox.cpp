@@ -26,6 +26,11 @@ void installFactoryOnce()
 
 }  // namespace
 
+void ImageBox::installAccessibility()
+{
+    installFactoryOnce();
+}
+
 ImageBox::ImageBox(QWidget* parent) : QWidget(parent)
 {
     installFactoryOnce();

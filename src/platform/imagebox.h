@@ -13,6 +13,10 @@ public:
     explicit ImageBox(QWidget* parent = nullptr);
     ~ImageBox() override;
 
+    // Makes screen readers see the class through its own accessible interface; the first one
+    // made does it. A factory installed later for some of them (a row's parts) comes first.
+    static void installAccessibility();
+
     const QPixmap& Picture() const { return m_picture; }
     void setPicture(const QPixmap& picture);
 

@@ -2,8 +2,10 @@
 
 #include "contracts/failure.h"
 #include "platform/accessiblenames.h"
+#include "platform/keyedlistaccessible.h"
 
 #include <QAbstractItemModel>
+#include <QAccessible>
 #include <QHash>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -12,6 +14,7 @@
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
+#include <utility>
 #include <vector>
 
 namespace ZebSubCtl {
@@ -69,6 +72,7 @@ public:
     std::vector<Column> columns;
     bool checkBoxes = false;
     std::function<void(int)> onUserCheck;
+    std::function<void(int)> onCheck;
 
     // --- QAbstractItemModel
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override
@@ -139,6 +143,8 @@ public:
             return true;
         r.checked = checked;
         emit dataChanged(index, index, {Qt::CheckStateRole});
+        if (onCheck)
+            onCheck(index.row());
         if (onUserCheck)
             onUserCheck(index.row());
         return true;
@@ -153,6 +159,7 @@ public:
     }
 
     // --- batching
+    bool inBatch() const { return m_depth > 0; }
     void beginUpdate() { ++m_depth; }
     void endUpdate()
     {
@@ -273,6 +280,8 @@ private:
 KeyedListView::KeyedListView(QWidget* parent) : QTreeView(parent), m_model(new Model(this))
 {
     m_model->onUserCheck = [this](int row) { emit itemCheck(row); };
+    m_model->onCheck = [this](int row) { announceCheck(row); };
+    KeyedListAccessible::install();
     setModel(m_model);
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -307,9 +316,48 @@ KeyedListView::KeyedListView(QWidget* parent) : QTreeView(parent), m_model(new M
                     invalidateRowHeight();
             });
     connect(header(), &QHeaderView::sectionCountChanged, this, [this] { invalidateRowHeight(); });
+
+    // Cell objects name places by row and column: when rows move they are made again.
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { dropAccessibleCells(); });
+    connect(m_model, &QAbstractItemModel::layoutChanged, this, [this] { dropAccessibleCells(); });
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, [this] { dropAccessibleCells(); });
+    connect(m_model, &QAbstractItemModel::rowsRemoved, this, [this] { dropAccessibleCells(); });
 }
 
-KeyedListView::~KeyedListView() = default;
+KeyedListView::~KeyedListView()
+{
+    dropAccessibleCells();
+}
+
+QAccessibleInterface* KeyedListView::accessibleCell(int row, int column) const
+{
+    const qint64 key = (qint64(row) << 32) | quint32(column);
+    if (const unsigned id = m_accessibleCells.value(key, 0))
+        if (QAccessibleInterface* cell = QAccessible::accessibleInterface(id))
+            return cell;
+    auto* cell = new KeyedListCellAccessible(const_cast<KeyedListView*>(this), row, column);
+    m_accessibleCells.insert(key, QAccessible::registerAccessibleInterface(cell));
+    return cell;
+}
+
+void KeyedListView::dropAccessibleCells()
+{
+    const QHash<qint64, unsigned> cells = std::exchange(m_accessibleCells, {});
+    for (const unsigned id : cells)
+        QAccessible::deleteAccessibleInterface(id);
+}
+
+void KeyedListView::announceCheck(int row)
+{
+    // Ticks set from code are news to a screen reader as much as the user's own.
+    // A batch ends in one reset, which tells the whole list anew.
+    if (!QAccessible::isActive() || m_model->inBatch())
+        return;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(accessibleCell(row, 0), changed);
+    QAccessible::updateAccessibility(&event);
+}
 
 void KeyedListView::addColumn(const QString& key, const QString& heading)
 {
@@ -454,6 +502,7 @@ void KeyedListView::setChecked(int row, bool checked)
         return;
     r.checked = checked;
     m_model->changed(row, 0, {Qt::CheckStateRole});
+    announceCheck(row);
 }
 
 QString KeyedListView::itemToolTip(int row) const

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QTreeView>
 
 #include <memory>
+
+class QAccessibleInterface;
 
 namespace ZebSubCtl {
 
@@ -106,12 +109,20 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    friend class KeyedListAccessible;
+    friend class KeyedListCellAccessible;
     class Model;
     int uniformRowHeight() const;
+    // The screen reader's object for a cell (row -1: the column heading), made on first use.
+    QAccessibleInterface* accessibleCell(int row, int column) const;
+    void dropAccessibleCells();
+    void announceCheck(int row);
     void invalidateRowHeight() { m_rowHeight = -1; }
 
     Model* m_model;
     mutable int m_rowHeight = -1;
+    // Cell objects by (row, column), kept until the rows or columns change.
+    mutable QHash<qint64, unsigned> m_accessibleCells;
 };
 
 }  // namespace ZebSubCtl

@@ -42,6 +42,11 @@ void installFactoryOnce()
 
 }  // namespace
 
+void PaintedLabel::installAccessibility()
+{
+    installFactoryOnce();
+}
+
 PaintedLabel::PaintedLabel(QWidget* parent) : PaintedLabel(QString(), parent) {}
 
 PaintedLabel::PaintedLabel(const QString& caption, QWidget* parent)

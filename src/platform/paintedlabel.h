@@ -15,6 +15,10 @@ public:
     PaintedLabel(const QString& caption, QWidget* parent = nullptr);
     ~PaintedLabel() override;
 
+    // Makes screen readers see the class through its own accessible interface; the first one
+    // made does it. A factory installed later for some of them (a row's parts) comes first.
+    static void installAccessibility();
+
     const QString& Caption() const { return m_caption; }
     void setCaption(const QString& caption);
 

@@ -9,12 +9,15 @@
 #include "contracts/customer.h"
 #include "contracts/customersearchcontext.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPointer>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
@@ -315,6 +318,48 @@ private slots:
         StandaloneCustomerFinder finder(directory());
         QVERIFY(search(finder, QStringLiteral("zzz")) == nullptr);
         QVERIFY(search(finder, {}) == nullptr);
+    }
+
+    void screenReadersHearTheChoosersListByNameAndASearchFindingNobody()
+    {
+        StandaloneCustomerFinder finder(directory());
+        QString listName;
+        QString labelledBy;
+        whenModalShows([&](QWidget* dialog) {
+            QAccessibleInterface* list = QAccessible::queryAccessibleInterface(matchesOf(dialog));
+            listName = list->text(QAccessible::Name);
+            // The prompt is the list's label.
+            auto* prompt = dialog->findChild<QLabel*>(QStringLiteral("lblPrompt"));
+            const auto labels =
+                QAccessible::queryAccessibleInterface(prompt)->relations(QAccessible::Labelled);
+            if (labels.size() == 1 && labels.front().first->object() == matchesOf(dialog))
+                labelledBy = prompt->text();
+            clickButton(dialog, "cmdCancel");
+        });
+        QVERIFY(search(finder, QStringLiteral("electric")) == nullptr);
+        QCOMPARE(listName, QStringLiteral("Matching customers"));
+        QCOMPARE(labelledBy,
+                 QStringLiteral("More than one customer matches your search. Choose one:"));
+
+        // Told, a user hears that nobody matched; an unattended search is never stopped.
+        CustomerChooser::setTellsWhenNothingFound(true);
+        const auto off = qScopeGuard([] { CustomerChooser::setTellsWhenNothingFound(false); });
+        QString said;
+        QString title;
+        QString name;
+        whenModalShows([&](QWidget* box) {
+            name = box->objectName();
+            title = box->windowTitle();
+            said = qobject_cast<QMessageBox*>(box)->text();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        QVERIFY(search(finder, QStringLiteral("zzz")) == nullptr);
+        QCOMPARE(name, QStringLiteral("frmNoCustomer"));
+        QCOMPARE(title, QStringLiteral("Customer Search"));
+        QCOMPARE(said, QStringLiteral("No customer matches your search."));
+        DialogWatch watch;
+        QVERIFY(search(finder, QStringLiteral("zzz"), {}, false) == nullptr);
+        QVERIFY(!watch.asked());
     }
 
     void eachSearchAnswersANewCustomerObject()

@@ -1,6 +1,8 @@
 #include "contracts/failure.h"
 #include "platform/dateedit.h"
+#include "support/accessibleevents.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QLineEdit>
@@ -77,6 +79,7 @@ private slots:
     void altDownOpensTheCalendar();
     void f4OpensTheCalendar();
     void dropDownButtonOpensTheCalendar();
+    void screenReadersMeetADateFieldWithANamedCalendarAndDaysInWords();
     void escapeClosesTheCalendarWithoutAChange();
     void clickingADayTakesItAndClosesTheCalendar();
     void enterInTheCalendarTakesTheChosenDay();
@@ -165,7 +168,8 @@ void tst_DateEdit::typedDateCountsWhenTheFocusLeaves()
     QVERIFY(f.date->isNull());
     QCOMPARE(changed.count(), 0);
     f.leave();
-    QVERIFY(f.other->hasFocus());
+    // Tab goes on to the calendar button: the text box is left all the same.
+    QVERIFY(f.date->dropDownButton()->hasFocus());
     QCOMPARE(f.date->date(), QDate(2026, 3, 7));
     QCOMPARE(f.edit()->text(), QStringLiteral("03/07/2026"));
     QCOMPARE(changed.count(), 1);
@@ -581,6 +585,71 @@ void tst_DateEdit::finishEditTakesTheTypedTextAndValidatesWithoutTheFocusMoving(
     QCOMPARE(f.edit()->text(), QStringLiteral("07/04/2027"));
     QVERIFY(!f.date->isEditPending());
     QVERIFY(f.edit()->hasFocus());
+}
+
+void tst_DateEdit::screenReadersMeetADateFieldWithANamedCalendarAndDaysInWords()
+{
+    Form f;
+    f.date->setAccessibleTexts(QStringLiteral("Submittal Date"),
+                               QStringLiteral("The date used for the submittal"));
+    f.date->setDate(QDate(2026, 11, 21));
+    f.show();
+    QAccessibleInterface* field = QAccessible::queryAccessibleInterface(f.date);
+    QCOMPARE(field->role(), QAccessible::ComboBox);
+    QCOMPARE(field->text(QAccessible::Name), QStringLiteral("Submittal Date"));
+    QCOMPARE(field->text(QAccessible::Value), QStringLiteral("Saturday, November 21, 2026"));
+    QCOMPARE(field->text(QAccessible::Description),
+             QStringLiteral("The date used for the submittal. Up and Down change the month, day or "
+                            "year under the cursor; Alt+Down or F4 opens the calendar."));
+    QCOMPARE(QAccessible::queryAccessibleInterface(f.edit())->text(QAccessible::Description),
+             field->text(QAccessible::Description));
+    QCOMPARE(field->childCount(), 2);
+
+    // Tab reaches the calendar button; Space opens the calendar from it.
+    ZebTest::AccessibleEvents events;
+    QTest::keyClick(f.edit(), Qt::Key_Tab);
+    QVERIFY(f.date->dropDownButton()->hasFocus());
+    QTest::keyClick(f.date->dropDownButton(), Qt::Key_Space);
+    QTRY_VERIFY(f.date->isCalendarOpen());
+
+    // The calendar window is named after the field and found under it.
+    QAccessibleInterface* popup = QAccessible::queryAccessibleInterface(f.date->calendarPopup());
+    QCOMPARE(popup->text(QAccessible::Name), QStringLiteral("Calendar for Submittal Date"));
+    QCOMPARE(popup->parent(), field);
+    QCOMPARE(field->childCount(), 3);
+    QCOMPARE(field->child(2), popup);
+
+    // Weekdays head the columns; every day says its month and year.
+    QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(dayTable(f.date));
+    QAccessibleTableInterface* table = grid->tableInterface();
+    QVERIFY(table);
+    QCOMPARE(table->columnCount(), 7);
+    QCOMPARE(table->rowCount(), 6);
+    QStringList headings;
+    for (int c = 0; c < 7; ++c)
+        headings << table->cellAt(0, c)->tableCellInterface()->columnHeaderCells().front()->text(
+            QAccessible::Name);
+    QCOMPARE(headings, (QStringList{"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday",
+                                    "Friday", "Saturday"}));
+    QAccessibleInterface* chosen = nullptr;
+    for (QAccessibleInterface* cell : table->selectedCells())
+        chosen = cell;
+    QVERIFY(chosen);
+    QCOMPARE(chosen->text(QAccessible::Name), QStringLiteral("Saturday, November 21, 2026"));
+    QCOMPARE(chosen->tableCellInterface()->columnHeaderCells().front()->text(QAccessible::Name),
+             QStringLiteral("Saturday"));
+    // The days before the first of the month belong to October.
+    QCOMPARE(table->cellAt(0, 0)->text(QAccessible::Name), QStringLiteral("Sunday, October 25, 2026"));
+    QCOMPARE(table->cellAt(5, 6)->text(QAccessible::Name),
+             QStringLiteral("Saturday, December 5, 2026"));
+
+    // Moving in the calendar announces the day in words.
+    events.clear();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+    QCOMPARE(events.names(QAccessible::Focus).value(0), QStringLiteral("Sunday, November 22, 2026"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTRY_VERIFY(!f.date->isCalendarOpen());
+    QCOMPARE(f.date->date(), QDate(2026, 11, 22));
 }
 
 QTEST_MAIN(tst_DateEdit)

@@ -1,6 +1,10 @@
 #include "contracts/failure.h"
 #include "platform/keyedlistview.h"
 #include "platform/keycodes.h"
+#include "support/accessibleevents.h"
+
+#include <QAccessible>
+#include <QLineEdit>
 
 #include <QDialog>
 #include <QHeaderView>
@@ -92,6 +96,8 @@ private slots:
     void pointerMoveRaisesMouseMove();
     void itemToolTipComesFromTheItem();
     void keyDownKeysTranslateToTheHostsKeyCodes();
+    void screenReadersSeeCheckableRowsTheirTicksAsEventsAndTheSameObjectsOnEveryRead();
+    void onlyTheFocusedListHasAFocusedRow();
 };
 
 void tst_KeyedListView::itemsAreFoundByKeyAndKeepTagTextAndCheck()
@@ -537,6 +543,92 @@ void tst_KeyedListView::keyDownKeysTranslateToTheHostsKeyCodes()
     QCOMPARE(int(hostKeyCode(Qt::Key_Z)), 90);
     QCOMPARE(int(hostKeyCode(Qt::Key_F1)), 112);
     QCOMPARE(int(hostKeyCode(Qt::Key_unknown)), 0);
+}
+
+void tst_KeyedListView::screenReadersSeeCheckableRowsTheirTicksAsEventsAndTheSameObjectsOnEveryRead()
+{
+    ZebTest::AccessibleEvents events;
+    ShownList shown(4);
+    shown.list->addColumn(QStringLiteral("city"), QStringLiteral("City"));
+    shown.list->addSubItem(1, QStringLiteral("city"), QStringLiteral("Springfield"));
+    shown.list->setAccessibleName(QStringLiteral("Customers"));
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(shown.list);
+    QCOMPARE(list->role(), QAccessible::Table);
+    QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Customers"));
+    QAccessibleTableInterface* table = list->tableInterface();
+    QVERIFY(table);
+    QCOMPARE(table->rowCount(), 4);
+    QCOMPARE(table->columnCount(), 2);
+    // The heading band comes first, then the rows' cells.
+    QCOMPARE(list->childCount(), 2 + 4 * 2);
+    QCOMPARE(list->child(0)->role(), QAccessible::ColumnHeader);
+    QCOMPARE(list->child(1)->text(QAccessible::Name), QStringLiteral("City"));
+
+    // An unticked row says it can be ticked.
+    QAccessibleInterface* row1 = table->cellAt(1, 0);
+    QCOMPARE(row1->text(QAccessible::Name), QStringLiteral("item 1"));
+    QCOMPARE(row1->text(QAccessible::Description), QStringLiteral("City: Springfield"));
+    QVERIFY(row1->state().checkable);
+    QVERIFY(!row1->state().checked);
+    QCOMPARE(row1->tableCellInterface()->columnHeaderCells().size(), 1);
+    QCOMPARE(row1->tableCellInterface()->columnHeaderCells().front()->text(QAccessible::Name),
+             QStringLiteral("Text"));
+    QCOMPARE(list->indexOfChild(row1), 2 + 1 * 2);
+    QCOMPARE(list->child(2 + 1 * 2), row1);
+
+    // Space ticks the row and tells the screen reader; so does a tick set from code.
+    shown.list->setFocus();
+    shown.list->setSelectedRow(1);
+    events.clear();
+    QTest::keyClick(shown.list, Qt::Key_Space);
+    QCOMPARE(events.checkChanges(), QStringList{QStringLiteral("item 1")});
+    QVERIFY(row1->state().checked);
+    events.clear();
+    shown.list->setChecked(3, true);
+    QCOMPARE(events.checkChanges(), QStringList{QStringLiteral("item 3")});
+
+    // The reader's toggle is a user toggle.
+    QSignalSpy userChecks(shown.list, &KeyedListView::itemCheck);
+    QAccessibleInterface* row2 = table->cellAt(2, 0);
+    QVERIFY(row2->actionInterface()->actionNames().contains(
+        QAccessibleActionInterface::toggleAction()));
+    row2->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QCOMPARE(userChecks.count(), 1);
+    QVERIFY(shown.list->isChecked(2));
+
+    // Reading the rows again and again hands out the same objects.
+    const QAccessible::Id id = QAccessible::uniqueId(row1);
+    for (int i = 0; i < 2000; ++i) {
+        QAccessibleInterface* again = list->child(2 + (i % 4) * 2);
+        QVERIFY(again == table->cellAt(i % 4, 0));
+    }
+    QCOMPARE(QAccessible::uniqueId(table->cellAt(1, 0)), id);
+
+    // A removed row makes the cells anew, and the old object is no longer valid.
+    shown.list->removeItem(0);
+    QVERIFY(QAccessible::accessibleInterface(id) == nullptr);
+    QCOMPARE(table->cellAt(0, 0)->text(QAccessible::Name), QStringLiteral("item 1"));
+}
+
+void tst_KeyedListView::onlyTheFocusedListHasAFocusedRow()
+{
+    ShownList shown(3);
+    auto* other = new QLineEdit(&shown.window);
+    other->setGeometry(0, 180, 100, 20);
+    other->show();
+    shown.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&shown.window));
+    QAccessibleTableInterface* table =
+        QAccessible::queryAccessibleInterface(shown.list)->tableInterface();
+    shown.list->setFocus();
+    shown.list->setSelectedRow(1);
+    QVERIFY(table->cellAt(1, 0)->state().focused);
+    QVERIFY(table->cellAt(1, 0)->state().selected);
+    QVERIFY(!table->cellAt(0, 0)->state().focused);
+    other->setFocus();
+    QVERIFY(other->hasFocus());
+    QVERIFY(!table->cellAt(1, 0)->state().focused);
+    QVERIFY(table->cellAt(1, 0)->state().selected);
 }
 
 QTEST_MAIN(tst_KeyedListView)

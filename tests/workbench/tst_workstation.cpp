@@ -861,9 +861,12 @@ void tst_Workstation::menusCarryTheShortcutsAndTheDiagnosticsPaneCanBeHidden()
 
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    QVERIFY(window->diagnosticsDock()->isVisible());
+    // A user starts without the diagnostics; View > Diagnostics shows and hides them.
+    QVERIFY(!window->diagnosticsDock()->isVisible());
     auto* diagnostics = window->findChild<QAction*>(QStringLiteral("actDiagnostics"));
     QVERIFY(diagnostics->isCheckable());
+    diagnostics->trigger();
+    QVERIFY(window->diagnosticsDock()->isVisible());
     diagnostics->trigger();
     QVERIFY(!window->diagnosticsDock()->isVisible());
     diagnostics->trigger();

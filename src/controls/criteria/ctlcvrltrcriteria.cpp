@@ -9,6 +9,7 @@
 #include "frame/units.h"
 #include "platform/checkbox.h"
 #include "platform/lineshape.h"
+#include "platform/accessiblegroups.h"
 #include "platform/optionbutton.h"
 #include "platform/picture.h"
 
@@ -97,6 +98,7 @@ ZebObjects::CoverLetter& coverLetterOf(const std::shared_ptr<ZebObjects::Submitt
 
 ctlCvrLtrCriteria::ctlCvrLtrCriteria(QWidget* parent) : UserControl(parent)
 {
+    declareGroupedPanel(this);
     setAccessibleName(QStringLiteral("Cover letter options"));
     setAccessibleDescription(QStringLiteral(
         "Choose what the cover letter includes and how several recipients get their letters"));
@@ -154,6 +156,9 @@ ctlCvrLtrCriteria::ctlCvrLtrCriteria(QWidget* parent) : UserControl(parent)
     setTabOrder(chkRemarks, chkIncludeCC);
     setTabOrder(chkIncludeCC, optMultipleCoverLetters);
     setTabOrder(optMultipleCoverLetters, optOneCoverLetter);
+    // Screen readers hear the two options under their heading.
+    groupForScreenReaders(this, lblMultipleRecipients->text(),
+                          {optMultipleCoverLetters, optOneCoverLetter});
 
     resize(twipsToPixels(7200), twipsToPixels(4560));
 

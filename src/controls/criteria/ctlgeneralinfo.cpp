@@ -9,6 +9,7 @@
 #include "frame/units.h"
 #include "objects/runtime.h"
 #include "platform/checkbox.h"
+#include "platform/accessiblegroups.h"
 #include "platform/combobox.h"
 #include "platform/dateedit.h"
 #include "platform/lineshape.h"
@@ -115,6 +116,7 @@ CheckBox* makeCheck(QWidget* parent, const char* name, const QString& caption, Q
 
 ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
 {
+    declareGroupedPanel(this);
     setAccessibleName(QStringLiteral("General information"));
     setAccessibleDescription(QStringLiteral(
         "What the submittal contains, its purpose, who issues it and its date"));
@@ -216,6 +218,13 @@ ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
     setTabOrder(optSubmittalPurpose->button(7), txtPurposeOther);
     setTabOrder(txtPurposeOther, cmbIssuedBy);
     setTabOrder(cmbIssuedBy, pvdIssueDate);
+
+    // Screen readers hear the boxes and the options under the headings above them.
+    groupForScreenReaders(this, lblContentsHeading->text(), {chkCoverLetter, chkBOM, chkLabels});
+    QList<QWidget*> purposeOptions;
+    for (int i = 0; i < 8; ++i)
+        purposeOptions.append(optSubmittalPurpose->button(i));
+    groupForScreenReaders(this, lblSubmittalPurpose->text(), purposeOptions);
 
     resize(twipsToPixels(kPanelWidth), twipsToPixels(kPanelHeight));
 

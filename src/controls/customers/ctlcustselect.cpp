@@ -152,6 +152,14 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
 
     cmdSearch = makeButton(this, "cmdSearch", QStringLiteral("Searc&h"),
                            twipsRect(5250, 375, 1200, 375));
+    // Enter in either search box searches, as Alt+H does.
+    for (QLineEdit* box : {txtNameKeyword, txtAcctNum})
+        connect(box, &QLineEdit::returnPressed, this, [this] {
+            if (cmdSearch->isVisibleTo(this) && cmdSearch->isEnabled())
+                cmdSearch->click();
+        });
+    lblCustomerNameHeading->setBuddy(txtNameKeyword);
+    lblCustomerAcctNumHeading->setBuddy(txtAcctNum);
     cmdClear = makeButton(this, "cmdClear", QStringLiteral("C&lear"),
                           twipsRect(6600, 375, 1200, 375));
     cmdAdd = makeButton(this, "cmdAdd", QStringLiteral("&Add"), twipsRect(5250, 975, 1200, 375));

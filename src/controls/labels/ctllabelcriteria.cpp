@@ -179,6 +179,9 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
                                      QStringLiteral("Selected Fields:"),
                                      twipsRect(5640, 1125, 2700, 210));
     lsvSelectedItems = makeList(this, "lsvSelectedItems", twipsRect(5640, 1350, 3000, 1350));
+    // Each list is labelled by the heading over it.
+    lblAvailableFields->setBuddy(lsvAvailableItems);
+    lblIssueToLisHeading->setBuddy(lsvSelectedItems);
     lsvSelectedItems->setAccessibleName(QStringLiteral("Selected fields"));
     lsvSelectedItems->setAccessibleDescription(QStringLiteral(
         "Fields on the label, in print order from the top. Press Enter or double-click to take "

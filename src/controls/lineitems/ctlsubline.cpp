@@ -1,5 +1,6 @@
 #include "controls/lineitems/ctlsubline.h"
 
+#include "controls/lineitems/lineitemaccessible.h"
 #include "contracts/lineitem.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
@@ -10,6 +11,7 @@
 #include "platform/lineshape.h"
 #include "platform/paintedlabel.h"
 
+#include <QAccessible>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QPaintEvent>
@@ -47,6 +49,8 @@ PaintedLabel* makeLabel(QWidget* parent, const char* name, const QString& captio
 
 ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
 {
+    // Before anything below makes a screen reader ask for the row's or its parts' interfaces.
+    LineItemAccess::install();
     setAccessibleName(QStringLiteral("Line item"));
     setAccessibleDescription(
         QStringLiteral("One line of the submittal: its number, quantity, type, brand, catalog "
@@ -97,6 +101,16 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
 
 ctlSubLine::~ctlSubLine() = default;
 
+void ctlSubLine::setTabStop(bool on)
+{
+    chkSelect->setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+QWidget* ctlSubLine::selectBox() const
+{
+    return chkSelect;
+}
+
 // --- properties
 
 QString ctlSubLine::LineNumber() const
@@ -126,6 +140,13 @@ void ctlSubLine::setLineItem(std::shared_ptr<ZebObjects::LineItem> item)
                    Ending::propagate(), [&] {
                        m_lineItem = std::move(item);
                        Populate();
+                       // What the box and the row read is made from the texts just shown.
+                       if (QAccessible::isActive()) {
+                           QAccessibleEvent name(chkSelect, QAccessible::NameChanged);
+                           QAccessible::updateAccessibility(&name);
+                           QAccessibleEvent reading(this, QAccessible::DescriptionChanged);
+                           QAccessible::updateAccessibility(&reading);
+                       }
                    });
 }
 

@@ -60,26 +60,32 @@ public:
     static constexpr int DesignWidth = 590;
     static constexpr int DesignHeight = 44;
 
+    // Whether Tab stops at the row's check box; the rows of a list share one stop.
+    void setTabStop(bool on);
+    QWidget* selectBox() const;
+
 protected:
     void UserControl_Resize() override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    friend class LineItemAccess;
     void Populate();
     void chkSelect_Click();
 
-    CheckBox* chkSelect;
-    ImageBox* imgComment;
+    // Null until made: a screen reader may ask about the row while it is being built.
+    CheckBox* chkSelect = nullptr;
+    ImageBox* imgComment = nullptr;
     QPointer<LineShape> Line1;
-    PaintedLabel* lblGroup;
-    PaintedLabel* lblDescription;
-    PaintedLabel* lblCatNum;
-    PaintedLabel* lblBrand;
-    PaintedLabel* lblType;
-    PaintedLabel* lblQuantity;
-    PaintedLabel* lblNumber;
-    PaintedLabel* lblMTO;
-    PaintedLabel* lblDescHeading;
+    PaintedLabel* lblGroup = nullptr;
+    PaintedLabel* lblDescription = nullptr;
+    PaintedLabel* lblCatNum = nullptr;
+    PaintedLabel* lblBrand = nullptr;
+    PaintedLabel* lblType = nullptr;
+    PaintedLabel* lblQuantity = nullptr;
+    PaintedLabel* lblNumber = nullptr;
+    PaintedLabel* lblMTO = nullptr;
+    PaintedLabel* lblDescHeading = nullptr;
 
     std::shared_ptr<ZebObjects::LineItem> m_lineItem;
     QRgb m_backColor = 0xFFFFFF;

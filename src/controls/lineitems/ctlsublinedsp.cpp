@@ -1,6 +1,7 @@
 #include "controls/lineitems/ctlsublinedsp.h"
 
 #include "contracts/lineitems.h"
+#include "controls/lineitems/ctlsubline.h"
 #include "controls/lineitems/ctlsublines.h"
 #include "frame/controlregistry.h"
 #include "frame/designfont.h"
@@ -16,6 +17,7 @@
 #include <QKeyEvent>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -96,7 +98,8 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     setAccessibleDescription(
         QStringLiteral("The lines of the submittal under a column heading; tick a line to select "
                        "it, scroll to see more lines"));
-    setFocusPolicy(Qt::StrongFocus);
+    // The rows' check boxes are the viewer's one Tab stop.
+    setFocusPolicy(Qt::NoFocus);
 
     ControlHeading = new QWidget(this);
     ControlHeading->setObjectName(QStringLiteral("ControlHeading"));
@@ -107,6 +110,7 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     ControlHeading->setAccessibleName(QStringLiteral("Column heading"));
     lblQty = makeHeading(ControlHeading, "lblQty", QStringLiteral("QTY"),
                          twipsRect(1025, 38, 435, 225));
+    lblQty->setAccessibleName(QStringLiteral("Quantity"));
     lblType = makeHeading(ControlHeading, "lblType", QStringLiteral("Type"),
                           twipsRect(1700, 38, 780, 225));
     lblBrand = makeHeading(ControlHeading, "lblBrand", QStringLiteral("Brand"),
@@ -133,6 +137,8 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     VScroll->setGeometry(twipsRect(8895, 375, 255, 4920));
     VScroll->setAccessibleName(QStringLiteral("Line item scroll bar"));
     VScroll->setAccessibleDescription(QStringLiteral("Scrolls the lines a row or a page at a time"));
+    // The keys that move between rows scroll the list; Tab does not stop at the bar as well.
+    VScroll->setFocusPolicy(Qt::ClickFocus);
     // As designed: nothing to scroll until the list outgrows the window.
     VScroll->setMax(0);
     VScroll->setEnabled(false);
@@ -141,7 +147,10 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
 
     connect(lines, &ctlSubLines::HeightChanged, this, [this] { ctlSubLines_HeightChanged(); });
     mFocusWatch = connect(qApp, &QApplication::focusChanged, this,
-                          [this](QWidget*, QWidget* now) { scrollIntoView(now); });
+                          [this](QWidget*, QWidget* now) {
+                              scrollIntoView(now);
+                              watchRowKeys(now);
+                          });
     connect(VScroll, &ScrollBar::changed, this, [this] { VScroll_Change(); });
 }
 
@@ -253,6 +262,58 @@ void ctlSubLineDsp::scrollIntoView(QWidget* focused)
     wanted = qBound(VScroll->Min(), wanted, VScroll->Max());
     if (wanted != value)
         VScroll->setValueChecked(wanted);
+}
+
+void ctlSubLineDsp::watchRowKeys(QWidget* focused)
+{
+    // Only the focused row's box is watched, so the rows carry no filter of their own.
+    if (mKeyedBox == focused)
+        return;
+    if (mKeyedBox)
+        mKeyedBox->removeEventFilter(this);
+    mKeyedBox = nullptr;
+    if (!focused || !mLines)
+        return;
+    const qint16 index = mLines->indexOfRowAt(focused);
+    if (index > 0 && mLines->row(index)->selectBox() == focused) {
+        mKeyedBox = focused;
+        focused->installEventFilter(this);
+    }
+}
+
+bool ctlSubLineDsp::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == mKeyedBox && event->type() == QEvent::KeyPress)
+        return moveBetweenRows(mKeyedBox, static_cast<QKeyEvent*>(event));
+    return UserControl::eventFilter(watched, event);
+}
+
+bool ctlSubLineDsp::moveBetweenRows(QWidget* box, QKeyEvent* event)
+{
+    if (!mLines || event->modifiers() != Qt::NoModifier)
+        return false;
+    const int count = mLines->rowCount();
+    const int index = mLines->indexOfRowAt(box);
+    const int lineHeight = mLines->rowCount() > 0 ? mLines->row(1)->height() : 0;
+    // A page moves the focus as far as the bar's large change moves the list.
+    const int page = lineHeight > 0 ? std::max(1, VScroll->LargeChange() / lineHeight) : 1;
+    int target = index;
+    bool scrollByBar = false;
+    switch (event->key()) {
+    case Qt::Key_Up: target = index - 1; break;
+    case Qt::Key_Down: target = index + 1; break;
+    case Qt::Key_PageUp: target = index - page; scrollByBar = true; break;
+    case Qt::Key_PageDown: target = index + page; scrollByBar = true; break;
+    case Qt::Key_Home: target = 1; scrollByBar = true; break;
+    case Qt::Key_End: target = count; scrollByBar = true; break;
+    default: return false;
+    }
+    if (scrollByBar && VScroll->isEnabled())
+        QCoreApplication::sendEvent(VScroll, event);
+    target = std::clamp(target, 1, count);
+    if (target != index)
+        mLines->row(qint16(target))->selectBox()->setFocus(Qt::OtherFocusReason);
+    return true;
 }
 
 void ctlSubLineDsp::wheelEvent(QWheelEvent* event)

@@ -46,6 +46,7 @@ protected:
     void UserControl_Resize() override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     friend class LineItemViewerProbe;
@@ -54,6 +55,10 @@ private:
     void ctlSubLines_HeightChanged();
     void VScroll_Change();
     void scrollIntoView(QWidget* focused);
+    void watchRowKeys(QWidget* focused);
+    // Up, Down, Page Up, Page Down, Home and End on a row's check box: the focus goes from row to
+    // row, the bar scrolling as it always does. True when the key was taken.
+    bool moveBetweenRows(QWidget* box, QKeyEvent* event);
 
     QWidget* ControlHeading;
     PaintedLabel* lblQty;
@@ -65,6 +70,7 @@ private:
     QPointer<ctlSubLines> mLines;
     ScrollBar* VScroll;
     QMetaObject::Connection mFocusWatch;
+    QPointer<QWidget> mKeyedBox;
 };
 
 }  // namespace ZebSubCtl

@@ -7,6 +7,7 @@
 #include "frame/reportmessage.h"
 #include "frame/units.h"
 
+#include <QApplication>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -77,14 +78,42 @@ ctlSubLines::ctlSubLines(QWidget* parent) : UserControl(parent)
     first->setIndex(1);
     first->move(0, 0);
     m_rows.emplace_back(first);
+    m_tabStop = first;
 
     // The rows cover the list; it paints only what they leave, so a scroll can move the
     // pixels already drawn instead of painting every row again.
     setAttribute(Qt::WA_OpaquePaintEvent);
     resize(ctlSubLine::DesignWidth, ctlSubLine::DesignHeight);
+
+    m_focusWatch = connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (const qint16 index = indexOfRowAt(now))
+            moveTabStop(m_rows[std::size_t(index) - 1]);
+    });
 }
 
-ctlSubLines::~ctlSubLines() = default;
+ctlSubLines::~ctlSubLines()
+{
+    disconnect(m_focusWatch);
+}
+
+qint16 ctlSubLines::indexOfRowAt(const QWidget* w) const
+{
+    while (w && w->parentWidget() != this)
+        w = w->parentWidget();
+    const auto* row = qobject_cast<const ctlSubLine*>(w);
+    return row ? row->Index() : qint16(0);
+}
+
+void ctlSubLines::moveTabStop(ctlSubLine* row)
+{
+    if (row == m_tabStop)
+        return;
+    if (m_tabStop)
+        m_tabStop->setTabStop(false);
+    m_tabStop = row;
+    if (row)
+        row->setTabStop(true);
+}
 
 ctlSubLine* ctlSubLines::row(qint16 index) const
 {
@@ -133,6 +162,7 @@ void ctlSubLines::Clear()
                            delete last;
                            m_rows.pop_back();
                        }
+                       moveTabStop(row(1));
                        row(1)->setLineItem(nullptr);
                    });
 }
@@ -154,6 +184,9 @@ qint16 ctlSubLines::addNextLine()
             line->setObjectName(QStringLiteral("ctlSubLine"));
             line->setIndex(newIndex);
             line->setGeometry(first->x(), int(top) + int(height), first->width(), height);
+            line->setTabStop(false);
+            // The boxes follow each other in the focus chain, whenever the rows are made.
+            QWidget::setTabOrder(last->selectBox(), line->selectBox());
             m_rows.emplace_back(line);
             line->setVisible(true);
 

@@ -45,6 +45,8 @@ public:
     int rowCount() const { return int(m_rows.size()); }
     // The row with the given index; a row that is no longer there fails with 340.
     ctlSubLine* row(qint16 index) const;
+    // The index of the row whose check box (or any part) is w, or 0.
+    qint16 indexOfRowAt(const QWidget* w) const;
 
 signals:
     void HeightChanged();
@@ -57,8 +59,12 @@ private:
     void Clear();
     qint16 addNextLine();
     void Populate();
+    // The rows' check boxes are one Tab stop, as a list is: the last one focused, else row 1's.
+    void moveTabStop(ctlSubLine* row);
 
     std::vector<QPointer<ctlSubLine>> m_rows;
+    QPointer<ctlSubLine> m_tabStop;
+    QMetaObject::Connection m_focusWatch;
     std::shared_ptr<ZebObjects::LineItems> m_lineItems;
 };
 

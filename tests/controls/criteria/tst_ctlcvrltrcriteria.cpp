@@ -185,6 +185,7 @@ std::optional<ErrorInfo> setterFailure(Fixture& f, std::shared_ptr<ZebObjects::S
 class tst_ctlCvrLtrCriteria : public QObject {
     Q_OBJECT
 private slots:
+    void multipleRecipientsIsANamedGroupingForScreenReaders();
     // Registration and design
     void isCreatedByItsIdentifier();
     void childWidgetsCarryTheirNamesAndCaptions();
@@ -354,8 +355,17 @@ void tst_ctlCvrLtrCriteria::everyInteractiveElementHasAnAccessibleName()
     QVERIFY(!root->text(QAccessible::Description).isEmpty());
     QStringList unnamed;
     int interactive = 0;
+    // The panel's children, with the members of its named groupings in their place.
+    QList<QAccessibleInterface*> children;
     for (int i = 0; i < root->childCount(); ++i) {
         QAccessibleInterface* child = root->child(i);
+        if (child && child->role() == QAccessible::Grouping)
+            for (int j = 0; j < child->childCount(); ++j)
+                children.append(child->child(j));
+        else
+            children.append(child);
+    }
+    for (QAccessibleInterface* child : children) {
         if (!child || child->state().invisible)
             continue;
         if (child->state().focusable) {
@@ -910,6 +920,24 @@ void tst_ctlCvrLtrCriteria::clicksWithoutCoverLetterReportObjectNotSet()
         f.click(c.button);
         QCOMPARE(f.h.log().lines(), QStringList{logError(QLatin1String(c.label), kNotSet)});
         QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kNotSet)});
+    }
+}
+
+void tst_ctlCvrLtrCriteria::multipleRecipientsIsANamedGroupingForScreenReaders()
+{
+    Fixture f;
+    QAccessibleInterface* panel = QAccessible::queryAccessibleInterface(f.ctl.get());
+    QAccessibleInterface* group = nullptr;
+    for (int i = 0; i < panel->childCount(); ++i)
+        if (panel->child(i)->role() == QAccessible::Grouping)
+            group = panel->child(i);
+    QVERIFY(group);
+    QCOMPARE(group->text(QAccessible::Name), QStringLiteral("Multiple Recipients"));
+    QCOMPARE(group->childCount(), 2);
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(group->child(i)->role(), QAccessible::RadioButton);
+        QCOMPARE(group->child(i)->parent(), group);
+        QVERIFY(!group->child(i)->text(QAccessible::Name).isEmpty());
     }
 }
 

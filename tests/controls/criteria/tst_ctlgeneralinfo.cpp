@@ -17,6 +17,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
+#include <QMap>
 #include <QCalendarWidget>
 #include <QLabel>
 #include <QLineEdit>
@@ -206,6 +207,8 @@ class tst_ctlGeneralInfo : public QObject {
     Q_OBJECT
 private slots:
     void cleanup();
+    void fieldsAreNamedByTheirLabelsNotByTheirValues();
+    void contentsAndPurposeAreNamedGroupingsForScreenReaders();
 
     // registration and design
     void isCreatedByItsIdentifier();
@@ -511,7 +514,7 @@ void tst_ctlGeneralInfo::tabVisitsTheControlsInReadingOrder()
     f.check("chkCoverLetter")->setFocus(Qt::TabFocusReason);
     QTRY_VERIFY(f.check("chkCoverLetter")->hasFocus());
     QStringList visited;
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 7; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QWidget* w = QApplication::focusWidget();
         QString name = w->objectName();
@@ -521,8 +524,9 @@ void tst_ctlGeneralInfo::tabVisitsTheControlsInReadingOrder()
             name = w->parentWidget()->objectName();
         visited << name;
     }
+    // The date's text box, then its calendar button.
     QCOMPARE(visited, (QStringList{"chkBOM", "chkLabels", "optSubmittalPurpose(3)", "cmbIssuedBy",
-                                   "pvdIssueDate", "chkCoverLetter"}));
+                                   "pvdIssueDate", "pvdIssueDate", "chkCoverLetter"}));
 }
 
 // --- initialization
@@ -1405,6 +1409,71 @@ void tst_ctlGeneralInfo::destroyedPanelLetsGoOfTheSubmittal()
     f.ctl.reset();
     QCOMPARE(f.sub.use_count(), 1);
     f.sub->setIncludeBOM(true);  // no panel left to reach
+}
+
+void tst_ctlGeneralInfo::fieldsAreNamedByTheirLabelsNotByTheirValues()
+{
+    Fixture f(sample());
+    f.bind();
+    QVERIFY(!f.issuer()->currentText().isEmpty());
+    QAccessibleInterface* issuer = QAccessible::queryAccessibleInterface(f.issuer());
+    QCOMPARE(issuer->role(), QAccessible::ComboBox);
+    QCOMPARE(issuer->text(QAccessible::Name), QStringLiteral("Issued By"));
+    QCOMPARE(issuer->text(QAccessible::Value), f.issuer()->currentText());
+    QVERIFY(issuer->state().editable);
+    QCOMPARE(issuer->childCount(), 2);
+    QCOMPARE(issuer->child(1)->object(), static_cast<QObject*>(f.issuer()->lineEdit()));
+    // Each field is labelled by the caption beside it (Qt's Label: labelled-by).
+    const std::pair<QWidget*, const char*> fields[] = {{f.issuer(), "Issued By:"},
+                                                       {f.date(), "Submittal Date:"}};
+    for (const auto& [field, caption] : fields) {
+        const auto labels = QAccessible::queryAccessibleInterface(field)->relations(QAccessible::Label);
+        QCOMPARE(labels.size(), 1);
+        QCOMPARE(labels.front().first->text(QAccessible::Name), QLatin1String(caption));
+    }
+    // The reader's press drops the list down.
+    issuer->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+    QTRY_VERIFY(f.issuer()->view()->isVisible());
+    QVERIFY(issuer->state().expanded);
+    f.issuer()->hidePopup();
+}
+
+void tst_ctlGeneralInfo::contentsAndPurposeAreNamedGroupingsForScreenReaders()
+{
+    Fixture f(sample());
+    f.bind();
+    QAccessibleInterface* panel = QAccessible::queryAccessibleInterface(f.ctl.get());
+    QMap<QString, QAccessibleInterface*> groups;
+    for (int i = 0; i < panel->childCount(); ++i) {
+        QAccessibleInterface* c = panel->child(i);
+        QCOMPARE(panel->indexOfChild(c), i);
+        if (c->role() == QAccessible::Grouping)
+            groups.insert(c->text(QAccessible::Name), c);
+    }
+    QCOMPARE(groups.keys(), (QStringList{"Submittal Contents", "Submittal Purpose"}));
+    QAccessibleInterface* contents = groups.value(QStringLiteral("Submittal Contents"));
+    QStringList boxes;
+    for (int i = 0; i < contents->childCount(); ++i) {
+        QAccessibleInterface* box = contents->child(i);
+        QCOMPARE(box->role(), QAccessible::CheckBox);
+        QCOMPARE(box->parent(), contents);
+        QVERIFY(box->state().checkable);
+        boxes << box->text(QAccessible::Name);
+    }
+    QCOMPARE(boxes, (QStringList{"Cover Letter", "Bill of Materials", "Labels"}));
+    QCOMPARE(contents->parent(), panel);
+    QAccessibleInterface* purpose = groups.value(QStringLiteral("Submittal Purpose"));
+    QCOMPARE(purpose->childCount(), 8);
+    QCOMPARE(purpose->child(7)->role(), QAccessible::RadioButton);
+    QCOMPARE(purpose->child(7)->text(QAccessible::Name), QStringLiteral("Other"));
+    QCOMPARE(purpose->child(1)->state().checked,
+             f.ctl->findChildren<OptionButton*>(QStringLiteral("optSubmittalPurpose"))
+                 .at(1)
+                 ->isChecked());
+    // The members still act as boxes do: a reader's toggle writes the flag.
+    const bool labels = f.sub->IncludeLabels();
+    contents->child(2)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QCOMPARE(f.sub->IncludeLabels(), !labels);
 }
 
 QTEST_MAIN(tst_ctlGeneralInfo)

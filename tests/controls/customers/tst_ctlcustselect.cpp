@@ -344,6 +344,7 @@ class tst_ctlCustSelect : public QObject {
 private slots:
     // Registration and design
     void isCreatedByItsIdentifier();
+    void enterInASearchBoxSearchesAndTheBoxesAreLabelledByTheirHeadings();
     void childWidgetsCarryTheirNamesCaptionsAndAccessKeys();
     void listIsAReportWithSevenKeyedHeadedColumnsInOrder();
     void columnsShowEverySampleCustomerWithoutClipping();
@@ -1841,6 +1842,38 @@ void tst_ctlCustSelect::userSearchesAddsTicksRemovesAndClearsAsOnTheWorkbench()
     QCOMPARE(f.coll->Count(), qint16(0));
     QCOMPARE(f.h.boxes().shown().size(), 1);
     QVERIFY(f.h.log().failureLines().isEmpty());
+}
+
+void tst_ctlCustSelect::enterInASearchBoxSearchesAndTheBoxesAreLabelledByTheirHeadings()
+{
+    auto services = std::make_shared<HeldFinderServices>();
+    Fixture f(true, services);
+    f.allowAll();
+    f.bindTwo();
+    services->finder->result = std::make_shared<ZebObjects::StandaloneCustomerSearchResult>(
+        customer("K9", "Hollis Lighting"), 1);
+    QTest::mouseClick(f.keyword(), Qt::LeftButton);
+    typeText(f.keyword(), QStringLiteral("Hollis"));
+    QTest::keyClick(f.keyword(), Qt::Key_Return);
+    QCOMPARE(services->finder->calls.size(), 1);
+    QCOMPARE(services->finder->calls.at(0).criteria.at(0), QStringLiteral("Hollis"));
+    QCOMPARE(f.keyword()->text(), QStringLiteral("Hollis Lighting"));
+    QTest::mouseClick(f.account(), Qt::LeftButton);
+    QTest::keyClick(f.account(), Qt::Key_Enter);
+    QCOMPARE(services->finder->calls.size(), 2);
+
+    const std::pair<QLineEdit*, const char*> boxes[] = {{f.keyword(), "Name/Keyword"},
+                                                        {f.account(), "Account Number"}};
+    for (const auto& [box, heading] : boxes) {
+        const auto labelled =
+            QAccessible::queryAccessibleInterface(box)->relations(QAccessible::Label);
+        QCOMPARE(labelled.size(), 1);
+        QCOMPARE(labelled.front().first->text(QAccessible::Name), QLatin1String(heading));
+    }
+    // Without the search area Enter searches nothing.
+    f.ctl->setAllowAdd(false);
+    QTest::keyClick(f.account(), Qt::Key_Return);
+    QCOMPARE(services->finder->calls.size(), 2);
 }
 
 QTEST_MAIN(tst_ctlCustSelect)

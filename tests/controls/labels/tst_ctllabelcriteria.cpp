@@ -336,6 +336,7 @@ std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
 class tst_ctlLabelCriteria : public QObject {
     Q_OBJECT
 private slots:
+    void eachFieldListIsLabelledByTheHeadingOverIt();
     // Registration and design
     void isCreatedByItsIdentifier();
     void childWidgetsCarryTheirNamesCaptionsToolTipsAndDesignPlaces();
@@ -1543,6 +1544,19 @@ void tst_ctlLabelCriteria::everyRowOfTheListsShowsWholeOrNotAtAll()
     QCOMPARE(f.available()->selectedRow(), 6);
     check(f.available(), "available, at its end");
     QVERIFY(f.available()->viewport()->rect().contains(f.available()->itemRect(6)));
+}
+
+void tst_ctlLabelCriteria::eachFieldListIsLabelledByTheHeadingOverIt()
+{
+    Fixture f;
+    const std::pair<KeyedListView*, const char*> lists[] = {{f.available(), "Available Fields:"},
+                                                            {f.selected(), "Selected Fields:"}};
+    for (const auto& [list, heading] : lists) {
+        const auto labels =
+            QAccessible::queryAccessibleInterface(list)->relations(QAccessible::Label);
+        QCOMPARE(labels.size(), 1);
+        QCOMPARE(labels.front().first->text(QAccessible::Name), QLatin1String(heading));
+    }
 }
 
 QTEST_MAIN(tst_ctlLabelCriteria)

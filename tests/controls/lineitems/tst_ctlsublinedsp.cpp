@@ -8,6 +8,7 @@
 #include "platform/checkbox.h"
 #include "platform/paintedlabel.h"
 #include "platform/scrollbar.h"
+#include "support/accessibleevents.h"
 #include "support/testsupport.h"
 
 #include <QFontDatabase>
@@ -15,7 +16,10 @@
 #include <QSignalSpy>
 #include <QStyle>
 #include <QStyleOptionSlider>
+#include <QPushButton>
+#include <QScopeGuard>
 #include <QTest>
+#include <QVBoxLayout>
 #include <QtTest/qtestspontaneevent.h>
 
 namespace ZebSubCtl {
@@ -116,6 +120,8 @@ struct Fixture {
 class tst_ctlSubLineDsp : public QObject {
     Q_OBJECT
 private slots:
+    // First, so that its rows are the first this process makes.
+    void rowsMadeWhileAScreenReaderListensHaveTheirOwnReadings();
     void registeredUnderItsIdentifier();
     void childrenSitAtTheirDesignPlaces();
     void headingShowsItsFiveCaptionsInMsSansSerifOrTheDesignFont();
@@ -129,7 +135,7 @@ private slots:
     void downArrowScrollsOneRowAndTroughOnePageKeepingOneRow();
     void wheelOverTheRowsScrollsTheList();
     void pageAndEndKeysFromARowScrollTheList();
-    void tabbingToARowOutOfViewScrollsItIn();
+    void downArrowToARowOutOfViewScrollsItInAndTabLeavesTheList();
     void aLoweredMaximumMovesTheListBackToTheTop();
     void bindingOneItemKeepsThePreviousRange();
     void lineItemsReadsTheListsCollectionAndWorksByName();
@@ -141,6 +147,8 @@ private slots:
     void scrollChangeWithoutTheListReportsAndResetsToTheMinimum();
     void resizeFailureLogsAWarningAndCarriesOnWithTheNextStep();
     void everyCaptionFitsAndScreenReadersFindEveryName();
+    void rowsReadTheirLineAndTheirTextsAreLabelledByTheColumnHeadings();
+    void rowsOutOfTheWindowAreNotShowingAndKeysMoveTheFocusFromRowToRow();
 };
 
 void tst_ctlSubLineDsp::registeredUnderItsIdentifier()
@@ -348,16 +356,28 @@ void tst_ctlSubLineDsp::pageAndEndKeysFromARowScrollTheList()
     QCOMPARE(f.list()->y(), -44);
 }
 
-void tst_ctlSubLineDsp::tabbingToARowOutOfViewScrollsItIn()
+void tst_ctlSubLineDsp::downArrowToARowOutOfViewScrollsItInAndTabLeavesTheList()
 {
     Fixture f(QSize(610, 326 + 27));
+    auto* before = new QPushButton(QStringLiteral("Before"));
+    auto* after = new QPushButton(QStringLiteral("After"));
+    QWidget host;
+    auto* layout = new QVBoxLayout(&host);
+    layout->addWidget(before);
+    f.viewer->setParent(&host);
+    const auto giveBack = qScopeGuard([&f] { f.viewer->setParent(nullptr); });
+    layout->addWidget(f.viewer.get());
+    layout->addWidget(after);
+    f.viewer->setMinimumSize(610, 326 + 27);
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
     f.bind(20);
-    f.viewer->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(f.viewer.get()));
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
     CheckBox* seventh = f.row(7)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
     seventh->setFocus(Qt::TabFocusReason);
     QCOMPARE(f.list()->y(), 0);  // row 7 (264..307) is in view
-    QTest::keyClick(seventh, Qt::Key_Tab);
+    QTest::keyClick(seventh, Qt::Key_Down);
     CheckBox* eighth = f.row(8)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
     QVERIFY(eighth->hasFocus());
     // Row 8 (308..351) ends 25 pixels below the window.
@@ -365,9 +385,20 @@ void tst_ctlSubLineDsp::tabbingToARowOutOfViewScrollsItIn()
     QCOMPARE(f.list()->y(), -(8 * 44 - 326));
     QTest::keyClick(eighth, Qt::Key_Space);
     QVERIFY(f.list()->LineItems()->Item(8)->Selected());
-    QTest::keyClick(eighth, Qt::Key_Backtab);
+    QTest::keyClick(eighth, Qt::Key_Up);
+    QVERIFY(seventh->hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home);
     QCOMPARE(f.list()->y(), 0);
+    // The rows are one Tab stop: Tab leaves the list at once, Shift+Tab comes back to the row
+    // last focused.
+    f.row(3)->findChild<CheckBox*>(QStringLiteral("chkSelect"))->setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(after->hasFocus());
+    QTest::keyClick(after, Qt::Key_Backtab);
+    QVERIFY(f.row(4)->findChild<CheckBox*>(QStringLiteral("chkSelect"))->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    QVERIFY(before->hasFocus());
 }
 
 void tst_ctlSubLineDsp::aLoweredMaximumMovesTheListBackToTheTop()
@@ -553,6 +584,156 @@ void tst_ctlSubLineDsp::everyCaptionFitsAndScreenReadersFindEveryName()
     QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral("; "))));
     QCOMPARE(unnamedWidgetsShownOrHidden(f.viewer.get()), QStringList());
     QVERIFY(!f.bar()->accessibleDescription().isEmpty());
+}
+
+void tst_ctlSubLineDsp::rowsReadTheirLineAndTheirTextsAreLabelledByTheColumnHeadings()
+{
+    Fixture f;
+    auto items = std::make_shared<StandaloneLineItems>();
+    auto first = lineData(1, false, true, QStringLiteral("Check the ceiling"));
+    first.quantity = 24;
+    first.type = QStringLiteral("A");
+    first.brand = QStringLiteral("Varnholt");
+    first.catalogNumber = QStringLiteral("VH-2X4-LP-40L-35K-DIM");
+    first.group = QStringLiteral("LVL1");
+    items->Add(first);
+    auto second = lineData(2);
+    second.group.clear();
+    items->Add(second);
+    f.viewer->setLineItems(items);
+
+    QAccessibleInterface* row = QAccessible::queryAccessibleInterface(f.row(1));
+    QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Line 1"));
+    QCOMPARE(row->text(QAccessible::Description),
+             QStringLiteral("Line 1: 24 of type A, Varnholt VH-2X4-LP-40L-35K-DIM, group LVL1, "
+                            "made to order, has a comment"));
+    QCOMPARE(QAccessible::queryAccessibleInterface(f.row(2))->text(QAccessible::Description),
+             QStringLiteral("Line 2: 12 of type T2, Brand 2 CAT-2-35K"));
+
+    // The check box says which line it selects.
+    auto* box = f.row(1)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
+    QAccessibleInterface* check = QAccessible::queryAccessibleInterface(box);
+    QCOMPARE(check->role(), QAccessible::CheckBox);
+    QCOMPARE(check->text(QAccessible::Name),
+             QStringLiteral("Select line 1: 24 of type A, Varnholt VH-2X4-LP-40L-35K-DIM"));
+    QVERIFY(check->state().checkable);
+    QVERIFY(!check->state().checked);
+    {
+        ZebTest::AccessibleEvents events;
+        check->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QVERIFY(items->Item(1)->Selected());
+        QVERIFY(check->state().checked);
+        QVERIFY(events.checkChanges().contains(check->text(QAccessible::Name)));
+    }
+
+    // Each text is labelled by its heading; the letters of the band read as words.
+    const std::pair<const char*, const char*> cells[] = {{"lblQuantity", "Quantity"},
+                                                         {"lblType", "Type"},
+                                                         {"lblBrand", "Brand"},
+                                                         {"lblCatNum", "Catalog Number"},
+                                                         {"lblGroup", "Group"}};
+    for (const auto& [cell, heading] : cells) {
+        auto* label = f.row(1)->findChild<QWidget*>(QLatin1String(cell));
+        QAccessibleInterface* text = QAccessible::queryAccessibleInterface(label);
+        // The heading is the text's label (Qt's Label, labelled-by to a screen reader).
+        const auto labelled = text->relations(QAccessible::Label);
+        QVERIFY2(labelled.size() == 1, cell);
+        QCOMPARE(labelled.front().first->text(QAccessible::Name), QLatin1String(heading));
+        QCOMPARE(labelled.front().first->object(),
+                 static_cast<QObject*>(f.heading()->findChild<QWidget*>(
+                     QString::fromLatin1(cell) == QLatin1String("lblQuantity")
+                         ? QStringLiteral("lblQty")
+                         : QString::fromLatin1(cell))));
+    }
+    QCOMPARE(QAccessible::queryAccessibleInterface(f.row(1)->findChild<QWidget*>(
+                 QStringLiteral("lblQuantity")))->text(QAccessible::Name),
+             QStringLiteral("24"));
+    QCOMPARE(QAccessible::queryAccessibleInterface(
+                 f.row(1)->findChild<QWidget*>(QStringLiteral("lblMTO")))
+                 ->text(QAccessible::Name),
+             QStringLiteral("Made to order"));
+}
+
+void tst_ctlSubLineDsp::rowsOutOfTheWindowAreNotShowingAndKeysMoveTheFocusFromRowToRow()
+{
+    Fixture f(QSize(610, 326 + 27));
+    f.bind(744);
+    f.viewer->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(f.viewer.get()));
+    auto showing = [&](int index) {
+        return !QAccessible::queryAccessibleInterface(f.row(index))->state().invisible;
+    };
+    auto box = [&](int index) { return f.row(index)->findChild<CheckBox*>(QStringLiteral("chkSelect")); };
+    QVERIFY(showing(1));
+    QVERIFY(showing(8));  // partly in the window
+    QVERIFY(!showing(9));
+    QVERIFY(!showing(744));
+    QVERIFY(QAccessible::queryAccessibleInterface(box(9))->state().invisible);
+    // Only one row's box is a Tab stop.
+    int tabStops = 0;
+    for (int i = 1; i <= 744; ++i)
+        if (box(i)->focusPolicy() & Qt::TabFocus)
+            ++tabStops;
+    QCOMPARE(tabStops, 1);
+
+    // The scroll bar reads in lines.
+    QAccessibleInterface* bar = QAccessible::queryAccessibleInterface(f.bar());
+    QCOMPARE(bar->text(QAccessible::Value), QStringLiteral("line 1 of 744"));
+    QCOMPARE(bar->valueInterface()->maximumValue().toInt(), 744);
+
+    ZebTest::AccessibleEvents events;
+    box(1)->setFocus(Qt::TabFocusReason);
+    events.clear();
+    // Page Down scrolls by the bar's large change as before, and the focus follows a page.
+    QTest::keyClick(box(1), Qt::Key_PageDown);
+    QCOMPARE(f.list()->y(), -264);
+    QVERIFY(box(7)->hasFocus());
+    QVERIFY(!showing(1));
+    QVERIFY(showing(7));
+    QCOMPARE(bar->text(QAccessible::Value), QStringLiteral("line 7 of 744"));
+    QCOMPARE(bar->valueInterface()->currentValue().toInt(), 7);
+    QCOMPARE(events.names(QAccessible::Focus),
+             QStringList{QStringLiteral("Select line 7: 17 of type T7, Brand 7 CAT-7-35K")});
+    events.clear();
+    QTest::keyClick(box(7), Qt::Key_End);
+    QVERIFY(box(744)->hasFocus());
+    QCOMPARE(f.list()->y(), -(744 * 44 - 326));
+    QVERIFY(showing(744));
+    QCOMPARE(events.names(QAccessible::Focus).size(), 1);
+    QCOMPARE(bar->text(QAccessible::Value),
+             QStringLiteral("line %1 of 744").arg((744 * 44 - 326) / 44 + 1));
+    QTest::keyClick(box(744), Qt::Key_Up);
+    QVERIFY(box(743)->hasFocus());
+    QTest::keyClick(box(743), Qt::Key_PageUp);
+    QVERIFY(box(737)->hasFocus());
+    QTest::keyClick(box(737), Qt::Key_Home);
+    QVERIFY(box(1)->hasFocus());
+    QCOMPARE(f.list()->y(), 0);
+    // The reader may set the bar by lines.
+    bar->valueInterface()->setCurrentValue(12);
+    QCOMPARE(f.bar()->Value(), 11 * 44);
+    QCOMPARE(f.list()->y(), -11 * 44);
+    QVERIFY(showing(12));
+    QVERIFY(!showing(11));
+}
+
+void tst_ctlSubLineDsp::rowsMadeWhileAScreenReaderListensHaveTheirOwnReadings()
+{
+    // A listening reader asks for a row's parts as they are made and named.
+    ZebTest::AccessibleEvents events;
+    Fixture f;
+    f.bind(3);
+    auto* box = f.row(1)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
+    QCOMPARE(QAccessible::queryAccessibleInterface(box)->text(QAccessible::Name),
+             QStringLiteral("Select line 1: 11 of type T1, Brand 1 CAT-1-35K"));
+    QCOMPARE(QAccessible::queryAccessibleInterface(f.row(1))->text(QAccessible::Name),
+             QStringLiteral("Line 1"));
+    const auto labelled = QAccessible::queryAccessibleInterface(
+                              f.row(1)->findChild<QWidget*>(QStringLiteral("lblQuantity")))
+                              ->relations(QAccessible::Label);
+    QCOMPARE(labelled.size(), 1);
+    QCOMPARE(QAccessible::queryAccessibleInterface(f.bar())->text(QAccessible::Value),
+             QStringLiteral("line 1 of 3"));
 }
 
 QTEST_MAIN(tst_ctlSubLineDsp)

@@ -1,0 +1,10 @@
+#pragma once
+
+namespace ZebSubCtl {
+
+// Page tabs as a screen reader expects them: the open page's tab is "selected" (and "focused"
+// only while the tab bar has the focus), each tab can be chosen by the reader's press action.
+// Applies to every QTabBar made after the call; calling it again does nothing.
+void installTabBarAccessibility();
+
+}  // namespace ZebSubCtl
