@@ -8,8 +8,9 @@
 #include "frame/objectref.h"
 #include "frame/units.h"
 #include "objects/runtime.h"
-#include "platform/checkbox.h"
 #include "platform/accessiblegroups.h"
+#include "platform/accessiblelabels.h"
+#include "platform/checkbox.h"
 #include "platform/combobox.h"
 #include "platform/dateedit.h"
 #include "platform/lineshape.h"
@@ -209,6 +210,9 @@ ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
         QStringLiteral("Submittal Date"),
         QStringLiteral("The date used for the submittal; empty for no date"));
     lblIssueDate->setBuddy(pvdIssueDate);
+    // The date's own text box and the box beside "Other" are read under the captions a user sees.
+    labelForScreenReaders(pvdIssueDate->lineEdit(), lblIssueDate);
+    labelForScreenReaders(txtPurposeOther, optSubmittalPurpose->button(kOther));
 
     setTabOrder(chkCoverLetter, chkBOM);
     setTabOrder(chkBOM, chkLabels);

@@ -208,6 +208,8 @@ class tst_ctlGeneralInfo : public QObject {
 private slots:
     void cleanup();
     void fieldsAreNamedByTheirLabelsNotByTheirValues();
+    void theDatesTextBoxIsLabelledByTheSubmittalDateCaption();
+    void theOtherPurposeBoxIsLabelledByTheOtherOption();
     void contentsAndPurposeAreNamedGroupingsForScreenReaders();
 
     // registration and design
@@ -1436,6 +1438,42 @@ void tst_ctlGeneralInfo::fieldsAreNamedByTheirLabelsNotByTheirValues()
     QTRY_VERIFY(f.issuer()->view()->isVisible());
     QVERIFY(issuer->state().expanded);
     f.issuer()->hidePopup();
+}
+
+void tst_ctlGeneralInfo::theDatesTextBoxIsLabelledByTheSubmittalDateCaption()
+{
+    Fixture f(sample());
+    f.bind();
+    QAccessibleInterface* box = QAccessible::queryAccessibleInterface(f.date()->lineEdit());
+    const auto labels = box->relations(QAccessible::Label);
+    QCOMPARE(labels.size(), 1);
+    QCOMPARE(labels.front().second, QAccessible::Label);
+    QCOMPARE(labels.front().first->text(QAccessible::Name), QStringLiteral("Submittal Date:"));
+    // Still the text box it was: its role, and the date's text with caret and editing.
+    QCOMPARE(box->role(), QAccessible::EditableText);
+    QVERIFY(box->state().editable);
+    QAccessibleTextInterface* text = box->textInterface();
+    QVERIFY(text);
+    QCOMPARE(text->text(0, text->characterCount()), f.date()->lineEdit()->text());
+    QVERIFY(box->editableTextInterface());
+}
+
+void tst_ctlGeneralInfo::theOtherPurposeBoxIsLabelledByTheOtherOption()
+{
+    Fixture f(sample());
+    f.bind();
+    QAccessibleInterface* box = QAccessible::queryAccessibleInterface(f.other());
+    const auto labels = box->relations(QAccessible::Label);
+    QCOMPARE(labels.size(), 1);
+    QCOMPARE(labels.front().first->text(QAccessible::Name), QStringLiteral("Other"));
+    QCOMPARE(labels.front().first->role(), QAccessible::RadioButton);
+    QCOMPARE(box->text(QAccessible::Name), QStringLiteral("Other purpose"));
+    QCOMPARE(box->role(), QAccessible::EditableText);
+    // A reader's edit reaches the box as the user's own text would.
+    box->editableTextInterface()->insertText(0, QStringLiteral("Night work"));
+    QCOMPARE(f.other()->text(), QStringLiteral("Night work"));
+    QCOMPARE(box->textInterface()->text(0, 5), QStringLiteral("Night"));
+    QCOMPARE(box->text(QAccessible::Value), QStringLiteral("Night work"));
 }
 
 void tst_ctlGeneralInfo::contentsAndPurposeAreNamedGroupingsForScreenReaders()
