@@ -145,6 +145,14 @@ public:
         return cellInterface(index / (columns() + 1) - 1, index % (columns() + 1) - 1);
     }
     int indexOfChild(const QAccessibleInterface* child) const override;
+    // The day the keys are on, while the calendar has the focus.
+    QAccessibleInterface* focusChild() const override
+    {
+        const QModelIndex current = view()->currentIndex();
+        if (!view()->hasFocus() || !current.isValid() || current.row() < 1)
+            return nullptr;
+        return cellInterface(current.row(), current.column());
+    }
     void* interface_cast(QAccessible::InterfaceType type) override
     {
         if (type == QAccessible::TableInterface)

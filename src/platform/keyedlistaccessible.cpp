@@ -111,6 +111,14 @@ void* KeyedListAccessible::interface_cast(QAccessible::InterfaceType type)
     return QAccessibleWidget::interface_cast(type);
 }
 
+QAccessibleInterface* KeyedListAccessible::focusChild() const
+{
+    const QModelIndex current = view()->currentIndex();
+    if (!view()->hasFocus() || !current.isValid())
+        return nullptr;
+    return cellAt(current.row(), 0);
+}
+
 QAccessibleInterface* KeyedListAccessible::cellAt(int row, int column) const
 {
     if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount())

@@ -22,6 +22,8 @@ public:
     int childCount() const override;
     int indexOfChild(const QAccessibleInterface* child) const override;
     QAccessibleInterface* childAt(int x, int y) const override;
+    // The current row, while the list has the focus.
+    QAccessibleInterface* focusChild() const override;
     void* interface_cast(QAccessible::InterfaceType type) override;
 
     QAccessibleInterface* caption() const override { return nullptr; }

@@ -1,14 +1,22 @@
 #include "objects/runtime.h"
 #include "officefile.h"
+#include "platform/dateedit.h"
 #include "platform/keyedlistview.h"
 #include "store/store.h"
 #include "support/accessibleevents.h"
+#include "userinput.h"
 #include "workstation.h"
 
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QDockWidget>
+#include <QPushButton>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QFileInfo>
+#include <QFileDialog>
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -16,6 +24,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 using ZebObjects::Store;
 
@@ -31,6 +40,7 @@ private slots:
     void everyPageIsNamedAndOpeningAPageFocusesItsFirstControl();
     void paragraphsAndRemarksPagesNameTheirControlsAfterWhatTheyHold();
     void theOpenPageTabIsSelectedAndFocusedOnlyWhileTheTabBarHasTheFocus();
+    void aKeyboardAndScreenReaderUserOpensAJobTicksSetsTheDateAndExports();
 
 private:
     std::unique_ptr<Workstation> openShown();
@@ -198,3 +208,180 @@ void tst_WorkstationAccessibility::theOpenPageTabIsSelectedAndFocusedOnlyWhileTh
 
 QTEST_MAIN(tst_WorkstationAccessibility)
 #include "tst_workstationaccessibility.moc"
+
+namespace {
+
+// What a screen reader says the focus is on, in the active window or in a given one.
+QString focusNameIn(QWidget* window)
+{
+    QWidget* w = window ? window->focusWidget() : QApplication::focusWidget();
+    if (!w)
+        return QString();
+    QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(w);
+    if (QAccessibleInterface* f = iface->focusChild())
+        iface = f;
+    return iface->text(QAccessible::Name);
+}
+
+QString focusName()
+{
+    return focusNameIn(nullptr);
+}
+
+// A key as the user presses it: to the active window, which hands it to its focus (or to its
+// shortcuts). Nothing is pressed when no window is active; what follows then fails.
+void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    if (QWindow* active = QGuiApplication::focusWindow())
+        QTest::keyClick(active, Qt::Key(key), modifiers);
+}
+
+}  // namespace
+
+void tst_WorkstationAccessibility::aKeyboardAndScreenReaderUserOpensAJobTicksSetsTheDateAndExports()
+{
+    auto window = openShown();
+    auto* tabs = window->findChild<QTabWidget*>(QStringLiteral("tabPages"));
+    ZebTest::AccessibleEvents events;
+
+    // Keys for a dialog go to its window, as the window system sends them there: the offscreen
+    // platform activates a dialog late or not at all.
+
+    // Ctrl+O: the job list, read row by row; Enter opens the job on the row.
+    QStringList heard;
+    ZebTest::WhenModal<QDialog> jobs([&](QDialog& dialog) {
+        heard << dialog.windowTitle() << focusNameIn(&dialog);
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Down);
+        heard << focusNameIn(&dialog);
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Up);
+        heard << focusNameIn(&dialog);
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+    });
+    press(Qt::Key_O, Qt::ControlModifier);
+    QVERIFY(jobs.answered());
+    QVERIFY(!jobs.leftOpen());
+    QCOMPARE(heard, (QStringList{QStringLiteral("Open Job"), QStringLiteral("24-0131"),
+                                 QStringLiteral("24-0152"), QStringLiteral("24-0131")}));
+    // The offscreen platform has no window manager to give the window back its activation.
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    // The user goes on from the first control of the page, not from nowhere.
+    QCOMPARE(focusName(), QStringLiteral("Cover Letter"));
+
+    // Line items: Ctrl+Tab to the page, Space ticks, the arrows move from line to line.
+    for (int i = 0; i < 7; ++i)
+        press(Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(tabs->currentIndex(), 7);
+    const QString line1 = focusName();
+    QVERIFY2(line1.startsWith(QStringLiteral("Select line 1: ")), qPrintable(line1));
+    QAccessibleInterface* box = QAccessible::queryAccessibleInterface(QApplication::focusWidget());
+    const bool wasTicked = box->state().checked;
+    events.clear();
+    press(Qt::Key_Space);
+    QCOMPARE(bool(box->state().checked), !wasTicked);
+    QCOMPARE(events.checkChanges(), QStringList{line1});
+    press(Qt::Key_Down);
+    const QString line2 = focusName();
+    QVERIFY2(line2.startsWith(QStringLiteral("Select line 2: ")), qPrintable(line2));
+    QVERIFY(events.names(QAccessible::Focus).contains(line2));
+    events.clear();
+    press(Qt::Key_Space);
+    press(Qt::Key_Space);
+    QCOMPARE(events.checkChanges(), (QStringList{line2, line2}));
+    press(Qt::Key_Up);
+    QCOMPARE(focusName(), line1);
+    events.clear();
+    press(Qt::Key_Space);
+    QCOMPARE(bool(QAccessible::queryAccessibleInterface(QApplication::focusWidget())->state().checked),
+             wasTicked);
+    QCOMPARE(events.checkChanges(), QStringList{line1});
+
+    // Customers: Ctrl+Tab on to the page, Tab to the submittal's customers, Space ticks a row.
+    press(Qt::Key_Tab, Qt::ControlModifier);
+    press(Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(tabs->currentIndex(), 1);
+    QCOMPARE(focusName(), QStringLiteral("Name or keyword"));
+    auto* customers = window->findChild<ZebSubCtl::KeyedListView*>(QStringLiteral("lsvCustomers"));
+    for (int i = 0; i < 10 && QApplication::focusWidget() != customers; ++i)
+        press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), customers);
+    // The reader names the list's current row, not the list.
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(customers);
+    QAccessibleInterface* row = list->focusChild();
+    QVERIFY(row && row != list);
+    const QString customer = row->text(QAccessible::Name);
+    QCOMPARE(customer, customers->text(customers->currentIndex().row()));
+    QCOMPARE(focusName(), customer);
+    QVERIFY(row->state().checkable && row->state().focused);
+    const bool customerTicked = row->state().checked;
+    events.clear();
+    press(Qt::Key_Space);
+    QCOMPARE(bool(row->state().checked), !customerTicked);
+    QCOMPARE(events.checkChanges(), QStringList{customer});
+    press(Qt::Key_Space);
+    QCOMPARE(bool(row->state().checked), customerTicked);
+    QCOMPARE(events.checkChanges(), (QStringList{customer, customer}));
+
+    // The date: back to the first page, Tab to the date, Alt+Down opens the calendar.
+    press(Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(tabs->currentIndex(), 0);
+    auto* date = window->findChild<ZebSubCtl::DateEdit*>(QStringLiteral("pvdIssueDate"));
+    for (int i = 0; i < 10 && QApplication::focusWidget() != date->lineEdit(); ++i)
+        press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), date->lineEdit());
+    QCOMPARE(focusName(), QStringLiteral("Submittal Date"));
+    QAccessibleInterface* field = QAccessible::queryAccessibleInterface(date);
+    const QDate before = date->date();
+    QVERIFY(before.isValid());
+    events.clear();
+    press(Qt::Key_Down, Qt::AltModifier);
+    QVERIFY(date->isCalendarOpen());
+    QVERIFY(QAccessible::queryAccessibleInterface(date->calendarPopup())->parent() == field);
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    const QString dayFormat = QStringLiteral("dddd, MMMM d, yyyy");
+    QCOMPARE(focusName(), english.toString(before, dayFormat));
+    press(Qt::Key_Right);
+    const QString next = english.toString(before.addDays(1), dayFormat);
+    QCOMPARE(focusName(), next);
+    QVERIFY(events.names(QAccessible::Focus).contains(next));
+    press(Qt::Key_Return);
+    QVERIFY(!date->isCalendarOpen());
+    QCOMPARE(QApplication::focusWidget(), date->lineEdit());
+    QCOMPARE(date->date(), before.addDays(1));
+    QCOMPARE(field->text(QAccessible::Value), next);
+
+    // Ctrl+E: the file name typed into the save dialog (Qt's own, on this platform), Enter;
+    // Escape declines opening the package.
+    QTemporaryDir out;
+    const QString pdf = out.filePath(QStringLiteral("keyboard.pdf"));
+    QString fileBox;
+    ZebTest::WhenModal<QFileDialog> file([&](QFileDialog& dialog) {
+        // The keys reach the dialog's window as a window system sends them: to the control that
+        // has the focus in it, through the dialog's own handling of Enter.
+        QWindow* keys = dialog.windowHandle();
+        QVERIFY(keys && dialog.focusWidget());
+        fileBox = QAccessible::queryAccessibleInterface(dialog.focusWidget())->text(QAccessible::Name);
+        QTest::keyClick(keys, Qt::Key_A, Qt::ControlModifier);
+        for (const QChar c : pdf)
+            QTest::keyClick(keys, c.toLatin1());
+        QTest::keyClick(keys, Qt::Key_Return);
+    });
+    QString offer;
+    QString questionName;
+    ZebTest::WhenModal<QMessageBox> question([&](QMessageBox& box) {
+        offer = box.text();
+        questionName = QAccessible::queryAccessibleInterface(&box)->text(QAccessible::Name);
+        QTest::keyClick(box.windowHandle(), Qt::Key_Escape);
+    });
+    press(Qt::Key_E, Qt::ControlModifier);
+    QVERIFY(file.answered());
+    QVERIFY(!file.leftOpen());
+    QVERIFY(question.answered());
+    QVERIFY(!question.leftOpen());
+    QCOMPARE(fileBox, QStringLiteral("File name:"));
+    QCOMPARE(questionName, QStringLiteral("Export Package"));
+    QCOMPARE(offer, QStringLiteral("The package is written to %1.\nOpen it now?").arg(pdf));
+    QVERIFY(QFileInfo(pdf).size() > 0);
+    // The date set through the calendar went with the export.
+    QVERIFY(!date->isEditPending());
+}
