@@ -321,6 +321,14 @@ void tst_WorkstationAccessibility::aKeyboardAndScreenReaderUserOpensAJobTicksSet
     press(Qt::Key_Space);
     QCOMPARE(bool(row->state().checked), customerTicked);
     QCOMPARE(events.checkChanges(), (QStringList{customer, customer}));
+    // Down moves to the next customer, which the reader is told about.
+    const int at = customers->currentIndex().row();
+    QVERIFY(at + 1 < customers->count());
+    events.clear();
+    press(Qt::Key_Down);
+    const QString nextCustomer = customers->text(at + 1);
+    QCOMPARE(focusName(), nextCustomer);
+    QVERIFY(events.names(QAccessible::Focus).contains(nextCustomer));
 
     // The date: back to the first page, Tab to the date, Alt+Down opens the calendar.
     press(Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
