@@ -41,16 +41,7 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 
 namespace {
 
-template <class Call>
-ErrorInfo failureOf(Call&& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return {};
-}
+using ZebTest::failureOf;
 
 // A plain connection to a database of the server, beside the store's own.
 class Raw {

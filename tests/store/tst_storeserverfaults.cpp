@@ -15,6 +15,7 @@
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
+#include "support/testsupport.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -30,16 +31,7 @@ using namespace ZebObjects;
 
 namespace {
 
-template <class Call>
-ErrorInfo failureOf(Call&& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return {};
-}
+using ZebTest::failureOf;
 
 // A plain connection beside the store's own.
 class Raw {

@@ -35,6 +35,18 @@ private:
     QList<ZebObjects::ErrorInfo> m_lastResort;
 };
 
+// What the call threw, or an empty ErrorInfo when it returned.
+template <class Call>
+ZebObjects::ErrorInfo failureOf(Call&& call)
+{
+    try {
+        call();
+    } catch (const ZebObjects::Failure& f) {
+        return f.info();
+    }
+    return {};
+}
+
 inline ZebObjects::ErrorInfo error(qint32 number, const QString& source,
                                    const QString& description)
 {
