@@ -5,6 +5,7 @@
 // command; only 127.0.0.1 is used.
 #include "objects/textkind.h"
 #include "pgserver.h"
+#include "rawdatabase.h"
 #include "store/jobcontents.h"
 #include "store/sampleoffice.h"
 #include "store/store.h"
@@ -32,53 +33,6 @@ using namespace ZebObjects;
 namespace {
 
 using ZebTest::failureOf;
-
-// A plain connection beside the store's own.
-class Raw {
-public:
-    Raw(int port, const QString& database) : m_name(QStringLiteral("raw-%1").arg(++s_serial))
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name);
-        db.setHostName(QStringLiteral("127.0.0.1"));
-        db.setPort(port);
-        db.setUserName(QStringLiteral("zeb"));
-        db.setDatabaseName(database);
-        if (!db.open())
-            qWarning("%s", qPrintable(db.lastError().text()));
-    }
-    explicit Raw(const QString& sqliteFile) : m_name(QStringLiteral("raw-%1").arg(++s_serial))
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
-        db.setDatabaseName(sqliteFile);
-        if (!db.open())
-            qWarning("%s", qPrintable(db.lastError().text()));
-    }
-    ~Raw()
-    {
-        QSqlDatabase::database(m_name, false).close();
-        QSqlDatabase::removeDatabase(m_name);
-    }
-    bool exec(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name, false));
-        if (q.exec(sql))
-            return true;
-        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-        return false;
-    }
-    QVariant value(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name, false));
-        if (q.exec(sql) && q.next())
-            return q.value(0);
-        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-        return {};
-    }
-
-private:
-    static inline int s_serial = 0;
-    QString m_name;
-};
 
 // The proxy program between the store and the server.
 class Proxy {
@@ -225,8 +179,8 @@ private slots:
         store->library(TextKind::CoverLetterParagraph);
 
         // What the database has committed, seen from another connection.
-        std::unique_ptr<Raw> raw = onServer ? std::make_unique<Raw>(server().port(), databaseOf(location))
-                                            : std::make_unique<Raw>(location);
+        std::unique_ptr<RawDatabase> raw = onServer ? std::make_unique<RawDatabase>(server().port(), databaseOf(location))
+                                            : std::make_unique<RawDatabase>(location);
         const auto witness = [&] {
             if (!onServer)
                 return raw->value(QStringLiteral("PRAGMA data_version")).toLongLong();
@@ -331,7 +285,7 @@ private slots:
         QCOMPARE(proxy.said(), QByteArray("cut"));
         QVERIFY2(e.Number == 0, qPrintable(e.Description));
         QCOMPARE(added.count(), 1);
-        Raw raw(server().port(), databaseOf(location));
+        RawDatabase raw(server().port(), databaseOf(location));
         QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Written once.'")).toInt(), 1);
         QCOMPARE(paragraphs->Count(), count + 1);
 
@@ -368,7 +322,7 @@ private slots:
                                 "was saved, so nothing of it was saved; make the change again")
                      .arg(through));
         QCOMPARE(added.count(), 0);
-        Raw raw(server().port(), databaseOf(location));
+        RawDatabase raw(server().port(), databaseOf(location));
         QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Never saved.'")).toInt(), 0);
         // Made again, it is there once.
         paragraphs->Add(QStringLiteral("Never saved."), true);
@@ -392,7 +346,7 @@ private slots:
         QCOMPARE(proxy.said(), QByteArray("silent"));
         QCOMPARE(e.Number, 0);
         QCOMPARE(added.count(), 1);
-        Raw raw(server().port(), databaseOf(location));
+        RawDatabase raw(server().port(), databaseOf(location));
         QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Answer lost.'")).toInt(), 1);
     }
 
@@ -419,7 +373,7 @@ private slots:
                      .arg(through));
         QVERIFY(!e.Description.contains(QStringLiteral("nothing was saved")));
         // It was, in fact.
-        Raw raw(server().port(), databaseOf(location));
+        RawDatabase raw(server().port(), databaseOf(location));
         QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Unknown.'")).toInt(), 1);
     }
 
@@ -445,7 +399,7 @@ private slots:
                      .arg(through));
         // ...and by then the server has ended the silent session (1 second idle in its
         // transaction), so the write lock is free for every other workstation.
-        Raw raw(server().port(), databaseOf(location));
+        RawDatabase raw(server().port(), databaseOf(location));
         QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM pg_locks WHERE locktype = 'advisory'")).toInt(), 0);
         const auto other = Store::open(location, Store::OpenMode::OpenExisting, quickTimeouts());
         other->openJob(other->jobs().front().id)->submittal()->setIssuedBy(QStringLiteral("Dana Whitcomb"));
@@ -468,7 +422,7 @@ private slots:
             for (const auto& l : job->lineItems()->Enumerate())
                 l->Description();
             job->submittal()->setIssuedBy(QStringLiteral("Dana Whitcomb"));
-            Raw raw(server().port(), databaseOf(location));
+            RawDatabase raw(server().port(), databaseOf(location));
             QVERIFY(raw.exec(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
                                             "WHERE datname = current_database() AND pid <> pg_backend_pid()")));
             // The next read finds the connection lost, makes it again and answers.
@@ -483,7 +437,7 @@ private slots:
     {
         if (!serverRuns())
             QFAIL("no server");
-        Raw admin(server().port(), QStringLiteral("postgres"));
+        RawDatabase admin(server().port(), QStringLiteral("postgres"));
         const QString database = server().newDatabaseName();
         admin.exec(QStringLiteral("CREATE ROLE zeb_password NOLOGIN"));
         QVERIFY(admin.exec(QStringLiteral("CREATE ROLE marta LOGIN PASSWORD 'Right-Zq9' IN ROLE zeb_password")));
@@ -538,7 +492,7 @@ private slots:
             store->createJob(SampleOffice::smallJob());
         }
         QCOMPARE(Store::open(location, Store::OpenMode::OpenExisting)->jobs().size(), 1);
-        Raw admin(server().port(), QStringLiteral("postgres"));
+        RawDatabase admin(server().port(), QStringLiteral("postgres"));
         QCOMPARE(admin.value(QStringLiteral("SELECT COUNT(*) FROM pg_database WHERE datname = 'office.v2'")).toInt(), 1);
     }
 
