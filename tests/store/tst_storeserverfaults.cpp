@@ -117,6 +117,26 @@ Store::Options quickTimeouts()
     return o;
 }
 
+// An office opened through a proxy of its own, with its job's cover letter paragraphs.
+struct ThroughProxy {
+    ThroughProxy(int serverPort, const QString& office)
+        : location(office),
+          proxy(serverPort),
+          through(withPort(location, proxy.port())),
+          store(Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts())),
+          job(store->openJob(store->jobs().front().id)),
+          paragraphs(job->coverLetterParagraphs())
+    {
+    }
+
+    const QString location;
+    Proxy proxy;
+    const QString through;
+    const std::shared_ptr<Store> store;
+    const std::shared_ptr<StoreJob> job;
+    const std::shared_ptr<StoreTextObjects> paragraphs;
+};
+
 }  // namespace
 
 class TestStoreServerFaults : public QObject {
@@ -147,6 +167,12 @@ class TestStoreServerFaults : public QObject {
         return location;
     }
     QString databaseOf(const QString& location) { return location.mid(location.lastIndexOf(QLatin1Char('/')) + 1); }
+    // How many texts of the office read text, seen from a connection of the test's own.
+    int textsReading(const QString& location, const QString& text)
+    {
+        RawDatabase raw(server().port(), databaseOf(location));
+        return raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = '%1'").arg(text)).toInt();
+    }
 
 private slots:
     void cleanupTestCase() { m_server.reset(); }
@@ -270,13 +296,9 @@ private slots:
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, store, job, paragraphs] = office;
         QVERIFY(proxy.port() != 0);
-        const auto store = Store::open(withPort(location, proxy.port()), Store::OpenMode::OpenExisting,
-                                       quickTimeouts());
-        auto job = store->openJob(store->jobs().front().id);
-        auto paragraphs = job->coverLetterParagraphs();
         const qint32 count = paragraphs->Count();
         QSignalSpy added(paragraphs.get(), &TextObjects::ItemAdded);
 
@@ -285,9 +307,9 @@ private slots:
         QCOMPARE(proxy.said(), QByteArray("cut"));
         QVERIFY2(e.Number == 0, qPrintable(e.Description));
         QCOMPARE(added.count(), 1);
-        RawDatabase raw(server().port(), databaseOf(location));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Written once.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Written once.")), 1);
         QCOMPARE(paragraphs->Count(), count + 1);
+        RawDatabase raw(server().port(), databaseOf(location));
 
         // A value's write the same way, and the connection goes on working.
         auto s = job->submittal();
@@ -305,11 +327,8 @@ private slots:
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
-        const QString through = withPort(location, proxy.port());
-        const auto store = Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts());
-        auto paragraphs = store->openJob(store->jobs().front().id)->coverLetterParagraphs();
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, store, job, paragraphs] = office;
         const qint32 count = paragraphs->Count();
         QSignalSpy added(paragraphs.get(), &TextObjects::ItemAdded);
 
@@ -322,23 +341,19 @@ private slots:
                                 "was saved, so nothing of it was saved; make the change again")
                      .arg(through));
         QCOMPARE(added.count(), 0);
-        RawDatabase raw(server().port(), databaseOf(location));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Never saved.'")).toInt(), 0);
+        QCOMPARE(textsReading(location, QStringLiteral("Never saved.")), 0);
         // Made again, it is there once.
         paragraphs->Add(QStringLiteral("Never saved."), true);
         QCOMPARE(paragraphs->Count(), count + 1);
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Never saved.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Never saved.")), 1);
     }
 
     void aCommitWhoseAnswerNeverComesIsLookedUpAndToldSaved()
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
-        const auto store = Store::open(withPort(location, proxy.port()), Store::OpenMode::OpenExisting,
-                                       quickTimeouts());
-        auto paragraphs = store->openJob(store->jobs().front().id)->coverLetterParagraphs();
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, store, job, paragraphs] = office;
         QSignalSpy added(paragraphs.get(), &TextObjects::ItemAdded);
 
         QVERIFY(proxy.command("silent-after-commit"));
@@ -346,19 +361,15 @@ private slots:
         QCOMPARE(proxy.said(), QByteArray("silent"));
         QCOMPARE(e.Number, 0);
         QCOMPARE(added.count(), 1);
-        RawDatabase raw(server().port(), databaseOf(location));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Answer lost.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Answer lost.")), 1);
     }
 
     void aCommitWhoseOutcomeCannotBeLearnedMayHaveBeenSavedAndSaysWhatToCheck()
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
-        const QString through = withPort(location, proxy.port());
-        const auto store = Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts());
-        auto paragraphs = store->openJob(store->jobs().front().id)->coverLetterParagraphs();
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, store, job, paragraphs] = office;
 
         // The answer never comes and the server cannot be reached again in time.
         QVERIFY(proxy.command("gone-after-commit"));
@@ -373,19 +384,15 @@ private slots:
                      .arg(through));
         QVERIFY(!e.Description.contains(QStringLiteral("nothing was saved")));
         // It was, in fact.
-        RawDatabase raw(server().port(), databaseOf(location));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Unknown.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Unknown.")), 1);
     }
 
     void aWorkstationGoneSilentHoldingTheWriteLockLetsItGoWithinTheTimeouts()
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
-        const QString through = withPort(location, proxy.port());
-        const auto silent = Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts());
-        auto paragraphs = silent->openJob(silent->jobs().front().id)->coverLetterParagraphs();
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, silent, job, paragraphs] = office;
 
         QVERIFY(proxy.command("silent-after-lock"));
         // The call returns with a clear message once the answer is overdue (2 + 2 seconds)...
@@ -403,10 +410,10 @@ private slots:
         QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM pg_locks WHERE locktype = 'advisory'")).toInt(), 0);
         const auto other = Store::open(location, Store::OpenMode::OpenExisting, quickTimeouts());
         other->openJob(other->jobs().front().id)->submittal()->setIssuedBy(QStringLiteral("Dana Whitcomb"));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Frozen.'")).toInt(), 0);
+        QCOMPARE(textsReading(location, QStringLiteral("Frozen.")), 0);
         // The silent workstation works again on a new connection.
         paragraphs->Add(QStringLiteral("Thawed."), true);
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Thawed.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Thawed.")), 1);
     }
 
     void aLostConnectionLetsGoOfItsStatementsWithoutAWord()
