@@ -48,3 +48,20 @@ QVariant RawDatabase::value(const QString& sql)
     qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
     return {};
 }
+
+QString sqliteIntegrity(const QString& file)
+{
+    QString answer;
+    {
+        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("check"));
+        db.setDatabaseName(file);
+        if (db.open()) {
+            QSqlQuery q(db);
+            if (q.exec(QStringLiteral("PRAGMA integrity_check")) && q.next())
+                answer = q.value(0).toString();
+        }
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("check"));
+    return answer;
+}

@@ -24,3 +24,6 @@ private:
     QString m_name;
     bool m_open = false;
 };
+
+// SQLite's own check of a file: "ok" when it finds nothing wrong.
+QString sqliteIntegrity(const QString& file);

@@ -122,8 +122,7 @@ private slots:
     void initTestCase()
     {
         // Nothing here may touch the user's own data folder.
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
     }
 
     void newFileGetsTheCurrentSchemaWithForeignKeysAndWriteAheadLog()

@@ -91,8 +91,7 @@ class TestStoreFaults : public QObject {
 private slots:
     void initTestCase()
     {
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
         QVERIFY(QFile::exists(kChild));
     }
 

@@ -93,8 +93,7 @@ class TestStoreServer : public QObject {
 private slots:
     void initTestCase()
     {
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
         QElapsedTimer clock;
         clock.start();
         m_server = std::make_unique<PgServer>();

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QAccessibleInterface>
+#include <QTemporaryDir>
 #include <QWidget>
 
 #include <functional>
@@ -90,6 +91,12 @@ QStringList unnamedAccessibleElements(QWidget* root)
     };
     walk(top);
     return missing;
+}
+
+void useScratchDataHome()
+{
+    static QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toUtf8());
 }
 
 }  // namespace ZebTest

@@ -53,6 +53,10 @@ inline ZebObjects::ErrorInfo error(qint32 number, const QString& source,
     return ZebObjects::ErrorInfo{number, source, description};
 }
 
+// Points XDG_DATA_HOME at a scratch folder that lives as long as the test program, so that nothing
+// the test writes there lands in the real one.
+void useScratchDataHome();
+
 // Walks the accessibility tree under root and lists every visible interactive element (button,
 // check box, option, entry box, list, combo box, scroll bar, ...) that a screen reader could not
 // name, as "role objectName". root itself must carry a name and a description.
