@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class QAbstractButton;
 class QWidget;
 
 namespace ZebTest {
@@ -56,6 +57,17 @@ inline ZebObjects::ErrorInfo error(qint32 number, const QString& source,
 // Points XDG_DATA_HOME at a scratch folder that lives as long as the test program, so that nothing
 // the test writes there lands in the real one.
 void useScratchDataHome();
+
+// How a program the test started ended and what it said.
+struct ProgramRun {
+    int code = -1;  // -1 when it crashed or did not end within two minutes
+    QString out;
+    QString err;  // without the notes Qt writes about QStandardPaths before the program speaks
+};
+ProgramRun runProgram(const QString& program, const QStringList& args);
+
+// Clicks a check box on its box, as a user would; its caption may be far narrower than the widget.
+void clickCheckBox(QAbstractButton* box);
 
 // Walks the accessibility tree under root and lists every visible interactive element (button,
 // check box, option, entry box, list, combo box, scroll bar, ...) that a screen reader could not

@@ -27,6 +27,7 @@
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
+#include "support/testsupport.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -101,12 +102,11 @@ private slots:
     void withoutADisplayAStartupFailureIsOneLineAndNoDialog();
 
 private:
-    struct Run {
-        int code = -1;
-        QString out;
-        QString err;
-    };
-    static Run run(const QStringList& args);
+    using Run = ZebTest::ProgramRun;
+    static Run run(const QStringList& args)
+    {
+        return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
+    }
     std::unique_ptr<Workstation> openWorkstation(bool remember = false);
 
     QTemporaryDir m_home;
@@ -136,12 +136,7 @@ T* control(Workstation& window, const char* name)
     return found;
 }
 
-// Clicks a check box on its box, as a user would; its caption may be far narrower than the widget.
-void clickCheckBox(QAbstractButton* box)
-{
-    QVERIFY(box);
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(7, box->height() / 2));
-}
+using ZebTest::clickCheckBox;
 
 // Clicks the check box of a row of a list as a user would.
 void clickRowCheck(KeyedListView* list, int row)
@@ -250,23 +245,6 @@ Facts factsOf(ZebObjects::StoreJob& job)
     return f;
 }
 }  // namespace
-
-tst_Workstation::Run tst_Workstation::run(const QStringList& args)
-{
-    QProcess p;
-    p.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    Run r;
-    if (!p.waitForFinished(120000))
-        return r;
-    r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    r.out = QString::fromUtf8(p.readAllStandardOutput());
-    // Qt's own notes about the environment come before what the program says.
-    const QStringList lines = QString::fromUtf8(p.readAllStandardError())
-                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
-                                  .filter(QRegularExpression(QStringLiteral("^(?!QStandardPaths:)")));
-    r.err = lines.join(QLatin1Char('\n'));
-    return r;
-}
 
 void tst_Workstation::initTestCase()
 {
