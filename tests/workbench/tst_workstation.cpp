@@ -108,6 +108,9 @@ private:
         return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
     }
     std::unique_ptr<Workstation> openWorkstation(bool remember = false);
+    // Lets go of the store the windows shared and opens the office again, as the next start of
+    // the workbench would.
+    std::shared_ptr<Store> reopenedOffice();
 
     QTemporaryDir m_home;
     std::unique_ptr<QTemporaryDir> m_scratch;
@@ -269,6 +272,13 @@ void tst_Workstation::cleanup()
     m_scratch.reset();
     QDir(m_home.filePath(QStringLiteral("data"))).removeRecursively();
     QDir(m_home.filePath(QStringLiteral("config"))).removeRecursively();
+}
+
+std::shared_ptr<Store> tst_Workstation::reopenedOffice()
+{
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+    return Store::open(m_db, Store::OpenMode::OpenExisting);
 }
 
 std::unique_ptr<Workstation> tst_Workstation::openWorkstation(bool remember)
@@ -494,10 +504,7 @@ void tst_Workstation::aChangeOnEveryPageSurvivesClosingAndReopening()
         QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
         window->close();
     }
-    ZebObjects::Runtime::setApplicationServices(nullptr);
-    m_store.reset();
-
-    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    auto store = reopenedOffice();
     const Facts after = factsOf(*store->openJob(jobId));
     QCOMPARE(after.coverLetter, !before.coverLetter);
     QCOMPARE(std::abs(after.customers - before.customers), 1);
@@ -643,9 +650,7 @@ void tst_Workstation::theRemarksPageAddsEditsDeletesAndSavesRemarks()
         QCOMPARE(textsOf(*texts), expected);
         window->close();
     }
-    ZebObjects::Runtime::setApplicationServices(nullptr);
-    m_store.reset();
-    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    auto store = reopenedOffice();
     const auto remarks = store->openJob(jobId)->coverLetterRemarks();
     QCOMPARE(textsOf(*remarks), expected);
     QCOMPARE(remarks->IsDirty(), false);
@@ -685,9 +690,7 @@ void tst_Workstation::aDateConfirmedWithEnterThenQuitIsSaved()
         QTest::keyClick(edit, Qt::Key_Q, Qt::ControlModifier);
         QVERIFY(!window->isVisible());
     }
-    ZebObjects::Runtime::setApplicationServices(nullptr);
-    m_store.reset();
-    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    auto store = reopenedOffice();
     QCOMPARE(store->openJob(jobId)->submittal()->SubmittalDate(), QStringLiteral("2027-02-15"));
 }
 
@@ -736,9 +739,7 @@ void tst_Workstation::aDateConfirmedWithEnterIsSavedWhenTheWindowClosesInTheBack
         QCOMPARE(window->saveStatus(), QStringLiteral("Not saved yet: Submittal Date is being edited"));
         QVERIFY(window->close());
     }
-    ZebObjects::Runtime::setApplicationServices(nullptr);
-    m_store.reset();
-    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    auto store = reopenedOffice();
     QCOMPARE(store->openJob(jobId)->submittal()->SubmittalDate(), QStringLiteral("2027-05-06"));
 }
 
