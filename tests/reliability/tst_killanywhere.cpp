@@ -4,11 +4,13 @@
 // ZEB_KILL_ROUNDS=<n> sets the writer's rounds (the reset gets half as many).
 #include "contracts/textobject.h"
 #include "contracts/textobjects.h"
+#include "rawdatabase.h"
 #include "store/jobcontents.h"
 #include "store/sampleoffice.h"
 #include "store/store.h"
 #include "store/storejob.h"
 #include "store/storetextobjects.h"
+#include "support/testsupport.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -34,23 +36,6 @@ struct Paragraph {
     friend bool operator==(const Paragraph&, const Paragraph&) = default;
 };
 using Paragraphs = QList<Paragraph>;
-
-QString integrity(const QString& file)
-{
-    QString answer;
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("check"));
-        db.setDatabaseName(file);
-        if (db.open()) {
-            QSqlQuery q(db);
-            if (q.exec(QStringLiteral("PRAGMA integrity_check")) && q.next())
-                answer = q.value(0).toString();
-        }
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("check"));
-    return answer;
-}
 
 Paragraphs paragraphsOf(const QString& file)
 {
@@ -134,8 +119,7 @@ class TestKillAnywhere : public QObject {
 private slots:
     void initTestCase()
     {
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
         QVERIFY(QFile::exists(kChild));
     }
 
@@ -204,7 +188,7 @@ private slots:
             }
             acknowledged += acks;
 
-            QCOMPARE(integrity(file), QStringLiteral("ok"));
+            QCOMPARE(sqliteIntegrity(file), QStringLiteral("ok"));
             const Paragraphs inFile = paragraphsOf(file);
             // Every acknowledged write is there; the one under way when the kill came is there
             // whole or not at all.
@@ -262,7 +246,7 @@ private slots:
             QVERIFY(reset.waitForFinished());
             const bool done = reset.readAllStandardOutput().contains("done");
 
-            QCOMPARE(integrity(file), QStringLiteral("ok"));
+            QCOMPARE(sqliteIntegrity(file), QStringLiteral("ok"));
             const auto store = Store::open(file, Store::OpenMode::OpenExisting);
             const QStringList issuers = store->issuedByNames();
             if (issuers == SampleOffice::issuedByNames()) {

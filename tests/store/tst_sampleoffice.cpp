@@ -15,6 +15,7 @@
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
+#include "support/testsupport.h"
 
 #include <QSet>
 #include <QTemporaryDir>
@@ -47,8 +48,7 @@ class TestSampleOffice : public QObject {
 private slots:
     void initTestCase()
     {
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
     }
 
     void fillingMakesFourJobsOfDifferentSizesInNumberOrder()

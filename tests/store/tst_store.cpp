@@ -9,6 +9,7 @@
 #include "contracts/recipients.h"
 #include "store/jobcontents.h"
 #include "store/sampleoffice.h"
+#include "support/testsupport.h"
 #include "versiononeschema.h"
 #include "store/store.h"
 #include "store/storebom.h"
@@ -49,16 +50,7 @@ JobContents simpleJob(const QString& number)
     return c;
 }
 
-template <class Call>
-ErrorInfo failureOf(Call&& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return {};
-}
+using ZebTest::failureOf;
 
 // A plain SQLite connection of the test's own, beside the store's.
 class RawConnection {
@@ -130,8 +122,7 @@ private slots:
     void initTestCase()
     {
         // Nothing here may touch the user's own data folder.
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
     }
 
     void newFileGetsTheCurrentSchemaWithForeignKeysAndWriteAheadLog()

@@ -26,6 +26,7 @@
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
+#include "support/testsupport.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -277,16 +278,7 @@ QStringList keysOf(const Customers& c)
     return out;
 }
 
-template <class Call>
-ErrorInfo failureOf(Call&& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return {};
-}
+using ZebTest::failureOf;
 
 using Getter = bool (BOM::*)() const;
 using Setter = void (BOM::*)(bool);

@@ -43,16 +43,7 @@ JobContents jobWithParagraphs(int count)
     return c;
 }
 
-template <class Call>
-ErrorInfo failureOf(Call&& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return {};
-}
+using ZebTest::failureOf;
 
 // A plain SQLite connection of the test's own; answers every row's first column.
 QStringList rawRows(const QString& file, const QString& sql)
@@ -100,8 +91,7 @@ class TestStoreFaults : public QObject {
 private slots:
     void initTestCase()
     {
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
         QVERIFY(QFile::exists(kChild));
     }
 

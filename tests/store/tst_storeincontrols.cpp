@@ -24,8 +24,7 @@ class TestStoreInControls : public QObject {
 private slots:
     void initTestCase()
     {
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
     }
 
     void aLockedFileEndsTheAddInTheStandardReportAndTheNextAddWorks()

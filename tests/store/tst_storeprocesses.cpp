@@ -1,11 +1,13 @@
 // Several programs on one store file: a writer killed in the middle of its work, changes seen
 // across processes, and a lock held by another process.
 #include "contracts/textobjects.h"
+#include "rawdatabase.h"
 #include "store/jobcontents.h"
 #include "store/store.h"
 #include "store/storejob.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
+#include "support/testsupport.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -41,23 +43,6 @@ QString prepared(const QTemporaryDir& dir)
     return file;
 }
 
-QString integrity(const QString& file)
-{
-    QString answer;
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("check"));
-        db.setDatabaseName(file);
-        if (db.open()) {
-            QSqlQuery q(db);
-            if (q.exec(QStringLiteral("PRAGMA integrity_check")) && q.next())
-                answer = q.value(0).toString();
-        }
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("check"));
-    return answer;
-}
-
 }  // namespace
 
 class TestStoreProcesses : public QObject {
@@ -65,8 +50,7 @@ class TestStoreProcesses : public QObject {
 private slots:
     void initTestCase()
     {
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
         QVERIFY(QFile::exists(kWriter));
     }
 
@@ -108,7 +92,7 @@ private slots:
             QCOMPARE(all.first()->Text(), QStringLiteral("Enclosed please find our submittal."));
             for (int n = 1; n < all.size(); ++n)
                 QCOMPARE(all[n]->Text(), QStringLiteral("Paragraph %1").arg(n));
-            QCOMPARE(integrity(file), QStringLiteral("ok"));
+            QCOMPARE(sqliteIntegrity(file), QStringLiteral("ok"));
             // The file takes the next writer as before.
             texts->Add(QStringLiteral("After round %1").arg(round), false);
             QCOMPARE(texts->Count(), all.size() + 1);
@@ -155,7 +139,7 @@ private slots:
         }
         const auto store = Store::open(file, Store::OpenMode::OpenExisting);
         QVERIFY(store->isEmpty());
-        QCOMPARE(integrity(file), QStringLiteral("ok"));
+        QCOMPARE(sqliteIntegrity(file), QStringLiteral("ok"));
     }
 
     void aWriteWhileAnotherProcessHoldsTheLockFailsThenSucceedsAfterIt()

@@ -9,6 +9,7 @@
 #include "platform/combobox.h"
 #include "platform/keyedlistview.h"
 #include "platform/multilinetextbox.h"
+#include "rawdatabase.h"
 #include "store/jobcontents.h"
 #include "versiononeschema.h"
 #include "store/sampleoffice.h"
@@ -41,58 +42,7 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 
 namespace {
 
-template <class Call>
-ErrorInfo failureOf(Call&& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return {};
-}
-
-// A plain connection to a database of the server, beside the store's own.
-class Raw {
-public:
-    Raw(const PgServer& server, const QString& database)
-        : m_name(QStringLiteral("raw-") + database)
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name);
-        db.setHostName(QStringLiteral("127.0.0.1"));
-        db.setPort(server.port());
-        db.setUserName(QStringLiteral("zeb"));
-        db.setDatabaseName(database);
-        m_open = db.open();
-        if (!m_open)
-            qWarning("%s", qPrintable(db.lastError().text()));
-    }
-    ~Raw()
-    {
-        QSqlDatabase::database(m_name, false).close();
-        QSqlDatabase::removeDatabase(m_name);
-    }
-    bool isOpen() const { return m_open; }
-    bool exec(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name, false));
-        if (q.exec(sql))
-            return true;
-        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-        return false;
-    }
-    QVariant value(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name, false));
-        if (q.exec(sql) && q.next())
-            return q.value(0);
-        return {};
-    }
-
-private:
-    QString m_name;
-    bool m_open = false;
-};
+using ZebTest::failureOf;
 
 // A job of two lines and two paragraphs in the version 1 tables.
 const char* const kVersion1Rows[] = {
@@ -143,8 +93,7 @@ class TestStoreServer : public QObject {
 private slots:
     void initTestCase()
     {
-        static QTemporaryDir data;
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        ZebTest::useScratchDataHome();
         QElapsedTimer clock;
         clock.start();
         m_server = std::make_unique<PgServer>();
@@ -164,7 +113,7 @@ private slots:
         QVERIFY(store->isServer());
         QCOMPARE(store->path(), m_server->location(name));
         QVERIFY(store->isEmpty());
-        Raw raw(*m_server, name);
+        RawDatabase raw(m_server->port(), name);
         QVERIFY(raw.isOpen());
         QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 3);
         // Ids number themselves on the server as well.
@@ -194,11 +143,11 @@ private slots:
         const QString name = m_server->newDatabaseName();
         {
             // The database itself, empty, made the way an administrator makes one.
-            Raw admin(*m_server, QStringLiteral("postgres"));
+            RawDatabase admin(m_server->port(), QStringLiteral("postgres"));
             QVERIFY(admin.exec(QStringLiteral("CREATE DATABASE ") + name));
         }
         {
-            Raw raw(*m_server, name);
+            RawDatabase raw(m_server->port(), name);
             const StoreDialect dialect(StoreDialect::Kind::Postgres);
             for (const char* sql : kVersion1Tables)
                 QVERIFY(raw.exec(dialect.table(QString::fromLatin1(sql))));
@@ -206,7 +155,7 @@ private slots:
                 QVERIFY(raw.exec(QString::fromLatin1(sql)));
         }
         const auto store = Store::open(m_server->location(name));
-        Raw check(*m_server, name);
+        RawDatabase check(m_server->port(), name);
         QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 3);
         QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
                                                     QStringLiteral("Old Library Annex"), 0, 2}}));
@@ -299,7 +248,7 @@ private slots:
         options.busyTimeoutMs = 300;
         const auto store = Store::open(location, Store::OpenMode::OpenExisting, options);
         const auto texts = store->openJob(store->jobs().first().id)->coverLetterParagraphs();
-        Raw other(*m_server, QUrl(location).path().mid(1));
+        RawDatabase other(m_server->port(), QUrl(location).path().mid(1));
         // Another workstation in the middle of a write holds the office's write lock.
         for (const QString& sql : StoreDialect(StoreDialect::Kind::Postgres).beginWrite())
             QVERIFY(other.exec(sql));

@@ -5,6 +5,7 @@
 // command; only 127.0.0.1 is used.
 #include "objects/textkind.h"
 #include "pgserver.h"
+#include "rawdatabase.h"
 #include "store/jobcontents.h"
 #include "store/sampleoffice.h"
 #include "store/store.h"
@@ -15,6 +16,7 @@
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
+#include "support/testsupport.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -30,63 +32,7 @@ using namespace ZebObjects;
 
 namespace {
 
-template <class Call>
-ErrorInfo failureOf(Call&& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return {};
-}
-
-// A plain connection beside the store's own.
-class Raw {
-public:
-    Raw(int port, const QString& database) : m_name(QStringLiteral("raw-%1").arg(++s_serial))
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name);
-        db.setHostName(QStringLiteral("127.0.0.1"));
-        db.setPort(port);
-        db.setUserName(QStringLiteral("zeb"));
-        db.setDatabaseName(database);
-        if (!db.open())
-            qWarning("%s", qPrintable(db.lastError().text()));
-    }
-    explicit Raw(const QString& sqliteFile) : m_name(QStringLiteral("raw-%1").arg(++s_serial))
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
-        db.setDatabaseName(sqliteFile);
-        if (!db.open())
-            qWarning("%s", qPrintable(db.lastError().text()));
-    }
-    ~Raw()
-    {
-        QSqlDatabase::database(m_name, false).close();
-        QSqlDatabase::removeDatabase(m_name);
-    }
-    bool exec(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name, false));
-        if (q.exec(sql))
-            return true;
-        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-        return false;
-    }
-    QVariant value(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name, false));
-        if (q.exec(sql) && q.next())
-            return q.value(0);
-        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-        return {};
-    }
-
-private:
-    static inline int s_serial = 0;
-    QString m_name;
-};
+using ZebTest::failureOf;
 
 // The proxy program between the store and the server.
 class Proxy {
@@ -171,6 +117,26 @@ Store::Options quickTimeouts()
     return o;
 }
 
+// An office opened through a proxy of its own, with its job's cover letter paragraphs.
+struct ThroughProxy {
+    ThroughProxy(int serverPort, const QString& office)
+        : location(office),
+          proxy(serverPort),
+          through(withPort(location, proxy.port())),
+          store(Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts())),
+          job(store->openJob(store->jobs().front().id)),
+          paragraphs(job->coverLetterParagraphs())
+    {
+    }
+
+    const QString location;
+    Proxy proxy;
+    const QString through;
+    const std::shared_ptr<Store> store;
+    const std::shared_ptr<StoreJob> job;
+    const std::shared_ptr<StoreTextObjects> paragraphs;
+};
+
 }  // namespace
 
 class TestStoreServerFaults : public QObject {
@@ -201,6 +167,12 @@ class TestStoreServerFaults : public QObject {
         return location;
     }
     QString databaseOf(const QString& location) { return location.mid(location.lastIndexOf(QLatin1Char('/')) + 1); }
+    // How many texts of the office read text, seen from a connection of the test's own.
+    int textsReading(const QString& location, const QString& text)
+    {
+        RawDatabase raw(server().port(), databaseOf(location));
+        return raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = '%1'").arg(text)).toInt();
+    }
 
 private slots:
     void cleanupTestCase() { m_server.reset(); }
@@ -233,8 +205,8 @@ private slots:
         store->library(TextKind::CoverLetterParagraph);
 
         // What the database has committed, seen from another connection.
-        std::unique_ptr<Raw> raw = onServer ? std::make_unique<Raw>(server().port(), databaseOf(location))
-                                            : std::make_unique<Raw>(location);
+        std::unique_ptr<RawDatabase> raw = onServer ? std::make_unique<RawDatabase>(server().port(), databaseOf(location))
+                                            : std::make_unique<RawDatabase>(location);
         const auto witness = [&] {
             if (!onServer)
                 return raw->value(QStringLiteral("PRAGMA data_version")).toLongLong();
@@ -324,13 +296,9 @@ private slots:
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, store, job, paragraphs] = office;
         QVERIFY(proxy.port() != 0);
-        const auto store = Store::open(withPort(location, proxy.port()), Store::OpenMode::OpenExisting,
-                                       quickTimeouts());
-        auto job = store->openJob(store->jobs().front().id);
-        auto paragraphs = job->coverLetterParagraphs();
         const qint32 count = paragraphs->Count();
         QSignalSpy added(paragraphs.get(), &TextObjects::ItemAdded);
 
@@ -339,9 +307,9 @@ private slots:
         QCOMPARE(proxy.said(), QByteArray("cut"));
         QVERIFY2(e.Number == 0, qPrintable(e.Description));
         QCOMPARE(added.count(), 1);
-        Raw raw(server().port(), databaseOf(location));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Written once.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Written once.")), 1);
         QCOMPARE(paragraphs->Count(), count + 1);
+        RawDatabase raw(server().port(), databaseOf(location));
 
         // A value's write the same way, and the connection goes on working.
         auto s = job->submittal();
@@ -359,11 +327,8 @@ private slots:
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
-        const QString through = withPort(location, proxy.port());
-        const auto store = Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts());
-        auto paragraphs = store->openJob(store->jobs().front().id)->coverLetterParagraphs();
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, store, job, paragraphs] = office;
         const qint32 count = paragraphs->Count();
         QSignalSpy added(paragraphs.get(), &TextObjects::ItemAdded);
 
@@ -376,23 +341,19 @@ private slots:
                                 "was saved, so nothing of it was saved; make the change again")
                      .arg(through));
         QCOMPARE(added.count(), 0);
-        Raw raw(server().port(), databaseOf(location));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Never saved.'")).toInt(), 0);
+        QCOMPARE(textsReading(location, QStringLiteral("Never saved.")), 0);
         // Made again, it is there once.
         paragraphs->Add(QStringLiteral("Never saved."), true);
         QCOMPARE(paragraphs->Count(), count + 1);
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Never saved.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Never saved.")), 1);
     }
 
     void aCommitWhoseAnswerNeverComesIsLookedUpAndToldSaved()
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
-        const auto store = Store::open(withPort(location, proxy.port()), Store::OpenMode::OpenExisting,
-                                       quickTimeouts());
-        auto paragraphs = store->openJob(store->jobs().front().id)->coverLetterParagraphs();
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, store, job, paragraphs] = office;
         QSignalSpy added(paragraphs.get(), &TextObjects::ItemAdded);
 
         QVERIFY(proxy.command("silent-after-commit"));
@@ -400,19 +361,15 @@ private slots:
         QCOMPARE(proxy.said(), QByteArray("silent"));
         QCOMPARE(e.Number, 0);
         QCOMPARE(added.count(), 1);
-        Raw raw(server().port(), databaseOf(location));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Answer lost.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Answer lost.")), 1);
     }
 
     void aCommitWhoseOutcomeCannotBeLearnedMayHaveBeenSavedAndSaysWhatToCheck()
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
-        const QString through = withPort(location, proxy.port());
-        const auto store = Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts());
-        auto paragraphs = store->openJob(store->jobs().front().id)->coverLetterParagraphs();
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, store, job, paragraphs] = office;
 
         // The answer never comes and the server cannot be reached again in time.
         QVERIFY(proxy.command("gone-after-commit"));
@@ -427,19 +384,15 @@ private slots:
                      .arg(through));
         QVERIFY(!e.Description.contains(QStringLiteral("nothing was saved")));
         // It was, in fact.
-        Raw raw(server().port(), databaseOf(location));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Unknown.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Unknown.")), 1);
     }
 
     void aWorkstationGoneSilentHoldingTheWriteLockLetsItGoWithinTheTimeouts()
     {
         if (!serverRuns())
             QFAIL("no server");
-        const QString location = newOffice();
-        Proxy proxy(server().port());
-        const QString through = withPort(location, proxy.port());
-        const auto silent = Store::open(through, Store::OpenMode::OpenExisting, quickTimeouts());
-        auto paragraphs = silent->openJob(silent->jobs().front().id)->coverLetterParagraphs();
+        ThroughProxy office(server().port(), newOffice());
+        auto& [location, proxy, through, silent, job, paragraphs] = office;
 
         QVERIFY(proxy.command("silent-after-lock"));
         // The call returns with a clear message once the answer is overdue (2 + 2 seconds)...
@@ -453,14 +406,14 @@ private slots:
                      .arg(through));
         // ...and by then the server has ended the silent session (1 second idle in its
         // transaction), so the write lock is free for every other workstation.
-        Raw raw(server().port(), databaseOf(location));
+        RawDatabase raw(server().port(), databaseOf(location));
         QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM pg_locks WHERE locktype = 'advisory'")).toInt(), 0);
         const auto other = Store::open(location, Store::OpenMode::OpenExisting, quickTimeouts());
         other->openJob(other->jobs().front().id)->submittal()->setIssuedBy(QStringLiteral("Dana Whitcomb"));
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Frozen.'")).toInt(), 0);
+        QCOMPARE(textsReading(location, QStringLiteral("Frozen.")), 0);
         // The silent workstation works again on a new connection.
         paragraphs->Add(QStringLiteral("Thawed."), true);
-        QCOMPARE(raw.value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE text = 'Thawed.'")).toInt(), 1);
+        QCOMPARE(textsReading(location, QStringLiteral("Thawed.")), 1);
     }
 
     void aLostConnectionLetsGoOfItsStatementsWithoutAWord()
@@ -476,7 +429,7 @@ private slots:
             for (const auto& l : job->lineItems()->Enumerate())
                 l->Description();
             job->submittal()->setIssuedBy(QStringLiteral("Dana Whitcomb"));
-            Raw raw(server().port(), databaseOf(location));
+            RawDatabase raw(server().port(), databaseOf(location));
             QVERIFY(raw.exec(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
                                             "WHERE datname = current_database() AND pid <> pg_backend_pid()")));
             // The next read finds the connection lost, makes it again and answers.
@@ -491,7 +444,7 @@ private slots:
     {
         if (!serverRuns())
             QFAIL("no server");
-        Raw admin(server().port(), QStringLiteral("postgres"));
+        RawDatabase admin(server().port(), QStringLiteral("postgres"));
         const QString database = server().newDatabaseName();
         admin.exec(QStringLiteral("CREATE ROLE zeb_password NOLOGIN"));
         QVERIFY(admin.exec(QStringLiteral("CREATE ROLE marta LOGIN PASSWORD 'Right-Zq9' IN ROLE zeb_password")));
@@ -546,7 +499,7 @@ private slots:
             store->createJob(SampleOffice::smallJob());
         }
         QCOMPARE(Store::open(location, Store::OpenMode::OpenExisting)->jobs().size(), 1);
-        Raw admin(server().port(), QStringLiteral("postgres"));
+        RawDatabase admin(server().port(), QStringLiteral("postgres"));
         QCOMPARE(admin.value(QStringLiteral("SELECT COUNT(*) FROM pg_database WHERE datname = 'office.v2'")).toInt(), 1);
     }
 

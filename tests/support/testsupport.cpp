@@ -2,8 +2,13 @@
 
 #include "objects/runtime.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QAccessibleInterface>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
 #include <QWidget>
 
 #include <functional>
@@ -90,6 +95,34 @@ QStringList unnamedAccessibleElements(QWidget* root)
     };
     walk(top);
     return missing;
+}
+
+ProgramRun runProgram(const QString& program, const QStringList& args)
+{
+    QProcess p;
+    p.start(program, args);
+    ProgramRun r;
+    if (!p.waitForFinished(120000))
+        return r;
+    r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    r.out = QString::fromUtf8(p.readAllStandardOutput());
+    const QStringList lines = QString::fromUtf8(p.readAllStandardError())
+                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+                                  .filter(QRegularExpression(QStringLiteral("^(?!QStandardPaths:)")));
+    r.err = lines.join(QLatin1Char('\n'));
+    return r;
+}
+
+void clickCheckBox(QAbstractButton* box)
+{
+    QVERIFY(box);
+    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(7, box->height() / 2));
+}
+
+void useScratchDataHome()
+{
+    static QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toUtf8());
 }
 
 }  // namespace ZebTest

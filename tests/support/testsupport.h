@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class QAbstractButton;
 class QWidget;
 
 namespace ZebTest {
@@ -35,11 +36,38 @@ private:
     QList<ZebObjects::ErrorInfo> m_lastResort;
 };
 
+// What the call threw, or an empty ErrorInfo when it returned.
+template <class Call>
+ZebObjects::ErrorInfo failureOf(Call&& call)
+{
+    try {
+        call();
+    } catch (const ZebObjects::Failure& f) {
+        return f.info();
+    }
+    return {};
+}
+
 inline ZebObjects::ErrorInfo error(qint32 number, const QString& source,
                                    const QString& description)
 {
     return ZebObjects::ErrorInfo{number, source, description};
 }
+
+// Points XDG_DATA_HOME at a scratch folder that lives as long as the test program, so that nothing
+// the test writes there lands in the real one.
+void useScratchDataHome();
+
+// How a program the test started ended and what it said.
+struct ProgramRun {
+    int code = -1;  // -1 when it crashed or did not end within two minutes
+    QString out;
+    QString err;  // without the notes Qt writes about QStandardPaths before the program speaks
+};
+ProgramRun runProgram(const QString& program, const QStringList& args);
+
+// Clicks a check box on its box, as a user would; its caption may be far narrower than the widget.
+void clickCheckBox(QAbstractButton* box);
 
 // Walks the accessibility tree under root and lists every visible interactive element (button,
 // check box, option, entry box, list, combo box, scroll bar, ...) that a screen reader could not

@@ -22,6 +22,7 @@
 #include "store/sampleoffice.h"
 #include "store/store.h"
 #include "store/storejob.h"
+#include "support/testsupport.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -144,12 +145,7 @@ Paper readBack(const QString& pdf)
     return paper;
 }
 
-// Clicks a check box on its box, as a user would.
-void clickCheckBox(QAbstractButton* box)
-{
-    QVERIFY(box);
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(7, box->height() / 2));
-}
+using ZebTest::clickCheckBox;
 
 // Clicks the check box of a row of a list as a user would.
 void clickRowCheck(KeyedListView* list, int row)

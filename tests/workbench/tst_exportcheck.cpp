@@ -15,6 +15,7 @@
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
+#include "support/testsupport.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -38,26 +39,11 @@ const QStringList kRiversideGaps = {
     QStringLiteral("No customer is included, so no labels are printed."),
 };
 
-struct Run {
-    int code = -1;
-    QString out;
-    QString err;
-};
+using Run = ZebTest::ProgramRun;
 
 Run run(const QStringList& args)
 {
-    QProcess p;
-    p.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    Run r;
-    if (!p.waitForFinished(120000))
-        return r;
-    r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    r.out = QString::fromUtf8(p.readAllStandardOutput());
-    const QStringList lines = QString::fromUtf8(p.readAllStandardError())
-                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
-                                  .filter(QRegularExpression(QStringLiteral("^(?!QStandardPaths:)")));
-    r.err = lines.join(QLatin1Char('\n'));
-    return r;
+    return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "store/store.h"
 #include "store/storejob.h"
 #include "store/storesubmittal.h"
+#include "support/testsupport.h"
 #include "workstation.h"
 
 #include <QAbstractButton>
@@ -166,11 +167,7 @@ T* child(QWidget& window, const char* name)
     return found;
 }
 
-void clickCheckBox(QAbstractButton* box)
-{
-    QVERIFY(box);
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(7, box->height() / 2));
-}
+using ZebTest::clickCheckBox;
 
 }  // namespace
 

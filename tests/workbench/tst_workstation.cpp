@@ -27,6 +27,7 @@
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
+#include "support/testsupport.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -101,13 +102,15 @@ private slots:
     void withoutADisplayAStartupFailureIsOneLineAndNoDialog();
 
 private:
-    struct Run {
-        int code = -1;
-        QString out;
-        QString err;
-    };
-    static Run run(const QStringList& args);
+    using Run = ZebTest::ProgramRun;
+    static Run run(const QStringList& args)
+    {
+        return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
+    }
     std::unique_ptr<Workstation> openWorkstation(bool remember = false);
+    // Lets go of the store the windows shared and opens the office again, as the next start of
+    // the workbench would.
+    std::shared_ptr<Store> reopenedOffice();
 
     QTemporaryDir m_home;
     std::unique_ptr<QTemporaryDir> m_scratch;
@@ -136,12 +139,7 @@ T* control(Workstation& window, const char* name)
     return found;
 }
 
-// Clicks a check box on its box, as a user would; its caption may be far narrower than the widget.
-void clickCheckBox(QAbstractButton* box)
-{
-    QVERIFY(box);
-    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(7, box->height() / 2));
-}
+using ZebTest::clickCheckBox;
 
 // Clicks the check box of a row of a list as a user would.
 void clickRowCheck(KeyedListView* list, int row)
@@ -251,23 +249,6 @@ Facts factsOf(ZebObjects::StoreJob& job)
 }
 }  // namespace
 
-tst_Workstation::Run tst_Workstation::run(const QStringList& args)
-{
-    QProcess p;
-    p.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    Run r;
-    if (!p.waitForFinished(120000))
-        return r;
-    r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    r.out = QString::fromUtf8(p.readAllStandardOutput());
-    // Qt's own notes about the environment come before what the program says.
-    const QStringList lines = QString::fromUtf8(p.readAllStandardError())
-                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
-                                  .filter(QRegularExpression(QStringLiteral("^(?!QStandardPaths:)")));
-    r.err = lines.join(QLatin1Char('\n'));
-    return r;
-}
-
 void tst_Workstation::initTestCase()
 {
     // Neither this program nor the workbench it starts may touch the user's own office.
@@ -291,6 +272,13 @@ void tst_Workstation::cleanup()
     m_scratch.reset();
     QDir(m_home.filePath(QStringLiteral("data"))).removeRecursively();
     QDir(m_home.filePath(QStringLiteral("config"))).removeRecursively();
+}
+
+std::shared_ptr<Store> tst_Workstation::reopenedOffice()
+{
+    ZebObjects::Runtime::setApplicationServices(nullptr);
+    m_store.reset();
+    return Store::open(m_db, Store::OpenMode::OpenExisting);
 }
 
 std::unique_ptr<Workstation> tst_Workstation::openWorkstation(bool remember)
@@ -516,10 +504,7 @@ void tst_Workstation::aChangeOnEveryPageSurvivesClosingAndReopening()
         QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
         window->close();
     }
-    ZebObjects::Runtime::setApplicationServices(nullptr);
-    m_store.reset();
-
-    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    auto store = reopenedOffice();
     const Facts after = factsOf(*store->openJob(jobId));
     QCOMPARE(after.coverLetter, !before.coverLetter);
     QCOMPARE(std::abs(after.customers - before.customers), 1);
@@ -665,9 +650,7 @@ void tst_Workstation::theRemarksPageAddsEditsDeletesAndSavesRemarks()
         QCOMPARE(textsOf(*texts), expected);
         window->close();
     }
-    ZebObjects::Runtime::setApplicationServices(nullptr);
-    m_store.reset();
-    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    auto store = reopenedOffice();
     const auto remarks = store->openJob(jobId)->coverLetterRemarks();
     QCOMPARE(textsOf(*remarks), expected);
     QCOMPARE(remarks->IsDirty(), false);
@@ -707,9 +690,7 @@ void tst_Workstation::aDateConfirmedWithEnterThenQuitIsSaved()
         QTest::keyClick(edit, Qt::Key_Q, Qt::ControlModifier);
         QVERIFY(!window->isVisible());
     }
-    ZebObjects::Runtime::setApplicationServices(nullptr);
-    m_store.reset();
-    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    auto store = reopenedOffice();
     QCOMPARE(store->openJob(jobId)->submittal()->SubmittalDate(), QStringLiteral("2027-02-15"));
 }
 
@@ -758,9 +739,7 @@ void tst_Workstation::aDateConfirmedWithEnterIsSavedWhenTheWindowClosesInTheBack
         QCOMPARE(window->saveStatus(), QStringLiteral("Not saved yet: Submittal Date is being edited"));
         QVERIFY(window->close());
     }
-    ZebObjects::Runtime::setApplicationServices(nullptr);
-    m_store.reset();
-    auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
+    auto store = reopenedOffice();
     QCOMPARE(store->openJob(jobId)->submittal()->SubmittalDate(), QStringLiteral("2027-05-06"));
 }
 

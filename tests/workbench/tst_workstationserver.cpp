@@ -7,6 +7,7 @@
 #include "officesettingsdialog.h"
 #include "pgserver.h"
 #include "platform/checkbox.h"
+#include "rawdatabase.h"
 #include "store/sampleoffice.h"
 #include "store/store.h"
 #include "store/storejob.h"
@@ -62,46 +63,6 @@ std::unique_ptr<Workstation> workstation(const std::shared_ptr<Store>& store)
     window->openJob(window->startingJob());
     return window;
 }
-
-// A plain connection to a database of the test's server.
-class Raw {
-public:
-    Raw(int port, const QString& database) : m_name(QStringLiteral("raw-%1").arg(++s_serial))
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name);
-        db.setHostName(QStringLiteral("127.0.0.1"));
-        db.setPort(port);
-        db.setUserName(QStringLiteral("zeb"));
-        db.setDatabaseName(database);
-        if (!db.open())
-            qWarning("%s", qPrintable(db.lastError().text()));
-    }
-    ~Raw()
-    {
-        QSqlDatabase::database(m_name, false).close();
-        QSqlDatabase::removeDatabase(m_name);
-    }
-    QVariant value(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name, false));
-        if (q.exec(sql) && q.next())
-            return q.value(0);
-        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-        return {};
-    }
-    bool exec(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name, false));
-        if (q.exec(sql))
-            return true;
-        qWarning("%s: %s", qPrintable(sql), qPrintable(q.lastError().text()));
-        return false;
-    }
-
-private:
-    static inline int s_serial = 0;
-    QString m_name;
-};
 
 // What a workbench process said and how it ended.
 struct Run {
@@ -284,7 +245,7 @@ private slots:
         const QString database = server().newDatabaseName();
         const QString location = server().location(database);
         OfficeFile::resetSample(location);
-        Raw stats(server().port(), QStringLiteral("postgres"));
+        RawDatabase stats(server().port(), QStringLiteral("postgres"));
         const auto backends = [&] {
             return stats.value(QStringLiteral("SELECT COUNT(*) FROM pg_stat_activity WHERE datname = '%1'")
                                    .arg(database))
@@ -360,7 +321,7 @@ private slots:
 
         // The office's write lock held too long by another: not saved, and said so until a
         // later write is saved.
-        Raw holder(server().port(), database);
+        RawDatabase holder(server().port(), database);
         QVERIFY(holder.exec(QStringLiteral("BEGIN")));
         QVERIFY(holder.exec(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(0x5A45425354LL)));
         const bool bom = submittal->IncludeBOM();
@@ -384,7 +345,7 @@ private slots:
         if (!server().isRunning())
             QFAIL(qPrintable(server().error()));
         const QString secret = QStringLiteral("Zq9-s#cr/t");
-        Raw admin(server().port(), QStringLiteral("postgres"));
+        RawDatabase admin(server().port(), QStringLiteral("postgres"));
         admin.exec(QStringLiteral("CREATE ROLE zeb_password NOLOGIN"));
         QVERIFY(admin.exec(QStringLiteral("CREATE ROLE marta LOGIN PASSWORD '%1' IN ROLE zeb_password").arg(secret)));
         const QString database = server().newDatabaseName();
