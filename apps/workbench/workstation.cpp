@@ -418,8 +418,15 @@ void Workstation::finishEdit()
 
 void Workstation::followPendingEdits()
 {
+    // Asked only when pages are bound and when a field's edit starts or ends, never per write:
+    // the walk visits every widget of every page.
+    const auto follow = [this] { m_saveState.setPendingEdit(pendingEdit()); };
+    follow();
     for (auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
-        connect(date, &ZebSubCtl::DateEdit::editPendingChanged, this, [this] { updateSaveStatus(); });
+        connect(date, &ZebSubCtl::DateEdit::editPendingChanged, this, [this, follow] {
+            follow();
+            updateSaveStatus();
+        });
 }
 
 QString Workstation::pendingEdit() const
@@ -446,7 +453,6 @@ void Workstation::updateStatus()
 
 void Workstation::updateSaveStatus()
 {
-    m_saveState.setPendingEdit(pendingEdit());
     static_cast<SaveStateLabel*>(m_saveLabel)->setFullText(saveStatus());
 }
 
