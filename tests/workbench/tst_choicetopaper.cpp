@@ -772,13 +772,25 @@ void tst_ChoiceToPaper::labels()
     page(0);
     clickCheckBox(find<QAbstractButton>("chkLabels"));
     const QString part = QStringLiteral("Labels");
-    auto* ctl = find<ZebSubCtl::UserControl>("ctlLabels");
-    Q_UNUSED(ctl);
+    // Looked up on every use: the workstation is started again between choices.
+    const auto labelButton = [&](const char* name) {
+        click(find<ZebSubCtl::UserControl>("ctlLabels")->findChild<QAbstractButton*>(QLatin1String(name)));
+    };
+    // Picks the field by its caption among those offered and adds it to the label.
+    const auto chooseLabelField = [&](const QString& caption) {
+        auto* available = listOf("ctlLabels", "lsvAvailableItems");
+        for (int row = 0; row < available->count(); ++row)
+            if (rowText(available, row) == caption) {
+                clickRow(available, row);
+                break;
+            }
+        labelButton("cmdAdd");
+    };
     choose(QStringLiteral("Labels: remove a field"), [&] {
         page(6);
         auto* chosen = listOf("ctlLabels", "lsvSelectedItems");
         clickRow(chosen, 0);
-        click(find<ZebSubCtl::UserControl>("ctlLabels")->findChild<QAbstractButton*>(QStringLiteral("cmdRemove")));
+        labelButton("cmdRemove");
     }, [&](const Paper& b, const Paper& a) {
         return expect(b.part(part).contains(QStringLiteral("Halvorsen Electric Co.")) && !a.part(part).contains(QStringLiteral("Halvorsen Electric Co.")),
                       a.part(part).left(200))
@@ -811,15 +823,9 @@ void tst_ChoiceToPaper::labels()
             auto* chosen = listOf("ctlLabels", "lsvSelectedItems");
             if (!previous.isEmpty()) {
                 clickRow(chosen, chosen->count() - 1);
-                click(find<ZebSubCtl::UserControl>("ctlLabels")->findChild<QAbstractButton*>(QStringLiteral("cmdRemove")));
+                labelButton("cmdRemove");
             }
-            auto* available = listOf("ctlLabels", "lsvAvailableItems");
-            for (int row = 0; row < available->count(); ++row)
-                if (rowText(available, row) == field) {
-                    clickRow(available, row);
-                    break;
-                }
-            click(find<ZebSubCtl::UserControl>("ctlLabels")->findChild<QAbstractButton*>(QStringLiteral("cmdAdd")));
+            chooseLabelField(field);
             QCOMPARE(chosen->count(), before + 1);
             previous = field;
         }, [&](const Paper&, const Paper& a) {
@@ -831,7 +837,7 @@ void tst_ChoiceToPaper::labels()
     }
     page(6);
     clickRow(listOf("ctlLabels", "lsvSelectedItems"), listOf("ctlLabels", "lsvSelectedItems")->count() - 1);
-    click(find<ZebSubCtl::UserControl>("ctlLabels")->findChild<QAbstractButton*>(QStringLiteral("cmdRemove")));
+    labelButton("cmdRemove");
     m_last = {};
     // The order is the order of choosing: the first field taken off and chosen again prints last.
     QString moved;
@@ -840,14 +846,8 @@ void tst_ChoiceToPaper::labels()
         auto* chosen = listOf("ctlLabels", "lsvSelectedItems");
         moved = rowText(chosen, 0);
         clickRow(chosen, 0);
-        click(find<ZebSubCtl::UserControl>("ctlLabels")->findChild<QAbstractButton*>(QStringLiteral("cmdRemove")));
-        auto* available = listOf("ctlLabels", "lsvAvailableItems");
-        for (int row = 0; row < available->count(); ++row)
-            if (rowText(available, row) == moved) {
-                clickRow(available, row);
-                break;
-            }
-        click(find<ZebSubCtl::UserControl>("ctlLabels")->findChild<QAbstractButton*>(QStringLiteral("cmdAdd")));
+        labelButton("cmdRemove");
+        chooseLabelField(moved);
     }, [&](const Paper& b, const Paper& a) {
         return expect(b.part(part) != a.part(part) && b.part(part).size() == a.part(part).size(),
                       QStringLiteral("order of %1 not printed").arg(moved))
