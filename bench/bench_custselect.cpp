@@ -11,6 +11,7 @@
 // N runs to 32,767, the most a collection with 16-bit positions holds.
 
 #include "benchsupport.h"
+#include "objects/standaloneservices.h"
 #include "controls/customers/ctlcustselect.h"
 #include "frame/messageboxes.h"
 #include "objects/standalonecustomer.h"
@@ -249,5 +250,6 @@ BENCHMARK(BM_RemoveAll)->Arg(32767)->Iterations(12)->UseManualTime()->Unit(bench
 
 int main(int argc, char** argv)
 {
+    ZebObjects::installStandaloneServices();
     return ZebBench::runBenchmarks<QApplication>(argc, argv);
 }

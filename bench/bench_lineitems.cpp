@@ -13,6 +13,7 @@
 //                    set (the idiomatic list)
 
 #include "benchsupport.h"
+#include "objects/standaloneservices.h"
 #include "controls/lineitems/ctlsubline.h"
 #include "controls/lineitems/ctlsublinedsp.h"
 #include "controls/lineitems/ctlsublines.h"
@@ -399,5 +400,6 @@ BENCHMARK(BM_TableView)->Arg(kMostLines)->Iterations(8)->UseManualTime()->Unit(
 
 int main(int argc, char** argv)
 {
+    ZebObjects::installStandaloneServices();
     return ZebBench::runBenchmarks<QApplication>(argc, argv);
 }

@@ -10,6 +10,7 @@
 //                  fill of 10,000
 
 #include "benchsupport.h"
+#include "objects/standaloneservices.h"
 #include "controls/textselect/ctltextselect.h"
 #include "objects/standalonetextobjects.h"
 #include "platform/keyedlistview.h"
@@ -228,5 +229,6 @@ BENCHMARK(BM_ItemMoved)->Arg(10000)->Iterations(10)->UseManualTime()->Unit(
 
 int main(int argc, char** argv)
 {
+    ZebObjects::installStandaloneServices();
     return ZebBench::runBenchmarks<QApplication>(argc, argv);
 }

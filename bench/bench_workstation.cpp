@@ -4,7 +4,7 @@
 // user waits after choosing a job.
 #include "benchsupport.h"
 #include "formdescription.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "officefile.h"
 #include "store/store.h"
 #include "workstation.h"

@@ -1,4 +1,7 @@
-#include "objects/customerchooser.h"
+#include "customerchooser.h"
+
+#include "contracts/failure.h"
+#include "rules/customerchoice.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -17,7 +20,7 @@ constexpr int kPositionRole = Qt::UserRole;
 bool g_tellNothingFound = false;
 }
 
-CustomerChooser::CustomerChooser(const QList<StandaloneCustomer::Data>& customers,
+CustomerChooser::CustomerChooser(const QList<CustomerRecord>& customers,
                                  QWidget* parent)
     : QDialog(parent), m_list(new QTreeWidget(this))
 {
@@ -77,6 +80,12 @@ CustomerChooser::CustomerChooser(const QList<StandaloneCustomer::Data>& customer
 
 CustomerChooser::~CustomerChooser() = default;
 
+void CustomerChooser::install()
+{
+    CustomerChoice::setChooser(&CustomerChooser::choose);
+    CustomerChoice::setNothingFound(&CustomerChooser::tellNothingFound);
+}
+
 void CustomerChooser::setTellsWhenNothingFound(bool on)
 {
     g_tellNothingFound = on;
@@ -107,7 +116,7 @@ qsizetype CustomerChooser::current() const
     return item ? item->data(0, kPositionRole).value<qsizetype>() : -1;
 }
 
-qsizetype CustomerChooser::choose(const QList<StandaloneCustomer::Data>& customers)
+qsizetype CustomerChooser::choose(const QList<CustomerRecord>& customers)
 {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
         throw Failure(ErrorNumber::CannotCreateObject, QStringLiteral("ZebObjects.CustomerFinder"),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/standalonecustomer.h"
+#include "rules/customerrecord.h"
 
 #include <QDialog>
 #include <QList>
@@ -16,13 +16,17 @@ namespace ZebObjects {
 class CustomerChooser : public QDialog {
     Q_OBJECT
 public:
-    explicit CustomerChooser(const QList<StandaloneCustomer::Data>& customers,
+    explicit CustomerChooser(const QList<CustomerRecord>& customers,
                              QWidget* parent = nullptr);
     ~CustomerChooser() override;
 
+    // Makes this dialog the process's customer chooser (CustomerChoice), and its box the word
+    // that nothing matched.
+    static void install();
+
     // Shows the dialog modally over the active window; answers the position of the chosen
     // customer in customers, or -1 when the user chose none.
-    static qsizetype choose(const QList<StandaloneCustomer::Data>& customers);
+    static qsizetype choose(const QList<CustomerRecord>& customers);
 
     // The position of the current row, or -1.
     qsizetype current() const;

@@ -4,9 +4,9 @@
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
 #include "logpane.h"
-#include "objects/customerchooser.h"
+#include "customerchooser.h"
 #include "objects/defaultdiagnosticlog.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "officefile.h"
 #include "officesettingsdialog.h"
 #include "startupfailure.h"
@@ -185,7 +185,8 @@ int main(int argc, char** argv)
     options.remember = !parser.isSet(screenshot) && !parser.isSet(saveDesign);
     options.generatedLineItems = generated;
     Workstation window(description, store, options);
-    // A user searching for a customer hears when nobody matches.
+    // A user searching for a customer chooses among several matches and hears when nobody matches.
+    ZebObjects::CustomerChooser::install();
     ZebObjects::CustomerChooser::setTellsWhenNothingFound(true);
     qint64 first = window.startingJob();
     if (parser.isSet(job)) {

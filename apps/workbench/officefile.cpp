@@ -1,7 +1,7 @@
 #include "officefile.h"
 
 #include "contracts/failure.h"
-#include "store/sampleoffice.h"
+#include "sampleoffice/sampleoffice.h"
 #include "store/store.h"
 #include "store/storedialect.h"
 

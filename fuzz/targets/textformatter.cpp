@@ -14,7 +14,7 @@
 //   ellipsis ("..."), the only replacement longer than one character.
 #include "fuzzcheck.h"
 
-#include "objects/textformatter.h"
+#include "rules/textformatter.h"
 
 #include <QString>
 

@@ -2,7 +2,7 @@
 
 #include "contracts/diagnosticlog.h"
 #include "frame/messageboxes.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 
 #include <QLoggingCategory>
 

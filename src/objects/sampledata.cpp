@@ -17,7 +17,7 @@
 #include "objects/standalonerecipients.h"
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 
 namespace ZebObjects {
 

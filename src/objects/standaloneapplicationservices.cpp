@@ -1,6 +1,6 @@
 #include "objects/standaloneapplicationservices.h"
 
-#include "objects/textformatter.h"
+#include "rules/textformatter.h"
 
 namespace ZebObjects {
 

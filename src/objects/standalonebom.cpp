@@ -1,7 +1,7 @@
 #include "objects/standalonebom.h"
 
 #include "objects/standalonetextobjects.h"
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 
 namespace ZebObjects {
 

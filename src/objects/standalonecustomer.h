@@ -2,6 +2,7 @@
 
 #include "contracts/customer.h"
 #include "objects/faultinjector.h"
+#include "rules/customerrecord.h"
 
 namespace ZebObjects {
 
@@ -11,27 +12,7 @@ namespace ZebObjects {
 // "State", "Type", "Category", "Included", "Included=".
 class StandaloneCustomer : public Customer, public FaultInjectable {
 public:
-    struct Data {
-        QString key;
-        QString displayText;
-        QString name;
-        QString accountNumber;
-        QString city;
-        QString state;
-        QString type;
-        QString category;
-        QString zip;
-        QString phone;
-        // Where the mail goes, and whom it is for; the directory keeps them for labels and
-        // letters.
-        QString attention;
-        QString street;
-        QString street2;
-        QString email;
-        // A closed account is found only when asked for.
-        bool active = true;
-        bool included = false;
-    };
+    using Data = CustomerRecord;
 
     explicit StandaloneCustomer(Data data);
 

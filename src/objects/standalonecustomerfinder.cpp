@@ -1,6 +1,6 @@
 #include "objects/standalonecustomerfinder.h"
 
-#include "objects/customerchooser.h"
+#include "rules/customerchoice.h"
 #include "objects/standalonecustomersearchresult.h"
 
 namespace ZebObjects {
@@ -36,13 +36,7 @@ std::shared_ptr<CustomerSearchResult>
 StandaloneCustomerFinder::settle(const QList<StandaloneCustomer::Data>& matches, bool interactive,
                                  const Maker& make)
 {
-    qsizetype chosen = -1;
-    if (matches.size() == 1)
-        chosen = 0;
-    else if (matches.size() > 1 && interactive)
-        chosen = CustomerChooser::choose(matches);
-    else if (matches.isEmpty() && interactive)
-        CustomerChooser::tellNothingFound();
+    const qsizetype chosen = CustomerChoice::settle(matches, interactive);
     if (chosen < 0)
         return nullptr;
 

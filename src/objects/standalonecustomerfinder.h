@@ -9,9 +9,9 @@
 
 namespace ZebObjects {
 
-// Searches a customer directory. One match settles on that customer; several are offered in the
-// modal CustomerChooser when the search is interactive (and settle on nobody otherwise); no match,
-// or Cancel, answers nothing. The customer it answers is a new object with the directory's data,
+// Searches a customer directory. One match settles on that customer; several are offered to the
+// host's chooser when the search is interactive (and settle on nobody otherwise); no match, or
+// none chosen, answers nothing (CustomerChoice). The customer it answers is a new object with the directory's data,
 // not included in anything yet.
 // Member names for fault injection: "Search".
 class StandaloneCustomerFinder : public CustomerFinder, public FaultInjectable {
@@ -36,8 +36,8 @@ public:
     // Makes the customer a search answers from its directory record (not included yet).
     using Maker = std::function<std::shared_ptr<Customer>(StandaloneCustomer::Data)>;
 
-    // What a search ends with, given its matches: one settles on it, several go to the chooser
-    // when interactive, else nothing. Without a maker the customer is a stand-alone one.
+    // What a search ends with, given its matches (CustomerChoice::settle). Without a maker the
+    // customer is a stand-alone one.
     static std::shared_ptr<CustomerSearchResult>
     settle(const QList<StandaloneCustomer::Data>& matches, bool interactive,
            const Maker& make = {});

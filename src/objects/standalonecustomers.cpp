@@ -1,6 +1,6 @@
 #include "objects/standalonecustomers.h"
 
-#include "objects/collectionrules.h"
+#include "rules/collectionrules.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #include "objects/standalonelabelfield.h"
 
-#include "objects/labelrules.h"
+#include "rules/labelrules.h"
 
 namespace ZebObjects {
 

@@ -1,7 +1,7 @@
 #include "objects/standalonelabelfields.h"
 
-#include "objects/collectionrules.h"
-#include "objects/labelrules.h"
+#include "rules/collectionrules.h"
+#include "rules/labelrules.h"
 #include "objects/standalonelabelfield.h"
 
 #include <algorithm>

@@ -3,8 +3,7 @@
 #include "contracts/lineitem.h"
 #include "contracts/lineitemcomment.h"
 #include "objects/faultinjector.h"
-
-#include <optional>
+#include "rules/lineitemrecord.h"
 
 namespace ZebObjects {
 
@@ -24,18 +23,7 @@ private:
 // "CatalogNumber", "Description", "Group", "MTO", "Comment".
 class StandaloneLineItem : public LineItem, public FaultInjectable {
 public:
-    struct Data {
-        qint32 quantity = 0;
-        QString type;
-        QString brand;
-        QString catalogNumber;
-        QString description;
-        QString group;
-        bool mto = false;
-        // No value: the line has no comment. An empty text is a comment all the same.
-        std::optional<QString> comment;
-        bool selected = false;
-    };
+    using Data = LineItemRecord;
 
     explicit StandaloneLineItem(const Data& data);
 

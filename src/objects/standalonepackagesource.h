@@ -2,7 +2,7 @@
 
 #include "objects/faultinjector.h"
 #include "objects/standalonecustomer.h"
-#include "package/packagesource.h"
+#include "contracts/packagesource.h"
 
 #include <QHash>
 

@@ -1,6 +1,6 @@
 #include "objects/standalonerecipients.h"
 
-#include "objects/collectionrules.h"
+#include "rules/collectionrules.h"
 
 namespace ZebObjects {
 

@@ -2,7 +2,7 @@
 
 #include "objects/standalonecoverletter.h"
 #include "objects/standalonerecipients.h"
-#include "objects/submittalrules.h"
+#include "rules/submittalrules.h"
 
 
 namespace ZebObjects {

@@ -2,7 +2,7 @@
 
 #include "contracts/submittal.h"
 #include "objects/faultinjector.h"
-#include "objects/submittalrules.h"
+#include "rules/submittalrules.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #include "objects/standalonetextobjects.h"
 
-#include "objects/collectionrules.h"
+#include "rules/collectionrules.h"
 
 #include <algorithm>
 

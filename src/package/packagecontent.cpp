@@ -11,7 +11,7 @@
 #include "contracts/recipients.h"
 #include "contracts/submittal.h"
 #include "contracts/textobjects.h"
-#include "package/packagesource.h"
+#include "contracts/packagesource.h"
 
 #include <QDate>
 #include <QLocale>

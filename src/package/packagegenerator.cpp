@@ -3,7 +3,7 @@
 #include "contracts/failure.h"
 #include "package/agencylogo.h"
 #include "package/packagecontent.h"
-#include "package/packagesource.h"
+#include "contracts/packagesource.h"
 #include "package/textblock.h"
 
 #include "package/pdffinish.h"

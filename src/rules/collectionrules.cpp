@@ -1,4 +1,4 @@
-#include "objects/collectionrules.h"
+#include "rules/collectionrules.h"
 
 #include <limits>
 

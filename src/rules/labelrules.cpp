@@ -1,4 +1,4 @@
-#include "objects/labelrules.h"
+#include "rules/labelrules.h"
 
 #include "contracts/failure.h"
 

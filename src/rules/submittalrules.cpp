@@ -1,4 +1,4 @@
-#include "objects/submittalrules.h"
+#include "rules/submittalrules.h"
 
 #include "contracts/failure.h"
 

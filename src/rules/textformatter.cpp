@@ -1,4 +1,4 @@
-#include "objects/textformatter.h"
+#include "rules/textformatter.h"
 
 #include <QStringView>
 

@@ -1,9 +1,9 @@
-#include "store/sampleoffice.h"
+#include "sampleoffice/sampleoffice.h"
 
 #include "contracts/labelfield.h"
 #include "contracts/labelfields.h"
 #include "contracts/lineitemcomment.h"
-#include "objects/collectionrules.h"
+#include "rules/collectionrules.h"
 #include "objects/customerdirectory.h"
 #include "objects/sampledata.h"
 #include "objects/standalonebom.h"
@@ -15,7 +15,7 @@
 #include "objects/standalonerecipients.h"
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 #include "store/store.h"
 
 #include <array>

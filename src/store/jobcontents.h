@@ -1,9 +1,9 @@
 #pragma once
 
-#include "objects/labelrules.h"
-#include "objects/standalonecustomer.h"
-#include "objects/standalonelineitem.h"
-#include "objects/submittalrules.h"
+#include "rules/labelrules.h"
+#include "rules/customerrecord.h"
+#include "rules/lineitemrecord.h"
+#include "rules/submittalrules.h"
 
 #include <QList>
 #include <QString>
@@ -73,9 +73,9 @@ struct JobContents {
     QList<LabelField> labelFields;
     qint16 labelLimit = LabelRules::DefaultMaximum;
 
-    QList<StandaloneLineItem::Data> lines;
+    QList<LineItemRecord> lines;
     // Keyed by their own keys; included as the data says.
-    QList<StandaloneCustomer::Data> customers;
+    QList<CustomerRecord> customers;
 };
 
 }  // namespace ZebObjects

@@ -1,8 +1,8 @@
 #include "store/store.h"
 
-#include "objects/collectionrules.h"
-#include "objects/standalonecustomer.h"
-#include "objects/textkind.h"
+#include "rules/collectionrules.h"
+#include "rules/customerrecord.h"
+#include "rules/textkind.h"
 #include "store/jobcontents.h"
 #include "store/storeapplicationservices.h"
 #include "store/storeconnection.h"
@@ -193,7 +193,7 @@ qint64 Store::createJob(const JobContents& c)
                          {s, d.key})
                     .isValid())
                 throw CollectionRules::duplicateKey(QStringLiteral("ZebObjects.Customers"), d.key);
-            StoreCustomers::append(db, s, d.key, StandaloneCustomer(d));
+            StoreCustomers::append(db, s, d.key, StoreCustomer(m_db, d));
         }
         return job;
     });
@@ -310,7 +310,7 @@ void Store::setSearchContextValue(const QVariant& value)
     });
 }
 
-void Store::addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers)
+void Store::addDirectoryCustomers(const QList<CustomerRecord>& customers)
 {
     m_db->write([&] {
         for (const auto& d : customers)
@@ -318,7 +318,7 @@ void Store::addDirectoryCustomers(const QList<StandaloneCustomer::Data>& custome
     });
 }
 
-QList<StandaloneCustomer::Data> Store::directoryCustomers() const
+QList<CustomerRecord> Store::directoryCustomers() const
 {
     return StoreDirectory::records(*m_db);
 }

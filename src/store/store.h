@@ -1,8 +1,8 @@
 #pragma once
 
 #include "contracts/failure.h"
-#include "objects/standalonecustomer.h"
-#include "package/packagesource.h"
+#include "rules/customerrecord.h"
+#include "contracts/packagesource.h"
 
 #include <QList>
 #include <QString>
@@ -114,8 +114,8 @@ public:
     ZebPackage::Letterhead letterhead() const;
     void setLetterhead(const ZebPackage::Letterhead& letterhead);
     // Adds customers to the directory in one transaction; a key already held fails with 457.
-    void addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers);
-    QList<StandaloneCustomer::Data> directoryCustomers() const;
+    void addDirectoryCustomers(const QList<CustomerRecord>& customers);
+    QList<CustomerRecord> directoryCustomers() const;
     qint32 directoryCount() const;
 
     // Runs body in one transaction: every write it makes is committed together, or none is.

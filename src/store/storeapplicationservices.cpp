@@ -1,14 +1,38 @@
 #include "store/storeapplicationservices.h"
 
-#include "objects/customerdirectory.h"
-#include "objects/standalonecustomerfinder.h"
-#include "objects/standalonecustomersearchcontext.h"
-#include "objects/textformatter.h"
+#include "contracts/customersearchcontext.h"
+#include "contracts/customersearchresult.h"
+#include "rules/customerchoice.h"
+#include "rules/customersearch.h"
+#include "rules/textformatter.h"
 #include "store/storeconnection.h"
 #include "store/storecustomers.h"
 #include "store/storedirectory.h"
 
 namespace ZebObjects {
+
+namespace {
+
+// The search context of the office's users, as the file holds it.
+class StoreSearchContext : public CustomerSearchContext {
+public:
+    explicit StoreSearchContext(QVariant value) : m_value(std::move(value)) {}
+    QVariant Value() const override { return m_value; }
+
+private:
+    QVariant m_value;
+};
+
+class StoreSearchResult : public CustomerSearchResult {
+public:
+    explicit StoreSearchResult(std::shared_ptr<Customer> chosen) : m_chosen(std::move(chosen)) {}
+    std::shared_ptr<Customer> ChosenCustomer() const override { return m_chosen; }
+
+private:
+    std::shared_ptr<Customer> m_chosen;
+};
+
+}  // namespace
 
 StoreCustomerFinder::StoreCustomerFinder(std::shared_ptr<StoreConnection> db)
     : m_db(std::move(db))
@@ -21,17 +45,19 @@ std::shared_ptr<CustomerSearchResult> StoreCustomerFinder::Search(
     const QString& accountNumber, const QString& city, const QString& state, const QString& zip,
     const QString& phone, const QString& type, const QString& category, qint32 maximumResults)
 {
-    const CustomerDirectory::Query query{includeInactive, exactName, matchAny,
-                                         sortByAccountNumber, keyword, accountNumber,
-                                         city, state, zip, phone, type, category,
-                                         maximumResults};
-    const auto matches = CustomerDirectory::match(StoreDirectory::records(*m_db), query);
+    const CustomerQuery query{includeInactive, exactName, matchAny, sortByAccountNumber,
+                              keyword, accountNumber, city, state, zip, phone, type, category,
+                              maximumResults};
+    const auto matches = CustomerSearch::match(StoreDirectory::records(*m_db), query);
+    const qsizetype chosen = CustomerChoice::settle(matches, interactive);
+    if (chosen < 0)
+        return nullptr;
     // The customer found is the store's own, so that the submittal it is added to takes in
     // this very object.
-    return StandaloneCustomerFinder::settle(
-        matches, interactive, [this](StandaloneCustomer::Data record) -> std::shared_ptr<Customer> {
-            return std::make_shared<StoreCustomer>(m_db, std::move(record));
-        });
+    CustomerRecord record = matches[chosen];
+    record.included = false;
+    return std::make_shared<StoreSearchResult>(
+        std::make_shared<StoreCustomer>(m_db, std::move(record)));
 }
 
 StoreApplicationServices::StoreApplicationServices(std::shared_ptr<StoreConnection> db)
@@ -51,7 +77,7 @@ QStringList StoreApplicationServices::IssuedByNames() const
 
 std::shared_ptr<CustomerSearchContext> StoreApplicationServices::SearchContext() const
 {
-    return std::make_shared<StandaloneCustomerSearchContext>(
+    return std::make_shared<StoreSearchContext>(
         StoreDirectory::searchContextValue(*m_db));
 }
 

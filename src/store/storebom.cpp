@@ -1,6 +1,6 @@
 #include "store/storebom.h"
 
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 #include "store/storeconnection.h"
 #include "store/storetextobjects.h"
 

@@ -1,7 +1,7 @@
 #include "store/storeconnection.h"
 
 #include "contracts/diagnosticlog.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "store/storeschema.h"
 
 #include <QCoreApplication>

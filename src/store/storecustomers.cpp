@@ -1,6 +1,6 @@
 #include "store/storecustomers.h"
 
-#include "objects/collectionrules.h"
+#include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
 namespace ZebObjects {
@@ -14,7 +14,7 @@ StoreCustomer::StoreCustomer(std::shared_ptr<StoreConnection> db, qint64 id)
 {
 }
 
-StoreCustomer::StoreCustomer(std::shared_ptr<StoreConnection> db, StandaloneCustomer::Data record)
+StoreCustomer::StoreCustomer(std::shared_ptr<StoreConnection> db, CustomerRecord record)
     : m_db(std::move(db)), m_record(std::move(record))
 {
 }
@@ -38,30 +38,30 @@ QVariant StoreCustomer::column(const char* name) const
     return v;
 }
 
-QString StoreCustomer::text(const char* name, const QString StandaloneCustomer::Data::*field) const
+QString StoreCustomer::text(const char* name, const QString CustomerRecord::*field) const
 {
     return m_record ? (*m_record).*field : column(name).toString();
 }
 
 QString StoreCustomer::Key() const
 {
-    return text("customer_key", &StandaloneCustomer::Data::key);
+    return text("customer_key", &CustomerRecord::key);
 }
 QString StoreCustomer::DisplayText() const
 {
-    return text("display_text", &StandaloneCustomer::Data::displayText);
+    return text("display_text", &CustomerRecord::displayText);
 }
-QString StoreCustomer::Name() const { return text("name", &StandaloneCustomer::Data::name); }
+QString StoreCustomer::Name() const { return text("name", &CustomerRecord::name); }
 QString StoreCustomer::AccountNumber() const
 {
-    return text("account_number", &StandaloneCustomer::Data::accountNumber);
+    return text("account_number", &CustomerRecord::accountNumber);
 }
-QString StoreCustomer::City() const { return text("city", &StandaloneCustomer::Data::city); }
-QString StoreCustomer::State() const { return text("state", &StandaloneCustomer::Data::state); }
-QString StoreCustomer::Type() const { return text("type", &StandaloneCustomer::Data::type); }
+QString StoreCustomer::City() const { return text("city", &CustomerRecord::city); }
+QString StoreCustomer::State() const { return text("state", &CustomerRecord::state); }
+QString StoreCustomer::Type() const { return text("type", &CustomerRecord::type); }
 QString StoreCustomer::Category() const
 {
-    return text("category", &StandaloneCustomer::Data::category);
+    return text("category", &CustomerRecord::category);
 }
 bool StoreCustomer::Included() const
 {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contracts/customers.h"
-#include "objects/standalonecustomer.h"
+#include "rules/customerrecord.h"
 
 #include <QHash>
 
@@ -21,7 +21,7 @@ public:
     // The customer in row id of the submittals' customers.
     StoreCustomer(std::shared_ptr<StoreConnection> db, qint64 id);
     // A directory customer on no submittal yet.
-    StoreCustomer(std::shared_ptr<StoreConnection> db, StandaloneCustomer::Data record);
+    StoreCustomer(std::shared_ptr<StoreConnection> db, CustomerRecord record);
 
     QString Key() const override;
     QString DisplayText() const override;
@@ -41,13 +41,13 @@ private:
     friend class StoreCustomers;
 
     QVariant column(const char* name) const;
-    QString text(const char* name, const QString StandaloneCustomer::Data::*field) const;
+    QString text(const char* name, const QString CustomerRecord::*field) const;
     // From now on the customer is the one in row id.
     void adopt(qint64 id);
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id = 0;
-    std::optional<StandaloneCustomer::Data> m_record;
+    std::optional<CustomerRecord> m_record;
 };
 
 // The customers of a submittal in a store, in collection order. Same rules as the stand-alone

@@ -1,18 +1,18 @@
 #include "store/storedirectory.h"
 
-#include "objects/collectionrules.h"
+#include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
 namespace ZebObjects {
 
-QList<StandaloneCustomer::Data> StoreDirectory::records(StoreConnection& db)
+QList<CustomerRecord> StoreDirectory::records(StoreConnection& db)
 {
-    QList<StandaloneCustomer::Data> out;
+    QList<CustomerRecord> out;
     for (const QVariantList& r : db.rows(QStringLiteral(
              "SELECT key, display_text, name, account_number, city, state, type, category, zip, "
              "phone, active, attention, street, street2, email FROM directory_customers "
              "ORDER BY id"))) {
-        StandaloneCustomer::Data d;
+        CustomerRecord d;
         d.key = r[0].toString();
         d.displayText = r[1].toString();
         d.name = r[2].toString();
@@ -38,7 +38,7 @@ qint32 StoreDirectory::count(StoreConnection& db)
     return db.value(QStringLiteral("SELECT COUNT(*) FROM directory_customers")).toInt();
 }
 
-void StoreDirectory::add(StoreConnection& db, const StandaloneCustomer::Data& d)
+void StoreDirectory::add(StoreConnection& db, const CustomerRecord& d)
 {
     if (db.value(QStringLiteral("SELECT 1 FROM directory_customers WHERE key = ?"), {d.key})
             .isValid())

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/standalonecustomer.h"
+#include "rules/customerrecord.h"
 
 #include <QList>
 #include <QStringList>
@@ -14,10 +14,10 @@ class StoreConnection;
 // context of its user.
 class StoreDirectory {
 public:
-    static QList<StandaloneCustomer::Data> records(StoreConnection& db);
+    static QList<CustomerRecord> records(StoreConnection& db);
     static qint32 count(StoreConnection& db);
     // Inside the caller's transaction; a key already held fails with 457.
-    static void add(StoreConnection& db, const StandaloneCustomer::Data& record);
+    static void add(StoreConnection& db, const CustomerRecord& record);
 
     static QStringList issuedByNames(StoreConnection& db);
     // Replaces the issuers, inside the caller's transaction.

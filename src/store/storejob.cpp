@@ -1,6 +1,6 @@
 #include "store/storejob.h"
 
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 #include "store/storeapplicationservices.h"
 #include "store/storebom.h"
 #include "store/storeconnection.h"

@@ -1,7 +1,7 @@
 #include "store/storelabels.h"
 
-#include "objects/collectionrules.h"
-#include "objects/labelrules.h"
+#include "rules/collectionrules.h"
+#include "rules/labelrules.h"
 #include "store/storeconnection.h"
 #include "store/storelastread.h"
 

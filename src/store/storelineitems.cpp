@@ -1,6 +1,6 @@
 #include "store/storelineitems.h"
 
-#include "objects/collectionrules.h"
+#include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
 namespace ZebObjects {

@@ -1,7 +1,7 @@
 #include "store/storesubmittal.h"
 
-#include "objects/collectionrules.h"
-#include "objects/submittalrules.h"
+#include "rules/collectionrules.h"
+#include "rules/submittalrules.h"
 #include "store/storeconnection.h"
 
 namespace ZebObjects {

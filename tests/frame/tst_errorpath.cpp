@@ -1,6 +1,6 @@
 #include "frame/errorpath.h"
 #include "objects/memorydiagnosticlog.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "support/testsupport.h"
 
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "objects/standalonebom.h"
 #include "objects/standalonetextobjects.h"
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "objects/customerchooser.h"
+#include "customerchooser.h"
 #include "objects/customerdirectory.h"
 #include "objects/sampledata.h"
 #include "objects/standaloneapplicationservices.h"

@@ -1,8 +1,9 @@
 #include "objects/defaultdiagnosticlog.h"
 #include "objects/memorydiagnosticlog.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "objects/sampledata.h"
 #include "objects/standaloneapplicationservices.h"
+#include "objects/standaloneservices.h"
 
 #include "contracts/customersearchcontext.h"
 
@@ -28,12 +29,12 @@ private slots:
         const auto log = Runtime::diagnosticLog();
         QVERIFY(log != nullptr);
         QVERIFY(Runtime::hasDiagnosticLog());
-        QVERIFY(std::dynamic_pointer_cast<DefaultDiagnosticLog>(log) != nullptr);
         QCOMPARE(Runtime::diagnosticLog(), log);
     }
 
-    void theApplicationServicesAreCreatedOnFirstUseAndKept()
+    void theStandaloneServicesAreCreatedOnFirstUseOnceInstalled()
     {
+        ZebObjects::installStandaloneServices();
         QVERIFY(!Runtime::hasApplicationServices());
         const auto services = Runtime::applicationServices();
         QVERIFY(Runtime::hasApplicationServices());
@@ -41,8 +42,9 @@ private slots:
         QCOMPARE(Runtime::applicationServices(), services);
     }
 
-    void theDefaultServicesNameTheSampleIssuersAndSearchContext()
+    void theStandaloneServicesNameTheSampleIssuersAndSearchContext()
     {
+        ZebObjects::installStandaloneServices();
         const auto services = Runtime::applicationServices();
         QCOMPARE(services->IssuedByNames(), SampleData::issuedByNames());
         QCOMPARE(services->SearchContext()->Value(), SampleData::searchContextValue());
@@ -74,12 +76,15 @@ private slots:
         QCOMPARE(calls, 1);
     }
 
-    void anEmptyFactoryRestoresTheDefaultLog()
+    void anEmptyFactoryLeavesTheLogToQtLogging()
     {
-        Runtime::setDiagnosticLogFactory([] { return std::make_shared<MemoryDiagnosticLog>(); });
+        ZebObjects::installStandaloneServices();
         Runtime::setDiagnosticLogFactory({});
         Runtime::setDiagnosticLog(nullptr);
-        QVERIFY(std::dynamic_pointer_cast<DefaultDiagnosticLog>(Runtime::diagnosticLog()) != nullptr);
+        const auto log = Runtime::diagnosticLog();
+        QVERIFY(log != nullptr);
+        QVERIFY(std::dynamic_pointer_cast<DefaultDiagnosticLog>(log) == nullptr);
+        QVERIFY(std::dynamic_pointer_cast<MemoryDiagnosticLog>(log) == nullptr);
     }
 
     void aHostCanPutItsOwnServicesInPlaceOrMakeThemThroughAFactory()
@@ -103,9 +108,18 @@ private slots:
         Runtime::applicationServices();
         QCOMPARE(calls, 1);
 
+        // Without a factory an emptied slot stays empty: the next use fails with 91.
         Runtime::setApplicationServicesFactory({});
         Runtime::setApplicationServices(nullptr);
-        QCOMPARE(Runtime::applicationServices()->IssuedByNames(), SampleData::issuedByNames());
+        try {
+            Runtime::applicationServices();
+            QFAIL("the empty services slot answered");
+        } catch (const Failure& f) {
+            QCOMPARE(f.info(), (ErrorInfo{91, QStringLiteral("ZebObjects.Runtime"),
+                                          QStringLiteral("Object variable or With block variable "
+                                                         "not set: the host has installed no "
+                                                         "application services")}));
+        }
     }
 };
 

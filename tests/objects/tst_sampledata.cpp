@@ -9,8 +9,8 @@
 #include "objects/standalonerecipients.h"
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
-#include "objects/textformatter.h"
-#include "objects/textkind.h"
+#include "rules/textformatter.h"
+#include "rules/textkind.h"
 
 #include "contracts/lineitemcomment.h"
 

@@ -1,5 +1,5 @@
 #include "objects/standaloneapplicationservices.h"
-#include "objects/textformatter.h"
+#include "rules/textformatter.h"
 
 #include <QTest>
 

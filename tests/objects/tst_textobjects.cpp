@@ -1,5 +1,5 @@
 #include "objects/standalonetextobjects.h"
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -16,7 +16,7 @@
 #include "controls/textselect/ctltextselect.h"
 #include "frame/controlregistry.h"
 #include "frame/usercontrol.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "objects/sampledata.h"
 #include "objects/standaloneapplicationservices.h"
 #include "objects/standalonebom.h"

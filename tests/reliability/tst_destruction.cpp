@@ -14,7 +14,7 @@
 #include "controls/lineitems/ctlsublines.h"
 #include "controls/textselect/ctltextselect.h"
 #include "frame/controlregistry.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "objects/sampledata.h"
 #include "objects/standaloneapplicationservices.h"
 #include "objects/standalonebom.h"

@@ -6,7 +6,7 @@
 #include "contracts/textobjects.h"
 #include "rawdatabase.h"
 #include "store/jobcontents.h"
-#include "store/sampleoffice.h"
+#include "sampleoffice/sampleoffice.h"
 #include "store/store.h"
 #include "store/storejob.h"
 #include "store/storetextobjects.h"

@@ -15,7 +15,7 @@
 #include "objects/standalonerecipients.h"
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 #include "pgserver.h"
 #include "store/jobcontents.h"
 #include "store/store.h"

@@ -4,7 +4,7 @@
 #include "contracts/textobject.h"
 #include "contracts/textobjects.h"
 #include "controls/textselect/ctltextselect.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "platform/keyedlistview.h"
 #include "store/jobcontents.h"
 #include "store/store.h"

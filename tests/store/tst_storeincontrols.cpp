@@ -1,7 +1,7 @@
 // A failure of the store's file reaches a control's error path like any other failure, and the
 // control goes on working once the file is free again.
 #include "controls/textselect/ctltextselect.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "platform/keyedlistview.h"
 #include "platform/multilinetextbox.h"
 #include "store/jobcontents.h"

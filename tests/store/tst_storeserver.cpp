@@ -4,7 +4,7 @@
 // The test starts its own server; without the server programs it fails, saying so.
 #include "controls/criteria/ctlgeneralinfo.h"
 #include "controls/textselect/ctltextselect.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "pgserver.h"
 #include "platform/combobox.h"
 #include "platform/keyedlistview.h"
@@ -12,7 +12,7 @@
 #include "rawdatabase.h"
 #include "store/jobcontents.h"
 #include "versiononeschema.h"
-#include "store/sampleoffice.h"
+#include "sampleoffice/sampleoffice.h"
 #include "store/store.h"
 #include "store/storebom.h"
 #include "store/storedialect.h"

@@ -3,11 +3,11 @@
 // password, and database names the server reads differently than people do. A proxy between
 // the store and the test's own server (zeb_pgproxy) cuts the connection or goes silent on
 // command; only 127.0.0.1 is used.
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 #include "pgserver.h"
 #include "rawdatabase.h"
 #include "store/jobcontents.h"
-#include "store/sampleoffice.h"
+#include "sampleoffice/sampleoffice.h"
 #include "store/store.h"
 #include "store/storebom.h"
 #include "store/storecustomers.h"

@@ -1,6 +1,9 @@
 #include "support/testsupport.h"
 
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
+#include "customerchooser.h"
+#include "objects/standaloneservices.h"
+#include "rules/customerchoice.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -19,6 +22,9 @@ Harness::Harness()
     : m_log(std::make_shared<ZebObjects::MemoryDiagnosticLog>())
     , m_boxes(std::make_shared<ZebSubCtl::ScriptedMessageBoxService>())
 {
+    // The tests play a host that uses the stand-alone objects and the chooser dialog.
+    ZebObjects::installStandaloneServices();
+    ZebObjects::CustomerChooser::install();
     ZebObjects::Runtime::setDiagnosticLog(m_log);
     ZebSubCtl::MessageBoxes::setService(m_boxes);
     ZebSubCtl::ErrorPath::setLastResortHook(
@@ -31,6 +37,8 @@ Harness::~Harness()
     ZebObjects::Runtime::setDiagnosticLogFactory({});
     ZebObjects::Runtime::setApplicationServices(nullptr);
     ZebObjects::Runtime::setApplicationServicesFactory({});
+    ZebObjects::CustomerChoice::setChooser({});
+    ZebObjects::CustomerChoice::setNothingFound({});
     ZebSubCtl::MessageBoxes::setService(nullptr);
     ZebSubCtl::ErrorPath::setLastResortHook({});
 }

@@ -8,7 +8,7 @@
 #include "contracts/recipients.h"
 #include "exportcheckdialog.h"
 #include "formdescription.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "officefile.h"
 #include "store/store.h"
 #include "store/storecustomers.h"

@@ -1,4 +1,4 @@
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "officefile.h"
 #include "platform/dateedit.h"
 #include "platform/keyedlistview.h"

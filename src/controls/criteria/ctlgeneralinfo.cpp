@@ -7,7 +7,7 @@
 #include "frame/errorpath.h"
 #include "frame/objectref.h"
 #include "frame/units.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "platform/accessiblegroups.h"
 #include "platform/accessiblelabels.h"
 #include "platform/checkbox.h"

@@ -13,7 +13,7 @@
 #include "frame/propertybag.h"
 #include "frame/reportmessage.h"
 #include "frame/units.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "platform/keyedlistview.h"
 
 #include <QLabel>

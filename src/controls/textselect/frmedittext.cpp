@@ -7,7 +7,7 @@
 #include "frame/messageboxes.h"
 #include "frame/objectref.h"
 #include "frame/units.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "platform/multilinetextbox.h"
 
 #include <QPushButton>

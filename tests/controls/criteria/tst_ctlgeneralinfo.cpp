@@ -1,7 +1,7 @@
 #include "controls/criteria/ctlgeneralinfo.h"
 #include "frame/controlregistry.h"
 #include "frame/units.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "objects/standaloneapplicationservices.h"
 #include "objects/standalonesubmittal.h"
 #include "platform/checkbox.h"

@@ -3,7 +3,7 @@
 #include "frame/controlregistry.h"
 #include "frame/propertybag.h"
 #include "userinput.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "objects/standaloneapplicationservices.h"
 #include "objects/standalonetextobjects.h"
 #include "platform/checkbox.h"

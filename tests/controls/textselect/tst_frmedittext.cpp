@@ -1,6 +1,6 @@
 #include "controls/textselect/frmedittext.h"
 #include "userinput.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "objects/standaloneapplicationservices.h"
 #include "objects/standalonetextobjects.h"
 #include "platform/multilinetextbox.h"

@@ -3,7 +3,7 @@
 #include "controls/criteria/ctlcvrltrcriteria.h"
 #include "controls/criteria/ctlgeneralinfo.h"
 #include "controls/textselect/ctltextselect.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "objects/sampledata.h"
 #include "objects/standaloneapplicationservices.h"
 #include "objects/standalonebom.h"

@@ -3,7 +3,7 @@
 #include "frame/errorpath.h"
 #include "objects/faultinjector.h"
 #include "objects/memorydiagnosticlog.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "objects/standaloneapplicationservices.h"
 #include "support/testsupport.h"
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "rules/customerrecord.h"
+
+#include <QList>
+
+#include <functional>
+
+namespace ZebObjects {
+
+// The host's part in an interactive customer search: which of several matches the user takes,
+// and telling the user that nobody matched. The business objects never open a window of their
+// own; a finder asks the host through these. Without a chooser an interactive search that
+// matches several customers settles on nobody, as an unattended one does.
+class CustomerChoice {
+public:
+    // Answers the position of the chosen customer in matches, or -1 when the user chose none.
+    using Chooser = std::function<qsizetype(const QList<CustomerRecord>& matches)>;
+    using NothingFound = std::function<void()>;
+
+    // An empty function takes the host's part away again.
+    static void setChooser(Chooser chooser);
+    static bool hasChooser();
+    static void setNothingFound(NothingFound tell);
+
+    // What a search ends with, given its matches: one settles on it; several go to the chooser
+    // when the search is interactive, and settle on nobody otherwise; none is told to the host
+    // when the search is interactive. Answers the position settled on, or -1.
+    static qsizetype settle(const QList<CustomerRecord>& matches, bool interactive);
+};
+
+}  // namespace ZebObjects
