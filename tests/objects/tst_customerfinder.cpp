@@ -5,6 +5,7 @@
 #include "objects/standalonecustomerfinder.h"
 #include "objects/standalonecustomersearchcontext.h"
 #include "objects/standalonecustomersearchresult.h"
+#include "rules/customerchoice.h"
 
 #include "contracts/customer.h"
 #include "contracts/customersearchcontext.h"
@@ -154,6 +155,9 @@ std::shared_ptr<CustomerSearchResult> search(CustomerFinder& finder, const QStri
 class TestCustomerFinder : public QObject {
     Q_OBJECT
 private slots:
+    // The tests play a host that shows the workstation's chooser.
+    void initTestCase() { CustomerChooser::install(); }
+
     // The directory's search rules.
 
     void keywordMatchesPartOfTheNameIgnoringCase()
@@ -455,6 +459,34 @@ private slots:
         QVERIFY(search(finder, QStringLiteral("electric")) == nullptr);
         whenModalShows([](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
         QVERIFY(search(finder, QStringLiteral("electric")) == nullptr);
+    }
+
+    // A host that gave no chooser: the business objects never open a window of their own.
+    void severalMatchesWithoutAHostChooserAnswerNothingAndShowNoDialog()
+    {
+        CustomerChoice::setChooser({});
+        const auto restore = qScopeGuard([] { CustomerChooser::install(); });
+        QVERIFY(!CustomerChoice::hasChooser());
+        StandaloneCustomerFinder finder(directory());
+        DialogWatch watch;
+        QVERIFY(search(finder, QStringLiteral("electric")) == nullptr);
+        QVERIFY(!watch.asked());
+    }
+
+    void theHostsChooserGetsTheMatchesAndItsAnswerSettlesTheSearch()
+    {
+        QList<ZebObjects::CustomerRecord> offered;
+        CustomerChoice::setChooser([&](const QList<ZebObjects::CustomerRecord>& matches) {
+            offered = matches;
+            return qsizetype(1);
+        });
+        const auto restore = qScopeGuard([] { CustomerChooser::install(); });
+        StandaloneCustomerFinder finder(directory());
+        const auto result = search(finder, QStringLiteral("electric"));
+        QVERIFY(offered.size() > 1);
+        QVERIFY(result != nullptr);
+        QCOMPARE(result->ChosenCustomer()->Key(), offered[1].key);
+        QCOMPARE(result->ChosenCustomer()->Included(), false);
     }
 
     void severalMatchesWithoutInteractionAnswerNothing()

@@ -4,6 +4,7 @@
 #include "contracts/customerfinder.h"
 #include "contracts/customersearchcontext.h"
 #include "contracts/customersearchresult.h"
+#include "customerchooser.h"
 #include "objects/customerdirectory.h"
 #include "objects/sampledata.h"
 #include "objects/standaloneapplicationservices.h"
@@ -305,6 +306,9 @@ const Flag kFlags[] = {
 class TestStoreContracts : public QObject {
     Q_OBJECT
 private slots:
+    // The tests play a host that shows the workstation's chooser.
+    void initTestCase() { ZebObjects::CustomerChooser::install(); }
+
     void initTestCase_data()
     {
         QTest::addColumn<QString>("implementation");
