@@ -486,6 +486,29 @@ private:
         return 1;
     }
 
+    // Where the columns sit across the body and how wide each is.
+    struct BomColumns {
+        std::vector<qreal> xs;
+        std::vector<qreal> widths;
+    };
+    // Everything of the bill of materials that is drawn, laid out as text blocks.
+    struct BomTable {
+        BomColumns columns;
+        qreal pad = 0;
+        BomRow header;
+        // Whether there is a table at all; without one, message says why.
+        bool table = false;
+        std::vector<BomRow> rows;
+        std::vector<TextBlock> remarks;
+        TextBlock remarksHeading;
+        TextBlock message;
+        // Page heads: title, job, and the purpose on the first page.
+        TextBlock title;
+        TextBlock job;
+        TextBlock purpose;
+        qreal headGap = 0;
+    };
+
     void planBOM()
     {
         startPart(QStringLiteral("Bill of Materials"));
@@ -495,50 +518,69 @@ private:
                                        "bill of materials is printed."));
             return;
         }
-        const qreal pad = pt(3);
+        const std::shared_ptr<const BomTable> bom = bomTable(bomColumns());
+        const std::vector<BomPage> pages = paginateBOM(*bom);
+        const qint32 total = qint32(pages.size());
+        for (qint32 n = 0; n < total; ++n) {
+            const BomPage page = pages[std::size_t(n)];
+            addPage([=, this](QPainter& p) { drawBOMPage(p, *bom, page, n == 0); });
+        }
+    }
+
+    // Columns share the width by weight.
+    BomColumns bomColumns() const
+    {
+        qreal weights = 0;
+        for (const BomColumn column : m_c.Columns)
+            weights += columnWeight(column);
+        BomColumns out;
+        qreal x = m_margin;
+        for (const BomColumn column : m_c.Columns) {
+            const qreal w = m_bodyWidth * columnWeight(column) / weights;
+            out.xs.push_back(x);
+            out.widths.push_back(w);
+            x += w;
+        }
+        return out;
+    }
+
+    static Qt::Alignment bomAlignment(BomColumn column)
+    {
+        return column == BomColumn::Quantity || column == BomColumn::MTO || column == BomColumn::Line
+                   ? Qt::AlignHCenter
+                   : Qt::AlignLeft;
+    }
+
+    std::shared_ptr<const BomTable> bomTable(BomColumns columns) const
+    {
+        auto out = std::make_shared<BomTable>();
+        BomTable& t = *out;
+        t.columns = std::move(columns);
+        t.pad = pt(3);
+        const qreal pad = t.pad;
+        const std::vector<qreal>& widths = t.columns.widths;
         const QFont cellFont = makeFont(8);
         const QFont headFont = makeFont(8, true);
         const QFont commentFont = makeFont(8, false, true);
 
-        // Columns share the width by weight.
-        qreal weights = 0;
-        for (const BomColumn column : m_c.Columns)
-            weights += columnWeight(column);
-        auto xs = std::make_shared<std::vector<qreal>>();
-        auto widths = std::make_shared<std::vector<qreal>>();
-        qreal x = m_margin;
-        for (const BomColumn column : m_c.Columns) {
-            const qreal w = m_bodyWidth * columnWeight(column) / weights;
-            xs->push_back(x);
-            widths->push_back(w);
-            x += w;
-        }
-        const auto alignmentOf = [](BomColumn column) {
-            return column == BomColumn::Quantity || column == BomColumn::MTO || column == BomColumn::Line
-                       ? Qt::AlignHCenter
-                       : Qt::AlignLeft;
-        };
-
-        auto header = std::make_shared<BomRow>();
         for (qsizetype i = 0; i < m_c.Columns.size(); ++i) {
-            header->cells.push_back(block(PackageContent::columnTitle(m_c.Columns[i]), headFont,
-                                          (*widths)[std::size_t(i)] - 2 * pad,
-                                          alignmentOf(m_c.Columns[i])));
-            header->height = std::max(header->height, header->cells.back().height() + 2 * pad);
+            t.header.cells.push_back(block(PackageContent::columnTitle(m_c.Columns[i]), headFont,
+                                           widths[std::size_t(i)] - 2 * pad,
+                                           bomAlignment(m_c.Columns[i])));
+            t.header.height = std::max(t.header.height, t.header.cells.back().height() + 2 * pad);
         }
 
-        const bool table = !m_c.Columns.isEmpty() && !m_c.Lines.isEmpty();
-        auto rows = std::make_shared<std::vector<BomRow>>();
-        if (table) {
-            rows->reserve(std::size_t(m_c.Lines.size()));
+        t.table = !m_c.Columns.isEmpty() && !m_c.Lines.isEmpty();
+        if (t.table) {
+            t.rows.reserve(std::size_t(m_c.Lines.size()));
             const qreal commentIndent = pt(18);
             for (const auto& line : m_c.Lines) {
                 BomRow row;
                 qreal h = 0;
                 for (qsizetype i = 0; i < line.Cells.size(); ++i) {
                     row.cells.push_back(block(line.Cells[i], cellFont,
-                                              (*widths)[std::size_t(i)] - 2 * pad,
-                                              alignmentOf(m_c.Columns[i])));
+                                              widths[std::size_t(i)] - 2 * pad,
+                                              bomAlignment(m_c.Columns[i])));
                     h = std::max(h, row.cells.back().height());
                 }
                 row.height = h + 2 * pad;
@@ -547,128 +589,132 @@ private:
                                         m_bodyWidth - commentIndent - 2 * pad);
                     row.height += row.comment.height() + pad;
                 }
-                rows->push_back(std::move(row));
+                t.rows.push_back(std::move(row));
             }
         }
-        auto remarks = std::make_shared<std::vector<TextBlock>>();
         for (const QString& text : m_c.DefaultRemarks)
-            remarks->push_back(block(QStringLiteral("\u2022  ") + text, cellFont, m_bodyWidth));
-        const TextBlock remarksHeading = block(QStringLiteral("Remarks"), headFont, m_bodyWidth);
+            t.remarks.push_back(block(QStringLiteral("\u2022  ") + text, cellFont, m_bodyWidth));
+        t.remarksHeading = block(QStringLiteral("Remarks"), headFont, m_bodyWidth);
 
         QString message;
         if (m_c.Columns.isEmpty())
             message = QStringLiteral("No columns are chosen for the bill of materials.");
         else if (m_c.Lines.isEmpty())
             message = QStringLiteral("The submittal has no lines.");
-        const TextBlock messageBlock = block(message, makeFont(11), m_bodyWidth);
+        t.message = block(message, makeFont(11), m_bodyWidth);
 
-        // Page heads: title, job, and the purpose on the first page.
-        const TextBlock title = block(QStringLiteral("Bill of Materials"), makeFont(15, true), m_bodyWidth);
+        t.title = block(QStringLiteral("Bill of Materials"), makeFont(15, true), m_bodyWidth);
         QString job = m_c.JobName;
         if (!m_c.JobNumber.isEmpty())
             job += QStringLiteral("  \u2014  Job ") + m_c.JobNumber;
         if (!m_c.DateText.isEmpty())
             job += QStringLiteral("  \u2014  ") + m_c.DateText;
-        const TextBlock jobBlock = block(job, makeFont(9), m_bodyWidth);
-        const TextBlock purpose = block(QStringLiteral("Purpose: ") + m_c.Purpose, makeFont(10.5, true), m_bodyWidth);
-        const qreal headGap = pt(10);
-        const auto headHeight = [&](bool first) {
-            return title.height() + jobBlock.height() + (first ? pt(4) + purpose.height() : 0) + headGap;
-        };
-        const qreal limit = bodyBottom();
+        t.job = block(job, makeFont(9), m_bodyWidth);
+        t.purpose = block(QStringLiteral("Purpose: ") + m_c.Purpose, makeFont(10.5, true), m_bodyWidth);
+        t.headGap = pt(10);
+        return out;
+    }
 
-        // Break the rows, then the remarks, into pages.
+    qreal bomHeadHeight(const BomTable& t, bool first) const
+    {
+        return t.title.height() + t.job.height() + (first ? pt(4) + t.purpose.height() : 0) + t.headGap;
+    }
+
+    // Break the rows, then the remarks, into pages.
+    std::vector<BomPage> paginateBOM(const BomTable& t) const
+    {
+        const qreal limit = bodyBottom();
         std::vector<BomPage> pages(1);
-        qreal y = m_margin + headHeight(true);
-        if (table)
-            y += header->height;
+        qreal y = m_margin + bomHeadHeight(t, true);
+        if (t.table)
+            y += t.header.height;
         else {
             pages.back().message = true;
-            y += messageBlock.height() + pt(12);
+            y += t.message.height() + pt(12);
         }
         const auto newPage = [&] {
             pages.emplace_back();
-            y = m_margin + headHeight(false);
+            y = m_margin + bomHeadHeight(t, false);
         };
-        for (std::size_t i = 0; i < rows->size(); ++i) {
-            const qreal h = (*rows)[i].height;
+        for (std::size_t i = 0; i < t.rows.size(); ++i) {
+            const qreal h = t.rows[i].height;
             if (y + h > limit && !pages.back().rows.empty()) {
                 newPage();
-                y += header->height;
+                y += t.header.height;
             }
             pages.back().rows.push_back(qsizetype(i));
             y += h;
         }
-        if (!remarks->empty()) {
+        if (!t.remarks.empty()) {
             y += pt(12);
-            for (std::size_t i = 0; i < remarks->size(); ++i) {
-                const qreal need = (*remarks)[i].height() + (i == 0 ? remarksHeading.height() + pt(3) : 0);
+            for (std::size_t i = 0; i < t.remarks.size(); ++i) {
+                const qreal need = t.remarks[i].height() + (i == 0 ? t.remarksHeading.height() + pt(3) : 0);
                 if (y + need > limit)
                     newPage();
                 if (i == 0) {
                     pages.back().remarksHeading = true;
-                    y += remarksHeading.height() + pt(3);
+                    y += t.remarksHeading.height() + pt(3);
                 }
                 pages.back().remarks.push_back(qsizetype(i));
-                y += (*remarks)[i].height() + pt(2);
+                y += t.remarks[i].height() + pt(2);
             }
         }
+        return pages;
+    }
 
-        const qint32 total = qint32(pages.size());
-        for (qint32 n = 0; n < total; ++n) {
-            const BomPage page = pages[std::size_t(n)];
-            addPage([=, this](QPainter& p) {
-                qreal top = m_margin;
-                title.draw(p, QPointF(m_margin, top));
-                top += title.height();
-                jobBlock.draw(p, QPointF(m_margin, top));
-                top += jobBlock.height();
-                if (n == 0) {
-                    top += pt(4);
-                    purpose.draw(p, QPointF(m_margin, top));
-                    top += purpose.height();
-                }
-                top += headGap;
-                if (page.message) {
-                    messageBlock.draw(p, QPointF(m_margin, top));
-                    top += messageBlock.height() + pt(12);
-                }
-                QPen rule(QColor(0x90, 0x90, 0x90));
-                rule.setWidthF(pt(0.5));
-                if (!page.rows.empty()) {
-                    p.setPen(Qt::black);
-                    p.fillRect(QRectF(m_margin, top, m_bodyWidth, header->height), QColor(0xe4, 0xe9, 0xf0));
-                    for (std::size_t c = 0; c < header->cells.size(); ++c)
-                        header->cells[c].draw(p, QPointF((*xs)[c] + pad, top + pad));
-                    top += header->height;
-                    p.setPen(rule);
-                    p.drawLine(QPointF(m_margin, top), QPointF(m_margin + m_bodyWidth, top));
-                    for (const qsizetype r : page.rows) {
-                        const BomRow& row = (*rows)[std::size_t(r)];
-                        p.setPen(Qt::black);
-                        qreal cellsHeight = 0;
-                        for (std::size_t c = 0; c < row.cells.size(); ++c) {
-                            row.cells[c].draw(p, QPointF((*xs)[c] + pad, top + pad));
-                            cellsHeight = std::max(cellsHeight, row.cells[c].height());
-                        }
-                        if (!row.comment.isEmpty())
-                            row.comment.draw(p, QPointF(m_margin + pt(18) + pad, top + 2 * pad + cellsHeight));
-                        top += row.height;
-                        p.setPen(rule);
-                        p.drawLine(QPointF(m_margin, top), QPointF(m_margin + m_bodyWidth, top));
-                    }
-                    top += pt(12);
-                }
+    void drawBOMPage(QPainter& p, const BomTable& t, const BomPage& page, bool first) const
+    {
+        const qreal pad = t.pad;
+        const std::vector<qreal>& xs = t.columns.xs;
+        qreal top = m_margin;
+        t.title.draw(p, QPointF(m_margin, top));
+        top += t.title.height();
+        t.job.draw(p, QPointF(m_margin, top));
+        top += t.job.height();
+        if (first) {
+            top += pt(4);
+            t.purpose.draw(p, QPointF(m_margin, top));
+            top += t.purpose.height();
+        }
+        top += t.headGap;
+        if (page.message) {
+            t.message.draw(p, QPointF(m_margin, top));
+            top += t.message.height() + pt(12);
+        }
+        QPen rule(QColor(0x90, 0x90, 0x90));
+        rule.setWidthF(pt(0.5));
+        if (!page.rows.empty()) {
+            p.setPen(Qt::black);
+            p.fillRect(QRectF(m_margin, top, m_bodyWidth, t.header.height), QColor(0xe4, 0xe9, 0xf0));
+            for (std::size_t c = 0; c < t.header.cells.size(); ++c)
+                t.header.cells[c].draw(p, QPointF(xs[c] + pad, top + pad));
+            top += t.header.height;
+            p.setPen(rule);
+            p.drawLine(QPointF(m_margin, top), QPointF(m_margin + m_bodyWidth, top));
+            for (const qsizetype r : page.rows) {
+                const BomRow& row = t.rows[std::size_t(r)];
                 p.setPen(Qt::black);
-                if (page.remarksHeading) {
-                    remarksHeading.draw(p, QPointF(m_margin, top));
-                    top += remarksHeading.height() + pt(3);
+                qreal cellsHeight = 0;
+                for (std::size_t c = 0; c < row.cells.size(); ++c) {
+                    row.cells[c].draw(p, QPointF(xs[c] + pad, top + pad));
+                    cellsHeight = std::max(cellsHeight, row.cells[c].height());
                 }
-                for (const qsizetype r : page.remarks) {
-                    (*remarks)[std::size_t(r)].draw(p, QPointF(m_margin, top));
-                    top += (*remarks)[std::size_t(r)].height() + pt(2);
-                }
-            });
+                if (!row.comment.isEmpty())
+                    row.comment.draw(p, QPointF(m_margin + pt(18) + pad, top + 2 * pad + cellsHeight));
+                top += row.height;
+                p.setPen(rule);
+                p.drawLine(QPointF(m_margin, top), QPointF(m_margin + m_bodyWidth, top));
+            }
+            top += pt(12);
+        }
+        p.setPen(Qt::black);
+        if (page.remarksHeading) {
+            t.remarksHeading.draw(p, QPointF(m_margin, top));
+            top += t.remarksHeading.height() + pt(3);
+        }
+        for (const qsizetype r : page.remarks) {
+            t.remarks[std::size_t(r)].draw(p, QPointF(m_margin, top));
+            top += t.remarks[std::size_t(r)].height() + pt(2);
         }
     }
 
