@@ -12,6 +12,7 @@
 #include "objects/standalonecustomersearchcontext.h"
 #include "objects/standalonecustomersearchresult.h"
 #include "platform/keyedlistview.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 #include "userinput.h"
 
@@ -69,9 +70,7 @@ QStringList traced(const QString& label)
 
 QString logError(const QString& label, const ErrorInfo& e)
 {
-    return QStringList{QStringLiteral("LogError"), QStringLiteral("ctlCustSelect"), label,
-                       QString::number(e.Number), e.Source, e.Description, QStringLiteral("0")}
-        .join(QLatin1Char('|'));
+    return ZebTest::logLine("LogError", QStringLiteral("ctlCustSelect"), label, e);
 }
 
 QString titled(const ErrorInfo& e)
@@ -159,39 +158,7 @@ public:
     std::shared_ptr<HeldResultFinder> finder = std::make_shared<HeldResultFinder>();
 };
 
-// A log whose n-th trace fails; everything else goes to the test's log.
-class FailingTraceLog : public ZebObjects::DiagnosticLog {
-public:
-    FailingTraceLog(std::shared_ptr<ZebObjects::MemoryDiagnosticLog> inner, int failAt,
-                    ErrorInfo error)
-        : m_inner(std::move(inner)), m_failAt(failAt), m_error(std::move(error))
-    {
-    }
-    void LogError(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogError(m, l, e, n);
-    }
-    void LogNotice(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogNotice(m, l, e, n);
-    }
-    void LogWarning(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogWarning(m, l, e, n);
-    }
-    void Trace(const QString& m, const QString& l, QString message, qint32 level) override
-    {
-        if (++m_traces == m_failAt)
-            throw Failure(m_error);
-        m_inner->Trace(m, l, std::move(message), level);
-    }
-
-private:
-    std::shared_ptr<ZebObjects::MemoryDiagnosticLog> m_inner;
-    int m_failAt;
-    ErrorInfo m_error;
-    int m_traces = 0;
-};
+using ZebTest::FailingTraceLog;
 
 std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
 {

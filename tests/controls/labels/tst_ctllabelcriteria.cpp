@@ -9,6 +9,7 @@
 #include "objects/standalonelabels.h"
 #include "platform/keyedlistview.h"
 #include "platform/lineshape.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QAccessible>
@@ -34,7 +35,8 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 namespace {
 
 const QString kModule = QStringLiteral("ctlLabelCriteria");
-const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
+using ZebTest::kCannot;
+using ZebTest::plainBox;
 const QString kInstructions = QStringLiteral(
     "Choose what you want to include on the label.  The label size is Avery 5190, it is 1\" X 2 "
     "5/8\".  The fields you select will print on the label in the order that you select them.  "
@@ -53,15 +55,7 @@ const ErrorInfo kLogDown =
 
 QString logError(const QString& label, const ErrorInfo& e)
 {
-    return QStringList{QStringLiteral("LogError"), kModule,         label,
-                       QString::number(e.Number), e.Source,         e.Description,
-                       QStringLiteral("0")}
-        .join(QLatin1Char('|'));
-}
-
-Shown plainBox(const ErrorInfo& e)
-{
-    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
+    return ZebTest::logLine("LogError", kModule, label, e);
 }
 
 // --- A label definition of the test's own that writes every call into one journal, so the

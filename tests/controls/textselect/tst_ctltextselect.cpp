@@ -11,6 +11,7 @@
 #include "platform/lineshape.h"
 #include "platform/multilinetextbox.h"
 #include "platform/tooltipregistry.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QAction>
@@ -41,7 +42,8 @@ namespace {
 
 const QString kEnter = QStringLiteral("Entering Method...");
 const QString kExit = QStringLiteral("Exiting Method...");
-const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
+using ZebTest::kCannot;
+using ZebTest::plainBox;
 const QString kNotSet = QStringLiteral("Object variable or With block variable not set");
 const QString kAddReformatted = QStringLiteral(
     "Your text contains unsupported characters and will be reformatted.\r\n"
@@ -60,19 +62,7 @@ QString trace(const QString& label, const QString& message)
 
 QString logError(const QString& label, const ErrorInfo& e, const QString& module = {})
 {
-    return QStringList{QStringLiteral("LogError"),
-                       module.isEmpty() ? QStringLiteral("ctlTextSelect") : module,
-                       label,
-                       QString::number(e.Number),
-                       e.Source,
-                       e.Description,
-                       QStringLiteral("0")}
-        .join(QLatin1Char('|'));
-}
-
-Shown plainBox(const ErrorInfo& e)
-{
-    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
+    return ZebTest::logLine("LogError", module.isEmpty() ? QStringLiteral("ctlTextSelect") : module, label, e);
 }
 
 ErrorInfo notSet()
@@ -226,39 +216,7 @@ struct Fixture {
     }
 };
 
-// A log whose n-th trace fails; everything else goes to the test's log.
-class FailingTraceLog : public ZebObjects::DiagnosticLog {
-public:
-    FailingTraceLog(std::shared_ptr<ZebObjects::MemoryDiagnosticLog> inner, int failAt,
-                    ErrorInfo error)
-        : m_inner(std::move(inner)), m_failAt(failAt), m_error(std::move(error))
-    {
-    }
-    void LogError(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogError(m, l, e, n);
-    }
-    void LogNotice(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogNotice(m, l, e, n);
-    }
-    void LogWarning(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogWarning(m, l, e, n);
-    }
-    void Trace(const QString& m, const QString& l, QString message, qint32 level) override
-    {
-        if (++m_traces == m_failAt)
-            throw Failure(m_error);
-        m_inner->Trace(m, l, std::move(message), level);
-    }
-
-private:
-    std::shared_ptr<ZebObjects::MemoryDiagnosticLog> m_inner;
-    int m_failAt;
-    ErrorInfo m_error;
-    int m_traces = 0;
-};
+using ZebTest::FailingTraceLog;
 
 // The failure a call to the control raised towards its caller.
 std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
