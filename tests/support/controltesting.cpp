@@ -17,6 +17,16 @@ QString logLine(const char* kind, const QString& module, const QString& label,
         .join(QLatin1Char('|'));
 }
 
+std::optional<ZebObjects::ErrorInfo> failureIfAny(const std::function<void()>& call)
+{
+    try {
+        call();
+    } catch (const ZebObjects::Failure& f) {
+        return f.info();
+    }
+    return std::nullopt;
+}
+
 FailingTraceLog::FailingTraceLog(std::shared_ptr<ZebObjects::MemoryDiagnosticLog> inner, int failAt,
                                  ZebObjects::ErrorInfo error)
     : m_inner(std::move(inner)), m_failAt(failAt), m_error(std::move(error))

@@ -7,7 +7,9 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 // What the control tests compare against: the box a control shows for a failure it reports, the
 // test log's lines, and a log that fails on a chosen trace.
@@ -24,6 +26,9 @@ ZebSubCtl::ScriptedMessageBoxService::Shown plainBox(const ZebObjects::ErrorInfo
 // for its notice and warning kin (kind "LogNotice", "LogWarning").
 QString logLine(const char* kind, const QString& module, const QString& label,
                 const ZebObjects::ErrorInfo& e);
+
+// What call threw, or nothing when it returned.
+std::optional<ZebObjects::ErrorInfo> failureIfAny(const std::function<void()>& call);
 
 // A log whose n-th trace (1-based) fails with error; everything else goes to inner.
 class FailingTraceLog : public ZebObjects::DiagnosticLog {

@@ -160,15 +160,7 @@ public:
 
 using ZebTest::FailingTraceLog;
 
-std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return std::nullopt;
-}
+using ZebTest::failureIfAny;
 
 // One panel, shown, with its own log, message boxes, application services (searching the
 // small directory above) and customer collection.
@@ -855,7 +847,7 @@ void tst_ctlCustSelect::restoringAllowAddTrueRunsTheSameSetterAsAtRunTime()
 void tst_ctlCustSelect::restoreFailureIsLoggedAndPassedToTheHost()
 {
     Fixture f;
-    const auto failure = failureOf([&] {
+    const auto failure = failureIfAny([&] {
         f.ctl->UserControl_ReadProperties(PropertyBag::fromJson(R"({"AllowAdd": 5})"));
     });
     QVERIFY(failure);
@@ -872,7 +864,7 @@ void tst_ctlCustSelect::saveFailureIsLoggedTwiceAndPassedToTheHost()
     // Trace 1 is the save's entry, 2 the getter's entry.
     ZebObjects::Runtime::setDiagnosticLog(std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
     PropertyBag bag;
-    const auto failure = failureOf([&] { f.ctl->UserControl_WriteProperties(bag); });
+    const auto failure = failureIfAny([&] { f.ctl->UserControl_WriteProperties(bag); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kLogDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("UserControl_WriteProperties()", kEnter),
@@ -888,7 +880,7 @@ void tst_ctlCustSelect::failingSetterTracesEntryAndLogsButNeverExits()
     f.h.log().clear();
     // The layout's entry is the second trace.
     ZebObjects::Runtime::setDiagnosticLog(std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
-    const auto failure = failureOf([&] { f.ctl->setAllowAdd(true); });
+    const auto failure = failureIfAny([&] { f.ctl->setAllowAdd(true); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kLogDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("AllowAdd()", kEnter),
@@ -976,7 +968,7 @@ void tst_ctlCustSelect::populateFailureIsLoggedTwiceAndPassedToTheHost()
     Fixture f;
     f.coll->Add(QStringLiteral("A1"), customer("A1", "Alder"));
     f.coll->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
-    const auto failure = failureOf([&] { f.ctl->setCustomers(f.coll); });
+    const auto failure = failureIfAny([&] { f.ctl->setCustomers(f.coll); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kStoreDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("Customers()", kEnter), logError(QStringLiteral("Populate"), kStoreDown),
@@ -996,7 +988,7 @@ void tst_ctlCustSelect::failureReadingACustomerKeepsTheRowsAddedBefore()
     f.coll->Add(QStringLiteral("A1"), a);
     f.coll->Add(QStringLiteral("B2"), b);
     b->faults().failNext(QStringLiteral("City"), kStoreDown);
-    QCOMPARE(failureOf([&] { f.ctl->setCustomers(f.coll); }), std::optional<ErrorInfo>(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setCustomers(f.coll); }), std::optional<ErrorInfo>(kStoreDown));
     // The second row was begun and got its first three sub-items.
     QCOMPARE(f.keys(), (QStringList{"A1", "B2"}));
     QCOMPARE(f.list()->subItemCount(0), 6);

@@ -315,15 +315,7 @@ struct ProbeFixture {
     }
 };
 
-std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return std::nullopt;
-}
+using ZebTest::failureIfAny;
 
 }  // namespace
 
@@ -763,7 +755,7 @@ void tst_ctlLabelCriteria::bindingFailureOfEachMemberIsOnlyLoggedAndKeepsWhatWas
         : object == QLatin1String("fields") ? f.fields->faults()
                                             : f.fields->field(object)->faults();
     faults.failNext(member, kStoreDown);
-    const auto thrown = failureOf([&] { f.ctl->setLabels(f.labels); });
+    const auto thrown = failureIfAny([&] { f.ctl->setLabels(f.labels); });
     QVERIFY(!thrown);
     QCOMPARE(f.h.log().lines(), QStringList{logError("Populate()", kStoreDown)});
     QVERIFY(f.h.boxes().shown().isEmpty());
@@ -778,7 +770,7 @@ void tst_ctlLabelCriteria::failingLogWhileBindingReachesTheCallerUnchanged()
     f.standardFields();
     f.fields->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
     f.h.log().faults().failNext(QStringLiteral("LogError"), kLogDown);
-    const auto thrown = failureOf([&] { f.ctl->setLabels(f.labels); });
+    const auto thrown = failureIfAny([&] { f.ctl->setLabels(f.labels); });
     QVERIFY(thrown);
     QCOMPARE(*thrown, kLogDown);
     // The write has no error path of its own: nothing more is logged, nothing shown.

@@ -219,15 +219,7 @@ struct Fixture {
 using ZebTest::FailingTraceLog;
 
 // The failure a call to the control raised towards its caller.
-std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return std::nullopt;
-}
+using ZebTest::failureIfAny;
 
 }  // namespace
 
@@ -750,13 +742,13 @@ void tst_ctlTextSelect::failingPropertyProcedurePassesTheFailureToTheHost()
 {
     Fixture f;
     f.h.log().faults().failNext(QStringLiteral("Trace"), kLogDown);
-    QCOMPARE(failureOf([&] { f.ctl->setAllowReorder(true); }), std::optional(kLogDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setAllowReorder(true); }), std::optional(kLogDown));
     QCOMPARE(f.h.log().lines(), QStringList{logError("AllowReorder", kLogDown)});
     QVERIFY(!f.button("cmdMoveUp")->isEnabled());
     QVERIFY(f.h.boxes().shown().isEmpty());
     f.h.log().clear();
     f.h.log().faults().failNext(QStringLiteral("Trace"), kLogDown);
-    QCOMPARE(failureOf([&] { f.ctl->TextObjects(); }), std::optional(kLogDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->TextObjects(); }), std::optional(kLogDown));
     QCOMPARE(f.h.log().lines(), QStringList{logError("TextObjects", kLogDown)});
 }
 
@@ -766,7 +758,7 @@ void tst_ctlTextSelect::layoutFailureWhileSettingAllowUpdateIsLoggedTwiceAndPass
     // The second trace is the entry of HandleResize().
     ZebObjects::Runtime::setDiagnosticLog(
         std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
-    QCOMPARE(failureOf([&] { f.ctl->setAllowUpdate(true); }), std::optional(kLogDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setAllowUpdate(true); }), std::optional(kLogDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("AllowUpdate()", kEnter), logError("HandleResize", kLogDown),
                           logError("AllowUpdate", kLogDown)}));
@@ -885,7 +877,7 @@ void tst_ctlTextSelect::populateFailureIsLoggedTwiceAndPassedToTheHost()
     Fixture f;
     f.paragraphs({{"a", "Alpha", false}});
     f.coll->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
-    QCOMPARE(failureOf([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("TextObjects()", kEnter), trace("Populate()", kEnter),
                           logError("Populate", kStoreDown), logError("TextObjects", kStoreDown)}));
@@ -901,7 +893,7 @@ void tst_ctlTextSelect::failureReadingAParagraphKeepsTheItemsAddedBefore()
     f.paragraphs({{"a", "Alpha", true}, {"b", "Bravo", false}, {"c", "Charlie", true},
                   {"d", "Delta", false}});
     f.coll->object(QStringLiteral("c"))->faults().failNext(QStringLiteral("Selected"), kStoreDown);
-    QCOMPARE(failureOf([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
     QCOMPARE(f.keys(), (QStringList{"TEXTOBJECTa", "TEXTOBJECTb", "TEXTOBJECTc"}));
     QCOMPARE(f.tags(), (QStringList{"a", "b", ""}));
     QCOMPARE(f.checks(), (QList<bool>{true, false, false}));
@@ -915,7 +907,7 @@ void tst_ctlTextSelect::failingTypeWriteLeavesTheListAsItWas()
     auto other = std::make_shared<StandaloneTextObjects>();
     other->addWithKey(QStringLiteral("x"), QStringLiteral("X-ray"), true);
     other->faults().failNext(QStringLiteral("TextObjectType="), kStoreDown);
-    QCOMPARE(failureOf([&] { f.ctl->setTextObjects(other); }), std::optional(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setTextObjects(other); }), std::optional(kStoreDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("TextObjects()", kEnter), logError("TextObjects", kStoreDown)}));
     QCOMPARE(f.texts(), QStringList{"Alpha"});
@@ -1886,7 +1878,7 @@ void tst_ctlTextSelect::itemDeletedForAnItemNotInTheListReportsElementNotFound()
     Fixture f;
     f.paragraphs({{"a", "Alpha", false}, {"b", "Bravo", false}});
     f.coll->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
-    QVERIFY(failureOf([&] { f.ctl->setTextObjects(f.coll); }));
+    QVERIFY(failureIfAny([&] { f.ctl->setTextObjects(f.coll); }));
     f.h.log().clear();
     f.coll->Remove(QStringLiteral("b"));
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kNotFound)});
