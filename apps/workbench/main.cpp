@@ -1,4 +1,8 @@
 // zeb-workbench: the submittal workstation on the office's store.
+//
+// The command line is read once into Options; main() then runs one mode. To add a mode: a field
+// in Options, its QCommandLineOption in parseCommandLine(), its name in kCommandLineModes when it
+// runs without a window, and one function called from main().
 #include "formdescription.h"
 #include "hostmessageboxes.h"
 #include "frame/controlregistry.h"
@@ -9,10 +13,10 @@
 #include "contracts/runtime.h"
 #include "officefile.h"
 #include "officesettingsdialog.h"
+#include "packageexport.h"
 #include "startupfailure.h"
-#include "package/packagegenerator.h"
-#include "storepackagesource.h"
 #include "store/store.h"
+#include "store/storejob.h"
 #include "workbenchdata.h"
 #include "workstation.h"
 
@@ -25,15 +29,43 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <optional>
 
 namespace {
-bool wantsOption(int argc, char** argv, const char* option)
-{
-    for (int i = 1; i < argc; ++i)
-        if (qstrcmp(argv[i], option) == 0)
-            return true;
-    return false;
-}
+// The modes that run without a window and end by themselves: without a screen they draw
+// offscreen, and they never wait for a box.
+constexpr const char* kCommandLineModes[] = {"--list", "--screenshot", "--save-design", "--export"};
+
+// What the command line asks for. An unset option is an empty optional (or false).
+struct Options {
+    // Modes, tried in this order; without any, the workstation window opens.
+    bool list = false;                      // --list
+    std::optional<QString> exportPdf;       // --export
+    std::optional<QString> saveDesign;      // --save-design
+    std::optional<QString> screenshot;      // --screenshot
+
+    // Settings the modes share.
+    std::optional<QString> form;            // --form
+    std::optional<QString> log;             // --log
+    std::optional<QString> db;              // --db
+    bool resetSample = false;               // --reset-sample
+    std::optional<QString> job;             // --job
+    bool force = false;                     // --force
+    std::optional<QString> page;            // --page
+    std::optional<QString> lineItems;       // --line-items
+
+    // A mode run from a terminal or a script, with nobody to answer a box.
+    bool commandLineMode() const { return exportPdf || saveDesign || screenshot; }
+};
+
+// What every mode but --list works on: set up by openOffice().
+struct Session {
+    std::shared_ptr<HostMessageBoxes> boxes;
+    std::shared_ptr<LogPane> pane;
+    FormDescription description;
+    int generatedLines = -1;
+    std::shared_ptr<ZebObjects::Store> store;
+};
 
 // Set once the command line is read: whether a failure also shows in a dialog.
 bool g_failureDialog = false;
@@ -42,23 +74,26 @@ int fail(const QString& message)
 {
     return StartupFailure::report(message, g_failureDialog);
 }
-}  // namespace
 
-int main(int argc, char** argv)
+// Listing and rendering need no screen: without one, draw offscreen. Runs before QApplication,
+// which is what reads the platform.
+void preferOffscreen(int argc, char** argv)
 {
-    // Listing and rendering need no screen: without one, draw offscreen.
     const bool headless = qEnvironmentVariableIsEmpty("DISPLAY")
                           && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
                           && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-    if (headless && (wantsOption(argc, argv, "--screenshot") || wantsOption(argc, argv, "--list")
-                     || wantsOption(argc, argv, "--save-design") || wantsOption(argc, argv, "--export")))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!headless)
+        return;
+    for (int i = 1; i < argc; ++i)
+        for (const char* mode : kCommandLineModes)
+            if (qstrcmp(argv[i], mode) == 0) {
+                qputenv("QT_QPA_PLATFORM", "offscreen");
+                return;
+            }
+}
 
-    QApplication app(argc, argv);
-    QApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-    QApplication::setApplicationName(QStringLiteral("zeb-workbench"));
-    QApplication::setApplicationVersion(ZebSubCtl::LibraryInfo::Version());
-
+Options parseCommandLine(const QApplication& app)
+{
     QCommandLineParser parser;
     parser.setApplicationDescription(ZebSubCtl::LibraryInfo::Description() + QStringLiteral(" workbench"));
     parser.addHelpOption();
@@ -70,129 +105,149 @@ int main(int argc, char** argv)
     const QCommandLineOption saveDesign(QStringLiteral("save-design"), QStringLiteral("Write the form with every control's saved design to this file and exit."), QStringLiteral("file"));
     const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Open this page (1-based) first."), QStringLiteral("number"));
     const QCommandLineOption lineItems(QStringLiteral("line-items"), QStringLiteral("Bind a generated job of this many lines as \"lineItems\" (more than the viewer holds shows its failure in the log)."), QStringLiteral("count"));
-    parser.addOptions({list, screenshot, form, log, saveDesign, page});
-    parser.addOption(lineItems);
     const QCommandLineOption db(QStringLiteral("db"), QStringLiteral("Open this office file, or the office's database on a PostgreSQL server (postgresql://user@host:port/database), instead of the file in the user's data folder."), QStringLiteral("file or location"));
     const QCommandLineOption resetSample(QStringLiteral("reset-sample"), QStringLiteral("Make the office file anew with the sample office (a server database gets it only while empty)."));
     const QCommandLineOption job(QStringLiteral("job"), QStringLiteral("Open the job with this number first."), QStringLiteral("number"));
     const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
     const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
-    parser.addOptions({db, resetSample, job, exportPdf, force});
+    parser.addOptions({list, screenshot, form, log, saveDesign, page, lineItems, db, resetSample, job, exportPdf, force});
     parser.process(app);
-    // Started from an icon there is no terminal to read a failure on; a command-line mode never
-    // waits for a box.
-    g_failureDialog = StartupFailure::hasDisplay() && !parser.isSet(list) && !parser.isSet(screenshot)
-                      && !parser.isSet(saveDesign) && !parser.isSet(exportPdf);
 
-    if (parser.isSet(list)) {
-        for (const QString& id : ZebSubCtl::ControlRegistry::instance().identifiers())
-            std::printf("%s\n", qPrintable(id));
-        return 0;
-    }
+    const auto value = [&parser](const QCommandLineOption& option) -> std::optional<QString> {
+        if (!parser.isSet(option))
+            return std::nullopt;
+        return parser.value(option);
+    };
+    Options options;
+    options.list = parser.isSet(list);
+    options.exportPdf = value(exportPdf);
+    options.saveDesign = value(saveDesign);
+    options.screenshot = value(screenshot);
+    options.form = value(form);
+    options.log = value(log);
+    options.db = value(db);
+    options.resetSample = parser.isSet(resetSample);
+    options.job = value(job);
+    options.force = parser.isSet(force);
+    options.page = value(page);
+    options.lineItems = value(lineItems);
+    return options;
+}
 
+int listControls()
+{
+    for (const QString& id : ZebSubCtl::ControlRegistry::instance().identifiers())
+        std::printf("%s\n", qPrintable(id));
+    return 0;
+}
+
+// Sets up the boxes, the log, the form and the office's store. Answers 0, or the exit code of
+// the failure it reported.
+int openOffice(const Options& options, Session& session)
+{
     // A command-line mode, or a run without a display, has nobody to answer a box: its boxes
     // become lines on standard error and the run ends with a failure.
-    const bool console = parser.isSet(screenshot) || parser.isSet(saveDesign) || parser.isSet(exportPdf)
+    const bool console = options.commandLineMode()
                          || QGuiApplication::platformName() == QLatin1String("offscreen")
                          || QGuiApplication::platformName() == QLatin1String("minimal");
-    auto boxes = std::make_shared<HostMessageBoxes>(console);
-    ZebSubCtl::MessageBoxes::setService(boxes);
-    const auto finish = [&boxes](int code) { return code == 0 && boxes->consoleLines() > 0 ? 1 : code; };
+    session.boxes = std::make_shared<HostMessageBoxes>(console);
+    ZebSubCtl::MessageBoxes::setService(session.boxes);
 
     auto defaultLog = std::make_shared<ZebObjects::DefaultDiagnosticLog>();
     try {
-        if (parser.isSet(log))
-            defaultLog->setFile(parser.value(log));
+        if (options.log)
+            defaultLog->setFile(*options.log);
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
-    auto pane = std::make_shared<LogPane>(defaultLog);
-    ZebObjects::Runtime::setDiagnosticLog(pane);
+    session.pane = std::make_shared<LogPane>(defaultLog);
+    ZebObjects::Runtime::setDiagnosticLog(session.pane);
 
-    FormDescription description;
     try {
-        description = parser.isSet(form) ? FormDescription::fromFile(parser.value(form))
-                                         : FormDescription::fromFile(QStringLiteral(":/forms/workbench.json"));
+        session.description = FormDescription::fromFile(options.form.value_or(QStringLiteral(":/forms/workbench.json")));
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
 
-    int generated = -1;
-    if (parser.isSet(lineItems)) {
+    if (options.lineItems) {
         bool ok = false;
-        generated = parser.value(lineItems).toInt(&ok);
+        session.generatedLines = options.lineItems->toInt(&ok);
         if (!ok)
-            return fail(QStringLiteral("--line-items needs a whole number, not \"%1\"").arg(parser.value(lineItems)));
-        if (generated < 0 || generated > 32767)
-            return fail(QStringLiteral("Overflow: a job has 0 to 32767 lines, not %1").arg(generated));
+            return fail(QStringLiteral("--line-items needs a whole number, not \"%1\"").arg(*options.lineItems));
+        if (session.generatedLines < 0 || session.generatedLines > 32767)
+            return fail(QStringLiteral("Overflow: a job has 0 to 32767 lines, not %1").arg(session.generatedLines));
     }
 
     // --db, else the office chosen in the Office Database dialog, else the user's own file.
-    const QString chosen = parser.isSet(db) ? parser.value(db) : OfficeSettingsDialog::savedLocation();
+    const QString chosen = options.db ? *options.db : OfficeSettingsDialog::savedLocation();
     const bool ownOffice = chosen.isEmpty();
     const QString path = ownOffice ? OfficeFile::defaultPath() : chosen;
     // An empty file named by the user becomes an office only when the user says so.
     bool newOffice = false;
-    if (!console && !parser.isSet(resetSample) && !ownOffice && OfficeFile::isEmptyFile(path))
+    if (!console && !options.resetSample && !ownOffice && OfficeFile::isEmptyFile(path))
         newOffice = QMessageBox::question(nullptr, QStringLiteral("Empty Office File"),
                                           QStringLiteral("The file \"%1\" is empty (0 bytes): it holds no office.\n\n"
                                                          "Make a new, empty office in it?").arg(path),
                                           QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
                     == QMessageBox::Yes;
-    std::shared_ptr<ZebObjects::Store> store;
     try {
-        store = parser.isSet(resetSample) ? OfficeFile::resetSample(path) : OfficeFile::open(path, ownOffice, newOffice);
+        session.store = options.resetSample ? OfficeFile::resetSample(path) : OfficeFile::open(path, ownOffice, newOffice);
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
     // The status bar says once that nothing can be saved; no box repeats it for every write.
-    if (store->isReadOnly())
-        boxes->setQuiet(store->readOnlyFailure().Description());
-    ZebObjects::Runtime::setApplicationServices(store->applicationServices());
-    // The services hold the store's connection, which must close before Qt SQL goes away.
-    struct ServicesRelease {
-        ~ServicesRelease() { ZebObjects::Runtime::setApplicationServices(nullptr); }
-    } servicesRelease;
+    if (session.store->isReadOnly())
+        session.boxes->setQuiet(session.store->readOnlyFailure().Description());
+    return 0;
+}
 
-    if (parser.isSet(exportPdf)) {
-        const qint64 id = parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job))
-                                            : Workstation::defaultJob(*store);
-        if (id == 0)
-            return fail(parser.isSet(job) ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store->path(), parser.value(job))
-                                          : QStringLiteral("the office \"%1\" has no job").arg(store->path()));
-        try {
-            const StorePackageSource source(*store, store->openJob(id));
-            // An incomplete package goes out only when forced; the list says what it lacks.
-            const QStringList gaps = ZebPackage::PackageGenerator::Check(source);
-            if (!gaps.isEmpty() && !parser.isSet(force)) {
-                std::fprintf(stderr, "zeb-workbench: the package of job %s is incomplete (--force writes it anyway):\n",
-                             qPrintable(source.JobNumber()));
-                for (const QString& gap : gaps)
-                    std::fprintf(stderr, "  - %s\n", qPrintable(gap));
-                return 2;
-            }
-            ZebPackage::PackageGenerator generator;
-            generator.Generate(source, parser.value(exportPdf));
-            std::printf("%s: %d pages\n", qPrintable(parser.value(exportPdf)), int(generator.pageCount()));
-        } catch (const ZebObjects::Failure& f) {
-            return fail(f.Description());
-        }
-        return 0;
+// --export: the job's package, written as the window's Export Package writes it.
+int exportPackage(const Options& options, ZebObjects::Store& store)
+{
+    const qint64 id = options.job ? Workstation::jobByNumber(store, *options.job) : Workstation::defaultJob(store);
+    if (id == 0)
+        return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store.path(), *options.job)
+                                : QStringLiteral("the office \"%1\" has no job").arg(store.path()));
+    try {
+        const auto job = store.openJob(id);
+        // The list says what an incomplete package lacks; --force writes it anyway.
+        const auto writeIncomplete = [&options, &job](const QStringList& gaps) {
+            if (options.force)
+                return true;
+            std::fprintf(stderr, "zeb-workbench: the package of job %s is incomplete (--force writes it anyway):\n",
+                         qPrintable(job->number()));
+            for (const QString& gap : gaps)
+                std::fprintf(stderr, "  - %s\n", qPrintable(gap));
+            return false;
+        };
+        const PackageExport::Result result = PackageExport::write(store, job, *options.exportPdf, writeIncomplete);
+        if (result.outcome == PackageExport::Outcome::Declined)
+            return 2;
+        std::printf("%s: %d pages\n", qPrintable(*options.exportPdf), int(result.pages));
+    } catch (const ZebObjects::Failure& f) {
+        return fail(f.Description());
     }
+    return 0;
+}
 
-    Workstation::Options options;
+// The workstation window; --save-design and --screenshot build it, write their file and end.
+int runWorkstation(const Options& options, Session& session)
+{
+    const auto finish = [&session](int code) { return code == 0 && session.boxes->consoleLines() > 0 ? 1 : code; };
+
+    Workstation::Options windowOptions;
     // A rendering has the form's own size, whatever the window was left at.
-    options.remember = !parser.isSet(screenshot) && !parser.isSet(saveDesign);
-    options.generatedLineItems = generated;
-    Workstation window(description, store, options);
+    windowOptions.remember = !options.screenshot && !options.saveDesign;
+    windowOptions.generatedLineItems = session.generatedLines;
+    Workstation window(session.description, session.store, windowOptions);
     // A user searching for a customer chooses among several matches and hears when nobody matches.
     ZebObjects::CustomerChooser::install();
     ZebObjects::CustomerChooser::setTellsWhenNothingFound(true);
     qint64 first = window.startingJob();
-    if (parser.isSet(job)) {
-        first = window.jobByNumber(parser.value(job));
+    if (options.job) {
+        first = window.jobByNumber(*options.job);
         if (first == 0)
-            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store->path(), parser.value(job)));
+            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(session.store->path(), *options.job));
     }
     try {
         if (first != 0)
@@ -200,17 +255,17 @@ int main(int argc, char** argv)
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
-    pane->setView(window.logView());
+    session.pane->setView(window.logView());
     for (const QString& problem : window.problems())
         std::fprintf(stderr, "zeb-workbench: %s\n", qPrintable(problem));
     // What reached the host is shown beside what the controls logged.
     for (const QString& problem : window.problems())
         window.logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + problem);
-    if (parser.isSet(page))
-        window.showPage(parser.value(page).toInt() - 1);
+    if (options.page)
+        window.showPage(options.page->toInt() - 1);
 
-    if (parser.isSet(saveDesign)) {
-        QFile out(parser.value(saveDesign));
+    if (options.saveDesign) {
+        QFile out(*options.saveDesign);
         if (!out.open(QIODevice::WriteOnly) || out.write(window.currentDesignJson()) < 0)
             return fail(QStringLiteral("cannot write \"%1\": %2").arg(out.fileName(), out.errorString()));
         return finish(0);
@@ -219,12 +274,43 @@ int main(int argc, char** argv)
     window.show();
     // The keys go to the workstation from the start, also where no window manager hands them on.
     window.activateWindow();
-    if (parser.isSet(screenshot)) {
-        const QString file = parser.value(screenshot);
-        QTimer::singleShot(0, &window, [&] {
+    if (options.screenshot) {
+        const QString file = *options.screenshot;
+        QTimer::singleShot(0, &window, [&window, file] {
             const QPixmap shot = window.grab();
             QApplication::exit(shot.save(file, "PNG") ? 0 : fail(QStringLiteral("cannot write \"%1\"").arg(file)));
         });
     }
     return finish(QApplication::exec());
+}
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    preferOffscreen(argc, argv);
+    QApplication app(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
+    QApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+    QApplication::setApplicationVersion(ZebSubCtl::LibraryInfo::Version());
+
+    const Options options = parseCommandLine(app);
+    // Started from an icon there is no terminal to read a failure on; a command-line mode never
+    // waits for a box.
+    g_failureDialog = StartupFailure::hasDisplay() && !options.list && !options.commandLineMode();
+
+    if (options.list)
+        return listControls();
+
+    Session session;
+    if (const int code = openOffice(options, session); code != 0)
+        return code;
+    ZebObjects::Runtime::setApplicationServices(session.store->applicationServices());
+    // The services hold the store's connection, which must close before Qt SQL goes away.
+    struct ServicesRelease {
+        ~ServicesRelease() { ZebObjects::Runtime::setApplicationServices(nullptr); }
+    } servicesRelease;
+
+    if (options.exportPdf)
+        return exportPackage(options, *session.store);
+    return runWorkstation(options, session);
 }

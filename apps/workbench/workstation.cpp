@@ -2,13 +2,12 @@
 
 #include "contracts/failure.h"
 #include "exportcheckdialog.h"
+#include "packageexport.h"
 #include "desktopopener.h"
 #include "joblistdialog.h"
 #include "letterheaddialog.h"
 #include "officesettingsdialog.h"
-#include "package/packagegenerator.h"
 #include "platform/dateedit.h"
-#include "storepackagesource.h"
 #include "store/store.h"
 #include "store/storejob.h"
 #include "store/storesubmittal.h"
@@ -292,45 +291,42 @@ bool Workstation::exportPackage(const QString& path)
     if (!m_job)
         return false;
     finishEdit();
-    try {
-        // A package that lacks something goes out only when the user says so.
-        const QStringList gaps = ZebPackage::PackageGenerator::Check(StorePackageSource(*m_store, m_job));
-        if (!gaps.isEmpty()) {
-            ExportCheckDialog check(m_job->number(), gaps, this);
-            if (check.exec() != QDialog::Accepted) {
-                statusBar()->showMessage(QStringLiteral("Export cancelled"), 5000);
-                return false;
-            }
+    // The progress dialog comes with the writing, after any question about what the package lacks.
+    std::unique_ptr<QProgressDialog> progress;
+    const auto showProgress = [this, &progress](qint32 done, qint32 total) {
+        if (!progress) {
+            progress = std::make_unique<QProgressDialog>(
+                QStringLiteral("Writing the package of job %1...").arg(m_job->number()),
+                QStringLiteral("Cancel"), 0, 1, this);
+            progress->setObjectName(QStringLiteral("dlgExportProgress"));
+            progress->setWindowTitle(QStringLiteral("Export Package"));
+            progress->setWindowModality(Qt::WindowModal);
+            // Short exports finish before the dialog would be worth showing.
+            progress->setMinimumDuration(m_options.exportProgressDelayMs);
         }
-    } catch (const ZebObjects::Failure& f) {
-        logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
-        QMessageBox::warning(this, QStringLiteral("Export Package"), f.Description());
-        return false;
-    }
-    QProgressDialog progress(QStringLiteral("Writing the package of job %1...").arg(m_job->number()),
-                             QStringLiteral("Cancel"), 0, 1, this);
-    progress.setObjectName(QStringLiteral("dlgExportProgress"));
-    progress.setWindowTitle(QStringLiteral("Export Package"));
-    progress.setWindowModality(Qt::WindowModal);
-    // Short exports finish before the dialog would be worth showing.
-    progress.setMinimumDuration(m_options.exportProgressDelayMs);
-    ZebPackage::PackageGenerator generator;
-    generator.setProgress([&progress](qint32 done, qint32 total) {
-        progress.setMaximum(std::max(total, 1));
-        progress.setValue(std::min(done, std::max(total, 1)));
+        progress->setMaximum(std::max(total, 1));
+        progress->setValue(std::min(done, std::max(total, 1)));
         QApplication::processEvents();
-        return !progress.wasCanceled();
-    });
+        return !progress->wasCanceled();
+    };
+    // A package that lacks something goes out only when the user says so.
+    const auto askIncomplete = [this](const QStringList& gaps) {
+        ExportCheckDialog check(m_job->number(), gaps, this);
+        return check.exec() == QDialog::Accepted;
+    };
     try {
-        const StorePackageSource source(*m_store, m_job);
-        const bool written = generator.Generate(source, path);
-        progress.reset();
+        const PackageExport::Result result =
+            PackageExport::write(*m_store, m_job, path, askIncomplete, showProgress);
+        if (progress)
+            progress->reset();
+        const bool written = result.outcome == PackageExport::Outcome::Written;
         statusBar()->showMessage(written ? QStringLiteral("Package written to %1").arg(path)
                                          : QStringLiteral("Export cancelled"),
                                  5000);
         return written;
     } catch (const ZebObjects::Failure& f) {
-        progress.reset();
+        if (progress)
+            progress->reset();
         logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + f.Description());
         QMessageBox::warning(this, QStringLiteral("Export Package"), f.Description());
         return false;

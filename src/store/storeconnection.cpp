@@ -2,6 +2,7 @@
 
 #include "contracts/diagnosticlog.h"
 #include "contracts/runtime.h"
+#include "store/storecommitwatch.h"
 #include "store/storeschema.h"
 
 #include <QCoreApplication>
@@ -10,7 +11,6 @@
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
-#include <QSocketNotifier>
 #include <QSqlRecord>
 #include <QDeadlineTimer>
 #include <QThread>
@@ -198,8 +198,7 @@ StoreConnection::StoreConnection(StoreDialect dialect, QString path, QString nam
 
 StoreConnection::~StoreConnection()
 {
-    m_listener = nullptr;
-    m_watchCheck.reset();
+    m_commitWatch.reset();
     if (m_dialect.isServer()) {
         if (m_db.isValid() && m_depth > 0 && !m_lost) {
             AnswerGuard guard(*this);
@@ -263,7 +262,8 @@ void StoreConnection::dropServerConnection()
 {
     if (m_watch)
         m_watch->disarm();
-    stopListening();
+    if (m_commitWatch)
+        m_commitWatch->stopListening();
     // The driver goes before the statements: a statement outliving its driver sends nothing,
     // so a lost connection is not asked to free each of them (and does not complain of it).
     QHash<QString, QSqlQuery> statements;
@@ -535,8 +535,8 @@ void StoreConnection::startSession()
     if (m_readOnly)
         q.exec(QStringLiteral("SET default_transaction_read_only = on"));
     q.finish();
-    if (m_onCommit)
-        listen();
+    if (m_commitWatch)
+        m_commitWatch->listen();
 }
 
 bool StoreConnection::connectServer()
@@ -549,10 +549,10 @@ bool StoreConnection::connectServer()
     if (m_watching > 0)
         armWatch();
     startSession();
-    if (m_onCommit)
+    if (m_commitWatch)
         QTimer::singleShot(0, m_db.driver(), [this] {
-            if (m_onCommit)
-                m_onCommit();
+            if (m_commitWatch)
+                m_commitWatch->tell();
         });
     return true;
 }
@@ -580,18 +580,11 @@ bool StoreConnection::watchCommits(std::function<void()> onCommit)
 {
     if (!m_dialect.isServer())
         return false;
-    m_onCommit = std::move(onCommit);
-    if (!m_watchCheck) {
-        m_watchCheck = std::make_unique<QTimer>();
-        m_watchCheck->setInterval(1000);
-        QObject::connect(m_watchCheck.get(), &QTimer::timeout, m_watchCheck.get(), [this] {
-            if (!m_lost && m_depth == 0 && (!m_db.driver() || !m_db.driver()->isOpen()))
-                lose();
-        });
-        m_watchCheck->start();
-    }
-    if (!m_lost && !m_listener)
-        listen();
+    if (!m_commitWatch)
+        m_commitWatch = std::make_unique<StoreCommitWatch>(*this);
+    m_commitWatch->setOnCommit(std::move(onCommit));
+    if (!m_lost && !m_commitWatch->listening())
+        m_commitWatch->listen();
     return true;
 }
 
@@ -606,67 +599,11 @@ PGconn* StoreConnection::serverConnection() const
     return *static_cast<PGconn* const*>(handle.constData());
 }
 
-// The announcements are read off the connection's socket here rather than through the driver,
-// whose own notice of a readable socket does not come in every Qt version.
-void StoreConnection::listen()
+bool StoreConnection::execAwaited(const QString& sql)
 {
-    stopListening();
-    PGconn* conn = serverConnection();
-    if (!conn || PQsocket(conn) < 0 || !m_watchCheck)
-        return;
-    {
-        AnswerGuard guard(*this);
-        QSqlQuery q(m_db);
-        if (!q.exec(QStringLiteral("LISTEN ") + StoreDialect::changeChannel()))
-            return;
-    }
-    // Owned by the watch's timer, so that it goes with the connection at the latest.
-    m_listener = new QSocketNotifier(PQsocket(conn), QSocketNotifier::Read, m_watchCheck.get());
-    QObject::connect(m_listener, &QSocketNotifier::activated, m_listener,
-                     [this] { readAnnouncements(); });
-}
-
-void StoreConnection::stopListening()
-{
-    if (!m_listener)
-        return;
-    m_listener->setEnabled(false);
-    // It may be the one whose signal runs now.
-    m_listener->deleteLater();
-    m_listener = nullptr;
-}
-
-void StoreConnection::readAnnouncements()
-{
-    m_readPending = false;
-    PGconn* conn = m_lost ? nullptr : serverConnection();
-    if (!conn)
-        return;
-    PQconsumeInput(conn);
-    bool other = false;
-    while (PGnotify* n = PQnotifies(conn)) {
-        if (n->be_pid != PQbackendPID(conn)
-            && StoreDialect::changeChannel() == QLatin1String(n->relname))
-            other = true;
-        PQfreemem(n);
-    }
-    // A connection the server dropped is noticed here; the next use makes it again.
-    if (PQstatus(conn) != CONNECTION_OK && m_depth == 0) {
-        lose();
-        return;
-    }
-    if (other && m_onCommit)
-        m_onCommit();
-}
-
-void StoreConnection::announcementsMayWait()
-{
-    // A statement's answer may carry announcements along; the socket then has nothing more to
-    // tell, so they are read from the event loop.
-    if (!m_listener || m_readPending)
-        return;
-    m_readPending = true;
-    QTimer::singleShot(0, m_listener, [this] { readAnnouncements(); });
+    AnswerGuard guard(*this);
+    QSqlQuery q(m_db);
+    return q.exec(sql);
 }
 
 Failure StoreConnection::anotherProgram() const
@@ -847,7 +784,8 @@ QSqlQuery& StoreConnection::execOnce(const QString& sql, const QVariantList& arg
             m_direct = QSqlQuery(m_db);
             m_direct.setForwardOnly(true);
             if (m_direct.exec(sql)) {
-                announcementsMayWait();
+                if (m_commitWatch)
+                    m_commitWatch->announcementsMayWait();
                 return m_direct;
             }
             const QSqlError error = m_direct.lastError();
@@ -892,7 +830,8 @@ QSqlQuery& StoreConnection::execOnce(const QString& sql, const QVariantList& arg
                     || sql.startsWith(QLatin1String("DELETE")))
                 && q.numRowsAffected() != 0)
                 m_rowsChanged = true;
-            announcementsMayWait();
+            if (m_commitWatch)
+                m_commitWatch->announcementsMayWait();
             return q;
         }
         const QSqlError error = q.lastError();

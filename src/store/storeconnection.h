@@ -15,12 +15,12 @@
 #include <type_traits>
 
 class QObject;
-class QSocketNotifier;
 class QSqlError;
-class QTimer;
 struct pg_conn;
 
 namespace ZebObjects {
+
+class StoreCommitWatch;
 
 // One open database, an SQLite file or a database on the office's PostgreSQL server, shared by
 // the store and every object it hands out; it stays open while any of them lives. Statements are
@@ -154,6 +154,7 @@ public:
 
 private:
     friend class AnswerGuard;
+    friend class StoreCommitWatch;
     StoreConnection(StoreDialect dialect, QString path, QString name);
     void addServerDatabase();
     void armWatch();
@@ -169,10 +170,8 @@ private:
     // saying it may have been saved when that cannot be known.
     void committedAfterAll(qint64 xid, const QString& cause);
     pg_conn* serverConnection() const;
-    void listen();
-    void stopListening();
-    void readAnnouncements();
-    void announcementsMayWait();
+    // Runs a statement without arguments, waiting for its answer at most the answer timeout.
+    bool execAwaited(const QString& sql);
     void begin();
     void commit();
     void rollback();
@@ -199,12 +198,8 @@ private:
     // The server connection is gone; the next use makes it again.
     bool m_lost = false;
     bool m_readOnly = false;
-    std::function<void()> m_onCommit;
-    QSocketNotifier* m_listener = nullptr;
-    bool m_readPending = false;
-    // While watching, notices a connection the server dropped, so that the next use makes it
-    // again (and listens again) instead of finding it dead.
-    std::unique_ptr<QTimer> m_watchCheck;
+    // Set once another connection's commits are watched.
+    std::unique_ptr<StoreCommitWatch> m_commitWatch;
     QSqlDatabase m_db;
     QHash<QString, QSqlQuery> m_statements;
     QSqlQuery m_direct;

@@ -44,13 +44,6 @@ QStringList remarkTexts(const TextObjects& c)
 class TestBOM : public QObject {
     Q_OBJECT
 private slots:
-    void everyFlagStartsFalse()
-    {
-        StandaloneBOM bom;
-        for (const Flag& f : kFlags)
-            QVERIFY2(!(bom.*f.get)(), f.name);
-    }
-
     void eachFlagIsKeptOnItsOwn()
     {
         for (int which = 0; which < int(std::size(kFlags)); ++which) {

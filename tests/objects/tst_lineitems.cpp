@@ -38,19 +38,6 @@ private slots:
         QVERIFY(items.Enumerate().isEmpty());
     }
 
-    void enumerationIsInTheOrderAdded()
-    {
-        StandaloneLineItems items;
-        items.Add(line(1, "A"));
-        items.Add(line(2, "B"));
-        items.Add(line(3, "C"));
-        QStringList types;
-        for (const auto& i : items.Enumerate())
-            types << i->Type();
-        QCOMPARE(types, (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")}));
-        QCOMPARE(items.Item(2)->Type(), QStringLiteral("B"));
-    }
-
     void itemPositionOutOfRangeFails()
     {
         StandaloneLineItems items;

@@ -51,21 +51,6 @@ const QStringList kCaptions = {QStringLiteral("Request For Prior Approval"),
 class TestSubmittal : public QObject {
     Q_OBJECT
 private slots:
-    void newSubmittalIsEmptyWithPurposeOptionZero()
-    {
-        StandaloneSubmittal s;
-        QCOMPARE(s.IssuedBy(), QString());
-        QCOMPARE(s.SubmittalDate(), QString());
-        QCOMPARE(s.IncludeCoverLetter(), false);
-        QCOMPARE(s.IncludeBOM(), false);
-        QCOMPARE(s.IncludeLabels(), false);
-        QCOMPARE(s.SubmittalPurposeIndex(), qint16(0));
-        QCOMPARE(s.SubmittalPurpose(), QStringLiteral("Request For Prior Approval"));
-        QVERIFY(s.CoverLetter() != nullptr);
-        QVERIFY(s.Recipients() != nullptr);
-        QCOMPARE(s.Recipients()->Count(), qint16(0));
-    }
-
     void purposeCaptionsAreTheEightOptionTexts()
     {
         QCOMPARE(StandaloneSubmittal::purposeCaptions(), kCaptions + QStringList{QStringLiteral("Other")});
@@ -78,26 +63,6 @@ private slots:
         s.setIssuedBy(QStringLiteral("Marta Halloran"));
         QCOMPARE(s.IssuedBy(), QStringLiteral("Marta Halloran"));
         QCOMPARE(log.events, QStringList{QStringLiteral("IssuedByChanged:Marta Halloran")});
-    }
-
-    void writingTheValueAMemberHoldsRaisesNothing()
-    {
-        StandaloneSubmittal s;
-        s.setIssuedBy(QStringLiteral("A"));
-        s.setSubmittalDate(QStringLiteral("2026-11-21"));
-        s.setIncludeCoverLetter(true);
-        s.setIncludeBOM(true);
-        s.setIncludeLabels(true);
-        s.setSubmittalPurpose(s.SelectPurpose(3));
-        EventLog log(s);
-        s.setIssuedBy(QStringLiteral("A"));
-        s.setSubmittalDate(QStringLiteral("2026-11-21"));
-        s.setIncludeCoverLetter(true);
-        s.setIncludeBOM(true);
-        s.setIncludeLabels(true);
-        QCOMPARE(s.SelectPurpose(3), kCaptions[3]);
-        s.setSubmittalPurpose(kCaptions[3]);
-        QVERIFY(log.events.isEmpty());
     }
 
     void submittalDateAcceptsIsoTextAndEmptyAndRaisesSubmittalDateChanged()
@@ -157,24 +122,6 @@ private slots:
         QCOMPARE(s.IncludeLabels(), true);
     }
 
-    void selectPurposeRecordsTheOptionAndAnswersItsCaption_data()
-    {
-        QTest::addColumn<qint16>("index");
-        for (qint16 i = 0; i < 7; ++i)
-            QTest::addRow("%d", int(i)) << i;
-    }
-    void selectPurposeRecordsTheOptionAndAnswersItsCaption()
-    {
-        QFETCH(qint16, index);
-        StandaloneSubmittal s;
-        s.SelectPurpose(index == 6 ? 5 : 6);
-        QSignalSpy spy(&s, &Submittal::SubmittalPurposeChanged);
-        QCOMPARE(s.SelectPurpose(index), kCaptions[index]);
-        QCOMPARE(s.SubmittalPurposeIndex(), index);
-        QCOMPARE(spy.count(), 1);
-        QCOMPARE(spy.at(0).at(0).value<qint16>(), index);
-    }
-
     void selectPurposeDoesNotWriteThePurposeText()
     {
         StandaloneSubmittal s;
@@ -218,31 +165,6 @@ private slots:
         QCOMPARE(s.SubmittalPurposeIndex(), qint16(7));
     }
 
-    void selectPurposeOutsideZeroToSevenFailsAndChangesNothing_data()
-    {
-        QTest::addColumn<qint16>("index");
-        QTest::newRow("-1") << qint16(-1);
-        QTest::newRow("8") << qint16(8);
-        QTest::newRow("32767") << qint16(32767);
-    }
-    void selectPurposeOutsideZeroToSevenFailsAndChangesNothing()
-    {
-        QFETCH(qint16, index);
-        StandaloneSubmittal s;
-        s.SelectPurpose(3);
-        EventLog log(s);
-        try {
-            s.SelectPurpose(index);
-            QFAIL("no failure");
-        } catch (const Failure& f) {
-            QCOMPARE(f.Number(), 9);
-            QCOMPARE(f.Description(),
-                     QStringLiteral("Subscript out of range: there is no purpose option %1").arg(index));
-        }
-        QCOMPARE(s.SubmittalPurposeIndex(), qint16(3));
-        QVERIFY(log.events.isEmpty());
-    }
-
     void purposeTextWriteRaisesSubmittalPurposeChangedWithTheCurrentOption()
     {
         StandaloneSubmittal s;
@@ -250,16 +172,6 @@ private slots:
         EventLog log(s);
         s.setSubmittalPurpose(QStringLiteral("Mine"));
         QCOMPARE(log.events, QStringList{QStringLiteral("SubmittalPurposeChanged(7):7:Mine")});
-    }
-
-    void panelClickSequenceRaisesIndexThenText()
-    {
-        StandaloneSubmittal s;
-        EventLog log(s);
-        s.setSubmittalPurpose(s.SelectPurpose(1));
-        QCOMPARE(log.events,
-                 (QStringList{QStringLiteral("SubmittalPurposeChanged(1):1:Request For Prior Approval"),
-                              QStringLiteral("SubmittalPurposeChanged(1):1:Request For Approval")}));
     }
 
     void coverLetterMayBeNone()

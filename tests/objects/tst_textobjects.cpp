@@ -88,21 +88,6 @@ private slots:
         QCOMPARE(c.Item(d)->Text(), QStringLiteral("d"));
     }
 
-    void itemEventsSeeTheCollectionAlreadyChanged()
-    {
-        StandaloneTextObjects c;
-        QStringList seen;
-        connect(&c, &TextObjects::ItemAdded, this, [&](const QString& key) {
-            seen << c.Item(key)->Text() << QString::number(c.Count());
-        });
-        connect(&c, &TextObjects::ItemDeleted, this, [&](const QString&) {
-            seen << QString::number(c.Count());
-        });
-        const auto o = c.Add(QStringLiteral("x"), false);
-        c.Remove(o->Key());
-        QCOMPARE(seen, (QStringList{QStringLiteral("x"), QStringLiteral("1"), QStringLiteral("0")}));
-    }
-
     void itemLooksUpByKeyAndByOneBasedPosition()
     {
         StandaloneTextObjects c;

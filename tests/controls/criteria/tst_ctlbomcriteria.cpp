@@ -8,6 +8,7 @@
 #include "platform/keyedlistview.h"
 #include "platform/lineshape.h"
 #include "platform/picture.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QAccessible>
@@ -26,7 +27,8 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 
 namespace {
 
-const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
+using ZebTest::kCannot;
+using ZebTest::plainBox;
 const ErrorInfo kStoreDown = error(-2147217843, QStringLiteral("ZebObjects.BOM"),
                                    QStringLiteral("The options store is not available"));
 const ErrorInfo kNotSet = error(91, QStringLiteral("ZebSubCtl"),
@@ -35,14 +37,7 @@ const ErrorInfo kNotSet = error(91, QStringLiteral("ZebSubCtl"),
 QString logError(const QString& label, const ErrorInfo& e,
                  const QString& module = QStringLiteral("ctlBOMCriteria"))
 {
-    return QStringList{QStringLiteral("LogError"), module, label, QString::number(e.Number),
-                       e.Source, e.Description, QStringLiteral("0")}
-        .join(QLatin1Char('|'));
-}
-
-Shown plainBox(const ErrorInfo& e)
-{
-    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
+    return ZebTest::logLine("LogError", module, label, e);
 }
 
 QStringList errorsOnly(const QStringList& lines)

@@ -8,6 +8,7 @@
 #include "platform/lineshape.h"
 #include "platform/optionbutton.h"
 #include "platform/picture.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QAccessible>
@@ -29,7 +30,8 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 
 namespace {
 
-const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
+using ZebTest::kCannot;
+using ZebTest::plainBox;
 const ErrorInfo kStoreDown = error(-2147217843, QStringLiteral("ZebObjects.Submittal"),
                                    QStringLiteral("The submittal store is not available"));
 const ErrorInfo kNotSet = error(91, QStringLiteral("ZebSubCtl"),
@@ -37,14 +39,7 @@ const ErrorInfo kNotSet = error(91, QStringLiteral("ZebSubCtl"),
 
 QString logError(const QString& label, const ErrorInfo& e)
 {
-    return QStringList{QStringLiteral("LogError"), QStringLiteral("ctlCvrLtrCriteria"), label,
-                       QString::number(e.Number), e.Source, e.Description, QStringLiteral("0")}
-        .join(QLatin1Char('|'));
-}
-
-Shown plainBox(const ErrorInfo& e)
-{
-    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
+    return ZebTest::logLine("LogError", QStringLiteral("ctlCvrLtrCriteria"), label, e);
 }
 
 // Cover letter options whose n-th read or n-th write of SeparateLetters fails (1-based; 0 never).

@@ -12,6 +12,7 @@
 #include "platform/optiongroup.h"
 #include "platform/picture.h"
 #include "platform/textbox.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QAbstractItemView>
@@ -41,7 +42,8 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 namespace {
 
 const QString kModule = QStringLiteral("ctlGeneralInfo");
-const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
+using ZebTest::kCannot;
+using ZebTest::plainBox;
 const QString kTip = QStringLiteral(
     "Choose the person who will be the contact for all communication regarding this submittal");
 const QStringList kIssuers{QStringLiteral("Dana Whitfield"), QStringLiteral("Marcus Oyelaran"),
@@ -62,14 +64,7 @@ const ErrorInfo kLogDown =
 
 QString logError(const QString& label, const ErrorInfo& e)
 {
-    return QStringList{QStringLiteral("LogError"), kModule, label, QString::number(e.Number),
-                       e.Source, e.Description, QStringLiteral("0")}
-        .join(QLatin1Char('|'));
-}
-
-Shown plainBox(const ErrorInfo& e)
-{
-    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
+    return ZebTest::logLine("LogError", kModule, label, e);
 }
 
 // A submittal that raises its change events on every write, changed or not, the way some hosts'

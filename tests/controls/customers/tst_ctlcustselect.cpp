@@ -12,6 +12,7 @@
 #include "objects/standalonecustomersearchcontext.h"
 #include "objects/standalonecustomersearchresult.h"
 #include "platform/keyedlistview.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 #include "userinput.h"
 
@@ -69,9 +70,7 @@ QStringList traced(const QString& label)
 
 QString logError(const QString& label, const ErrorInfo& e)
 {
-    return QStringList{QStringLiteral("LogError"), QStringLiteral("ctlCustSelect"), label,
-                       QString::number(e.Number), e.Source, e.Description, QStringLiteral("0")}
-        .join(QLatin1Char('|'));
+    return ZebTest::logLine("LogError", QStringLiteral("ctlCustSelect"), label, e);
 }
 
 QString titled(const ErrorInfo& e)
@@ -159,49 +158,9 @@ public:
     std::shared_ptr<HeldResultFinder> finder = std::make_shared<HeldResultFinder>();
 };
 
-// A log whose n-th trace fails; everything else goes to the test's log.
-class FailingTraceLog : public ZebObjects::DiagnosticLog {
-public:
-    FailingTraceLog(std::shared_ptr<ZebObjects::MemoryDiagnosticLog> inner, int failAt,
-                    ErrorInfo error)
-        : m_inner(std::move(inner)), m_failAt(failAt), m_error(std::move(error))
-    {
-    }
-    void LogError(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogError(m, l, e, n);
-    }
-    void LogNotice(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogNotice(m, l, e, n);
-    }
-    void LogWarning(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogWarning(m, l, e, n);
-    }
-    void Trace(const QString& m, const QString& l, QString message, qint32 level) override
-    {
-        if (++m_traces == m_failAt)
-            throw Failure(m_error);
-        m_inner->Trace(m, l, std::move(message), level);
-    }
+using ZebTest::FailingTraceLog;
 
-private:
-    std::shared_ptr<ZebObjects::MemoryDiagnosticLog> m_inner;
-    int m_failAt;
-    ErrorInfo m_error;
-    int m_traces = 0;
-};
-
-std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return std::nullopt;
-}
+using ZebTest::failureIfAny;
 
 // One panel, shown, with its own log, message boxes, application services (searching the
 // small directory above) and customer collection.
@@ -888,7 +847,7 @@ void tst_ctlCustSelect::restoringAllowAddTrueRunsTheSameSetterAsAtRunTime()
 void tst_ctlCustSelect::restoreFailureIsLoggedAndPassedToTheHost()
 {
     Fixture f;
-    const auto failure = failureOf([&] {
+    const auto failure = failureIfAny([&] {
         f.ctl->UserControl_ReadProperties(PropertyBag::fromJson(R"({"AllowAdd": 5})"));
     });
     QVERIFY(failure);
@@ -905,7 +864,7 @@ void tst_ctlCustSelect::saveFailureIsLoggedTwiceAndPassedToTheHost()
     // Trace 1 is the save's entry, 2 the getter's entry.
     ZebObjects::Runtime::setDiagnosticLog(std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
     PropertyBag bag;
-    const auto failure = failureOf([&] { f.ctl->UserControl_WriteProperties(bag); });
+    const auto failure = failureIfAny([&] { f.ctl->UserControl_WriteProperties(bag); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kLogDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("UserControl_WriteProperties()", kEnter),
@@ -921,7 +880,7 @@ void tst_ctlCustSelect::failingSetterTracesEntryAndLogsButNeverExits()
     f.h.log().clear();
     // The layout's entry is the second trace.
     ZebObjects::Runtime::setDiagnosticLog(std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
-    const auto failure = failureOf([&] { f.ctl->setAllowAdd(true); });
+    const auto failure = failureIfAny([&] { f.ctl->setAllowAdd(true); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kLogDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("AllowAdd()", kEnter),
@@ -1009,7 +968,7 @@ void tst_ctlCustSelect::populateFailureIsLoggedTwiceAndPassedToTheHost()
     Fixture f;
     f.coll->Add(QStringLiteral("A1"), customer("A1", "Alder"));
     f.coll->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
-    const auto failure = failureOf([&] { f.ctl->setCustomers(f.coll); });
+    const auto failure = failureIfAny([&] { f.ctl->setCustomers(f.coll); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kStoreDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("Customers()", kEnter), logError(QStringLiteral("Populate"), kStoreDown),
@@ -1029,7 +988,7 @@ void tst_ctlCustSelect::failureReadingACustomerKeepsTheRowsAddedBefore()
     f.coll->Add(QStringLiteral("A1"), a);
     f.coll->Add(QStringLiteral("B2"), b);
     b->faults().failNext(QStringLiteral("City"), kStoreDown);
-    QCOMPARE(failureOf([&] { f.ctl->setCustomers(f.coll); }), std::optional<ErrorInfo>(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setCustomers(f.coll); }), std::optional<ErrorInfo>(kStoreDown));
     // The second row was begun and got its first three sub-items.
     QCOMPARE(f.keys(), (QStringList{"A1", "B2"}));
     QCOMPARE(f.list()->subItemCount(0), 6);

@@ -9,6 +9,7 @@
 #include "objects/standalonelabels.h"
 #include "platform/keyedlistview.h"
 #include "platform/lineshape.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QAccessible>
@@ -34,7 +35,8 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 namespace {
 
 const QString kModule = QStringLiteral("ctlLabelCriteria");
-const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
+using ZebTest::kCannot;
+using ZebTest::plainBox;
 const QString kInstructions = QStringLiteral(
     "Choose what you want to include on the label.  The label size is Avery 5190, it is 1\" X 2 "
     "5/8\".  The fields you select will print on the label in the order that you select them.  "
@@ -53,15 +55,7 @@ const ErrorInfo kLogDown =
 
 QString logError(const QString& label, const ErrorInfo& e)
 {
-    return QStringList{QStringLiteral("LogError"), kModule,         label,
-                       QString::number(e.Number), e.Source,         e.Description,
-                       QStringLiteral("0")}
-        .join(QLatin1Char('|'));
-}
-
-Shown plainBox(const ErrorInfo& e)
-{
-    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
+    return ZebTest::logLine("LogError", kModule, label, e);
 }
 
 // --- A label definition of the test's own that writes every call into one journal, so the
@@ -321,15 +315,7 @@ struct ProbeFixture {
     }
 };
 
-std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return std::nullopt;
-}
+using ZebTest::failureIfAny;
 
 }  // namespace
 
@@ -769,7 +755,7 @@ void tst_ctlLabelCriteria::bindingFailureOfEachMemberIsOnlyLoggedAndKeepsWhatWas
         : object == QLatin1String("fields") ? f.fields->faults()
                                             : f.fields->field(object)->faults();
     faults.failNext(member, kStoreDown);
-    const auto thrown = failureOf([&] { f.ctl->setLabels(f.labels); });
+    const auto thrown = failureIfAny([&] { f.ctl->setLabels(f.labels); });
     QVERIFY(!thrown);
     QCOMPARE(f.h.log().lines(), QStringList{logError("Populate()", kStoreDown)});
     QVERIFY(f.h.boxes().shown().isEmpty());
@@ -784,7 +770,7 @@ void tst_ctlLabelCriteria::failingLogWhileBindingReachesTheCallerUnchanged()
     f.standardFields();
     f.fields->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
     f.h.log().faults().failNext(QStringLiteral("LogError"), kLogDown);
-    const auto thrown = failureOf([&] { f.ctl->setLabels(f.labels); });
+    const auto thrown = failureIfAny([&] { f.ctl->setLabels(f.labels); });
     QVERIFY(thrown);
     QCOMPARE(*thrown, kLogDown);
     // The write has no error path of its own: nothing more is logged, nothing shown.

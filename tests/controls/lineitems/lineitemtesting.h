@@ -5,6 +5,7 @@
 #include "objects/standalonelineitem.h"
 #include "objects/standalonelineitems.h"
 #include "platform/paintedlabel.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QAccessible>
@@ -20,7 +21,6 @@ namespace ZebTest {
 
 using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 
-inline const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
 inline const QString kNotSet = QStringLiteral("Object variable or With block variable not set");
 
 inline const ZebObjects::ErrorInfo kStoreDown{-2147217843, QStringLiteral("ZebObjects.LineItems"),
@@ -40,20 +40,6 @@ inline ZebObjects::ErrorInfo invalidValue()
 {
     return ZebObjects::ErrorInfo{380, QStringLiteral("ZebSubCtl"),
                                  QStringLiteral("Invalid property value")};
-}
-
-// "LogError|module|label|number|source|description|0" and its notice and warning kin.
-inline QString logLine(const char* kind, const QString& module, const QString& label,
-                       const ZebObjects::ErrorInfo& e)
-{
-    return QStringList{QLatin1String(kind), module,        label, QString::number(e.Number),
-                       e.Source,            e.Description, QStringLiteral("0")}
-        .join(QLatin1Char('|'));
-}
-
-inline Shown plainBox(const ZebObjects::ErrorInfo& e)
-{
-    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
 }
 
 // A line with texts of its own, numbered k so lines differ.

@@ -11,6 +11,7 @@
 #include "platform/lineshape.h"
 #include "platform/multilinetextbox.h"
 #include "platform/tooltipregistry.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QAction>
@@ -41,7 +42,8 @@ namespace {
 
 const QString kEnter = QStringLiteral("Entering Method...");
 const QString kExit = QStringLiteral("Exiting Method...");
-const QString kCannot = QStringLiteral("The requested operation cannot be completed.");
+using ZebTest::kCannot;
+using ZebTest::plainBox;
 const QString kNotSet = QStringLiteral("Object variable or With block variable not set");
 const QString kAddReformatted = QStringLiteral(
     "Your text contains unsupported characters and will be reformatted.\r\n"
@@ -60,19 +62,7 @@ QString trace(const QString& label, const QString& message)
 
 QString logError(const QString& label, const ErrorInfo& e, const QString& module = {})
 {
-    return QStringList{QStringLiteral("LogError"),
-                       module.isEmpty() ? QStringLiteral("ctlTextSelect") : module,
-                       label,
-                       QString::number(e.Number),
-                       e.Source,
-                       e.Description,
-                       QStringLiteral("0")}
-        .join(QLatin1Char('|'));
-}
-
-Shown plainBox(const ErrorInfo& e)
-{
-    return Shown{kCannot, 48, QString::number(e.Number) + QStringLiteral(" - ") + e.Description};
+    return ZebTest::logLine("LogError", module.isEmpty() ? QStringLiteral("ctlTextSelect") : module, label, e);
 }
 
 ErrorInfo notSet()
@@ -226,50 +216,10 @@ struct Fixture {
     }
 };
 
-// A log whose n-th trace fails; everything else goes to the test's log.
-class FailingTraceLog : public ZebObjects::DiagnosticLog {
-public:
-    FailingTraceLog(std::shared_ptr<ZebObjects::MemoryDiagnosticLog> inner, int failAt,
-                    ErrorInfo error)
-        : m_inner(std::move(inner)), m_failAt(failAt), m_error(std::move(error))
-    {
-    }
-    void LogError(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogError(m, l, e, n);
-    }
-    void LogNotice(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogNotice(m, l, e, n);
-    }
-    void LogWarning(const QString& m, const QString& l, const ErrorInfo& e, qint32 n) override
-    {
-        m_inner->LogWarning(m, l, e, n);
-    }
-    void Trace(const QString& m, const QString& l, QString message, qint32 level) override
-    {
-        if (++m_traces == m_failAt)
-            throw Failure(m_error);
-        m_inner->Trace(m, l, std::move(message), level);
-    }
-
-private:
-    std::shared_ptr<ZebObjects::MemoryDiagnosticLog> m_inner;
-    int m_failAt;
-    ErrorInfo m_error;
-    int m_traces = 0;
-};
+using ZebTest::FailingTraceLog;
 
 // The failure a call to the control raised towards its caller.
-std::optional<ErrorInfo> failureOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const Failure& f) {
-        return f.info();
-    }
-    return std::nullopt;
-}
+using ZebTest::failureIfAny;
 
 }  // namespace
 
@@ -792,13 +742,13 @@ void tst_ctlTextSelect::failingPropertyProcedurePassesTheFailureToTheHost()
 {
     Fixture f;
     f.h.log().faults().failNext(QStringLiteral("Trace"), kLogDown);
-    QCOMPARE(failureOf([&] { f.ctl->setAllowReorder(true); }), std::optional(kLogDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setAllowReorder(true); }), std::optional(kLogDown));
     QCOMPARE(f.h.log().lines(), QStringList{logError("AllowReorder", kLogDown)});
     QVERIFY(!f.button("cmdMoveUp")->isEnabled());
     QVERIFY(f.h.boxes().shown().isEmpty());
     f.h.log().clear();
     f.h.log().faults().failNext(QStringLiteral("Trace"), kLogDown);
-    QCOMPARE(failureOf([&] { f.ctl->TextObjects(); }), std::optional(kLogDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->TextObjects(); }), std::optional(kLogDown));
     QCOMPARE(f.h.log().lines(), QStringList{logError("TextObjects", kLogDown)});
 }
 
@@ -808,7 +758,7 @@ void tst_ctlTextSelect::layoutFailureWhileSettingAllowUpdateIsLoggedTwiceAndPass
     // The second trace is the entry of HandleResize().
     ZebObjects::Runtime::setDiagnosticLog(
         std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
-    QCOMPARE(failureOf([&] { f.ctl->setAllowUpdate(true); }), std::optional(kLogDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setAllowUpdate(true); }), std::optional(kLogDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("AllowUpdate()", kEnter), logError("HandleResize", kLogDown),
                           logError("AllowUpdate", kLogDown)}));
@@ -927,7 +877,7 @@ void tst_ctlTextSelect::populateFailureIsLoggedTwiceAndPassedToTheHost()
     Fixture f;
     f.paragraphs({{"a", "Alpha", false}});
     f.coll->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
-    QCOMPARE(failureOf([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("TextObjects()", kEnter), trace("Populate()", kEnter),
                           logError("Populate", kStoreDown), logError("TextObjects", kStoreDown)}));
@@ -943,7 +893,7 @@ void tst_ctlTextSelect::failureReadingAParagraphKeepsTheItemsAddedBefore()
     f.paragraphs({{"a", "Alpha", true}, {"b", "Bravo", false}, {"c", "Charlie", true},
                   {"d", "Delta", false}});
     f.coll->object(QStringLiteral("c"))->faults().failNext(QStringLiteral("Selected"), kStoreDown);
-    QCOMPARE(failureOf([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
     QCOMPARE(f.keys(), (QStringList{"TEXTOBJECTa", "TEXTOBJECTb", "TEXTOBJECTc"}));
     QCOMPARE(f.tags(), (QStringList{"a", "b", ""}));
     QCOMPARE(f.checks(), (QList<bool>{true, false, false}));
@@ -957,7 +907,7 @@ void tst_ctlTextSelect::failingTypeWriteLeavesTheListAsItWas()
     auto other = std::make_shared<StandaloneTextObjects>();
     other->addWithKey(QStringLiteral("x"), QStringLiteral("X-ray"), true);
     other->faults().failNext(QStringLiteral("TextObjectType="), kStoreDown);
-    QCOMPARE(failureOf([&] { f.ctl->setTextObjects(other); }), std::optional(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setTextObjects(other); }), std::optional(kStoreDown));
     QCOMPARE(f.h.log().lines(),
              (QStringList{trace("TextObjects()", kEnter), logError("TextObjects", kStoreDown)}));
     QCOMPARE(f.texts(), QStringList{"Alpha"});
@@ -1928,7 +1878,7 @@ void tst_ctlTextSelect::itemDeletedForAnItemNotInTheListReportsElementNotFound()
     Fixture f;
     f.paragraphs({{"a", "Alpha", false}, {"b", "Bravo", false}});
     f.coll->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
-    QVERIFY(failureOf([&] { f.ctl->setTextObjects(f.coll); }));
+    QVERIFY(failureIfAny([&] { f.ctl->setTextObjects(f.coll); }));
     f.h.log().clear();
     f.coll->Remove(QStringLiteral("b"));
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kNotFound)});

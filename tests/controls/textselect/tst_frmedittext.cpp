@@ -4,6 +4,7 @@
 #include "objects/standaloneapplicationservices.h"
 #include "objects/standalonetextobjects.h"
 #include "platform/multilinetextbox.h"
+#include "support/controltesting.h"
 #include "support/testsupport.h"
 
 #include <QMessageBox>
@@ -36,9 +37,7 @@ const QString kExitOK = QStringLiteral("Trace|frmEditText|cmdOK_Click()|Exiting 
 
 QString logError(const QString& label, const ErrorInfo& e)
 {
-    return QStringList{QStringLiteral("LogError"), QStringLiteral("frmEditText"), label,
-                       QString::number(e.Number), e.Source, e.Description, QStringLiteral("0")}
-        .join(QLatin1Char('|'));
+    return ZebTest::logLine("LogError", QStringLiteral("frmEditText"), label, e);
 }
 
 struct Fixture {
