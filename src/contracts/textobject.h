@@ -13,7 +13,7 @@ public:
     virtual QString Key() const = 0;
     /// May hold CR-LF line breaks.
     virtual QString Text() const = 0;
-    /// Replaces the text; the collection raises Changed.
+    /// Replaces the text.
     virtual void setText(const QString& text) = 0;
     /// Whether the paragraph is ticked for use.
     virtual bool Selected() const = 0;

@@ -46,7 +46,8 @@ public:
     virtual TextObjectList Enumerate() const = 0;
 
 signals:
-    /// Raised after a text object's text or tick has changed.
+    /// Raised after every change of the collection, after the event that names it; IsDirty() may
+    /// have changed with it.
     void Changed();
     /// Raised after the text object key was appended.
     void ItemAdded(const QString& key);
