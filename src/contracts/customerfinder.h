@@ -9,30 +9,30 @@ namespace ZebObjects {
 
 class CustomerSearchResult;
 
-// Searches the customer directory and, where needed, lets the user choose among the matches.
-//
-// Options:
-//   includeInactive      also customers whose accounts are closed
-//   interactive          with several matches, the user chooses one in the finder's own dialog;
-//                        without it, several matches settle on nobody
-//   exactName            the keyword must be the whole name, not a part of it
-//   matchAny             a customer matches when any given criterion does, not only when all do
-//   sortByAccountNumber  matches in account number order instead of name order
-// Criteria (an empty text and a zero maximum do not restrict the search; with none given at
-// all nothing matches):
-//   keyword              part of the name, ignoring case
-//   accountNumber        the whole account number, exactly
-//   city, state, type, category
-//                        the whole value, ignoring case
-//   zip                  the leading part of the postal code
-//   phone                digits contained in the phone number's digits
-//   maximumResults       at most this many matches are offered (negative fails)
-// context is the value of ApplicationServices::SearchContext(), handed on unchanged.
+/// Searches the customer directory and, where needed, lets the user choose among the matches.
+///
+/// Options:
+///   includeInactive      also customers whose accounts are closed
+///   interactive          with several matches, the user chooses one in the finder's own dialog;
+///                        without it, several matches settle on nobody
+///   exactName            the keyword must be the whole name, not a part of it
+///   matchAny             a customer matches when any given criterion does, not only when all do
+///   sortByAccountNumber  matches in account number order instead of name order
+/// Criteria (an empty text and a zero maximum do not restrict the search; with none given at
+/// all nothing matches):
+///   keyword              part of the name, ignoring case
+///   accountNumber        the whole account number, exactly
+///   city, state, type, category
+///                        the whole value, ignoring case
+///   zip                  the leading part of the postal code
+///   phone                digits contained in the phone number's digits
+///   maximumResults       at most this many matches are offered (negative fails)
+/// context is the value of ApplicationServices::SearchContext(), handed on unchanged.
 class CustomerFinder {
 public:
     virtual ~CustomerFinder() = default;
 
-    // Answers nothing when no customer was settled on (no match, or the user chose none).
+    /// Answers nothing when no customer was settled on (no match, or the user chose none).
     virtual std::shared_ptr<CustomerSearchResult>
     Search(bool includeInactive, bool interactive, bool exactName, bool matchAny,
            bool sortByAccountNumber, const QVariant& context, const QString& keyword,

@@ -4,12 +4,13 @@
 
 namespace ZebObjects {
 
-// Who is searching: the customer finder narrows or orders its answers by it. Callers hand the
-// value on unchanged.
+/// Who is searching: the customer finder narrows or orders its answers by it. Callers hand the
+/// value on unchanged.
 class CustomerSearchContext {
 public:
     virtual ~CustomerSearchContext() = default;
 
+    /// The context's value, handed to CustomerFinder::Search() unchanged.
     virtual QVariant Value() const = 0;
 };
 

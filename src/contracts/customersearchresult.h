@@ -6,12 +6,12 @@ namespace ZebObjects {
 
 class Customer;
 
-// What a customer search ended with.
+/// What a customer search ended with.
 class CustomerSearchResult {
 public:
     virtual ~CustomerSearchResult() = default;
 
-    // The customer the search settled on (the only match, or the user's choice).
+    /// The customer the search settled on (the only match, or the user's choice).
     virtual std::shared_ptr<Customer> ChosenCustomer() const = 0;
 };
 

@@ -6,11 +6,12 @@ namespace ZebObjects {
 
 class LabelFields;
 
-// A label definition: the fields that can print on a mailing label.
+/// A label definition: the fields that can print on a mailing label.
 class Labels {
 public:
     virtual ~Labels() = default;
 
+    /// The fields the labels can print.
     virtual std::shared_ptr<ZebObjects::LabelFields> LabelFields() const = 0;
 };
 

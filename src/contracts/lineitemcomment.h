@@ -4,11 +4,12 @@
 
 namespace ZebObjects {
 
-// The comment attached to a line of the bill of materials.
+/// The comment attached to a line of the bill of materials.
 class LineItemComment {
 public:
     virtual ~LineItemComment() = default;
 
+    /// The comment's text.
     virtual QString Text() const = 0;
 };
 

@@ -4,12 +4,14 @@
 
 namespace ZebObjects {
 
-// One addressee of a submittal.
+/// One addressee of a submittal.
 class Recipient {
 public:
     virtual ~Recipient() = default;
 
+    /// The addressee's name.
     virtual QString Name() const = 0;
+    /// The addressee's company.
     virtual QString Company() const = 0;
 };
 

@@ -10,15 +10,16 @@ namespace ZebObjects {
 
 using RecipientList = QList<std::shared_ptr<Recipient>>;
 
-// The addressees of a submittal, in display order.
+/// The addressees of a submittal, in display order.
 class Recipients {
 public:
     virtual ~Recipients() = default;
 
+    /// The number of recipients.
     virtual qint16 Count() const = 0;
-    // Look-up by 1-based position; a position out of range fails.
+    /// Look-up by 1-based position; a position out of range fails.
     virtual std::shared_ptr<Recipient> Item(qint16 position) const = 0;
-    // The recipients in display order (a snapshot).
+    /// The recipients in display order (a snapshot).
     virtual RecipientList Enumerate() const = 0;
 };
 

@@ -13,20 +13,24 @@
 
 namespace ZebSubCtl {
 
-// Who a procedure is to the diagnostic log.
+/// Who a procedure is to the diagnostic log.
 class Procedure {
 public:
-    // Traces "name()" at entry and exit; a failure is logged under "name".
+    /// Traces "name()" at entry and exit; a failure is logged under "name".
     static Procedure traced(QString module, QString name);
-    // Does not trace; a failure is logged under label as given (most labels end in "()"),
-    // with the module name read from the component when the failure happens.
+    /// Does not trace; a failure is logged under label as given (most labels end in "()"),
+    /// with the module name read from the component when the failure happens.
     static Procedure untraced(const QObject* component, QString label);
-    // Does not trace; the module name is a literal.
+    /// Does not trace; the module name is a literal.
     static Procedure untraced(QString module, QString label);
 
+    /// True when the procedure traces entry and exit.
     bool isTraced() const { return !m_traceLabel.isEmpty(); }
+    /// The module name the log entries carry (the component's bare name or the literal).
     QString module() const;
+    /// The label a failure is logged under.
     const QString& label() const { return m_label; }
+    /// The label entry and exit are traced under; empty when untraced.
     const QString& traceLabel() const { return m_traceLabel; }
 
 private:
@@ -38,28 +42,37 @@ private:
     QString m_traceLabel;
 };
 
-// How an error path ends, after it has read the failure and logged it.
+/// How an error path ends, after it has read the failure and logged it.
 class Ending {
 public:
+    /// What the error path does once the failure is logged.
     enum class Kind {
-        Report,     // LogError, then one message box; the caller never sees the failure
-        Propagate,  // LogError, then the same failure raised again to the caller
-        LogOnly,    // LogError; the failure is swallowed
-        Notice,     // LogNotice instead of LogError; swallowed
-        Warning,    // LogWarning instead of LogError; swallowed (log-and-resume steps)
+        Report,     ///< LogError, then one message box; the caller never sees the failure
+        Propagate,  ///< LogError, then the same failure raised again to the caller
+        LogOnly,    ///< LogError; the failure is swallowed
+        Notice,     ///< LogNotice instead of LogError; swallowed
+        Warning,    ///< LogWarning instead of LogError; swallowed (log-and-resume steps)
     };
 
+    /// LogError, then the message box of variant.
     static Ending report(ReportVariant variant = ReportVariant::Plain);
+    /// LogError, then the failure raised again to the caller.
     static Ending propagate();
+    /// LogError; the failure is swallowed.
     static Ending logOnly();
+    /// LogNotice; the failure is swallowed.
     static Ending notice();
+    /// LogWarning; the failure is swallowed.
     static Ending warning();
 
-    // Further statements of this procedure's error path, run after the box (or the log).
+    /// Further statements of this procedure's error path, run after the box (or the log).
     Ending then(std::function<void(const ErrorInfo&)> next) const;
 
+    /// The kind of ending.
     Kind kind() const { return m_kind; }
+    /// The message box a report shows.
     ReportVariant variant() const { return m_variant; }
+    /// The further statements set by then(); may be empty.
     const std::function<void(const ErrorInfo&)>& next() const { return m_next; }
 
 private:
@@ -70,24 +83,32 @@ private:
     std::function<void(const ErrorInfo&)> m_next;
 };
 
-// The procedures now running, innermost last, for tests that must know in which procedure a
-// failure happened. Off unless a test turns it on; then every procedure that runs through the
-// error path helpers below enters and leaves it.
+/// The procedures now running, innermost last, for tests that must know in which procedure a
+/// failure happened. Off unless a test turns it on; then every procedure that runs through the
+/// error path helpers below enters and leaves it.
 class ProcedureStack {
 public:
+    /// One running procedure.
     struct Frame {
+        /// The procedure's module.
         QString module;
+        /// The procedure's label.
         QString label;
     };
 
+    /// Turns the stack on or off (off by default).
     static void setEnabled(bool on);
+    /// True while the stack is on.
     static bool enabled() { return s_enabled; }
+    /// The running procedures, innermost last.
     static QList<Frame> current();
+    /// The number of running procedures.
     static qsizetype depth();
 
-    // Enters a procedure for the life of the scope (nothing when off).
+    /// Enters a procedure for the life of the scope (nothing when off).
     class Scope {
     public:
+        /// Enters procedure when the stack is on.
         explicit Scope(const Procedure& procedure)
         {
             if (s_enabled)
@@ -111,25 +132,29 @@ private:
     static inline bool s_enabled = false;
 };
 
-// The error path every procedure runs in. The body is the procedure's work; the helper traces
-// entry and normal exit for traced procedures, and on any failure reads it, logs it (line 0)
-// and ends as the Ending says. A failure raised by the error path itself leaves the procedure:
-// for a propagating procedure it reaches the caller; for any other it ends at the last-resort
-// hook, never in Qt's event loop. A swallowed failure makes a value-returning body yield a
-// value-initialised result.
+/// The error path every procedure runs in. The body is the procedure's work; the helper traces
+/// entry and normal exit for traced procedures, and on any failure reads it, logs it (line 0)
+/// and ends as the Ending says. A failure raised by the error path itself leaves the procedure:
+/// for a propagating procedure it reaches the caller; for any other it ends at the last-resort
+/// hook, never in Qt's event loop. A swallowed failure makes a value-returning body yield a
+/// value-initialised result.
 class ErrorPath {
 public:
+    /// Receives a failure that nothing else may handle.
     using LastResortHook = std::function<void(const ErrorInfo&)>;
 
     template <class Body>
+    /// Runs body as procedure: traced entry and exit when it traces; any failure is logged and ends
+    /// as ending says. Returns what body returns, or a value-initialised result after a swallowed
+    /// failure.
     static auto run(const Procedure& procedure, const Ending& ending, Body&& body)
         -> std::invoke_result_t<Body&>
     {
         return runWith(procedure, ending, body, &ErrorPath::fail);
     }
 
-    // The same, but a failure of the error path itself is thrown to the caller whatever the
-    // ending: for the controls' own operations, whose callers run an error path of their own.
+    /// The same, but a failure of the error path itself is thrown to the caller whatever the
+    /// ending: for the controls' own operations, whose callers run an error path of their own.
     template <class Body>
     static auto runOrThrow(const Procedure& procedure, const Ending& ending, Body&& body)
         -> std::invoke_result_t<Body&>
@@ -137,8 +162,8 @@ public:
         return runWith(procedure, ending, body, &ErrorPath::failOrThrow);
     }
 
-    // For Qt's event handlers that call a propagating procedure (a resize handler, say): a
-    // failure that comes out ends at the last-resort hook.
+    /// For Qt's event handlers that call a propagating procedure (a resize handler, say): a
+    /// failure that comes out ends at the last-resort hook.
     template <class Body>
     static void guardEventLoop(Body&& body) noexcept
     {
@@ -149,23 +174,28 @@ public:
         }
     }
 
-    // Traces "Exiting Method..." (or a procedure's own exit text) for a procedure that leaves
-    // early on purpose.
+    /// Traces "Exiting Method..." (or a procedure's own exit text) for a procedure that leaves
+    /// early on purpose.
     static void trace(const QString& module, const QString& label, const QString& message);
+    /// Traces "Entering Method..." for a traced procedure.
     static void traceEntry(const Procedure& procedure);
+    /// Traces "Exiting Method..." for a traced procedure.
     static void traceExit(const Procedure& procedure);
 
-    // The failure now being handled, whatever was thrown.
+    /// The failure now being handled, whatever was thrown.
     static ErrorInfo currentError();
 
-    // Runs the error path for a failure already caught. A failure of the error path itself
-    // goes to the last-resort hook, unless the ending propagates.
+    /// Runs the error path for a failure already caught. A failure of the error path itself
+    /// goes to the last-resort hook, unless the ending propagates.
     static void fail(const Procedure& procedure, const Ending& ending, const ErrorInfo& error);
-    // The same, but a failure of the error path itself is thrown to the caller.
+    /// The same, but a failure of the error path itself is thrown to the caller.
     static void failOrThrow(const Procedure& procedure, const Ending& ending,
                             const ErrorInfo& error);
 
+    /// Replaces the last-resort hook; an empty hook restores the default, which writes the failure
+    /// to Qt's critical log.
     static void setLastResortHook(LastResortHook hook);
+    /// Hands error to the last-resort hook; never throws.
     static void lastResort(const ErrorInfo& error) noexcept;
 
 private:
@@ -203,18 +233,20 @@ private:
     }
 };
 
-// "Resume with the next statement": each step runs guarded; a failed step runs the error path
-// (LogWarning for the resize handlers) and the next step runs all the same. A failure of the
-// error path itself leaves the procedure (throws out of the step call). The ending must not
-// propagate.
+/// "Resume with the next statement": each step runs guarded; a failed step runs the error path
+/// (LogWarning for the resize handlers) and the next step runs all the same. A failure of the
+/// error path itself leaves the procedure (throws out of the step call). The ending must not
+/// propagate.
 class ResumeNext {
 public:
+    /// Steps that run as procedure, each failure ending as ending says.
     ResumeNext(Procedure procedure, Ending ending)
         : m_procedure(std::move(procedure)), m_ending(std::move(ending))
     {
     }
 
     template <class Step>
+    /// Runs one step guarded and returns this helper for the next step.
     ResumeNext& operator()(Step&& step)
     {
         ErrorInfo error;
@@ -234,8 +266,8 @@ private:
     Ending m_ending;
 };
 
-// The bare class name of a component ("ctlTextSelect"), the module name untraced procedures
-// log under.
+/// The bare class name of a component ("ctlTextSelect"), the module name untraced procedures
+/// log under.
 QString componentName(const QObject* component);
 
 }  // namespace ZebSubCtl

@@ -10,7 +10,8 @@ namespace ZebSubCtl {
 // value it already has. A user click ticks any box that is not ticked and unticks a ticked one.
 class CheckBox : public QCheckBox {
     Q_OBJECT
-    Q_PROPERTY(int Value READ value WRITE setValue)
+    // valueChanged is also the notify signal, so bindings and item mappers follow the box.
+    Q_PROPERTY(int Value READ value WRITE setValue NOTIFY valueChanged USER true)
 public:
     explicit CheckBox(QWidget* parent = nullptr);
     explicit CheckBox(const QString& text, QWidget* parent = nullptr);

@@ -92,6 +92,7 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent)
     setCurrentIndex(-1);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this] { emit changed(); });
     connect(this, &QComboBox::activated, this, [this] { emit clicked(); });
+    connect(lineEdit(), &QLineEdit::textChanged, this, &ComboBox::textChanged);
 }
 
 ComboBox::~ComboBox() = default;

@@ -11,7 +11,7 @@ namespace ZebSubCtl {
 // changed(). Nothing completes or inserts text on its own: the text is what was typed or chosen.
 class ComboBox : public QComboBox {
     Q_OBJECT
-    Q_PROPERTY(QString Text READ text WRITE setText)
+    Q_PROPERTY(QString Text READ text WRITE setText NOTIFY textChanged USER true)
 public:
     explicit ComboBox(QWidget* parent = nullptr);
     ~ComboBox() override;
@@ -25,6 +25,8 @@ public:
 signals:
     void changed();
     void clicked();
+    // Every change of the text, typed, chosen or set: the property's notify signal.
+    void textChanged(const QString& text);
 };
 
 }  // namespace ZebSubCtl

@@ -24,7 +24,7 @@ namespace ZebSubCtl {
 // code ends it.
 class DateEdit : public QWidget {
     Q_OBJECT
-    Q_PROPERTY(QString Value READ isoText WRITE setIsoText)
+    Q_PROPERTY(QString Value READ isoText WRITE setIsoText NOTIFY valueChanged USER true)
 public:
     explicit DateEdit(QWidget* parent = nullptr);
     ~DateEdit() override;

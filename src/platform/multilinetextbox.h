@@ -12,6 +12,8 @@ namespace ZebSubCtl {
 // taken whole. changed() runs whenever the text really changes, from the user or from code.
 class MultiLineTextBox : public QPlainTextEdit {
     Q_OBJECT
+    // The text with CR-LF breaks; QPlainTextEdit::textChanged is the notify signal.
+    Q_PROPERTY(QString Text READ text WRITE setText NOTIFY textChanged USER true)
 public:
     explicit MultiLineTextBox(QWidget* parent = nullptr);
     ~MultiLineTextBox() override;

@@ -14,6 +14,7 @@ OptionButton::OptionButton(const QString& text, QWidget* parent) : QRadioButton(
     connect(this, &QAbstractButton::toggled, this, [this](bool checked) {
         if (checked)
             emit selected();
+        emit valueChanged(checked);
     });
 }
 

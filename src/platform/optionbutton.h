@@ -13,7 +13,7 @@ class OptionGroup;
 // cannot. Buttons outside an OptionGroup are exclusive among their siblings.
 class OptionButton : public QRadioButton {
     Q_OBJECT
-    Q_PROPERTY(bool Value READ value WRITE setValue)
+    Q_PROPERTY(bool Value READ value WRITE setValue NOTIFY valueChanged USER true)
 public:
     explicit OptionButton(QWidget* parent = nullptr);
     explicit OptionButton(const QString& text, QWidget* parent = nullptr);
@@ -28,6 +28,8 @@ public:
 
 signals:
     void selected();
+    // Every change of the value, selected or cleared: the property's notify signal.
+    void valueChanged(bool value);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

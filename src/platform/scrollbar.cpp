@@ -36,6 +36,7 @@ ScrollBar::ScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent)
     // Reachable by Tab, so the arrow and page keys work without a mouse.
     setFocusPolicy(Qt::StrongFocus);
     connect(this, &QAbstractSlider::valueChanged, this, &ScrollBar::changed);
+    connect(this, &QAbstractSlider::valueChanged, this, &ScrollBar::valueChanged);
 }
 
 ScrollBar::~ScrollBar() = default;

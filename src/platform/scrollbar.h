@@ -11,7 +11,7 @@ namespace ZebSubCtl {
 // A value outside the range, or a change step outside 1..32767, fails with 380.
 class ScrollBar : public QScrollBar {
     Q_OBJECT
-    Q_PROPERTY(int Value READ Value WRITE setValueChecked)
+    Q_PROPERTY(int Value READ Value WRITE setValueChecked NOTIFY valueChanged USER true)
     Q_PROPERTY(int Min READ Min WRITE setMin)
     Q_PROPERTY(int Max READ Max WRITE setMax)
     Q_PROPERTY(int SmallChange READ SmallChange WRITE setSmallChange)
@@ -33,6 +33,9 @@ public:
 
 signals:
     void changed(int value);
+    // The Value property's notify signal. It stands in for QAbstractSlider's own, which a
+    // property of this class cannot name, and runs with it.
+    void valueChanged(int value);
 };
 
 }  // namespace ZebSubCtl

@@ -7,6 +7,7 @@ namespace ZebSubCtl {
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent)
 {
     connect(this, &QLineEdit::textChanged, this, [this] { emit changed(); });
+    connect(this, &QLineEdit::textChanged, this, &TextBox::textChanged);
 }
 
 TextBox::~TextBox() = default;

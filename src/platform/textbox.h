@@ -9,7 +9,7 @@ namespace ZebSubCtl {
 // code (changed). Setting the text from code releases no key.
 class TextBox : public QLineEdit {
     Q_OBJECT
-    Q_PROPERTY(QString Text READ text WRITE setText)
+    Q_PROPERTY(QString Text READ text WRITE setText NOTIFY textChanged USER true)
 public:
     explicit TextBox(QWidget* parent = nullptr);
     ~TextBox() override;
@@ -17,6 +17,9 @@ public:
 signals:
     void keyUp(int key, Qt::KeyboardModifiers modifiers);
     void changed();
+    // The Text property's notify signal. It stands in for QLineEdit's own, which a property of
+    // this class cannot name, and runs with it.
+    void textChanged(const QString& text);
 
 protected:
     void keyReleaseEvent(QKeyEvent* event) override;

@@ -20,9 +20,9 @@ class LineShape;
 class Picture;
 class ctlTextSelect;
 
-// The bill of materials page: which columns the bill of materials prints, and whether default
-// remarks print at its bottom, with the list of those remarks. Every tick is written to the
-// bound BOM options at once. Registered as "ZebSubmittalControls.ctlBOMCriteria".
+/// The bill of materials page: which columns the bill of materials prints, and whether default
+/// remarks print at its bottom, with the list of those remarks. Every tick is written to the
+/// bound BOM options at once. Registered as "ZebSubmittalControls.ctlBOMCriteria".
 class ctlBOMCriteria : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip",
@@ -33,13 +33,16 @@ class ctlBOMCriteria : public UserControl {
                 "options and the default remarks. Bind it to the submittal's BOM object through "
                 "its BOM property at run time.")
     Q_CLASSINFO("IncludeFile", "controls/criteria/ctlbomcriteria.h")
+    /// The bound bill of materials options; none until the host binds them.
     Q_PROPERTY(std::shared_ptr<ZebObjects::BOM> BOM READ BOM WRITE setBOM DESIGNABLE false)
 public:
+    /// Creates the page, unbound, as a child of parent.
     explicit ctlBOMCriteria(QWidget* parent = nullptr);
     ~ctlBOMCriteria() override;
 
+    /// The bound options, or none.
     std::shared_ptr<ZebObjects::BOM> BOM() const;
-    // Binds the options (none is taken as well) and shows them.
+    /// Binds the options (none is taken as well) and shows them.
     void setBOM(std::shared_ptr<ZebObjects::BOM> bom);
 
 protected:
@@ -60,7 +63,7 @@ private:
     void chkType_Click();
     void mBOM_RemarksPopulated();
 
-    // The body of the nine column handlers: the box's tick written to its flag.
+    /// The body of the nine column handlers: the box's tick written to its flag.
     void writeColumn(const char* label, CheckBox* box,
                      void (ZebObjects::BOM::*write)(bool));
 

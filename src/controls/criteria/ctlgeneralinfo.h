@@ -24,10 +24,10 @@ class OptionGroup;
 class Picture;
 class TextBox;
 
-// The first page of a submittal's set-up: which documents it contains, its purpose, who issues
-// it and its date. Every choice is written into the bound submittal at once; the panel follows
-// the submittal's change events, so two panels on one submittal stay in step. Registered as
-// "ZebSubmittalControls.ctlGeneralInfo".
+/// The first page of a submittal's set-up: which documents it contains, its purpose, who issues
+/// it and its date. Every choice is written into the bound submittal at once; the panel follows
+/// the submittal's change events, so two panels on one submittal stay in step. Registered as
+/// "ZebSubmittalControls.ctlGeneralInfo".
 class ctlGeneralInfo : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "Submittal contents, purpose, issuer and date.")
@@ -36,14 +36,17 @@ class ctlGeneralInfo : public UserControl {
                 "labels...), its purpose, who issues it and its date. Bind it to the submittal "
                 "through its Criteria property at run time.")
     Q_CLASSINFO("IncludeFile", "controls/criteria/ctlgeneralinfo.h")
+    /// The bound submittal; none until the host binds one.
     Q_PROPERTY(std::shared_ptr<ZebObjects::Submittal> Criteria READ Criteria WRITE setCriteria
                    DESIGNABLE false)
 public:
+    /// Creates the page, unbound, as a child of parent.
     explicit ctlGeneralInfo(QWidget* parent = nullptr);
     ~ctlGeneralInfo() override;
 
+    /// The bound submittal, or none.
     std::shared_ptr<ZebObjects::Submittal> Criteria() const;
-    // Binds the submittal and shows it; binding none only drops the old one's events.
+    /// Binds the submittal and shows it; binding none only drops the old one's events.
     void setCriteria(std::shared_ptr<ZebObjects::Submittal> criteria);
 
 protected:
@@ -52,7 +55,7 @@ protected:
 private:
     void UserControl_Initialize();
     void Populate();
-    // The date editor shows the submittal's date text, or no date for the empty text.
+    /// The date editor shows the submittal's date text, or no date for the empty text.
     void showSubmittalDate();
     void connectCriteria();
     void disconnectCriteria();

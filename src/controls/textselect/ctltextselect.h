@@ -24,10 +24,10 @@ class LineShape;
 class MultiLineTextBox;
 class ToolTipRegistry;
 
-// The paragraph list: the texts of one text collection with a check box each, and, as the host
-// allows, an entry area to add paragraphs, editing in frmEditText, deleting, reordering and
-// saving the order. Every command goes to the collection; the list follows the collection's
-// events. Registered as "ZebSubmittalControls.ctlTextSelect".
+/// The paragraph list: the texts of one text collection with a check box each, and, as the host
+/// allows, an entry area to add paragraphs, editing in frmEditText, deleting, reordering and
+/// saving the order. Every command goes to the collection; the list follows the collection's
+/// events. Registered as "ZebSubmittalControls.ctlTextSelect".
 class ctlTextSelect : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "List of reusable text paragraphs or comments to pick from.")
@@ -36,42 +36,55 @@ class ctlTextSelect : public UserControl {
                 "and, as its design allows, adds, edits, deletes, reorders and saves them. Bind "
                 "it to a text collection through its TextObjects property at run time.")
     Q_CLASSINFO("IncludeFile", "controls/textselect/ctltextselect.h")
+    /// The kind of text handed to each bound collection; 0 by default, saved with the design.
     Q_PROPERTY(qint32 TextObjectType READ TextObjectType WRITE setTextObjectType)
-    // 32 bits by name, as forms and the saved design hold it; narrowed on the way in.
+    /// 32 bits by name, as forms and the saved design hold it; narrowed on the way in.
     Q_PROPERTY(qint32 MaxLength READ MaxLength WRITE setMaxLengthByName)
+    /// Whether paragraphs can be added, edited and deleted; false by default, saved with the
+    /// design.
     Q_PROPERTY(bool AllowUpdate READ AllowUpdate WRITE setAllowUpdate)
+    /// Whether paragraphs can be moved up and down; false by default, saved with the design.
     Q_PROPERTY(bool AllowReorder READ AllowReorder WRITE setAllowReorder)
+    /// Whether Save Changes saves the order; false by default, saved with the design.
     Q_PROPERTY(bool AllowSave READ AllowSave WRITE setAllowSave)
+    /// The bound text collection; none until the host binds one.
     Q_PROPERTY(std::shared_ptr<ZebObjects::TextObjects> TextObjects READ TextObjects WRITE
                    setTextObjects DESIGNABLE false)
 public:
+    /// Creates the list, unbound, with every command off, as a child of parent.
     explicit ctlTextSelect(QWidget* parent = nullptr);
     ~ctlTextSelect() override;
 
-    // Handed to each collection bound later.
+    /// Handed to each collection bound later.
     qint32 TextObjectType() const;
+    /// Sets TextObjectType and marks it for saving.
     void setTextObjectType(qint32 type);
-    // Returns/Sets the maximum number of characters that can be entered when adding a new
-    // default text object (0: no limit).
+    /// Returns/Sets the maximum number of characters that can be entered when adding a new
+    /// default text object (0: no limit).
     qint16 MaxLength() const;
+    /// Sets the maximum length of a new paragraph and marks it for saving; 0 means no limit.
     void setMaxLength(qint16 length);
-    // The by-name and form path: narrows like the design restore (overflow 6 is reported and
-    // leaves the length as it was), then sets through setMaxLength.
+    /// The by-name and form path: narrows like the design restore (overflow 6 is reported and
+    /// leaves the length as it was), then sets through setMaxLength.
     void setMaxLengthByName(qint32 length);
-    // Shows the entry area and enables Edit and Delete.
+    /// Shows the entry area and enables Edit and Delete.
     bool AllowUpdate() const;
+    /// Sets AllowUpdate, showing or hiding the entry area, and marks it for saving.
     void setAllowUpdate(bool allow);
-    // Enables Move Up and Move Down.
+    /// Enables Move Up and Move Down.
     bool AllowReorder() const;
+    /// Sets AllowReorder and marks it for saving.
     void setAllowReorder(bool allow);
-    // Lets Save Changes follow the collection's unsaved order.
+    /// Lets Save Changes follow the collection's unsaved order.
     bool AllowSave() const;
+    /// Sets AllowSave and marks it for saving.
     void setAllowSave(bool allow);
+    /// The bound collection, or none.
     std::shared_ptr<ZebObjects::TextObjects> TextObjects() const;
-    // Binds the collection (nothing empties the list) and fills the list from it.
+    /// Binds the collection (nothing empties the list) and fills the list from it.
     void setTextObjects(std::shared_ptr<ZebObjects::TextObjects> textObjects);
 
-    // Rebuilds the list from the bound collection.
+    /// Rebuilds the list from the bound collection.
     Q_INVOKABLE void Populate();
 
     void UserControl_WriteProperties(PropertyBag& bag) override;
@@ -88,7 +101,7 @@ private:
     void showEditForm(std::shared_ptr<ZebObjects::TextObject>& textObject, int& item);
     void moveItemDown();
     void moveItemUp();
-    // The traced body of both moves: the collection's move, then the same item selected again.
+    /// The traced body of both moves: the collection's move, then the same item selected again.
     void moveSelectedItem(const char* name,
                           void (ZebObjects::TextObjects::*move)(const QString&));
 
@@ -117,7 +130,7 @@ private:
     void mTextObjects_ItemMoved();
     void mTextObjects_OrderSaved();
 
-    // The edit dialog for the selected item, then its tool tips again.
+    /// The edit dialog for the selected item, then its tool tips again.
     void editSelectedItem();
 
     MultiLineTextBox* txtNewComment;
