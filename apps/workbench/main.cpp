@@ -1,4 +1,5 @@
 // zeb-workbench: the submittal workstation on the office's store.
+#include "cutsheetattach.h"
 #include "formdescription.h"
 #include "hostmessageboxes.h"
 #include "frame/controlregistry.h"
@@ -51,7 +52,8 @@ int main(int argc, char** argv)
                           && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
                           && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     if (headless && (wantsOption(argc, argv, "--screenshot") || wantsOption(argc, argv, "--list")
-                     || wantsOption(argc, argv, "--save-design") || wantsOption(argc, argv, "--export")))
+                     || wantsOption(argc, argv, "--save-design") || wantsOption(argc, argv, "--export")
+                     || wantsOption(argc, argv, "--attach-cut-sheet")))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication app(argc, argv);
@@ -78,11 +80,13 @@ int main(int argc, char** argv)
     const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
     const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
     parser.addOptions({db, resetSample, job, exportPdf, force});
+    const QCommandLineOption attachCutSheet(QStringLiteral("attach-cut-sheet"), QStringLiteral("Attach a cut sheet (PDF) to a fixture type of the job, TYPE=FILE.pdf; may be given more than once. Exits unless --export is given too."), QStringLiteral("type=file"));
+    parser.addOption(attachCutSheet);
     parser.process(app);
     // Started from an icon there is no terminal to read a failure on; a command-line mode never
     // waits for a box.
     g_failureDialog = StartupFailure::hasDisplay() && !parser.isSet(list) && !parser.isSet(screenshot)
-                      && !parser.isSet(saveDesign) && !parser.isSet(exportPdf);
+                      && !parser.isSet(saveDesign) && !parser.isSet(exportPdf) && !parser.isSet(attachCutSheet);
 
     if (parser.isSet(list)) {
         for (const QString& id : ZebSubCtl::ControlRegistry::instance().identifiers())
@@ -154,6 +158,13 @@ int main(int argc, char** argv)
         ~ServicesRelease() { ZebObjects::Runtime::setApplicationServices(nullptr); }
     } servicesRelease;
 
+    if (parser.isSet(attachCutSheet)) {
+        const qint64 id = parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job)) : Workstation::defaultJob(*store);
+        if (id == 0)
+            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store->path(), parser.value(job)));
+        if (const int code = CutSheetAttach::fromCommandLine(*store, id, parser.values(attachCutSheet)); code != 0 || !parser.isSet(exportPdf))
+            return code;
+    }
     if (parser.isSet(exportPdf)) {
         const qint64 id = parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job))
                                             : Workstation::defaultJob(*store);

@@ -107,10 +107,14 @@ public:
             planBOM();
         if (m_c.IncludeLabels)
             planLabels();
+        planCutSheets();
         planContents();
     }
 
-    qint32 pageCount() const { return qint32(m_contentsPages.size() + m_pages.size()); }
+    qint32 pageCount() const { return drawnPageCount() + m_sheetPages; }
+    // The pages drawn here; the cut sheets' pages follow them.
+    qint32 drawnPageCount() const { return qint32(m_contentsPages.size() + m_pages.size()); }
+    const QList<PdfFinish::Sheet>& sheets() const { return m_sheets; }
     QList<ContentsEntry> contents() const { return m_entries; }
 
     void drawPage(QPainter& painter, qint32 index) const
@@ -778,6 +782,43 @@ private:
         p.restore();
     }
 
+    // ---- cut sheets ----------------------------------------------------------------------
+
+    // The sheets' pages come from their own files after the drawn pages; here they only take
+    // their place in the contents and the outline. A type without a sheet is listed without a
+    // page.
+    void planCutSheets()
+    {
+        if (m_c.CutSheetTypes.isEmpty())
+            return;
+        const auto next = [this] { return qint32(m_pages.size()) + m_sheetPages; };
+        const qsizetype partEntry = m_entries.size();
+        m_entries.append({QStringLiteral("Cut Sheets"), next() + 1});
+        m_outline.append({QStringLiteral("Cut Sheets"), next(), 0});
+        for (const PackageContent::SheetType& type : m_c.CutSheetTypes) {
+            const QString title = QStringLiteral("Type ") + type.Type;
+            if (type.Sheets.isEmpty()) {
+                m_entries.append({title + QStringLiteral(": No cut sheet attached"), 0});
+                continue;
+            }
+            m_entries.append({title, next() + 1});
+            m_outline.append({title, next(), 1});
+            QString stamp = QStringLiteral("Type ") + type.Type + QStringLiteral("  \u00b7  ");
+            if (!m_c.JobNumber.isEmpty())
+                stamp = QStringLiteral("Job ") + m_c.JobNumber + QStringLiteral("  \u00b7  ") + stamp;
+            for (const CutSheet& sheet : type.Sheets) {
+                m_outline.append({sheet.FileName, next(), 2});
+                m_sheets.append({sheet.FileName, sheet.Pdf, sheet.PageCount, stamp});
+                m_sheetPages += sheet.PageCount;
+            }
+        }
+        // No type has a sheet to print: the part is listed, with no page to open.
+        if (m_sheetPages == 0) {
+            m_entries[partEntry].Page = 0;
+            m_outline.removeLast();
+        }
+    }
+
     // ---- contents ------------------------------------------------------------------------
 
     void planContents()
@@ -824,8 +865,10 @@ private:
         qsizetype pages = 1;
         if (m_entries.size() > firstRows)
             pages += (m_entries.size() - firstRows + nextRows - 1) / nextRows;
-        for (auto& entry : m_entries)
-            entry.Page += qint32(pages);
+        for (auto& entry : m_entries) {
+            if (entry.Page > 0)
+                entry.Page += qint32(pages);
+        }
 
         const QList<ContentsEntry> entries = m_entries;
         const qreal numberWidth = pt(60);
@@ -835,6 +878,8 @@ private:
             const qreal top = page == 0 ? firstTop : nextTop;
             // Each entry links to the page it names.
             for (qsizetype i = from; i < std::min(entries.size(), from + count); ++i) {
+                if (entries[i].Page == 0)
+                    continue;
                 const QRectF row(m_margin, top + qreal(i - from) * rowHeight, m_bodyWidth, rowHeight);
                 m_links.append({qint32(page), row, entries[i].Page - 1 - qint32(pages)});
             }
@@ -863,8 +908,9 @@ private:
                                                             m_bodyWidth - numberWidth - pt(12));
                     p.drawText(QRectF(m_margin, y, m_bodyWidth - numberWidth, rowHeight),
                                Qt::AlignLeft | Qt::AlignVCenter, text);
-                    p.drawText(QRectF(m_margin + m_bodyWidth - numberWidth, y, numberWidth, rowHeight),
-                               Qt::AlignRight | Qt::AlignVCenter, QString::number(entries[i].Page));
+                    if (entries[i].Page > 0)
+                        p.drawText(QRectF(m_margin + m_bodyWidth - numberWidth, y, numberWidth, rowHeight),
+                                   Qt::AlignRight | Qt::AlignVCenter, QString::number(entries[i].Page));
                     y += rowHeight;
                 }
                 if (page == 0 && !leftOut.isEmpty())
@@ -887,6 +933,8 @@ private:
     QList<ContentsEntry> m_entries;
     QList<OutlineItem> m_outline;
     QList<LinkArea> m_links;
+    QList<PdfFinish::Sheet> m_sheets;
+    qint32 m_sheetPages = 0;
 };
 
 }  // namespace
@@ -945,6 +993,8 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
         cannotWrite(path, file.errorString());
     const QPageSize pageSize(d->paper == PaperSize::A4 ? QPageSize::A4 : QPageSize::Letter);
     qint32 pages = 0;
+    qint32 drawnPages = 0;
+    QList<PdfFinish::Sheet> sheets;
     QList<ContentsEntry> contents;
     QBuffer drawn;
     drawn.open(QIODevice::WriteOnly);
@@ -961,6 +1011,8 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
         PackageLayout layout(content, writer, pageSize.size(QPageSize::Inch));
         layout.plan();
         pages = layout.pageCount();
+        drawnPages = layout.drawnPageCount();
+        sheets = layout.sheets();
         contents = layout.contents();
         navigation = layout.navigation();
 
@@ -976,7 +1028,7 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
         };
         if (cancelled(0))
             return false;
-        for (qint32 page = 0; page < pages; ++page) {
+        for (qint32 page = 0; page < drawnPages; ++page) {
             if (page > 0)
                 writer.newPage();
             layout.drawPage(painter, page);
@@ -1001,10 +1053,15 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
     info.keywords = keywords.join(QStringLiteral("; "));
     QByteArray finished;
     try {
-        finished = PdfFinish::finish(drawn.data(), info, navigation);
+        finished = PdfFinish::finish(drawn.data(), info, navigation, sheets);
     } catch (const std::exception& e) {
         file.cancelWriting();
         cannotWrite(path, QString::fromLocal8Bit(e.what()));
+    }
+    // The merge is the last step of the run; a cancel while it ran still leaves nothing.
+    if (d->progress && !d->progress(pages, pages)) {
+        file.cancelWriting();
+        return false;
     }
     if (file.write(finished) != finished.size()) {
         const QString why = file.errorString();
