@@ -1,5 +1,7 @@
 #include "cutsheetpanel.h"
 
+#include "platform/accessiblenames.h"
+
 #include "contracts/failure.h"
 #include "contracts/lineitem.h"
 #include "contracts/lineitems.h"
@@ -70,6 +72,7 @@ CutSheetPanel::CutSheetPanel(std::shared_ptr<ZebObjects::Store> store, std::shar
     m_tree->setAcceptDrops(true);
     m_tree->viewport()->setAcceptDrops(true);
     m_tree->viewport()->installEventFilter(this);
+    ZebSubCtl::nameScrollBars(m_tree);
     setAcceptDrops(true);
 
     m_attach = new QPushButton(QStringLiteral("&Attach Cut Sheets..."), this);

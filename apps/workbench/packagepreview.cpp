@@ -1,5 +1,7 @@
 #include "packagepreview.h"
 
+#include "platform/accessiblenames.h"
+
 #include <QBuffer>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -17,6 +19,7 @@
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -104,6 +107,11 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
     side->setAccessibleDescription(QStringLiteral("Go to a page by its picture or by its bookmark"));
     side->addTab(m_thumbnails, QStringLiteral("&Pages"));
     side->addTab(m_outline, QStringLiteral("O&utline"));
+    side->tabBar()->setAccessibleName(QStringLiteral("Thumbnails or outline"));
+    side->tabBar()->setAccessibleDescription(QStringLiteral("Choose whether the side shows pages or bookmarks"));
+    ZebSubCtl::nameScrollBars(m_view);
+    ZebSubCtl::nameScrollBars(m_thumbnails);
+    ZebSubCtl::nameScrollBars(m_outline);
 
     auto* splitter = new QSplitter(this);
     splitter->addWidget(side);

@@ -131,7 +131,7 @@ private slots:
                             QStringLiteral("--attach-cut-sheet"), m_types[0] + QLatin1Char('=') + file(QStringLiteral("alpha.pdf")),
                             QStringLiteral("--attach-cut-sheet"), m_types[1] + QLatin1Char('=') + file(QStringLiteral("notes.pdf"))});
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.err, QStringLiteral("zeb-workbench: The cut sheet \"notes.pdf\" is refused: it is not a PDF file.\n"));
+        QCOMPARE(r.err, QStringLiteral("zeb-workbench: The cut sheet \"notes.pdf\" is refused: it is not a PDF file."));
         QCOMPARE(r.out, QString());
         QCOMPARE(attachments().size(), 0);
     }
@@ -141,7 +141,7 @@ private slots:
         const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob,
                             QStringLiteral("--attach-cut-sheet"), QStringLiteral("alpha.pdf")});
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.err, QStringLiteral("zeb-workbench: --attach-cut-sheet needs TYPE=FILE.pdf, not \"alpha.pdf\"\n"));
+        QCOMPARE(r.err, QStringLiteral("zeb-workbench: --attach-cut-sheet needs TYPE=FILE.pdf, not \"alpha.pdf\""));
         QCOMPARE(attachments().size(), 0);
     }
 };
