@@ -82,8 +82,8 @@ int CutSheetAttach::fromCommandLine(ZebObjects::Store& s, qint64 jobId, const QS
         for (const QString& warning : c.inspection.warnings)
             std::fprintf(stderr, "zeb-workbench: the cut sheet \"%s\" was repaired on reading: %s\n",
                          qPrintable(name), qPrintable(warning));
-        std::printf("%s: %d pages attached to type %s\n", qPrintable(name), int(c.inspection.pageCount),
-                    qPrintable(c.type));
+        std::printf("%s: %d %s attached to type %s\n", qPrintable(name), int(c.inspection.pageCount),
+                    c.inspection.pageCount == 1 ? "page" : "pages", qPrintable(c.type));
     }
     std::fflush(stdout);
     return 0;

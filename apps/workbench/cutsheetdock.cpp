@@ -6,6 +6,7 @@
 #include "workstation.h"
 
 #include <QAction>
+#include <algorithm>
 #include <QDir>
 #include <QDockWidget>
 #include <QFile>
@@ -37,7 +38,11 @@ void follow(Workstation& window)
     QTabWidget* pages = pagesOf(window);
     if (!dock || !pages || !window.job())
         return;
-    dock->setVisible(pages->currentIndex() >= 0 && pages->tabText(pages->currentIndex()) == kLineItems);
+    const bool show = pages->currentIndex() >= 0 && pages->tabText(pages->currentIndex()) == kLineItems;
+    dock->setVisible(show);
+    // A narrow column beside the lines, which keep most of the window.
+    if (show)
+        window.resizeDocks({dock}, {std::max(260, window.width() / 3)}, Qt::Horizontal);
 }
 
 }  // namespace

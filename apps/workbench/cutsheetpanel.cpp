@@ -63,11 +63,11 @@ CutSheetPanel::CutSheetPanel(std::shared_ptr<ZebObjects::Store> store, std::shar
     m_tree->setObjectName(QStringLiteral("tvwCutSheets"));
     m_tree->setAccessibleName(QStringLiteral("Types and their cut sheets"));
     m_tree->setAccessibleDescription(QStringLiteral("Each type of the job's lines with the cut sheets attached to it"));
-    m_tree->setHeaderLabels({QStringLiteral("Type / Cut Sheet"), QStringLiteral("Pages"), QStringLiteral("Added By"),
-                             QStringLiteral("Added")});
+    m_tree->setHeaderLabels({QStringLiteral("Type / Cut Sheet"), QStringLiteral("Pages")});
     m_tree->setRootIsDecorated(true);
     m_tree->setUniformRowHeights(true);
     m_tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_tree->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     m_tree->header()->setStretchLastSection(false);
     m_tree->setAcceptDrops(true);
     m_tree->viewport()->setAcceptDrops(true);
@@ -84,17 +84,20 @@ CutSheetPanel::CutSheetPanel(std::shared_ptr<ZebObjects::Store> store, std::shar
     m_summary = new QLabel(this);
     m_summary->setObjectName(QStringLiteral("lblCutSheetsSummary"));
 
+    m_summary->setWordWrap(true);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_attach);
     buttons->addWidget(m_remove);
     buttons->addStretch(1);
-    buttons->addWidget(m_summary);
-    buttons->addStretch(1);
-    buttons->addWidget(m_preview);
+    auto* preview = new QHBoxLayout;
+    preview->addStretch(1);
+    preview->addWidget(m_preview);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(intro);
     layout->addWidget(m_tree, 1);
+    layout->addWidget(m_summary);
     layout->addLayout(buttons);
+    layout->addLayout(preview);
 
     connect(m_attach, &QPushButton::clicked, this, [this] { cmdAttach_Click(); });
     connect(m_remove, &QPushButton::clicked, this, [this] { cmdRemove_Click(); });
@@ -146,8 +149,10 @@ void CutSheetPanel::reload()
             child->setText(0, a.sheet.fileName);
             child->setText(1, QString::number(a.sheet.pageCount));
             child->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
-            child->setText(2, a.sheet.addedBy);
-            child->setText(3, QLocale().toString(a.sheet.addedAt.toLocalTime(), QLocale::ShortFormat));
+            const QString added = QLocale().toString(a.sheet.addedAt.toLocalTime(), QLocale::ShortFormat);
+            child->setToolTip(0, a.sheet.addedBy.isEmpty()
+                                     ? QStringLiteral("Added %1").arg(added)
+                                     : QStringLiteral("Added by %1, %2").arg(a.sheet.addedBy, added));
             child->setData(0, kSheetIdRole, a.sheet.id);
             child->setData(0, kTypeRole, type);
             ++count;

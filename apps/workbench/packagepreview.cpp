@@ -2,6 +2,7 @@
 
 #include "platform/accessiblenames.h"
 
+#include <QApplication>
 #include <QBuffer>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -72,9 +73,13 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
     for (int page = 0; page < m_document->pageCount(); ++page) {
         const QSizeF points = m_document->pagePointSize(page);
         const QSize size = points.scaled(QSizeF(kThumbnailHeight, kThumbnailHeight), Qt::KeepAspectRatio).toSize();
-        QImage image = m_document->render(page, size);
+        // Sharp on a screen of any scale.
+        const qreal scale = qApp->devicePixelRatio();
+        QImage image = m_document->render(page, (QSizeF(size) * scale).toSize());
+        image.setDevicePixelRatio(scale);
         // White paper under a thin frame, centred in a square so every row has one height.
-        QPixmap icon(kThumbnailHeight, kThumbnailHeight);
+        QPixmap icon(QSize(kThumbnailHeight, kThumbnailHeight) * scale);
+        icon.setDevicePixelRatio(scale);
         icon.fill(Qt::transparent);
         QPainter p(&icon);
         const QRect at((kThumbnailHeight - size.width()) / 2, (kThumbnailHeight - size.height()) / 2, size.width(), size.height());

@@ -181,7 +181,7 @@ private:
     // A part of the contents; level 1 is a letter inside the cover letter part.
     void startPart(const QString& title, qint32 level = 0)
     {
-        m_entries.append({title, qint32(m_pages.size()) + 1});
+        m_entries.append({title, qint32(m_pages.size()) + 1, 0});
         m_outline.append({title, qint32(m_pages.size()), level});
         m_part = title;
     }
@@ -798,10 +798,10 @@ private:
         for (const PackageContent::SheetType& type : m_c.CutSheetTypes) {
             const QString title = QStringLiteral("Type ") + type.Type;
             if (type.Sheets.isEmpty()) {
-                m_entries.append({title + QStringLiteral(": No cut sheet attached"), 0});
+                m_entries.append({title + QStringLiteral(": No cut sheet attached"), 0, 1});
                 continue;
             }
-            m_entries.append({title, next() + 1});
+            m_entries.append({title, next() + 1, 1});
             m_outline.append({title, next(), 1});
             QString stamp = QStringLiteral("Type ") + type.Type + QStringLiteral("  \u00b7  ");
             if (!m_c.JobNumber.isEmpty())
@@ -904,9 +904,10 @@ private:
                 p.setPen(Qt::black);
                 const QFontMetricsF metrics(entryFont, &m_device);
                 for (qsizetype i = from; i < std::min(entries.size(), from + count); ++i) {
+                    const qreal indent = pt(18) * entries[i].Level;
                     const QString text = metrics.elidedText(entries[i].Title, Qt::ElideRight,
-                                                            m_bodyWidth - numberWidth - pt(12));
-                    p.drawText(QRectF(m_margin, y, m_bodyWidth - numberWidth, rowHeight),
+                                                            m_bodyWidth - numberWidth - pt(12) - indent);
+                    p.drawText(QRectF(m_margin + indent, y, m_bodyWidth - numberWidth - indent, rowHeight),
                                Qt::AlignLeft | Qt::AlignVCenter, text);
                     if (entries[i].Page > 0)
                         p.drawText(QRectF(m_margin + m_bodyWidth - numberWidth, y, numberWidth, rowHeight),
@@ -1058,8 +1059,9 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
         file.cancelWriting();
         cannotWrite(path, QString::fromLocal8Bit(e.what()));
     }
-    // The merge is the last step of the run; a cancel while it ran still leaves nothing.
-    if (d->progress && !d->progress(pages, pages)) {
+    // The cut sheets' pages are written by the merge, the last step; a cancel then still
+    // leaves nothing.
+    if (drawnPages < pages && d->progress && !d->progress(pages, pages)) {
         file.cancelWriting();
         return false;
     }
