@@ -96,7 +96,7 @@ int main(int argc, char** argv)
 
     // A command-line mode, or a run without a display, has nobody to answer a box: its boxes
     // become lines on standard error and the run ends with a failure.
-    const bool console = parser.isSet(screenshot) || parser.isSet(saveDesign) || parser.isSet(exportPdf)
+    const bool console = parser.isSet(screenshot) || parser.isSet(saveDesign) || parser.isSet(exportPdf) || parser.isSet(attachCutSheet)
                          || QGuiApplication::platformName() == QLatin1String("offscreen")
                          || QGuiApplication::platformName() == QLatin1String("minimal");
     auto boxes = std::make_shared<HostMessageBoxes>(console);
@@ -161,7 +161,8 @@ int main(int argc, char** argv)
     if (parser.isSet(attachCutSheet)) {
         const qint64 id = parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job)) : Workstation::defaultJob(*store);
         if (id == 0)
-            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store->path(), parser.value(job)));
+            return fail(parser.isSet(job) ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store->path(), parser.value(job))
+                                          : QStringLiteral("the office \"%1\" has no job").arg(store->path()));
         if (const int code = CutSheetAttach::fromCommandLine(*store, id, parser.values(attachCutSheet)); code != 0 || !parser.isSet(exportPdf))
             return code;
     }

@@ -15,6 +15,15 @@ namespace {
 struct Matrix {
     double a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
 
+    // This matrix applied after other, as a content stream's "cm" concatenates.
+    Matrix after(const Matrix& other) const
+    {
+        return {other.a * a + other.b * c,           other.a * b + other.b * d,
+                other.c * a + other.d * c,           other.c * b + other.d * d,
+                other.e * a + other.f * c + e,       other.e * b + other.f * d + f};
+    }
+    std::pair<double, double> map(double x, double y) const { return {a * x + c * y + e, b * x + d * y + f}; }
+
     std::string cm() const
     {
         return QStringLiteral("%1 %2 %3 %4 %5 %6 cm\n")
@@ -104,6 +113,8 @@ void SheetAppender::append(QPDF& doc, const QList<PdfFinish::Sheet>& sheets)
         if (qint64(own.size()) != sheet.pageCount)
             throw sheetFailure(sheet, "has " + std::to_string(own.size()) + " pages, not "
                                           + std::to_string(sheet.pageCount));
+        // Where each of the file's pages went this time, for the links between them.
+        std::vector<QPDFObjectHandle> added;
         for (const QPDFPageObjectHelper& foreign : own) {
             ++number;
             QPDFObjectHandle copied = doc.copyForeignObject(foreign.getObjectHandle());
@@ -135,9 +146,25 @@ void SheetAppender::append(QPDF& doc, const QList<PdfFinish::Sheet>& sheets)
 
             QPDFObjectHandle page = doc.makeIndirectObject(copied.shallowCopy());
             page.removeKey("/Parent");
-            // A page printed a second time does not share the first one's annotations.
-            if (!used.insert(copied.getObjGen()).second)
+            // A page printed a second time does not share the first one's annotations; the first
+            // time, its links move with the shrunk content.
+            if (!used.insert(copied.getObjGen()).second) {
                 page.removeKey("/Annots");
+            } else if (page.getKey("/Annots").isArray()) {
+                // The page's own space to the shrunk view and back: what the content went through.
+                const Matrix moved = view.toPage.after(shrink).after(view.fromPage);
+                for (QPDFObjectHandle annot : page.getKey("/Annots").aitems()) {
+                    if (!annot.isDictionary() || !annot.getKey("/Rect").isRectangle())
+                        continue;
+                    const QPDFObjectHandle::Rectangle old = annot.getKey("/Rect").getArrayAsRectangle();
+                    const auto [x1, y1] = moved.map(old.llx, old.lly);
+                    const auto [x2, y2] = moved.map(old.urx, old.ury);
+                    annot.replaceKey("/Rect", QPDFObjectHandle::newArray(QPDFObjectHandle::Rectangle(
+                                                  std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2))));
+                    if (annot.hasKey("/P"))
+                        annot.replaceKey("/P", page);
+                }
+            }
             QPDFObjectHandle resources = QPDFObjectHandle::newDictionary();
             QPDFObjectHandle xobjects = QPDFObjectHandle::newDictionary();
             xobjects.replaceKey("/ZebSheet", form);
@@ -148,6 +175,37 @@ void SheetAppender::append(QPDF& doc, const QList<PdfFinish::Sheet>& sheets)
             page.replaceKey("/Resources", resources);
             page.replaceKey("/Contents", QPDFObjectHandle::newStream(&doc, content));
             pages.addPage(QPDFPageObjectHelper(page), false);
+            added.push_back(page);
+        }
+        // A link to another page of the same file opens that page where it printed. The copy
+        // leaves such links without their page, so they are read from the file itself.
+        std::map<QPDFObjGen, std::size_t> indexOf;
+        for (std::size_t i = 0; i < own.size(); ++i)
+            indexOf[QPDFObjectHandle(own[i].getObjectHandle()).getObjGen()] = i;
+        const auto targetOf = [&indexOf](QPDFObjectHandle dest) -> std::ptrdiff_t {
+            if (!dest.isArray() || dest.getArrayNItems() == 0)
+                return -1;
+            const auto at = indexOf.find(dest.getArrayItem(0).getObjGen());
+            return at == indexOf.end() ? -1 : std::ptrdiff_t(at->second);
+        };
+        for (std::size_t i = 0; i < own.size() && i < added.size(); ++i) {
+            QPDFObjectHandle theirs = QPDFObjectHandle(own[i].getObjectHandle()).getKey("/Annots");
+            QPDFObjectHandle ours = added[i].getKey("/Annots");
+            if (!theirs.isArray() || !ours.isArray() || theirs.getArrayNItems() != ours.getArrayNItems())
+                continue;
+            for (int j = 0; j < theirs.getArrayNItems(); ++j) {
+                QPDFObjectHandle from = theirs.getArrayItem(j);
+                QPDFObjectHandle to = ours.getArrayItem(j);
+                if (!from.isDictionary() || !to.isDictionary())
+                    continue;
+                if (const std::ptrdiff_t t = targetOf(from.getKey("/Dest")); t >= 0 && to.getKey("/Dest").isArray())
+                    to.getKey("/Dest").setArrayItem(0, added[std::size_t(t)]);
+                if (from.getKey("/A").isDictionary() && to.getKey("/A").isDictionary()) {
+                    if (const std::ptrdiff_t t = targetOf(from.getKey("/A").getKey("/D")); t >= 0
+                                                                                          && to.getKey("/A").getKey("/D").isArray())
+                        to.getKey("/A").getKey("/D").setArrayItem(0, added[std::size_t(t)]);
+                }
+            }
         }
     }
 }

@@ -327,6 +327,9 @@ private slots:
         QCOMPARE(pageOf.value(QStringLiteral("Type C")), a + 18);
         QCOMPARE(a + 20 - 1, generator.pageCount());
         QCOMPARE(pageOf.value(QStringLiteral("Type A1E: No cut sheet attached"), -1), 0);
+        // The types stand inside the part in the contents.
+        for (const auto& entry : generator.contents())
+            QCOMPARE(entry.Level, entry.Title.startsWith(QStringLiteral("Type ")) ? 1 : 0);
         // Each sheet's text on the page the contents cites, and the pages after it.
         const auto on = [&](qint32 page, const QString& text) {
             return pages.value(page - 1).contains(text);
@@ -430,6 +433,77 @@ private slots:
                     QVERIFY2(!s.box.intersects(w.box),
                              qPrintable(QStringLiteral("page %1: the stamp's \"%2\" covers \"%3\"").arg(page).arg(s.text, w.text)));
             }
+        }
+    }
+
+    // A sheet's own links (here a package's contents page, whose rows link to its pages) move
+    // with the shrunk content and open the page of the sheet they opened before.
+    void sheetLinksMoveWithTheContentAndOpenTheirOwnPages()
+    {
+        auto inner = job();
+        PackageGenerator first;
+        QVERIFY(first.Generate(*inner, file(QStringLiteral("inner.pdf"))));
+        const QByteArray innerPdf = read(QStringLiteral("inner.pdf"));
+        const auto links = [&](const QString& path) {
+            // Each link as its page, rectangle and the page it opens, all from 1.
+            const QJsonObject json = qpdfJson(path, {QStringLiteral("pages"), QStringLiteral("qpdf")});
+            QHash<QString, int> pageOf;
+            for (const auto& page : json.value(QStringLiteral("pages")).toArray())
+                pageOf.insert(page.toObject().value(QStringLiteral("object")).toString(),
+                              page.toObject().value(QStringLiteral("pageposfrom1")).toInt());
+            const QJsonObject objects = json.value(QStringLiteral("qpdf")).toArray().at(1).toObject();
+            QList<std::tuple<int, QRectF, int>> out;
+            for (const auto& page : json.value(QStringLiteral("pages")).toArray()) {
+                const QJsonObject dict = objects.value(QStringLiteral("obj:") + page.toObject().value(QStringLiteral("object")).toString())
+                                             .toObject().value(QStringLiteral("value")).toObject();
+                QJsonValue annots = dict.value(QStringLiteral("/Annots"));
+                // The list itself may be an object of its own.
+                if (annots.isString())
+                    annots = objects.value(QStringLiteral("obj:") + annots.toString()).toObject().value(QStringLiteral("value"));
+                for (const auto& ref : annots.toArray()) {
+                    const QJsonObject annot = objects.value(QStringLiteral("obj:") + ref.toString())
+                                                  .toObject().value(QStringLiteral("value")).toObject();
+                    if (annot.value(QStringLiteral("/Subtype")).toString() != QLatin1String("/Link"))
+                        continue;
+                    const QJsonArray r = annot.value(QStringLiteral("/Rect")).toArray();
+                    out.append({page.toObject().value(QStringLiteral("pageposfrom1")).toInt(),
+                                QRectF(QPointF(r[0].toDouble(), r[1].toDouble()), QPointF(r[2].toDouble(), r[3].toDouble())),
+                                pageOf.value(annot.value(QStringLiteral("/Dest")).toArray().at(0).toString())});
+                }
+            }
+            return out;
+        };
+        const auto before = links(file(QStringLiteral("inner.pdf")));
+        QVERIFY(!before.isEmpty());
+
+        auto outer = job();
+        outer->setCutSheets({sheet(QStringLiteral("A"), QStringLiteral("inner.pdf"), innerPdf)});
+        PackageGenerator second;
+        QVERIFY(second.Generate(*outer, file(QStringLiteral("outer.pdf"))));
+        QCOMPARE(run(QStringLiteral("qpdf"), {QStringLiteral("--check"), file(QStringLiteral("outer.pdf"))}).code, 0);
+        qint32 a = 0;
+        for (const auto& entry : second.contents())
+            a = entry.Title == QLatin1String("Type A") ? entry.Page : a;
+        QVERIFY(a > 0);
+        QList<std::tuple<int, QRectF, int>> after;
+        for (const auto& link : links(file(QStringLiteral("outer.pdf")))) {
+            if (std::get<0>(link) >= a)
+                after.append(link);
+        }
+        QCOMPARE(after.size(), before.size());
+        // Letter paper: the content shrinks by (792 - strip) / 792 toward the top, centred.
+        const qreal scale = (792 - ZebPackage::PdfFinish::StampStrip) / 792;
+        for (qsizetype i = 0; i < before.size(); ++i) {
+            const auto& [page, rect, target] = before[i];
+            const auto& [newPage, newRect, newTarget] = after[i];
+            QCOMPARE(newPage, page + a - 1);
+            QCOMPARE(newTarget, target + a - 1);
+            const QRectF expected(rect.left() * scale + 612 * (1 - scale) / 2, rect.top() * scale + 792 * (1 - scale),
+                                  rect.width() * scale, rect.height() * scale);
+            QVERIFY2(qAbs(newRect.left() - expected.left()) < 0.01 && qAbs(newRect.top() - expected.top()) < 0.01
+                         && qAbs(newRect.width() - expected.width()) < 0.01 && qAbs(newRect.height() - expected.height()) < 0.01,
+                     qPrintable(QStringLiteral("link %1 at %2,%3 %4x%5").arg(i).arg(newRect.left()).arg(newRect.top())
+                                    .arg(newRect.width()).arg(newRect.height())));
         }
     }
 

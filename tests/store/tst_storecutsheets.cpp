@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+
 using namespace ZebObjects;
 
 namespace {
@@ -180,33 +182,39 @@ private slots:
         QCOMPARE(sheets.attachments(job).size(), 0);
     }
 
-    // An office file made before the library opens, keeps its jobs and gets the library.
-    void fileOfVersionThreeOpensWithTheLibrary()
+    // An office made before the library opens, keeps its jobs and gets the library.
+    void officeOfVersionThreeOpensWithTheLibrary()
     {
         QFETCH_GLOBAL(QString, backend);
-        if (backend != QLatin1String("sqlite"))
-            return;  // The step is the same on a server; a version 3 file is an SQLite file.
-        const QString path = m_dir->filePath(QStringLiteral("old.sqlite"));
+        const bool onServer = backend == QLatin1String("postgresql");
+        const QString name = onServer ? server()->newDatabaseName() : QString();
+        const QString location = onServer ? server()->location(name) : m_dir->filePath(QStringLiteral("old.sqlite"));
+        const auto raw = [&] {
+            return onServer ? std::make_unique<RawDatabase>(server()->port(), name) : std::make_unique<RawDatabase>(location);
+        };
         {
-            const auto store = Store::open(path);
+            const auto store = Store::open(location);
             store->createJob(jobNumbered(QStringLiteral("OLD-1")));
         }
         {
-            // The file as version 3 wrote it: without the library's tables.
-            RawDatabase raw(path);
-            QVERIFY(raw.exec(QStringLiteral("DROP TABLE cut_sheet_attachments")));
-            QVERIFY(raw.exec(QStringLiteral("DROP TABLE cut_sheets")));
-            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 3")));
+            // The office as version 3 wrote it: without the library's tables.
+            const auto old = raw();
+            QVERIFY(old->exec(QStringLiteral("DROP TABLE cut_sheet_attachments")));
+            QVERIFY(old->exec(QStringLiteral("DROP TABLE cut_sheets")));
+            QVERIFY(old->exec(onServer ? QStringLiteral("UPDATE store_version SET version = 3")
+                                       : QStringLiteral("PRAGMA user_version = 3")));
         }
-        const auto store = Store::open(path, Store::OpenMode::OpenExisting);
+        const auto store = Store::open(location, Store::OpenMode::OpenExisting);
         QCOMPARE(store->jobs().size(), 1);
         QCOMPARE(store->jobs()[0].number, QStringLiteral("OLD-1"));
         StoreCutSheets sheets = store->cutSheets();
         const qint64 sheet = sheets.add(QStringLiteral("alpha.pdf"), pdfBytes(QStringLiteral("alpha")), 1, {});
         sheets.attach(store->jobs()[0].id, QStringLiteral("A"), sheet);
         QCOMPARE(sheets.attachments(store->jobs()[0].id).size(), 1);
-        RawDatabase raw(path);
-        QCOMPARE(raw.value(QStringLiteral("PRAGMA user_version")).toInt(), StoreSchema::CurrentVersion);
+        QCOMPARE(raw()->value(onServer ? QStringLiteral("SELECT version FROM store_version")
+                                       : QStringLiteral("PRAGMA user_version"))
+                     .toInt(),
+                 StoreSchema::CurrentVersion);
     }
 };
 

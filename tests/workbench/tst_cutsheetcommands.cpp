@@ -136,6 +136,27 @@ private slots:
         QCOMPARE(attachments().size(), 0);
     }
 
+    void repairedFileIsAttachedAndTheRepairIsTold()
+    {
+        QVERIFY(writeSheet(file(QStringLiteral("good.pdf")), QStringLiteral("golf"), 1));
+        QFile good(file(QStringLiteral("good.pdf")));
+        QVERIFY(good.open(QIODevice::ReadOnly));
+        QByteArray pdf = good.readAll();
+        // The cross-reference table's offset points nowhere: a reader rebuilds the table.
+        pdf = pdf.left(pdf.lastIndexOf("startxref")) + "startxref\n999999\n%%EOF\n";
+        QFile golf(file(QStringLiteral("golf.pdf")));
+        QVERIFY(golf.open(QIODevice::WriteOnly));
+        golf.write(pdf);
+        golf.close();
+        const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob, QStringLiteral("--attach-cut-sheet"),
+                            m_types[0] + QLatin1Char('=') + file(QStringLiteral("golf.pdf"))});
+        QCOMPARE(r.code, 0);
+        QVERIFY2(r.err.startsWith(QStringLiteral("zeb-workbench: the cut sheet \"golf.pdf\" was repaired on reading: ")),
+                 qPrintable(r.err));
+        QCOMPARE(r.out, QStringLiteral("golf.pdf: 1 page attached to type %1\n").arg(m_types[0]));
+        QCOMPARE(attachments().size(), 1);
+    }
+
     void argumentWithoutTypeOrFileIsRefused()
     {
         const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob,
