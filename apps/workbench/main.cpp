@@ -3,6 +3,7 @@
 // The command line is read once into Options; main() then runs one mode. To add a mode: a field
 // in Options, its QCommandLineOption in parseCommandLine(), its name in kCommandLineModes when it
 // runs without a window, and one function called from main().
+#include "cutsheetattach.h"
 #include "formdescription.h"
 #include "hostmessageboxes.h"
 #include "frame/controlregistry.h"
@@ -34,7 +35,8 @@
 namespace {
 // The modes that run without a window and end by themselves: without a screen they draw
 // offscreen, and they never wait for a box.
-constexpr const char* kCommandLineModes[] = {"--list", "--screenshot", "--save-design", "--export"};
+constexpr const char* kCommandLineModes[] = {"--list", "--screenshot", "--save-design", "--export",
+                                             "--attach-cut-sheet"};
 
 // What the command line asks for. An unset option is an empty optional (or false).
 struct Options {
@@ -43,6 +45,7 @@ struct Options {
     std::optional<QString> exportPdf;       // --export
     std::optional<QString> saveDesign;      // --save-design
     std::optional<QString> screenshot;      // --screenshot
+    QStringList attachCutSheets;            // --attach-cut-sheet TYPE=FILE, repeatable; before --export
 
     // Settings the modes share.
     std::optional<QString> form;            // --form
@@ -55,7 +58,7 @@ struct Options {
     std::optional<QString> lineItems;       // --line-items
 
     // A mode run from a terminal or a script, with nobody to answer a box.
-    bool commandLineMode() const { return exportPdf || saveDesign || screenshot; }
+    bool commandLineMode() const { return exportPdf || saveDesign || screenshot || !attachCutSheets.isEmpty(); }
 };
 
 // What every mode but --list works on: set up by openOffice().
@@ -110,7 +113,8 @@ Options parseCommandLine(const QApplication& app)
     const QCommandLineOption job(QStringLiteral("job"), QStringLiteral("Open the job with this number first."), QStringLiteral("number"));
     const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
     const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
-    parser.addOptions({list, screenshot, form, log, saveDesign, page, lineItems, db, resetSample, job, exportPdf, force});
+    const QCommandLineOption attachCutSheet(QStringLiteral("attach-cut-sheet"), QStringLiteral("Attach a cut sheet (PDF) to a fixture type of the job, TYPE=FILE.pdf; may be given more than once. Exits unless --export is given too."), QStringLiteral("type=file"));
+    parser.addOptions({list, screenshot, form, log, saveDesign, page, lineItems, db, resetSample, job, exportPdf, force, attachCutSheet});
     parser.process(app);
 
     const auto value = [&parser](const QCommandLineOption& option) -> std::optional<QString> {
@@ -121,6 +125,7 @@ Options parseCommandLine(const QApplication& app)
     Options options;
     options.list = parser.isSet(list);
     options.exportPdf = value(exportPdf);
+    options.attachCutSheets = parser.values(attachCutSheet);
     options.saveDesign = value(saveDesign);
     options.screenshot = value(screenshot);
     options.form = value(form);
@@ -199,6 +204,16 @@ int openOffice(const Options& options, Session& session)
     if (session.store->isReadOnly())
         session.boxes->setQuiet(session.store->readOnlyFailure().Description());
     return 0;
+}
+
+// --attach-cut-sheet: the sheets go to the job's types; a bad file is refused with its reason.
+int attachCutSheets(const Options& options, ZebObjects::Store& store)
+{
+    const qint64 id = options.job ? Workstation::jobByNumber(store, *options.job) : Workstation::defaultJob(store);
+    if (id == 0)
+        return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store.path(), *options.job)
+                                : QStringLiteral("the office \"%1\" has no job").arg(store.path()));
+    return CutSheetAttach::fromCommandLine(store, id, options.attachCutSheets);
 }
 
 // --export: the job's package, written as the window's Export Package writes it.
@@ -310,6 +325,10 @@ int main(int argc, char** argv)
         ~ServicesRelease() { ZebObjects::Runtime::setApplicationServices(nullptr); }
     } servicesRelease;
 
+    if (!options.attachCutSheets.isEmpty()) {
+        if (const int code = attachCutSheets(options, *session.store); code != 0 || !options.exportPdf)
+            return code;
+    }
     if (options.exportPdf)
         return exportPackage(options, *session.store);
     return runWorkstation(options, session);

@@ -17,7 +17,8 @@ StorePackageSource::StorePackageSource(const ZebObjects::Store& store,
                                        std::shared_ptr<ZebObjects::StoreJob> job)
     : m_job(std::move(job)),
       m_office(store.letterhead()),
-      m_manufacturers(ZebObjects::StandalonePackageSource::sampleManufacturers())
+      m_manufacturers(ZebObjects::StandalonePackageSource::sampleManufacturers()),
+      m_cutSheets(store.cutSheets())
 {
     for (const auto& customer : store.directoryCustomers())
         m_addresses.insert(customer.key, ZebObjects::StandalonePackageSource::addressOf(customer));
@@ -102,4 +103,9 @@ ZebPackage::PostalAddress StorePackageSource::Address(const ZebObjects::Recipien
 ZebPackage::Letterhead StorePackageSource::Office() const
 {
     return m_office;
+}
+
+QList<ZebPackage::CutSheet> StorePackageSource::CutSheets() const
+{
+    return m_cutSheets.sheetsOf(m_job->id());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contracts/packagesource.h"
+#include "store/storecutsheets.h"
 
 #include <QHash>
 
@@ -33,10 +34,12 @@ public:
     ZebPackage::PostalAddress Address(const ZebObjects::Customer& customer) const override;
     ZebPackage::PostalAddress Address(const ZebObjects::Recipient& recipient) const override;
     ZebPackage::Letterhead Office() const override;
+    QList<ZebPackage::CutSheet> CutSheets() const override;
 
 private:
     std::shared_ptr<ZebObjects::StoreJob> m_job;
     QHash<QString, ZebPackage::PostalAddress> m_addresses;
     ZebPackage::Letterhead m_office;
     QHash<QString, QString> m_manufacturers;
+    ZebObjects::StoreCutSheets m_cutSheets;
 };

@@ -1,6 +1,7 @@
 #include "workstation.h"
 
 #include "contracts/failure.h"
+#include "cutsheetdock.h"
 #include "exportcheckdialog.h"
 #include "packageexport.h"
 #include "desktopopener.h"
@@ -119,6 +120,8 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     diagnostics->setText(QStringLiteral("&Diagnostics"));
     view->addAction(diagnostics);
 
+    CutSheetDock::install(*this);
+
     m_jobLabel = new QLabel(this);
     m_jobLabel->setObjectName(QStringLiteral("lblJob"));
     m_saveLabel = new SaveStateLabel(this);
@@ -169,6 +172,7 @@ void Workstation::openJob(qint64 id)
     // From here the pages show what the office holds; a write while binding them tells again.
     m_saveState.shownFromOffice();
     setData(data);
+    CutSheetDock::bind(*this);
     keepCarbonCopyChoice();
     followPendingEdits();
     if (page >= 0 && page < pageCount())

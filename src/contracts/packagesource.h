@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 #include <memory>
@@ -68,6 +69,21 @@ struct Letterhead {
     friend bool operator==(const Letterhead&, const Letterhead&) = default;
 };
 
+/// A manufacturer's cut sheet attached to a fixture type of the job: a PDF file as the office
+/// keeps it.
+struct CutSheet {
+    /// The line items' type the sheet belongs to ("A"); every line of that type shares it.
+    QString Type;
+    /// The file's name as it was attached.
+    QString FileName;
+    /// The file's bytes.
+    QByteArray Pdf;
+    /// The number of pages of the file.
+    qint32 PageCount = 0;
+
+    friend bool operator==(const CutSheet&, const CutSheet&) = default;
+};
+
 /// The keys of the label fields the package knows how to fill. A field of any other key prints
 /// nothing.
 namespace LabelFieldKey {
@@ -129,6 +145,9 @@ public:
     virtual PostalAddress Address(const ZebObjects::Recipient& recipient) const = 0;
     /// The office that issues the package.
     virtual Letterhead Office() const = 0;
+    /// The job's cut sheets, grouped by type in the order they were attached; none for a host
+    /// that keeps no cut sheets.
+    virtual QList<CutSheet> CutSheets() const { return {}; }
 };
 
 }  // namespace ZebPackage

@@ -68,6 +68,8 @@ public:
     void setRecipientAddress(const QString& name, const QString& company,
                              const ZebPackage::PostalAddress& address);
     void setOffice(const ZebPackage::Letterhead& office);
+    QList<ZebPackage::CutSheet> CutSheets() const override { return m_cutSheets; }
+    void setCutSheets(const QList<ZebPackage::CutSheet>& sheets) { m_cutSheets = sheets; }
 
 private:
     std::shared_ptr<ZebObjects::Submittal> m_submittal;
@@ -83,6 +85,7 @@ private:
     QHash<QString, QString> m_manufacturers;
     QHash<QString, ZebPackage::PostalAddress> m_addresses;
     QHash<QString, ZebPackage::PostalAddress> m_recipientAddresses;
+    QList<ZebPackage::CutSheet> m_cutSheets;
     ZebPackage::Letterhead m_office;
 };
 

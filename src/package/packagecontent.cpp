@@ -14,6 +14,7 @@
 #include "contracts/packagesource.h"
 
 #include <QDate>
+#include <QHash>
 #include <QLocale>
 
 #include <algorithm>
@@ -140,6 +141,29 @@ void readBOM(PackageContent& c, const PackageSource& source)
     }
 }
 
+void readCutSheets(PackageContent& c, const PackageSource& source)
+{
+    const QList<CutSheet> sheets = source.CutSheets();
+    if (sheets.isEmpty())
+        return;
+    const auto lines = source.LineItems();
+    if (!lines)
+        return;
+    QHash<QString, qsizetype> seen;
+    for (const auto& item : lines->Enumerate()) {
+        const QString type = item->Type().trimmed();
+        if (!item->Selected() || type.isEmpty() || seen.contains(type))
+            continue;
+        seen.insert(type, c.CutSheetTypes.size());
+        c.CutSheetTypes.append({type, {}});
+    }
+    for (const CutSheet& sheet : sheets) {
+        const auto at = seen.constFind(sheet.Type.trimmed());
+        if (at != seen.constEnd())
+            c.CutSheetTypes[*at].Sheets.append(sheet);
+    }
+}
+
 void readLabels(PackageContent& c, const PackageSource& source)
 {
     struct Field {
@@ -241,6 +265,7 @@ PackageContent PackageContent::read(const PackageSource& source)
         readBOM(c, source);
     if (c.IncludeLabels)
         readLabels(c, source);
+    readCutSheets(c, source);
     return c;
 }
 
@@ -273,6 +298,10 @@ QStringList PackageContent::gaps() const
             out << QStringLiteral("No label fields are chosen, so no labels are printed.");
         else if (Labels.isEmpty())
             out << QStringLiteral("No customer is included, so no labels are printed.");
+    }
+    for (const SheetType& type : CutSheetTypes) {
+        if (type.Sheets.isEmpty())
+            out << QStringLiteral("Type %1 has no cut sheet attached.").arg(type.Type);
     }
     return out;
 }

@@ -67,6 +67,15 @@ struct PackageContent {
     qint32 LabelFieldCount = 0;
     QList<QStringList> Labels;
 
+    // Cut sheets: each ticked line's type once, in the order of the lines, with the sheets
+    // attached to it (none for a type that lacks them). Empty when the job has no cut sheet at
+    // all, and then the package has no cut sheet part.
+    struct SheetType {
+        QString Type;
+        QList<CutSheet> Sheets;
+    };
+    QList<SheetType> CutSheetTypes;
+
     static constexpr qint32 MaximumLabelLines = 5;
 
     static PackageContent read(const PackageSource& source);

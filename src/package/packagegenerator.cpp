@@ -108,6 +108,8 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
         cannotWrite(path, file.errorString());
     const QPageSize pageSize(d->paper == PaperSize::A4 ? QPageSize::A4 : QPageSize::Letter);
     qint32 pages = 0;
+    qint32 drawnPages = 0;
+    QList<PdfFinish::Sheet> sheets;
     QList<ContentsEntry> contents;
     QBuffer drawn;
     drawn.open(QIODevice::WriteOnly);
@@ -124,6 +126,8 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
         PackageLayout layout(content, writer, pageSize.size(QPageSize::Inch));
         layout.plan();
         pages = layout.pageCount();
+        drawnPages = layout.drawnPageCount();
+        sheets = layout.sheets();
         contents = layout.contents();
         navigation = layout.navigation();
 
@@ -139,7 +143,7 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
         };
         if (cancelled(0))
             return false;
-        for (qint32 page = 0; page < pages; ++page) {
+        for (qint32 page = 0; page < drawnPages; ++page) {
             if (page > 0)
                 writer.newPage();
             layout.drawPage(painter, page);
@@ -164,10 +168,16 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
     info.keywords = keywords.join(QStringLiteral("; "));
     QByteArray finished;
     try {
-        finished = PdfFinish::finish(drawn.data(), info, navigation);
+        finished = PdfFinish::finish(drawn.data(), info, navigation, sheets);
     } catch (const std::exception& e) {
         file.cancelWriting();
         cannotWrite(path, QString::fromLocal8Bit(e.what()));
+    }
+    // The cut sheets' pages are written by the merge, the last step; a cancel then still
+    // leaves nothing.
+    if (drawnPages < pages && d->progress && !d->progress(pages, pages)) {
+        file.cancelWriting();
+        return false;
     }
     if (file.write(finished) != finished.size()) {
         const QString why = file.errorString();

@@ -15,7 +15,10 @@ class PackageSource;
 struct ContentsEntry {
     QString Title;
     // 1-based page of the package on which the part starts.
+    // 0 when the part has no page of its own to open (a type without a cut sheet).
     qint32 Page = 0;
+    // 1 for an entry inside the part above it (a type among the cut sheets).
+    qint32 Level = 0;
 
     friend bool operator==(const ContentsEntry&, const ContentsEntry&) = default;
 };
@@ -34,7 +37,8 @@ public:
     enum class PaperSize { Letter, A4 };
 
     // Called with the number of pages written so far and the number the package has: once
-    // before the first page and once after each page. Answering false cancels the export.
+    // before the first page and once after each drawn page; the cut sheets' pages all come at
+    // once, when they are merged. Answering false cancels the export.
     using Progress = std::function<bool(qint32 done, qint32 total)>;
 
     PackageGenerator();

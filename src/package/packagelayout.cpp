@@ -68,10 +68,14 @@ public:
             planBOM();
         if (m_c.IncludeLabels)
             planLabels();
+        planCutSheets();
         planContents();
     }
 
-    qint32 pageCount() const { return qint32(m_contentsPages.size() + m_pages.size()); }
+    qint32 pageCount() const { return drawnPageCount() + m_sheetPages; }
+    // The pages drawn here; the cut sheets' pages follow them.
+    qint32 drawnPageCount() const { return qint32(m_contentsPages.size() + m_pages.size()); }
+    const QList<PdfFinish::Sheet>& sheets() const { return m_sheets; }
     QList<ContentsEntry> contents() const { return m_entries; }
 
     void drawPage(QPainter& painter, qint32 index) const
@@ -138,7 +142,7 @@ private:
     // A part of the contents; level 1 is a letter inside the cover letter part.
     void startPart(const QString& title, qint32 level = 0)
     {
-        m_entries.append({title, qint32(m_pages.size()) + 1});
+        m_entries.append({title, qint32(m_pages.size()) + 1, 0});
         m_outline.append({title, qint32(m_pages.size()), level});
         m_part = title;
     }
@@ -785,6 +789,43 @@ private:
         p.restore();
     }
 
+    // ---- cut sheets ----------------------------------------------------------------------
+
+    // The sheets' pages come from their own files after the drawn pages; here they only take
+    // their place in the contents and the outline. A type without a sheet is listed without a
+    // page.
+    void planCutSheets()
+    {
+        if (m_c.CutSheetTypes.isEmpty())
+            return;
+        const auto next = [this] { return qint32(m_pages.size()) + m_sheetPages; };
+        const qsizetype partEntry = m_entries.size();
+        m_entries.append({QStringLiteral("Cut Sheets"), next() + 1});
+        m_outline.append({QStringLiteral("Cut Sheets"), next(), 0});
+        for (const PackageContent::SheetType& type : m_c.CutSheetTypes) {
+            const QString title = QStringLiteral("Type ") + type.Type;
+            if (type.Sheets.isEmpty()) {
+                m_entries.append({title + QStringLiteral(": No cut sheet attached"), 0, 1});
+                continue;
+            }
+            m_entries.append({title, next() + 1, 1});
+            m_outline.append({title, next(), 1});
+            QString stamp = QStringLiteral("Type ") + type.Type + QStringLiteral("  \u00b7  ");
+            if (!m_c.JobNumber.isEmpty())
+                stamp = QStringLiteral("Job ") + m_c.JobNumber + QStringLiteral("  \u00b7  ") + stamp;
+            for (const CutSheet& sheet : type.Sheets) {
+                m_outline.append({sheet.FileName, next(), 2});
+                m_sheets.append({sheet.FileName, sheet.Pdf, sheet.PageCount, stamp});
+                m_sheetPages += sheet.PageCount;
+            }
+        }
+        // No type has a sheet to print: the part is listed, with no page to open.
+        if (m_sheetPages == 0) {
+            m_entries[partEntry].Page = 0;
+            m_outline.removeLast();
+        }
+    }
+
     // ---- contents ------------------------------------------------------------------------
 
     void planContents()
@@ -831,8 +872,10 @@ private:
         qsizetype pages = 1;
         if (m_entries.size() > firstRows)
             pages += (m_entries.size() - firstRows + nextRows - 1) / nextRows;
-        for (auto& entry : m_entries)
-            entry.Page += qint32(pages);
+        for (auto& entry : m_entries) {
+            if (entry.Page > 0)
+                entry.Page += qint32(pages);
+        }
 
         const QList<ContentsEntry> entries = m_entries;
         const qreal numberWidth = pt(60);
@@ -842,6 +885,8 @@ private:
             const qreal top = page == 0 ? firstTop : nextTop;
             // Each entry links to the page it names.
             for (qsizetype i = from; i < std::min(entries.size(), from + count); ++i) {
+                if (entries[i].Page == 0)
+                    continue;
                 const QRectF row(m_margin, top + qreal(i - from) * rowHeight, m_bodyWidth, rowHeight);
                 m_links.append({qint32(page), row, entries[i].Page - 1 - qint32(pages)});
             }
@@ -866,12 +911,14 @@ private:
                 p.setPen(Qt::black);
                 const QFontMetricsF metrics(entryFont, &m_device);
                 for (qsizetype i = from; i < std::min(entries.size(), from + count); ++i) {
+                    const qreal indent = pt(18) * entries[i].Level;
                     const QString text = metrics.elidedText(entries[i].Title, Qt::ElideRight,
-                                                            m_bodyWidth - numberWidth - pt(12));
-                    p.drawText(QRectF(m_margin, y, m_bodyWidth - numberWidth, rowHeight),
+                                                            m_bodyWidth - numberWidth - pt(12) - indent);
+                    p.drawText(QRectF(m_margin + indent, y, m_bodyWidth - numberWidth - indent, rowHeight),
                                Qt::AlignLeft | Qt::AlignVCenter, text);
-                    p.drawText(QRectF(m_margin + m_bodyWidth - numberWidth, y, numberWidth, rowHeight),
-                               Qt::AlignRight | Qt::AlignVCenter, QString::number(entries[i].Page));
+                    if (entries[i].Page > 0)
+                        p.drawText(QRectF(m_margin + m_bodyWidth - numberWidth, y, numberWidth, rowHeight),
+                                   Qt::AlignRight | Qt::AlignVCenter, QString::number(entries[i].Page));
                     y += rowHeight;
                 }
                 if (page == 0 && !leftOut.isEmpty())
@@ -894,6 +941,8 @@ private:
     QList<ContentsEntry> m_entries;
     QList<OutlineItem> m_outline;
     QList<LinkArea> m_links;
+    QList<PdfFinish::Sheet> m_sheets;
+    qint32 m_sheetPages = 0;
 };
 
 PackageLayout::PackageLayout(const PackageContent& content, QPdfWriter& device, const QSizeF& paperInches)
@@ -911,6 +960,16 @@ void PackageLayout::plan()
 qint32 PackageLayout::pageCount() const
 {
     return d->pageCount();
+}
+
+qint32 PackageLayout::drawnPageCount() const
+{
+    return d->drawnPageCount();
+}
+
+const QList<PdfFinish::Sheet>& PackageLayout::sheets() const
+{
+    return d->sheets();
 }
 
 QList<ContentsEntry> PackageLayout::contents() const

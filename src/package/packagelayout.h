@@ -30,7 +30,12 @@ public:
 
     // Breaks every part into pages; the counts, contents and navigation below are known after it.
     void plan();
+    // Every page of the package, the cut sheets' included.
     qint32 pageCount() const;
+    // The pages drawn here; the cut sheets' pages follow them.
+    qint32 drawnPageCount() const;
+    // The cut sheets the merge appends after the drawn pages, in package order.
+    const QList<PdfFinish::Sheet>& sheets() const;
     QList<ContentsEntry> contents() const;
     // Draws page index (0-based, the contents pages first) with its footer.
     void drawPage(QPainter& painter, qint32 index) const;

@@ -1,5 +1,7 @@
 #include "package/pdffinish.h"
 
+#include "package/sheetappender.h"
+
 // qpdf's headers without the old pointer type.
 #define POINTERHOLDER_TRANSITION 4
 
@@ -40,11 +42,15 @@ struct Node {
 
 }  // namespace
 
-QByteArray PdfFinish::finish(const QByteArray& pdf, const Info& info, const Navigation& navigation)
+QByteArray PdfFinish::finish(const QByteArray& pdf, const Info& info, const Navigation& navigation,
+                             const QList<Sheet>& sheets)
 {
+    // The sheets' files are read while the package is written, so they outlive it.
+    SheetAppender appender;
     QPDF doc;
     doc.setSuppressWarnings(true);
     doc.processMemoryFile("package.pdf", pdf.constData(), std::size_t(pdf.size()));
+    appender.append(doc, sheets);
     const std::vector<QPDFPageObjectHelper> pages = QPDFPageDocumentHelper(doc).getAllPages();
 
     QPDFObjectHandle trailer = doc.getTrailer();
@@ -124,6 +130,16 @@ QByteArray PdfFinish::finish(const QByteArray& pdf, const Info& info, const Navi
         annot.replaceKey("/Dest", destination(pages, link.target));
         annots.appendItem(annot);
     }
+
+    // The labels a reader shows are the printed page numbers.
+    QPDFObjectHandle labels = QPDFObjectHandle::newDictionary();
+    QPDFObjectHandle nums = QPDFObjectHandle::newArray();
+    nums.appendItem(QPDFObjectHandle::newInteger(0));
+    QPDFObjectHandle decimal = QPDFObjectHandle::newDictionary();
+    decimal.replaceKey("/S", QPDFObjectHandle::newName("/D"));
+    nums.appendItem(decimal);
+    labels.replaceKey("/Nums", nums);
+    root.replaceKey("/PageLabels", labels);
 
     QPDFWriter writer(doc);
     writer.setOutputMemory();

@@ -36,9 +36,25 @@ public:
         QList<Bookmark> outline;
         QList<Link> links;
     };
+    // Another PDF whose pages follow the drawn ones: their content is copied as it is, shrunk
+    // a little onto the page to free a strip at the foot for a stamp.
+    struct Sheet {
+        QString fileName;
+        QByteArray pdf;
+        // The pages the file must have; a file that has others fails.
+        qint32 pageCount = 0;
+        // What the stamp says before "Page n of m".
+        QString stamp;
+    };
 
-    // The finished file. Fails with std::exception when pdf is no PDF qpdf can read.
-    static QByteArray finish(const QByteArray& pdf, const Info& info, const Navigation& navigation);
+    // The finished file: pdf's pages, then each sheet's pages in turn; outline and links count
+    // pages over the whole; every page is labelled with its number from 1. Fails with
+    // std::exception when pdf or a sheet is no PDF qpdf can read.
+    static QByteArray finish(const QByteArray& pdf, const Info& info, const Navigation& navigation,
+                             const QList<Sheet>& sheets = {});
+
+    // The strip at the foot of a sheet's page that holds the stamp, in PDF points.
+    static constexpr qreal StampStrip = 14.0;
 };
 
 }  // namespace ZebPackage

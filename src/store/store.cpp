@@ -7,6 +7,7 @@
 #include "store/storeapplicationservices.h"
 #include "store/storeconnection.h"
 #include "store/storecustomers.h"
+#include "store/storecutsheets.h"
 #include "store/storedirectory.h"
 #include "store/storejob.h"
 #include "store/storetextobjects.h"
@@ -70,6 +71,8 @@ std::shared_ptr<Store> Store::open(const QString& path, OpenMode mode, const Opt
 }
 
 QString Store::path() const { return m_db->path(); }
+
+StoreCutSheets Store::cutSheets() const { return StoreCutSheets(m_db); }
 bool Store::isServer() const { return m_db->dialect().isServer(); }
 
 bool Store::watchOtherWorkstations(std::function<void()> onCommit)

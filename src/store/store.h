@@ -16,6 +16,7 @@ namespace ZebObjects {
 
 class ApplicationServices;
 class StoreConnection;
+class StoreCutSheets;
 class StoreJob;
 class TextObjects;
 struct JobContents;
@@ -121,6 +122,9 @@ public:
     // Runs body in one transaction: every write it makes is committed together, or none is.
     // Events of the objects are raised as their writes return, before that commit.
     void writeAll(const std::function<void()>& body);
+
+    // The office's cut sheet library and the jobs' attachments.
+    StoreCutSheets cutSheets() const;
 
     // True when the file holds no job, no issuer and no directory customer.
     bool isEmpty() const;

@@ -153,6 +153,27 @@ const char* const kIndexes[] = {
     "CREATE INDEX line_items_by_submittal ON line_items (submittal_id, position)",
 };
 
+// The cut sheet library (version 5): each file once, by its SHA-256.
+const char* const kCutSheets[] = {
+    R"(CREATE TABLE cut_sheets (
+        id INTEGER PRIMARY KEY,
+        sha256 TEXT NOT NULL UNIQUE,
+        file_name TEXT NOT NULL,
+        page_count INTEGER NOT NULL CHECK (page_count > 0),
+        size INTEGER NOT NULL,
+        bytes BLOB NOT NULL,
+        added_by TEXT NOT NULL DEFAULT '',
+        added_at TEXT NOT NULL))",
+    R"(CREATE TABLE cut_sheet_attachments (
+        id INTEGER PRIMARY KEY,
+        job_id INTEGER NOT NULL REFERENCES jobs(id) ON DELETE CASCADE,
+        line_type TEXT NOT NULL,
+        cut_sheet_id INTEGER NOT NULL REFERENCES cut_sheets(id),
+        position INTEGER NOT NULL,
+        UNIQUE (job_id, line_type, cut_sheet_id)))",
+    "CREATE INDEX cut_sheet_attachments_by_job ON cut_sheet_attachments (job_id, position)",
+};
+
 void runAll(StoreConnection& db, const QStringList& statements)
 {
     for (const QString& sql : statements)
@@ -174,6 +195,8 @@ void StoreSchema::create(StoreConnection& db)
     statements << QString::fromLatin1(kTexts) << QString::fromLatin1(kLineItems)
                << QString::fromLatin1(kLineItemComments);
     for (const char* sql : kIndexes)
+        statements << QString::fromLatin1(sql);
+    for (const char* sql : kCutSheets)
         statements << QString::fromLatin1(sql);
     runAll(db, statements);
     db.dialect().setSchemaVersion(db, CurrentVersion);
@@ -226,6 +249,10 @@ void StoreSchema::migrate(StoreConnection& db, int from)
         };
         for (const char* sql : added)
             db.run(QString::fromLatin1(sql));
+    }
+    if (from <= 4) {
+        for (const char* sql : kCutSheets)
+            runTable(db, sql);
     }
     db.dialect().setSchemaVersion(db, CurrentVersion);
 }

@@ -12,6 +12,7 @@
 #include "support/testsupport.h"
 #include "versiononeschema.h"
 #include "store/store.h"
+#include "store/storeschema.h"
 #include "store/storebom.h"
 #include "store/storecustomers.h"
 #include "store/storejob.h"
@@ -135,7 +136,7 @@ private slots:
         auto db = QSqlDatabase::database(store->connectionName());
         QSqlQuery q(db);
         QVERIFY(q.exec(QStringLiteral("PRAGMA user_version")) && q.next());
-        QCOMPARE(q.value(0).toInt(), 3);
+        QCOMPARE(q.value(0).toInt(), ZebObjects::StoreSchema::CurrentVersion);
         QVERIFY(q.exec(QStringLiteral("PRAGMA foreign_keys")) && q.next());
         QCOMPARE(q.value(0).toInt(), 1);
         QVERIFY(q.exec(QStringLiteral("PRAGMA journal_mode")) && q.next());
@@ -163,7 +164,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 3);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), ZebObjects::StoreSchema::CurrentVersion);
         QCOMPARE(check.value(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
         QCOMPARE(check.value(QStringLiteral("PRAGMA foreign_key_check")), QVariant());
 
@@ -237,7 +238,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 3);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), ZebObjects::StoreSchema::CurrentVersion);
         QCOMPARE(store->jobs().size(), 4);
         const auto job = store->openJob(store->jobs().first().id);
         QCOMPARE(job->submittal()->Recipients()->Count(), qint16(1));
@@ -280,14 +281,16 @@ private slots:
         Store::open(path(dir));
         {
             RawConnection raw(path(dir));
-            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 4")));
+            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = %1").arg(ZebObjects::StoreSchema::CurrentVersion + 1)));
         }
         const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
         QCOMPARE(e, (ErrorInfo{321, QStringLiteral("ZebObjects.Store"),
                                QStringLiteral("The database file \"%1\" was written by a newer "
-                                              "version of the program (schema version 4; this "
-                                              "program reads up to version 3)")
-                                   .arg(path(dir))}));
+                                              "version of the program (schema version %2; this "
+                                              "program reads up to version %3)")
+                                   .arg(path(dir))
+                                   .arg(ZebObjects::StoreSchema::CurrentVersion + 1)
+                                   .arg(ZebObjects::StoreSchema::CurrentVersion)}));
     }
 
     void aFileThatIsNotADatabaseFails()

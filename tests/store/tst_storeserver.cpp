@@ -14,6 +14,7 @@
 #include "versiononeschema.h"
 #include "sampleoffice/sampleoffice.h"
 #include "store/store.h"
+#include "store/storeschema.h"
 #include "store/storebom.h"
 #include "store/storedialect.h"
 #include "store/storejob.h"
@@ -115,7 +116,7 @@ private slots:
         QVERIFY(store->isEmpty());
         RawDatabase raw(m_server->port(), name);
         QVERIFY(raw.isOpen());
-        QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 3);
+        QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), ZebObjects::StoreSchema::CurrentVersion);
         // Ids number themselves on the server as well.
         const qint64 first = store->createJob(oneJob());
         JobContents second = oneJob();
@@ -156,7 +157,7 @@ private slots:
         }
         const auto store = Store::open(m_server->location(name));
         RawDatabase check(m_server->port(), name);
-        QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 3);
+        QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), ZebObjects::StoreSchema::CurrentVersion);
         QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
                                                     QStringLiteral("Old Library Annex"), 0, 2}}));
         const auto job = store->openJob(1);
