@@ -13,10 +13,11 @@ class StoreConnection;
 // version 2 gives comments a table of their own (a line may have an empty comment or none) and
 // keeps each text collection's saved order beside the current one. Version 3 keeps what labels
 // and letters print: the directory's and the recipients' postal addresses, phone and e-mail, and
-// a job's purchase order (the office's letterhead lives in the settings).
+// a job's purchase order (the office's letterhead lives in the settings). Version 6 keeps the
+// issued revisions of each job: the package as sent, the lines it printed and their review.
 class StoreSchema {
 public:
-    static constexpr int CurrentVersion = 3;
+    static constexpr int CurrentVersion = 6;
 
     // An empty file becomes a store of the current version.
     static void create(StoreConnection& db);

@@ -163,7 +163,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 3);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
         QCOMPARE(check.value(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
         QCOMPARE(check.value(QStringLiteral("PRAGMA foreign_key_check")), QVariant());
 
@@ -237,7 +237,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 3);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
         QCOMPARE(store->jobs().size(), 4);
         const auto job = store->openJob(store->jobs().first().id);
         QCOMPARE(job->submittal()->Recipients()->Count(), qint16(1));
@@ -280,13 +280,13 @@ private slots:
         Store::open(path(dir));
         {
             RawConnection raw(path(dir));
-            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 4")));
+            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 7")));
         }
         const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
         QCOMPARE(e, (ErrorInfo{321, QStringLiteral("ZebObjects.Store"),
                                QStringLiteral("The database file \"%1\" was written by a newer "
-                                              "version of the program (schema version 4; this "
-                                              "program reads up to version 3)")
+                                              "version of the program (schema version 7; this "
+                                              "program reads up to version 6)")
                                    .arg(path(dir))}));
     }
 
