@@ -1,5 +1,6 @@
 // zeb-workbench: the submittal workstation on the office's store.
 #include "formdescription.h"
+#include "historycommands.h"
 #include "hostmessageboxes.h"
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
@@ -51,7 +52,8 @@ int main(int argc, char** argv)
                           && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
                           && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     if (headless && (wantsOption(argc, argv, "--screenshot") || wantsOption(argc, argv, "--list")
-                     || wantsOption(argc, argv, "--save-design") || wantsOption(argc, argv, "--export")))
+                     || wantsOption(argc, argv, "--save-design") || wantsOption(argc, argv, "--export")
+                     || HistoryCommands::wanted(argc, argv)))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication app(argc, argv);
@@ -78,11 +80,13 @@ int main(int argc, char** argv)
     const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
     const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
     parser.addOptions({db, resetSample, job, exportPdf, force});
+    HistoryCommands::addOptions(parser);
     parser.process(app);
     // Started from an icon there is no terminal to read a failure on; a command-line mode never
     // waits for a box.
     g_failureDialog = StartupFailure::hasDisplay() && !parser.isSet(list) && !parser.isSet(screenshot)
-                      && !parser.isSet(saveDesign) && !parser.isSet(exportPdf);
+                      && !parser.isSet(saveDesign) && !parser.isSet(exportPdf)
+                      && !HistoryCommands::wanted(parser);
 
     if (parser.isSet(list)) {
         for (const QString& id : ZebSubCtl::ControlRegistry::instance().identifiers())
@@ -93,6 +97,7 @@ int main(int argc, char** argv)
     // A command-line mode, or a run without a display, has nobody to answer a box: its boxes
     // become lines on standard error and the run ends with a failure.
     const bool console = parser.isSet(screenshot) || parser.isSet(saveDesign) || parser.isSet(exportPdf)
+                         || HistoryCommands::wanted(parser)
                          || QGuiApplication::platformName() == QLatin1String("offscreen")
                          || QGuiApplication::platformName() == QLatin1String("minimal");
     auto boxes = std::make_shared<HostMessageBoxes>(console);
@@ -153,6 +158,12 @@ int main(int argc, char** argv)
     struct ServicesRelease {
         ~ServicesRelease() { ZebObjects::Runtime::setApplicationServices(nullptr); }
     } servicesRelease;
+
+    if (HistoryCommands::wanted(parser))
+        return HistoryCommands::run(parser, store,
+                                    parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job))
+                                                      : Workstation::defaultJob(*store),
+                                    parser.value(job));
 
     if (parser.isSet(exportPdf)) {
         const qint64 id = parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job))

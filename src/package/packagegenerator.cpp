@@ -464,6 +464,8 @@ private:
         if (!m_c.JobNumber.isEmpty())
             re += QStringLiteral(" (Job ") + m_c.JobNumber + QLatin1Char(')');
         flow->paragraph(re, bold, 0, pt(3));
+        if (m_c.Revision.isResubmittal())
+            flow->paragraph(m_c.Revision.title(), bold, 0, pt(3));
         flow->paragraph(QStringLiteral("Purpose: ") + m_c.Purpose, bold, 0, line * 1.5);
         for (const QString& text : m_c.Paragraphs)
             flow->paragraph(text, plain, 0, line);
@@ -506,6 +508,8 @@ private:
         std::vector<qsizetype> rows;
         std::vector<qsizetype> remarks;
         bool remarksHeading = false;
+        std::vector<qsizetype> removed;
+        bool removedHeading = false;
         bool message = false;
     };
 
@@ -521,6 +525,7 @@ private:
         case BomColumn::Description: return 3.25;
         case BomColumn::GroupCodes: return 0.9;
         case BomColumn::MTO: return 0.75;
+        case BomColumn::Rev: return 0.5;
         }
         return 1;
     }
@@ -554,6 +559,7 @@ private:
         }
         const auto alignmentOf = [](BomColumn column) {
             return column == BomColumn::Quantity || column == BomColumn::MTO || column == BomColumn::Line
+                           || column == BomColumn::Rev
                        ? Qt::AlignHCenter
                        : Qt::AlignLeft;
         };
@@ -593,6 +599,8 @@ private:
         for (const QString& text : m_c.DefaultRemarks)
             remarks->push_back(block(QStringLiteral("\u2022  ") + text, cellFont, m_bodyWidth));
         const TextBlock remarksHeading = block(QStringLiteral("Remarks"), headFont, m_bodyWidth);
+        const auto removed = removedLineBlocks(cellFont);
+        const TextBlock removedHeading = removedLinesHeading(headFont);
 
         QString message;
         if (m_c.Columns.isEmpty())
@@ -608,6 +616,8 @@ private:
             job += QStringLiteral("  \u2014  Job ") + m_c.JobNumber;
         if (!m_c.DateText.isEmpty())
             job += QStringLiteral("  \u2014  ") + m_c.DateText;
+        if (m_c.Revision.isResubmittal())
+            job += QStringLiteral("  \u2014  ") + m_c.Revision.title();
         const TextBlock jobBlock = block(job, makeFont(9), m_bodyWidth);
         const TextBlock purpose = block(QStringLiteral("Purpose: ") + m_c.Purpose, makeFont(10.5, true), m_bodyWidth);
         const qreal headGap = pt(10);
@@ -650,6 +660,20 @@ private:
                 }
                 pages.back().remarks.push_back(qsizetype(i));
                 y += (*remarks)[i].height() + pt(2);
+            }
+        }
+        if (!removed->empty()) {
+            y += pt(12);
+            for (std::size_t i = 0; i < removed->size(); ++i) {
+                const qreal need = (*removed)[i].height() + (i == 0 ? removedHeading.height() + pt(3) : 0);
+                if (y + need > limit)
+                    newPage();
+                if (i == 0) {
+                    pages.back().removedHeading = true;
+                    y += removedHeading.height() + pt(3);
+                }
+                pages.back().removed.push_back(qsizetype(i));
+                y += (*removed)[i].height() + pt(2);
             }
         }
 
@@ -707,8 +731,32 @@ private:
                     (*remarks)[std::size_t(r)].draw(p, QPointF(m_margin, top));
                     top += (*remarks)[std::size_t(r)].height() + pt(2);
                 }
+                if (page.removedHeading) {
+                    if (!page.remarks.empty())
+                        top += pt(12);
+                    removedHeading.draw(p, QPointF(m_margin, top));
+                    top += removedHeading.height() + pt(3);
+                }
+                for (const qsizetype r : page.removed) {
+                    (*removed)[std::size_t(r)].draw(p, QPointF(m_margin, top));
+                    top += (*removed)[std::size_t(r)].height() + pt(2);
+                }
             });
         }
+    }
+
+    // A resubmittal lists the lines the revision before printed that the job no longer has.
+    std::shared_ptr<std::vector<TextBlock>> removedLineBlocks(const QFont& font) const
+    {
+        auto out = std::make_shared<std::vector<TextBlock>>();
+        for (const QString& text : m_c.Revision.RemovedLines)
+            out->push_back(block(QStringLiteral("\u2022  ") + text, font, m_bodyWidth));
+        return out;
+    }
+
+    TextBlock removedLinesHeading(const QFont& font) const
+    {
+        return block(QStringLiteral("Removed Since Revision %1").arg(m_c.Revision.Revision - 1), font, m_bodyWidth);
     }
 
     // ---- labels --------------------------------------------------------------------------
@@ -790,6 +838,8 @@ private:
             factLines << QStringLiteral("From: ") + m_c.Office.Name;
         if (!m_c.JobNumber.isEmpty())
             factLines << QStringLiteral("Job Number: ") + m_c.JobNumber;
+        if (m_c.Revision.isResubmittal())
+            factLines << m_c.Revision.title();
         factLines << QStringLiteral("Purpose: ") + m_c.Purpose;
         if (!m_c.IssuedBy.isEmpty())
             factLines << QStringLiteral("Issued By: ") + m_c.IssuedBy;
@@ -896,6 +946,7 @@ struct PackageGenerator::Private {
     Progress progress;
     qint32 pages = 0;
     QList<ContentsEntry> contents;
+    RevisionMarks revision;
 };
 
 PackageGenerator::PackageGenerator()
@@ -913,6 +964,11 @@ PackageGenerator::PaperSize PackageGenerator::paperSize() const
 void PackageGenerator::setPaperSize(PaperSize size)
 {
     d->paper = size;
+}
+
+void PackageGenerator::setRevision(const RevisionMarks& marks)
+{
+    d->revision = marks;
 }
 
 void PackageGenerator::setProgress(Progress progress)
@@ -938,7 +994,8 @@ QStringList PackageGenerator::Check(const PackageSource& source)
 bool PackageGenerator::Generate(const PackageSource& source, const QString& path)
 {
     // Every business object is read before the file is opened.
-    const PackageContent content = PackageContent::read(source);
+    PackageContent content = PackageContent::read(source);
+    content.markRevision(d->revision);
 
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))

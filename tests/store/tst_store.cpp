@@ -135,7 +135,7 @@ private slots:
         auto db = QSqlDatabase::database(store->connectionName());
         QSqlQuery q(db);
         QVERIFY(q.exec(QStringLiteral("PRAGMA user_version")) && q.next());
-        QCOMPARE(q.value(0).toInt(), 3);
+        QCOMPARE(q.value(0).toInt(), 6);
         QVERIFY(q.exec(QStringLiteral("PRAGMA foreign_keys")) && q.next());
         QCOMPARE(q.value(0).toInt(), 1);
         QVERIFY(q.exec(QStringLiteral("PRAGMA journal_mode")) && q.next());
@@ -230,6 +230,8 @@ private slots:
                 "ALTER TABLE recipients DROP COLUMN phone",
                 "ALTER TABLE recipients DROP COLUMN email",
                 "DELETE FROM settings WHERE name LIKE 'office%'",
+                "DROP TABLE issued_lines",
+                "DROP TABLE issued_revisions",
                 "PRAGMA user_version = 2",
             };
             for (const char* sql : back)
