@@ -24,6 +24,7 @@ TARGETS = {
     },
     "bench_package": {},
     "bench_workstation": {},
+    "bench_issue": {"BM_Issue/744": ("ratio", 1.5)},
     "bench_store": {
         "BM_ControlWrite": ("control_ms", 2.0), "BM_FillSampleOffice": ("control_ms", None),
         "BM_OpenLargeJob": ("ratio", None),

@@ -749,6 +749,8 @@ private:
     std::shared_ptr<std::vector<TextBlock>> removedLineBlocks(const QFont& font) const
     {
         auto out = std::make_shared<std::vector<TextBlock>>();
+        if (!m_c.Revision.isResubmittal())
+            return out;
         for (const QString& text : m_c.Revision.RemovedLines)
             out->push_back(block(QStringLiteral("\u2022  ") + text, font, m_bodyWidth));
         return out;

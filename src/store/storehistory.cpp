@@ -241,8 +241,9 @@ RevisionChanges StoreHistory::changesSince(qint32 since) const
     if (!has.isValid())
         return changes;
     changes.since = since;
+    const QList<IssuedLine> printed = lines(since);
     QHash<qint64, IssuedLine> before;
-    for (const IssuedLine& l : lines(since))
+    for (const IssuedLine& l : printed)
         before.insert(l.lineItemId, l);
     for (const IssuedLine& now : currentLines()) {
         const auto it = before.constFind(now.lineItemId);
@@ -255,7 +256,7 @@ RevisionChanges StoreHistory::changesSince(qint32 since) const
     for (const QVariantList& r : m_db->rows(
              QStringLiteral("SELECT id FROM line_items WHERE submittal_id = ?"), {submittalId()}))
         kept.insert(r[0].toLongLong());
-    for (const IssuedLine& l : lines(since)) {
+    for (const IssuedLine& l : printed) {
         if (!kept.contains(l.lineItemId))
             changes.removedLines << l.summary();
     }
@@ -409,6 +410,9 @@ qint32 StoreHistory::tickForResubmittal(qint32 from)
         for (const IssuedLine& l : printed) {
             const bool approved = l.action == ReviewAction::Approved
                                   || l.action == ReviewAction::ApprovedAsNoted;
+            // A line the job no longer has stays gone.
+            if (!m_db->value(QStringLiteral("SELECT 1 FROM line_items WHERE id = ?"), {l.lineItemId}).isValid())
+                continue;
             m_db->run(QStringLiteral("UPDATE line_items SET selected = ? WHERE id = ? AND "
                                      "selected <> ?"),
                       {int(!approved), l.lineItemId, int(!approved)});
