@@ -26,6 +26,7 @@ TARGETS = {
     # The whole export with 60 four-page cut sheets, written in at most 2 s.
     "bench_cutsheets": {"BM_ExportWithCutSheets": ("control_ms", 2000.0)},
     "bench_workstation": {},
+    "bench_issue": {"BM_Issue/744": ("ratio", 1.5)},
     "bench_store": {
         "BM_ControlWrite": ("control_ms", 2.0), "BM_FillSampleOffice": ("control_ms", None),
         "BM_OpenLargeJob": ("ratio", None),

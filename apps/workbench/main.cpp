@@ -5,6 +5,7 @@
 // runs without a window, and one function called from main().
 #include "cutsheetattach.h"
 #include "formdescription.h"
+#include "historycommands.h"
 #include "hostmessageboxes.h"
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
@@ -36,7 +37,7 @@ namespace {
 // The modes that run without a window and end by themselves: without a screen they draw
 // offscreen, and they never wait for a box.
 constexpr const char* kCommandLineModes[] = {"--list", "--screenshot", "--save-design", "--export",
-                                             "--attach-cut-sheet"};
+                                             "--attach-cut-sheet", "--issue-package", "--revision", "--history"};
 
 // What the command line asks for. An unset option is an empty optional (or false).
 struct Options {
@@ -46,6 +47,7 @@ struct Options {
     std::optional<QString> saveDesign;      // --save-design
     std::optional<QString> screenshot;      // --screenshot
     QStringList attachCutSheets;            // --attach-cut-sheet TYPE=FILE, repeatable; before --export
+    HistoryCommands::Request history;       // --issue-package, --revision (with --export), --history
 
     // Settings the modes share.
     std::optional<QString> form;            // --form
@@ -58,7 +60,10 @@ struct Options {
     std::optional<QString> lineItems;       // --line-items
 
     // A mode run from a terminal or a script, with nobody to answer a box.
-    bool commandLineMode() const { return exportPdf || saveDesign || screenshot || !attachCutSheets.isEmpty(); }
+    bool commandLineMode() const
+    {
+        return exportPdf || saveDesign || screenshot || !attachCutSheets.isEmpty() || history.wanted();
+    }
 };
 
 // What every mode but --list works on: set up by openOffice().
@@ -87,12 +92,15 @@ void preferOffscreen(int argc, char** argv)
                           && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     if (!headless)
         return;
-    for (int i = 1; i < argc; ++i)
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray arg(argv[i]);
         for (const char* mode : kCommandLineModes)
-            if (qstrcmp(argv[i], mode) == 0) {
+            // "--export file" and "--export=file" alike.
+            if (arg == mode || arg.startsWith(QByteArray(mode) + '=')) {
                 qputenv("QT_QPA_PLATFORM", "offscreen");
                 return;
             }
+    }
 }
 
 Options parseCommandLine(const QApplication& app)
@@ -115,6 +123,7 @@ Options parseCommandLine(const QApplication& app)
     const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
     const QCommandLineOption attachCutSheet(QStringLiteral("attach-cut-sheet"), QStringLiteral("Attach a cut sheet (PDF) to a fixture type of the job, TYPE=FILE.pdf; may be given more than once. Exits unless --export is given too."), QStringLiteral("type=file"));
     parser.addOptions({list, screenshot, form, log, saveDesign, page, lineItems, db, resetSample, job, exportPdf, force, attachCutSheet});
+    HistoryCommands::addOptions(parser);
     parser.process(app);
 
     const auto value = [&parser](const QCommandLineOption& option) -> std::optional<QString> {
@@ -136,6 +145,9 @@ Options parseCommandLine(const QApplication& app)
     options.force = parser.isSet(force);
     options.page = value(page);
     options.lineItems = value(lineItems);
+    options.history = HistoryCommands::read(parser);
+    options.history.exportPdf = options.exportPdf;
+    options.history.force = options.force;
     return options;
 }
 
@@ -328,6 +340,11 @@ int main(int argc, char** argv)
     if (!options.attachCutSheets.isEmpty()) {
         if (const int code = attachCutSheets(options, *session.store); code != 0 || !options.exportPdf)
             return code;
+    }
+    if (options.history.wanted()) {
+        const qint64 id = options.job ? Workstation::jobByNumber(*session.store, *options.job)
+                                      : Workstation::defaultJob(*session.store);
+        return HistoryCommands::run(options.history, session.store, id, options.job.value_or(QString()));
     }
     if (options.exportPdf)
         return exportPackage(options, *session.store);

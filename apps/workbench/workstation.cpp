@@ -4,6 +4,7 @@
 #include "cutsheetdock.h"
 #include "exportcheckdialog.h"
 #include "packageexport.h"
+#include "historypage.h"
 #include "desktopopener.h"
 #include "joblistdialog.h"
 #include "letterheaddialog.h"
@@ -98,6 +99,12 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
         file->addAction(QStringLiteral("&Export Package..."), this, [this] { chooseExport(); });
     exportPackage->setObjectName(QStringLiteral("actExportPackage"));
     exportPackage->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    QAction* issuePackage = file->addAction(QStringLiteral("&Issue Package..."), this, [this] {
+        if (m_historyPage)
+            m_historyPage->chooseIssue();
+    });
+    issuePackage->setObjectName(QStringLiteral("actIssuePackage"));
+    issuePackage->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
     QAction* office = file->addAction(QStringLiteral("Office &Database..."), this,
                                       [this] { chooseOffice(); });
     office->setObjectName(QStringLiteral("actOfficeDatabase"));
@@ -173,6 +180,7 @@ void Workstation::openJob(qint64 id)
     m_saveState.shownFromOffice();
     setData(data);
     CutSheetDock::bind(*this);
+    addHistoryPage();
     keepCarbonCopyChoice();
     followPendingEdits();
     if (page >= 0 && page < pageCount())
@@ -180,6 +188,20 @@ void Workstation::openJob(qint64 id)
     if (m_options.remember)
         QSettings().setValue(kLastJobKey, m_job->number());
     updateStatus();
+}
+
+void Workstation::addHistoryPage()
+{
+    HistoryPage::Hooks hooks;
+    hooks.openFile = m_options.openFile ? m_options.openFile : DesktopOpener::open;
+    hooks.saveFile = m_options.saveFile;
+    hooks.finishEdit = [this] { finishEdit(); };
+    hooks.tell = [this](const QString& text) { statusBar()->showMessage(text, 10000); };
+    m_historyPage = new HistoryPage(m_store, m_job, hooks);
+    connect(m_historyPage, &QObject::destroyed, this, [this] { m_historyPage = nullptr; });
+    // A resubmittal changes the job's purpose and ticks: every page shows them.
+    connect(m_historyPage, &HistoryPage::jobChanged, this, [this] { refreshSoon(); });
+    tabs()->addTab(m_historyPage, QStringLiteral("History"));
 }
 
 void Workstation::keepCarbonCopyChoice()

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 
+class HistoryPage;
 class QLabel;
 namespace ZebObjects {
 class Store;
@@ -29,6 +30,9 @@ public:
         // Opens a file or folder for the user; false when nothing on the machine shows it.
         // Unset: the desktop's program for its type.
         std::function<bool(const QString& path)> openFile;
+        // Asks where to save a file (title, suggested path, filter); empty when cancelled.
+        // Unset: the file dialog.
+        std::function<QString(const QString&, const QString&, const QString&)> saveFile;
     };
 
     Workstation(const FormDescription& form, std::shared_ptr<ZebObjects::Store> store,
@@ -57,6 +61,8 @@ public:
     // Asks where to write the package, writes it and offers to open it; without a program to
     // show it, says so and shows the folder that holds it.
     void chooseExport();
+    // The open job's History page; null without a job.
+    HistoryPage* historyPage() const { return m_historyPage; }
     // Shows the office's letterhead (name, address, logo) for editing and keeps what is accepted.
     void chooseLetterhead();
     // Asks where the office is (a file or the office's server) for the next start.
@@ -85,6 +91,7 @@ private:
     void updateStatus();
     void updateSaveStatus();
     void keepCarbonCopyChoice();
+    void addHistoryPage();
     // What is typed but not written yet, as the status bar names it; empty when nothing is.
     QString pendingEdit() const;
     void followPendingEdits();
@@ -98,4 +105,6 @@ private:
     SaveState m_saveState;
     bool m_refreshPending = false;
     int m_automaticRefreshes = 0;
+    // Goes with the pages; null between them.
+    HistoryPage* m_historyPage = nullptr;
 };

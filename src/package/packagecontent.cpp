@@ -128,6 +128,7 @@ void readBOM(PackageContent& c, const PackageSource& source)
             case BomColumn::CatalogNumber: line.Cells << item->CatalogNumber(); break;
             case BomColumn::Description: line.Cells << item->Description(); break;
             case BomColumn::GroupCodes: line.Cells << item->Group(); break;
+            case BomColumn::Rev: line.Cells << QString(); break;
             case BomColumn::MTO:
                 line.Cells << (item->MTO() ? QStringLiteral("MTO") : QString());
                 break;
@@ -318,8 +319,19 @@ QString PackageContent::columnTitle(BomColumn column)
     case BomColumn::Description: return QStringLiteral("Description");
     case BomColumn::GroupCodes: return QStringLiteral("Group");
     case BomColumn::MTO: return QStringLiteral("MTO");
+    case BomColumn::Rev: return QStringLiteral("Rev");
     }
     return QString();
+}
+
+void PackageContent::markRevision(const RevisionMarks& marks)
+{
+    Revision = marks;
+    if (!marks.isResubmittal() || Columns.isEmpty())
+        return;
+    Columns.prepend(BomColumn::Rev);
+    for (Line& line : Lines)
+        line.Cells.prepend(marks.ChangedLines.contains(line.Number) ? RevisionMarks::changeMark() : QString());
 }
 
 }  // namespace ZebPackage

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contracts/packagesource.h"
+#include "package/revisionmarks.h"
 
 #include <QList>
 #include <QString>
@@ -10,7 +11,8 @@ namespace ZebPackage {
 
 // A BOM column, in the order the columns print from left to right. The line number leads
 // whenever any column is chosen.
-enum class BomColumn { Line, Type, Quantity, Brand, Manufacturer, CatalogNumber, Description, GroupCodes, MTO };
+// A resubmittal's change mark (Rev) leads before the line number.
+enum class BomColumn { Line, Type, Quantity, Brand, Manufacturer, CatalogNumber, Description, GroupCodes, MTO, Rev };
 
 // Everything a package prints, read from the job's objects in one go, so that a failing object
 // stops the export before a file is touched.
@@ -75,6 +77,8 @@ struct PackageContent {
         QList<CutSheet> Sheets;
     };
     QList<SheetType> CutSheetTypes;
+    // The revision the package is, and what changed since the one before.
+    RevisionMarks Revision;
 
     static constexpr qint32 MaximumLabelLines = 5;
 
@@ -84,6 +88,9 @@ struct PackageContent {
     // nothing. Empty when the package is complete.
     QStringList gaps() const;
     static QString columnTitle(BomColumn column);
+    // Puts the revision's marks in: the "Rev" column before the line number (when the bill of
+    // materials has columns) with the change mark on the lines that changed.
+    void markRevision(const RevisionMarks& marks);
 };
 
 }  // namespace ZebPackage

@@ -59,6 +59,7 @@ struct PackageGenerator::Private {
     Progress progress;
     qint32 pages = 0;
     QList<ContentsEntry> contents;
+    RevisionMarks revision;
 };
 
 PackageGenerator::PackageGenerator()
@@ -76,6 +77,11 @@ PackageGenerator::PaperSize PackageGenerator::paperSize() const
 void PackageGenerator::setPaperSize(PaperSize size)
 {
     d->paper = size;
+}
+
+void PackageGenerator::setRevision(const RevisionMarks& marks)
+{
+    d->revision = marks;
 }
 
 void PackageGenerator::setProgress(Progress progress)
@@ -101,7 +107,8 @@ QStringList PackageGenerator::Check(const PackageSource& source)
 bool PackageGenerator::Generate(const PackageSource& source, const QString& path)
 {
     // Every business object is read before the file is opened.
-    const PackageContent content = PackageContent::read(source);
+    PackageContent content = PackageContent::read(source);
+    content.markRevision(d->revision);
 
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "package/revisionmarks.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -49,6 +51,9 @@ public:
     PaperSize paperSize() const;
     void setPaperSize(PaperSize size);
     void setProgress(Progress progress);
+    // The revision the next packages are: a resubmittal names it on its letters and contents
+    // page and marks what changed in its bill of materials. Revision 0 (the default) marks nothing.
+    void setRevision(const RevisionMarks& marks);
 
     // Writes the package of source to path. True when the file is written; false when the
     // progress callback cancelled it (nothing is left behind then).

@@ -429,6 +429,8 @@ private:
         if (!m_c.JobNumber.isEmpty())
             re += QStringLiteral(" (Job ") + m_c.JobNumber + QLatin1Char(')');
         flow->paragraph(re, bold, 0, pt(3));
+        if (m_c.Revision.isResubmittal())
+            flow->paragraph(m_c.Revision.title(), bold, 0, pt(3));
         flow->paragraph(QStringLiteral("Purpose: ") + m_c.Purpose, bold, 0, line * 1.5);
         for (const QString& text : m_c.Paragraphs)
             flow->paragraph(text, plain, 0, line);
@@ -471,6 +473,8 @@ private:
         std::vector<qsizetype> rows;
         std::vector<qsizetype> remarks;
         bool remarksHeading = false;
+        std::vector<qsizetype> removed;
+        bool removedHeading = false;
         bool message = false;
     };
 
@@ -486,6 +490,7 @@ private:
         case BomColumn::Description: return 3.25;
         case BomColumn::GroupCodes: return 0.9;
         case BomColumn::MTO: return 0.75;
+        case BomColumn::Rev: return 0.5;
         }
         return 1;
     }
@@ -505,6 +510,9 @@ private:
         std::vector<BomRow> rows;
         std::vector<TextBlock> remarks;
         TextBlock remarksHeading;
+        // A resubmittal's lines that the revision before printed and the job no longer has.
+        std::vector<TextBlock> removed;
+        TextBlock removedHeading;
         TextBlock message;
         // Page heads: title, job, and the purpose on the first page.
         TextBlock title;
@@ -551,6 +559,7 @@ private:
     static Qt::Alignment bomAlignment(BomColumn column)
     {
         return column == BomColumn::Quantity || column == BomColumn::MTO || column == BomColumn::Line
+                       || column == BomColumn::Rev
                    ? Qt::AlignHCenter
                    : Qt::AlignLeft;
     }
@@ -599,6 +608,12 @@ private:
         for (const QString& text : m_c.DefaultRemarks)
             t.remarks.push_back(block(QStringLiteral("\u2022  ") + text, cellFont, m_bodyWidth));
         t.remarksHeading = block(QStringLiteral("Remarks"), headFont, m_bodyWidth);
+        if (m_c.Revision.isResubmittal()) {
+            for (const QString& text : m_c.Revision.RemovedLines)
+                t.removed.push_back(block(QStringLiteral("\u2022  ") + text, cellFont, m_bodyWidth));
+            t.removedHeading = block(QStringLiteral("Removed Since Revision %1").arg(m_c.Revision.Revision - 1),
+                                     headFont, m_bodyWidth);
+        }
 
         QString message;
         if (m_c.Columns.isEmpty())
@@ -613,6 +628,8 @@ private:
             job += QStringLiteral("  \u2014  Job ") + m_c.JobNumber;
         if (!m_c.DateText.isEmpty())
             job += QStringLiteral("  \u2014  ") + m_c.DateText;
+        if (m_c.Revision.isResubmittal())
+            job += QStringLiteral("  \u2014  ") + m_c.Revision.title();
         t.job = block(job, makeFont(9), m_bodyWidth);
         t.purpose = block(QStringLiteral("Purpose: ") + m_c.Purpose, makeFont(10.5, true), m_bodyWidth);
         t.headGap = pt(10);
@@ -661,6 +678,20 @@ private:
                 }
                 pages.back().remarks.push_back(qsizetype(i));
                 y += t.remarks[i].height() + pt(2);
+            }
+        }
+        if (!t.removed.empty()) {
+            y += pt(12);
+            for (std::size_t i = 0; i < t.removed.size(); ++i) {
+                const qreal need = t.removed[i].height() + (i == 0 ? t.removedHeading.height() + pt(3) : 0);
+                if (y + need > limit)
+                    newPage();
+                if (i == 0) {
+                    pages.back().removedHeading = true;
+                    y += t.removedHeading.height() + pt(3);
+                }
+                pages.back().removed.push_back(qsizetype(i));
+                y += t.removed[i].height() + pt(2);
             }
         }
         return pages;
@@ -719,6 +750,16 @@ private:
         for (const qsizetype r : page.remarks) {
             t.remarks[std::size_t(r)].draw(p, QPointF(m_margin, top));
             top += t.remarks[std::size_t(r)].height() + pt(2);
+        }
+        if (page.removedHeading) {
+            if (!page.remarks.empty())
+                top += pt(12);
+            t.removedHeading.draw(p, QPointF(m_margin, top));
+            top += t.removedHeading.height() + pt(3);
+        }
+        for (const qsizetype r : page.removed) {
+            t.removed[std::size_t(r)].draw(p, QPointF(m_margin, top));
+            top += t.removed[std::size_t(r)].height() + pt(2);
         }
     }
 
@@ -838,6 +879,8 @@ private:
             factLines << QStringLiteral("From: ") + m_c.Office.Name;
         if (!m_c.JobNumber.isEmpty())
             factLines << QStringLiteral("Job Number: ") + m_c.JobNumber;
+        if (m_c.Revision.isResubmittal())
+            factLines << m_c.Revision.title();
         factLines << QStringLiteral("Purpose: ") + m_c.Purpose;
         if (!m_c.IssuedBy.isEmpty())
             factLines << QStringLiteral("Issued By: ") + m_c.IssuedBy;

@@ -5,6 +5,7 @@
 #include "store/storebom.h"
 #include "store/storeconnection.h"
 #include "store/storecustomers.h"
+#include "store/storehistory.h"
 #include "store/storelabels.h"
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
@@ -108,6 +109,13 @@ std::shared_ptr<CustomerFinder> StoreJob::customerFinder()
     if (!m_finder)
         m_finder = std::make_shared<StoreCustomerFinder>(m_db);
     return m_finder;
+}
+
+std::shared_ptr<StoreHistory> StoreJob::history()
+{
+    if (!m_history)
+        m_history = std::make_shared<StoreHistory>(m_db, m_id);
+    return m_history;
 }
 
 }  // namespace ZebObjects

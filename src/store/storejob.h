@@ -14,6 +14,7 @@ class LineItems;
 class StoreBOM;
 class StoreConnection;
 class StoreCustomers;
+class StoreHistory;
 class StoreLabels;
 class StoreLineItems;
 class StoreSubmittal;
@@ -43,6 +44,8 @@ public:
     std::shared_ptr<StoreCustomers> customers();
     // A finder over the office's customer directory.
     std::shared_ptr<CustomerFinder> customerFinder();
+    // The revisions of the job's submittal that were issued, and their reviews.
+    std::shared_ptr<StoreHistory> history();
 
 private:
     std::shared_ptr<StoreTextObjects> texts(qint32 kind, std::shared_ptr<StoreTextObjects>& slot);
@@ -58,6 +61,7 @@ private:
     std::shared_ptr<StoreLineItems> m_lineItems;
     std::shared_ptr<StoreCustomers> m_customers;
     std::shared_ptr<CustomerFinder> m_finder;
+    std::shared_ptr<StoreHistory> m_history;
 };
 
 }  // namespace ZebObjects

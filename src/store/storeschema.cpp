@@ -148,6 +148,43 @@ const char* const kLineItems = R"(CREATE TABLE line_items (
 const char* const kLineItemComments = R"(CREATE TABLE line_item_comments (
         line_item_id INTEGER PRIMARY KEY REFERENCES line_items(id) ON DELETE CASCADE,
         text TEXT NOT NULL))";
+// Version 6: what was sent and what came back. An issued revision keeps the package's bytes
+// and the lines as printed; a line keeps no reference to the job's line, which may go later.
+const char* const kHistory[] = {
+    R"(CREATE TABLE issued_revisions (
+        id INTEGER PRIMARY KEY,
+        job_id INTEGER NOT NULL REFERENCES jobs(id) ON DELETE CASCADE,
+        revision INTEGER NOT NULL CHECK (revision >= 0),
+        issued_at TEXT NOT NULL,
+        issued_by TEXT NOT NULL,
+        purpose TEXT NOT NULL,
+        recipients TEXT NOT NULL,
+        settings TEXT NOT NULL,
+        pdf BLOB NOT NULL,
+        sha256 TEXT NOT NULL,
+        pdf_size INTEGER NOT NULL,
+        status INTEGER NOT NULL DEFAULT 0 CHECK (status BETWEEN 0 AND 2),
+        returned_date TEXT NOT NULL DEFAULT '',
+        verdict TEXT NOT NULL DEFAULT '',
+        review_note TEXT NOT NULL DEFAULT '',
+        UNIQUE (job_id, revision)))",
+    R"(CREATE TABLE issued_lines (
+        id INTEGER PRIMARY KEY,
+        revision_id INTEGER NOT NULL REFERENCES issued_revisions(id) ON DELETE CASCADE,
+        line_item_id INTEGER NOT NULL,
+        number INTEGER NOT NULL,
+        quantity TEXT NOT NULL,
+        type TEXT NOT NULL,
+        brand TEXT NOT NULL,
+        catalog_number TEXT NOT NULL,
+        description TEXT NOT NULL,
+        group_code TEXT NOT NULL,
+        mto INTEGER NOT NULL DEFAULT 0,
+        comment TEXT NOT NULL DEFAULT '',
+        action TEXT NOT NULL DEFAULT '',
+        note TEXT NOT NULL DEFAULT '',
+        UNIQUE (revision_id, number)))",
+};
 const char* const kIndexes[] = {
     "CREATE INDEX texts_by_collection ON texts (collection_id, position)",
     "CREATE INDEX line_items_by_submittal ON line_items (submittal_id, position)",
@@ -197,6 +234,8 @@ void StoreSchema::create(StoreConnection& db)
     for (const char* sql : kIndexes)
         statements << QString::fromLatin1(sql);
     for (const char* sql : kCutSheets)
+        statements << QString::fromLatin1(sql);
+    for (const char* sql : kHistory)
         statements << QString::fromLatin1(sql);
     runAll(db, statements);
     db.dialect().setSchemaVersion(db, CurrentVersion);
@@ -252,6 +291,11 @@ void StoreSchema::migrate(StoreConnection& db, int from)
     }
     if (from <= 4) {
         for (const char* sql : kCutSheets)
+            runTable(db, sql);
+    }
+    if (from <= 5) {
+        // Issued revisions and their reviews: an older office has issued nothing yet.
+        for (const char* sql : kHistory)
             runTable(db, sql);
     }
     db.dialect().setSchemaVersion(db, CurrentVersion);

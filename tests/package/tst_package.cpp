@@ -31,6 +31,7 @@
 
 using namespace ZebObjects;
 using ZebPackage::PackageGenerator;
+using ZebPackage::RevisionMarks;
 
 namespace {
 
@@ -1464,6 +1465,51 @@ private slots:
             QFile::remove(QString::fromLocal8Bit(keep));
             QVERIFY(QFile::copy(pdf.path, QString::fromLocal8Bit(keep)));
         }
+    }
+
+    // ---- revisions -----------------------------------------------------------------------
+
+    void aResubmittalNamesItsRevisionAndMarksWhatChanged()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        PackageGenerator generator;
+        RevisionMarks marks;
+        marks.Revision = 2;
+        marks.ChangedLines = {1, 3};
+        marks.RemovedLines = {QStringLiteral("Line 21: Type Z, 2 x ZZ-100")};
+        generator.setRevision(marks);
+        const Pdf pdf = generate(*job, PackageGenerator::PaperSize::Letter, &generator);
+        VERIFY_IN_ORDER(pdf.page(1), QStringLiteral("Job Number:"), QStringLiteral("Revision 2"),
+                        QStringLiteral("Purpose:"));
+        const QString letter = pdf.all().mid(pdf.all().indexOf(QStringLiteral("Re: ")));
+        VERIFY_IN_ORDER(letter, QStringLiteral("Re: "), QStringLiteral("Revision 2"), QStringLiteral("Purpose:"),
+                        QStringLiteral("Sincerely,"));
+        const QList<qsizetype> bom = pdf.pagesStartingWith(QStringLiteral("Bill of Materials"));
+        QVERIFY(!bom.isEmpty());
+        const QString first = pdf.page(bom.first());
+        QVERIFY(first.contains(QStringLiteral("\u2014 Revision 2")));
+        QVERIFY(first.contains(QStringLiteral("Rev Line ")));
+        QVERIFY(first.contains(QStringLiteral("\u0394 1 ")));
+        QVERIFY(first.contains(QStringLiteral("\u0394 3 ")));
+        QCOMPARE(pdf.all().count(QStringLiteral("\u0394")), 2);
+        VERIFY_IN_ORDER(pdf.page(bom.last()), QStringLiteral("Removed Since Revision 1"),
+                        QStringLiteral("\u2022 Line 21: Type Z, 2 x ZZ-100"));
+    }
+
+    void theFirstSubmittalPrintsNoRevisionMarks()
+    {
+        auto job = StandalonePackageSource::sampleJob();
+        PackageGenerator generator;
+        RevisionMarks marks;
+        marks.ChangedLines = {1};
+        marks.RemovedLines = {QStringLiteral("Line 21: Type Z, 2 x ZZ-100")};
+        generator.setRevision(marks);
+        const Pdf pdf = generate(*job, PackageGenerator::PaperSize::Letter, &generator);
+        const Pdf plain = generate(*job);
+        QCOMPARE(pdf.pages, plain.pages);
+        QVERIFY(!pdf.all().contains(QStringLiteral("Revision")));
+        QVERIFY(!pdf.all().contains(QStringLiteral("Rev Line")));
+        QVERIFY(!pdf.all().contains(QStringLiteral("Removed Since")));
     }
 };
 

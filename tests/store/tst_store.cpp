@@ -136,7 +136,7 @@ private slots:
         auto db = QSqlDatabase::database(store->connectionName());
         QSqlQuery q(db);
         QVERIFY(q.exec(QStringLiteral("PRAGMA user_version")) && q.next());
-        QCOMPARE(q.value(0).toInt(), ZebObjects::StoreSchema::CurrentVersion);
+        QCOMPARE(q.value(0).toInt(), 6);
         QVERIFY(q.exec(QStringLiteral("PRAGMA foreign_keys")) && q.next());
         QCOMPARE(q.value(0).toInt(), 1);
         QVERIFY(q.exec(QStringLiteral("PRAGMA journal_mode")) && q.next());
@@ -164,7 +164,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), ZebObjects::StoreSchema::CurrentVersion);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
         QCOMPARE(check.value(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
         QCOMPARE(check.value(QStringLiteral("PRAGMA foreign_key_check")), QVariant());
 
@@ -231,6 +231,8 @@ private slots:
                 "ALTER TABLE recipients DROP COLUMN phone",
                 "ALTER TABLE recipients DROP COLUMN email",
                 "DELETE FROM settings WHERE name LIKE 'office%'",
+                "DROP TABLE issued_lines",
+                "DROP TABLE issued_revisions",
                 "PRAGMA user_version = 2",
             };
             for (const char* sql : back)
@@ -238,7 +240,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), ZebObjects::StoreSchema::CurrentVersion);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
         QCOMPARE(store->jobs().size(), 4);
         const auto job = store->openJob(store->jobs().first().id);
         QCOMPARE(job->submittal()->Recipients()->Count(), qint16(1));
@@ -281,16 +283,14 @@ private slots:
         Store::open(path(dir));
         {
             RawConnection raw(path(dir));
-            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = %1").arg(ZebObjects::StoreSchema::CurrentVersion + 1)));
+            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 7")));
         }
         const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
         QCOMPARE(e, (ErrorInfo{321, QStringLiteral("ZebObjects.Store"),
                                QStringLiteral("The database file \"%1\" was written by a newer "
-                                              "version of the program (schema version %2; this "
-                                              "program reads up to version %3)")
-                                   .arg(path(dir))
-                                   .arg(ZebObjects::StoreSchema::CurrentVersion + 1)
-                                   .arg(ZebObjects::StoreSchema::CurrentVersion)}));
+                                              "version of the program (schema version 7; this "
+                                              "program reads up to version 6)")
+                                   .arg(path(dir))}));
     }
 
     void aFileThatIsNotADatabaseFails()
