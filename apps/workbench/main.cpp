@@ -1,6 +1,7 @@
 // zeb-workbench: the submittal workstation on the office's store.
 #include "formdescription.h"
 #include "hostmessageboxes.h"
+#include "jobcommands.h"
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
 #include "logpane.h"
@@ -10,6 +11,7 @@
 #include "officefile.h"
 #include "officesettingsdialog.h"
 #include "startupfailure.h"
+#include "welcomedialog.h"
 #include "package/packagegenerator.h"
 #include "storepackagesource.h"
 #include "store/store.h"
@@ -19,6 +21,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPlainTextEdit>
@@ -51,7 +54,8 @@ int main(int argc, char** argv)
                           && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
                           && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     if (headless && (wantsOption(argc, argv, "--screenshot") || wantsOption(argc, argv, "--list")
-                     || wantsOption(argc, argv, "--save-design") || wantsOption(argc, argv, "--export")))
+                     || wantsOption(argc, argv, "--save-design") || wantsOption(argc, argv, "--export")
+                     || JobCommands::wanted(argc, argv)))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication app(argc, argv);
@@ -78,11 +82,12 @@ int main(int argc, char** argv)
     const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
     const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
     parser.addOptions({db, resetSample, job, exportPdf, force});
+    JobCommands::addOptions(parser);
     parser.process(app);
     // Started from an icon there is no terminal to read a failure on; a command-line mode never
     // waits for a box.
     g_failureDialog = StartupFailure::hasDisplay() && !parser.isSet(list) && !parser.isSet(screenshot)
-                      && !parser.isSet(saveDesign) && !parser.isSet(exportPdf);
+                      && !parser.isSet(saveDesign) && !parser.isSet(exportPdf) && !JobCommands::wanted(parser);
 
     if (parser.isSet(list)) {
         for (const QString& id : ZebSubCtl::ControlRegistry::instance().identifiers())
@@ -92,7 +97,7 @@ int main(int argc, char** argv)
 
     // A command-line mode, or a run without a display, has nobody to answer a box: its boxes
     // become lines on standard error and the run ends with a failure.
-    const bool console = parser.isSet(screenshot) || parser.isSet(saveDesign) || parser.isSet(exportPdf)
+    const bool console = parser.isSet(screenshot) || parser.isSet(saveDesign) || parser.isSet(exportPdf) || JobCommands::wanted(parser)
                          || QGuiApplication::platformName() == QLatin1String("offscreen")
                          || QGuiApplication::platformName() == QLatin1String("minimal");
     auto boxes = std::make_shared<HostMessageBoxes>(console);
@@ -130,7 +135,11 @@ int main(int argc, char** argv)
     // --db, else the office chosen in the Office Database dialog, else the user's own file.
     const QString chosen = parser.isSet(db) ? parser.value(db) : OfficeSettingsDialog::savedLocation();
     const bool ownOffice = chosen.isEmpty();
-    const QString path = ownOffice ? OfficeFile::defaultPath() : chosen;
+    QString path = ownOffice ? OfficeFile::defaultPath() : chosen;
+    // A user's first start without an office chooses how to begin.
+    bool create = ownOffice;
+    if (!console && ownOffice && !parser.isSet(resetSample) && !QFileInfo::exists(path) && !WelcomeDialog::firstStart(path, create))
+        return 0;
     // An empty file named by the user becomes an office only when the user says so.
     bool newOffice = false;
     if (!console && !parser.isSet(resetSample) && !ownOffice && OfficeFile::isEmptyFile(path))
@@ -141,7 +150,7 @@ int main(int argc, char** argv)
                     == QMessageBox::Yes;
     std::shared_ptr<ZebObjects::Store> store;
     try {
-        store = parser.isSet(resetSample) ? OfficeFile::resetSample(path) : OfficeFile::open(path, ownOffice, newOffice);
+        store = parser.isSet(resetSample) ? OfficeFile::resetSample(path) : OfficeFile::open(path, create, newOffice);
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
@@ -154,6 +163,8 @@ int main(int argc, char** argv)
         ~ServicesRelease() { ZebObjects::Runtime::setApplicationServices(nullptr); }
     } servicesRelease;
 
+    if (JobCommands::wanted(parser))
+        return JobCommands::run(*store, parser);
     if (parser.isSet(exportPdf)) {
         const qint64 id = parser.isSet(job) ? Workstation::jobByNumber(*store, parser.value(job))
                                             : Workstation::defaultJob(*store);

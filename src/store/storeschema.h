@@ -13,10 +13,11 @@ class StoreConnection;
 // version 2 gives comments a table of their own (a line may have an empty comment or none) and
 // keeps each text collection's saved order beside the current one. Version 3 keeps what labels
 // and letters print: the directory's and the recipients' postal addresses, phone and e-mail, and
-// a job's purchase order (the office's letterhead lives in the settings).
+// a job's purchase order (the office's letterhead lives in the settings). Version 4 keeps a
+// job's site address, architect, engineer and contractor, and whether it is archived.
 class StoreSchema {
 public:
-    static constexpr int CurrentVersion = 3;
+    static constexpr int CurrentVersion = 4;
 
     // An empty file becomes a store of the current version.
     static void create(StoreConnection& db);

@@ -115,7 +115,7 @@ private slots:
         QVERIFY(store->isEmpty());
         RawDatabase raw(m_server->port(), name);
         QVERIFY(raw.isOpen());
-        QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 3);
+        QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 4);
         // Ids number themselves on the server as well.
         const qint64 first = store->createJob(oneJob());
         JobContents second = oneJob();
@@ -156,9 +156,9 @@ private slots:
         }
         const auto store = Store::open(m_server->location(name));
         RawDatabase check(m_server->port(), name);
-        QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 3);
+        QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 4);
         QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
-                                                    QStringLiteral("Old Library Annex"), 0, 2}}));
+                                                    QStringLiteral("Old Library Annex"), 0, 2, false, {}}}));
         const auto job = store->openJob(1);
         QCOMPARE(job->submittal()->IssuedBy(), QStringLiteral("Marta Halloran"));
         const auto texts = job->coverLetterParagraphs();
