@@ -7,6 +7,7 @@
 #include "formdescription.h"
 #include "historycommands.h"
 #include "hostmessageboxes.h"
+#include "jobcommands.h"
 #include "frame/controlregistry.h"
 #include "frame/libraryinfo.h"
 #include "logpane.h"
@@ -17,6 +18,7 @@
 #include "officesettingsdialog.h"
 #include "packageexport.h"
 #include "startupfailure.h"
+#include "welcomedialog.h"
 #include "store/store.h"
 #include "store/storejob.h"
 #include "workbenchdata.h"
@@ -25,6 +27,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPlainTextEdit>
@@ -37,7 +40,8 @@ namespace {
 // The modes that run without a window and end by themselves: without a screen they draw
 // offscreen, and they never wait for a box.
 constexpr const char* kCommandLineModes[] = {"--list", "--screenshot", "--save-design", "--export",
-                                             "--attach-cut-sheet", "--issue-package", "--revision", "--history"};
+                                             "--attach-cut-sheet", "--issue-package", "--revision", "--history",
+                                             "--new-job", "--import-lines", "--import-customers"};
 
 // What the command line asks for. An unset option is an empty optional (or false).
 struct Options {
@@ -48,6 +52,7 @@ struct Options {
     std::optional<QString> screenshot;      // --screenshot
     QStringList attachCutSheets;            // --attach-cut-sheet TYPE=FILE, repeatable; before --export
     HistoryCommands::Request history;       // --issue-package, --revision (with --export), --history
+    JobCommands::Request jobs;              // --new-job, --import-lines, --import-customers
 
     // Settings the modes share.
     std::optional<QString> form;            // --form
@@ -62,7 +67,8 @@ struct Options {
     // A mode run from a terminal or a script, with nobody to answer a box.
     bool commandLineMode() const
     {
-        return exportPdf || saveDesign || screenshot || !attachCutSheets.isEmpty() || history.wanted();
+        return exportPdf || saveDesign || screenshot || !attachCutSheets.isEmpty() || history.wanted()
+               || jobs.wanted();
     }
 };
 
@@ -124,6 +130,7 @@ Options parseCommandLine(const QApplication& app)
     const QCommandLineOption attachCutSheet(QStringLiteral("attach-cut-sheet"), QStringLiteral("Attach a cut sheet (PDF) to a fixture type of the job, TYPE=FILE.pdf; may be given more than once. Exits unless --export is given too."), QStringLiteral("type=file"));
     parser.addOptions({list, screenshot, form, log, saveDesign, page, lineItems, db, resetSample, job, exportPdf, force, attachCutSheet});
     HistoryCommands::addOptions(parser);
+    JobCommands::addOptions(parser);
     parser.process(app);
 
     const auto value = [&parser](const QCommandLineOption& option) -> std::optional<QString> {
@@ -148,6 +155,7 @@ Options parseCommandLine(const QApplication& app)
     options.history = HistoryCommands::read(parser);
     options.history.exportPdf = options.exportPdf;
     options.history.force = options.force;
+    options.jobs = JobCommands::read(parser);
     return options;
 }
 
@@ -158,8 +166,11 @@ int listControls()
     return 0;
 }
 
-// Sets up the boxes, the log, the form and the office's store. Answers 0, or the exit code of
-// the failure it reported.
+// What openOffice() answers when the user chose to quit before any office was opened.
+constexpr int kQuit = -1;
+
+// Sets up the boxes, the log, the form and the office's store. Answers 0, kQuit, or the exit
+// code of the failure it reported.
 int openOffice(const Options& options, Session& session)
 {
     // A command-line mode, or a run without a display, has nobody to answer a box: its boxes
@@ -198,7 +209,12 @@ int openOffice(const Options& options, Session& session)
     // --db, else the office chosen in the Office Database dialog, else the user's own file.
     const QString chosen = options.db ? *options.db : OfficeSettingsDialog::savedLocation();
     const bool ownOffice = chosen.isEmpty();
-    const QString path = ownOffice ? OfficeFile::defaultPath() : chosen;
+    QString path = ownOffice ? OfficeFile::defaultPath() : chosen;
+    // A user's first start without an office chooses how to begin.
+    bool create = ownOffice;
+    if (!console && ownOffice && !options.resetSample && !QFileInfo::exists(path)
+        && !WelcomeDialog::firstStart(path, create))
+        return kQuit;
     // An empty file named by the user becomes an office only when the user says so.
     bool newOffice = false;
     if (!console && !options.resetSample && !ownOffice && OfficeFile::isEmptyFile(path))
@@ -208,7 +224,7 @@ int openOffice(const Options& options, Session& session)
                                           QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
                     == QMessageBox::Yes;
     try {
-        session.store = options.resetSample ? OfficeFile::resetSample(path) : OfficeFile::open(path, ownOffice, newOffice);
+        session.store = options.resetSample ? OfficeFile::resetSample(path) : OfficeFile::open(path, create, newOffice);
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
@@ -330,13 +346,15 @@ int main(int argc, char** argv)
 
     Session session;
     if (const int code = openOffice(options, session); code != 0)
-        return code;
+        return code == kQuit ? 0 : code;
     ZebObjects::Runtime::setApplicationServices(session.store->applicationServices());
     // The services hold the store's connection, which must close before Qt SQL goes away.
     struct ServicesRelease {
         ~ServicesRelease() { ZebObjects::Runtime::setApplicationServices(nullptr); }
     } servicesRelease;
 
+    if (options.jobs.wanted())
+        return JobCommands::run(*session.store, options.jobs);
     if (!options.attachCutSheets.isEmpty()) {
         if (const int code = attachCutSheets(options, *session.store); code != 0 || !options.exportPdf)
             return code;

@@ -1,5 +1,7 @@
 #include "workbenchdata.h"
 
+#include "firstlines.h"
+
 #include "contracts/bom.h"
 #include "contracts/customers.h"
 #include "contracts/failure.h"
@@ -54,7 +56,8 @@ WorkbenchData::WorkbenchData(ZebObjects::StoreJob& job)
     add(QStringLiteral("submittal"), asContract<Submittal>(job.submittal()));
     add(QStringLiteral("bom"), asContract<BOM>(job.bom()));
     add(QStringLiteral("labels"), asContract<Labels>(job.labels()));
-    add(QStringLiteral("lineItems"), asContract<LineItems>(job.lineItems()));
+    // The Line Items page shows what its list holds; the package prints every line.
+    add(QStringLiteral("lineItems"), asContract<LineItems>(std::make_shared<FirstLines>(job.lineItems())));
     add(QStringLiteral("customers"), asContract<Customers>(job.customers()));
 }
 

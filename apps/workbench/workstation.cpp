@@ -92,9 +92,27 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
                                                        "showing the diagnostics and quitting"));
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->setObjectName(QStringLiteral("mnuFile"));
+    QAction* newJob = file->addAction(QStringLiteral("&New Job..."), this, [this] { chooseNewJob(); });
+    newJob->setObjectName(QStringLiteral("actNewJob"));
+    newJob->setShortcut(QKeySequence::New);
     QAction* open = file->addAction(QStringLiteral("&Open Job..."), this, [this] { chooseJob(); });
     open->setObjectName(QStringLiteral("actOpenJob"));
     open->setShortcut(QKeySequence::Open);
+    QAction* duplicate = file->addAction(QStringLiteral("&Duplicate Job..."), this, [this] { chooseDuplicateJob(); });
+    duplicate->setObjectName(QStringLiteral("actDuplicateJob"));
+    QAction* properties = file->addAction(QStringLiteral("Job &Properties..."), this, [this] { chooseJobProperties(); });
+    properties->setObjectName(QStringLiteral("actJobProperties"));
+    file->addSeparator();
+    QAction* importLines = file->addAction(QStringLiteral("&Import Line Items..."), this, [this] { chooseImportLines(); });
+    importLines->setObjectName(QStringLiteral("actImportLines"));
+    importLines->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
+    QAction* pasteLines = file->addAction(QStringLiteral("Import Line Items from C&lipboard"), this, [this] { this->pasteLines(); });
+    pasteLines->setObjectName(QStringLiteral("actPasteLines"));
+    QAction* importCustomers = file->addAction(QStringLiteral("Import &Customers..."), this, [this] { chooseImportCustomers(); });
+    importCustomers->setObjectName(QStringLiteral("actImportCustomers"));
+    QAction* directory = file->addAction(QStringLiteral("Customer Di&rectory..."), this, [this] { chooseDirectory(); });
+    directory->setObjectName(QStringLiteral("actCustomerDirectory"));
+    file->addSeparator();
     QAction* exportPackage =
         file->addAction(QStringLiteral("&Export Package..."), this, [this] { chooseExport(); });
     exportPackage->setObjectName(QStringLiteral("actExportPackage"));
@@ -126,6 +144,7 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     diagnostics->setObjectName(QStringLiteral("actDiagnostics"));
     diagnostics->setText(QStringLiteral("&Diagnostics"));
     view->addAction(diagnostics);
+    addHelpMenu();
 
     CutSheetDock::install(*this);
 
@@ -180,6 +199,7 @@ void Workstation::openJob(qint64 id)
     m_saveState.shownFromOffice();
     setData(data);
     CutSheetDock::bind(*this);
+    addHostPages();
     addHistoryPage();
     keepCarbonCopyChoice();
     followPendingEdits();

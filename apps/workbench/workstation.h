@@ -7,8 +7,11 @@
 #include <memory>
 
 class HistoryPage;
+class LineItemEditor;
 class QLabel;
+struct CsvTable;
 namespace ZebObjects {
+class Failure;
 class Store;
 class StoreJob;
 }
@@ -67,6 +70,30 @@ public:
     void chooseLetterhead();
     // Asks where the office is (a file or the office's server) for the next start.
     void chooseOffice();
+    // File > New Job...: asks for the new job's number, name, site and people, makes it and
+    // opens it.
+    void chooseNewJob();
+    // File > Duplicate Job...: a new job like the open one (its lines when asked), opened.
+    void chooseDuplicateJob();
+    // File > Job Properties...: the open job's number, name, site, people, archived.
+    void chooseJobProperties();
+    // Shows the rows of table in the import dialog and, when the user imports them, writes them
+    // to the open job in one transaction with the column mapping the office keeps. True when
+    // written.
+    bool importLines(const CsvTable& table, const QString& source);
+    // File > Import Line Items...: from a CSV file. Edit > Paste Line Items: from the clipboard.
+    void chooseImportLines();
+    void pasteLines();
+    // The Line Items Editor page of the open job; null when no job is open.
+    LineItemEditor* lineItemEditor() const;
+    // The same for the office's customer directory.
+    bool importCustomers(const CsvTable& table, const QString& source);
+    void chooseImportCustomers();
+    // Help > Keyboard Shortcuts: every command's keys, the menus' and the editor's.
+    QList<QPair<QString, QString>> shortcuts() const;
+    void showShortcuts();
+    // File > Customer Directory...: the office's customers to add, edit, merge and import.
+    void chooseDirectory();
 
     // Opens the open job again, so that every page shows what the store holds now (other
     // workstations' changes included). A failure is shown and logged; the pages stay as they
@@ -88,6 +115,11 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void addHostPages();
+    void addHelpMenu();
+    void lineItemsChanged();
+    void updateDisplayNote();
+    void showFailure(const QString& title, const ZebObjects::Failure& failure);
     void updateStatus();
     void updateSaveStatus();
     void keepCarbonCopyChoice();

@@ -40,6 +40,10 @@ struct JobContents {
     QString number;
     QString name;
     QString purchaseOrder;
+    QString siteAddress;
+    QString architect;
+    QString engineer;
+    QString contractor;
 
     QString issuedBy;
     QString submittalDate;

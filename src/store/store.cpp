@@ -12,6 +12,8 @@
 #include "store/storejob.h"
 #include "store/storetextobjects.h"
 
+#include <QHash>
+
 namespace ZebObjects {
 
 namespace {
@@ -97,10 +99,19 @@ QList<JobSummary> Store::jobs() const
     for (const QVariantList& r : m_db->rows(QStringLiteral(
              "SELECT j.id, j.number, j.name, "
              "(SELECT COUNT(*) FROM submittal_customers c WHERE c.submittal_id = s.id), "
-             "(SELECT COUNT(*) FROM line_items l WHERE l.submittal_id = s.id) "
+             "(SELECT COUNT(*) FROM line_items l WHERE l.submittal_id = s.id), j.archived "
              "FROM jobs j JOIN submittals s ON s.job_id = j.id ORDER BY j.number")))
         out.append({r[0].toLongLong(), r[1].toString(), r[2].toString(), r[3].toInt(),
-                    r[4].toInt()});
+                    r[4].toInt(), r[5].toBool(), {}});
+    // Every job's customers in one statement, not one per job.
+    QHash<qint64, qsizetype> at;
+    for (qsizetype i = 0; i < out.size(); ++i)
+        at.insert(out[i].id, i);
+    for (const QVariantList& r : m_db->rows(QStringLiteral(
+             "SELECT s.job_id, c.name FROM submittal_customers c JOIN submittals s ON "
+             "s.id = c.submittal_id ORDER BY s.job_id, c.position")))
+        if (const auto it = at.constFind(r[0].toLongLong()); it != at.cend())
+            out[*it].customerNames.append(r[1].toString());
     return out;
 }
 
@@ -121,8 +132,10 @@ qint64 Store::createJob(const JobContents& c)
         if (db.value(QStringLiteral("SELECT 1 FROM jobs WHERE number = ?"), {c.number}).isValid())
             throw CollectionRules::duplicateKey(kSource, c.number);
         const qint64 job = db.insert(
-            QStringLiteral("INSERT INTO jobs (number, name, purchase_order) VALUES (?, ?, ?)"),
-            {c.number, c.name, c.purchaseOrder});
+            QStringLiteral("INSERT INTO jobs (number, name, purchase_order, site_address, "
+                           "architect, engineer, contractor) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+            {c.number, c.name, c.purchaseOrder, c.siteAddress, c.architect, c.engineer,
+             c.contractor});
         const qint64 s = db.insert(
             QStringLiteral("INSERT INTO submittals (job_id, issued_by, submittal_date, "
                            "include_cover_letter, include_bom, include_labels, purpose_index, "

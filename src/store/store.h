@@ -28,8 +28,25 @@ struct JobSummary {
     QString name;
     qint32 customerCount = 0;
     qint32 lineCount = 0;
+    // Kept in the office, out of the job list.
+    bool archived = false;
+    // The names of the job's customers, for finding a job by customer.
+    QStringList customerNames;
 
     friend bool operator==(const JobSummary&, const JobSummary&) = default;
+};
+
+// What a job is: its number and name, where it is built and whom it is for.
+struct JobDetails {
+    QString number;
+    QString name;
+    QString siteAddress;
+    QString architect;
+    QString engineer;
+    QString contractor;
+    bool archived = false;
+
+    friend bool operator==(const JobDetails&, const JobDetails&) = default;
 };
 
 // A sales office's business objects in one SQLite file or in one PostgreSQL database that the
@@ -97,6 +114,17 @@ public:
     qint64 createJob(const JobContents& contents);
     // Deletes a job with all it holds; a job not in the file fails with 35601.
     void deleteJob(qint64 id);
+    // A job's number, name, site and people; a job not in the file fails with 35601.
+    JobDetails jobDetails(qint64 id) const;
+    // Writes them in one transaction; a number another job holds fails with 457, an empty
+    // number or name with 5.
+    void setJobDetails(qint64 id, const JobDetails& details);
+    // A new job like job id: its submittal's settings, texts, label fields and customers (and
+    // its lines when withLines), under the number and name of details. Answers the new job.
+    qint64 duplicateJob(qint64 id, const JobDetails& details, bool withLines);
+    // An office setting by name (an import's remembered column mapping); empty when not set.
+    QString setting(const QString& name) const;
+    void setSetting(const QString& name, const QString& value);
 
     // The office's library of a kind of text (TextKind), created empty on first use. New jobs
     // do not take it over by themselves; whoever makes a job copies what it wants.
@@ -115,8 +143,14 @@ public:
     ZebPackage::Letterhead letterhead() const;
     void setLetterhead(const ZebPackage::Letterhead& letterhead);
     // Adds customers to the directory in one transaction; a key already held fails with 457.
-    void addDirectoryCustomers(const QList<CustomerRecord>& customers);
-    QList<CustomerRecord> directoryCustomers() const;
+    void addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers);
+    QList<StandaloneCustomer::Data> directoryCustomers() const;
+    // Writes a directory customer's fields under its key; a key not held fails with 35601.
+    void updateDirectoryCustomer(const StandaloneCustomer::Data& customer);
+    // One customer entered twice becomes one: keep takes drop's fields where its own are empty,
+    // the jobs' customers that came from drop now come from keep, and drop leaves the
+    // directory. Either key not held fails with 35601.
+    void mergeDirectoryCustomers(const QString& keep, const QString& drop);
     qint32 directoryCount() const;
 
     // Runs body in one transaction: every write it makes is committed together, or none is.

@@ -123,3 +123,137 @@ LineItemList StoreLineItems::Enumerate() const
 }
 
 }  // namespace ZebObjects
+
+namespace ZebObjects {
+
+QList<StoreLineItems::Row> StoreLineItems::rows() const
+{
+    QList<Row> out;
+    for (const QVariantList& r : m_db->rows(
+             QStringLiteral("SELECT l.id, l.quantity, l.type, l.brand, l.catalog_number, "
+                            "l.description, l.group_code, l.mto, l.selected, c.text, "
+                            "c.line_item_id FROM line_items l LEFT JOIN line_item_comments c ON "
+                            "c.line_item_id = l.id WHERE l.submittal_id = ? ORDER BY l.position, "
+                            "l.id"),
+             {m_id})) {
+        Row row;
+        row.id = r[0].toLongLong();
+        row.data.quantity = r[1].toInt();
+        row.data.type = r[2].toString();
+        row.data.brand = r[3].toString();
+        row.data.catalogNumber = r[4].toString();
+        row.data.description = r[5].toString();
+        row.data.group = r[6].toString();
+        row.data.mto = r[7].toBool();
+        row.data.selected = r[8].toBool();
+        if (!r[10].isNull())
+            row.data.comment = r[9].toString();
+        out.append(row);
+    }
+    return out;
+}
+
+QList<qint64> StoreLineItems::importLines(const QList<StandaloneLineItem::Data>& lines,
+                                          bool replace)
+{
+    return m_db->write([&] {
+        if (replace)
+            m_db->run(QStringLiteral("DELETE FROM line_items WHERE submittal_id = ?"), {m_id});
+        return insertLines(Count() + 1, lines);
+    });
+}
+
+QList<qint64> StoreLineItems::insertLines(qint32 position,
+                                          const QList<StandaloneLineItem::Data>& lines)
+{
+    return m_db->write([&] {
+        const qint32 count = Count();
+        if (position < 1 || position > count + 1)
+            throw CollectionRules::noPosition(kSource, QStringLiteral("line"), qint16(position),
+                                              qint16(count));
+        CollectionRules::checkRoom(kSource, QStringLiteral("lines"), count + lines.size() - 1);
+        // Positions are kept 1..n: the lines from the position on make room first.
+        m_db->run(QStringLiteral("UPDATE line_items SET position = position + ? WHERE "
+                                 "submittal_id = ? AND position >= ?"),
+                  {qint64(lines.size()), m_id, position});
+        QList<qint64> ids;
+        ids.reserve(lines.size());
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            const auto& l = lines[i];
+            const qint64 id = m_db->insert(
+                QStringLiteral("INSERT INTO line_items (submittal_id, position, quantity, type, "
+                               "brand, catalog_number, description, group_code, mto, selected) "
+                               "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                {m_id, qint64(position + i), l.quantity, l.type, l.brand, l.catalogNumber,
+                 l.description, l.group, int(l.mto), int(l.selected)});
+            if (l.comment)
+                m_db->run(QStringLiteral("INSERT INTO line_item_comments (line_item_id, text) "
+                                         "VALUES (?, ?)"),
+                          {id, *l.comment});
+            ids.append(id);
+        }
+        return ids;
+    });
+}
+
+void StoreLineItems::putBack(const QList<qint32>& positions,
+                             const QList<StandaloneLineItem::Data>& lines)
+{
+    m_db->write([&] {
+        for (qsizetype i = 0; i < positions.size() && i < lines.size(); ++i)
+            insertLines(positions[i], {lines[i]});
+    });
+}
+
+void StoreLineItems::removeLines(const QList<qint64>& ids)
+{
+    m_db->write([&] {
+        for (const qint64 id : ids) {
+            const QVariant at = m_db->value(QStringLiteral("SELECT position FROM line_items WHERE "
+                                                           "id = ? AND submittal_id = ?"),
+                                            {id, m_id});
+            if (!at.isValid())
+                throw gone(*m_db);
+            m_db->run(QStringLiteral("DELETE FROM line_items WHERE id = ?"), {id});
+            m_db->run(QStringLiteral("UPDATE line_items SET position = position - 1 WHERE "
+                                     "submittal_id = ? AND position > ?"),
+                      {m_id, at});
+            m_lines.remove(id);
+        }
+    });
+}
+
+void StoreLineItems::writeLine(qint64 id, const StandaloneLineItem::Data& l)
+{
+    if (!m_db->value(QStringLiteral("SELECT 1 FROM line_items WHERE id = ? AND submittal_id = ?"),
+                     {id, m_id})
+             .isValid())
+        throw gone(*m_db);
+    m_db->run(QStringLiteral("UPDATE line_items SET quantity = ?, type = ?, brand = ?, "
+                             "catalog_number = ?, description = ?, group_code = ?, mto = ?, "
+                             "selected = ? WHERE id = ?"),
+              {l.quantity, l.type, l.brand, l.catalogNumber, l.description, l.group, int(l.mto),
+               int(l.selected), id});
+    m_db->run(QStringLiteral("DELETE FROM line_item_comments WHERE line_item_id = ?"), {id});
+    if (l.comment)
+        m_db->run(QStringLiteral("INSERT INTO line_item_comments (line_item_id, text) VALUES "
+                                 "(?, ?)"),
+                  {id, *l.comment});
+}
+
+void StoreLineItems::updateLine(qint64 id, const StandaloneLineItem::Data& data)
+{
+    m_db->write([&] { writeLine(id, data); });
+}
+
+void StoreLineItems::reorder(const QList<qint64>& ids)
+{
+    m_db->write([&] {
+        for (qsizetype i = 0; i < ids.size(); ++i)
+            m_db->run(QStringLiteral("UPDATE line_items SET position = ? WHERE id = ? AND "
+                                     "submittal_id = ?"),
+                      {qint64(i + 1), ids[i], m_id});
+    });
+}
+
+}  // namespace ZebObjects

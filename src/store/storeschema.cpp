@@ -211,6 +211,16 @@ const char* const kCutSheets[] = {
     "CREATE INDEX cut_sheet_attachments_by_job ON cut_sheet_attachments (job_id, position)",
 };
 
+// What version 4 adds: where a job is and whom it is for, and whether it is archived (kept in
+// the office, out of the job list).
+const char* const kVersion4[] = {
+    "ALTER TABLE jobs ADD COLUMN site_address TEXT NOT NULL DEFAULT ''",
+    "ALTER TABLE jobs ADD COLUMN architect TEXT NOT NULL DEFAULT ''",
+    "ALTER TABLE jobs ADD COLUMN engineer TEXT NOT NULL DEFAULT ''",
+    "ALTER TABLE jobs ADD COLUMN contractor TEXT NOT NULL DEFAULT ''",
+    "ALTER TABLE jobs ADD COLUMN archived INTEGER NOT NULL DEFAULT 0",
+};
+
 void runAll(StoreConnection& db, const QStringList& statements)
 {
     for (const QString& sql : statements)
@@ -232,6 +242,8 @@ void StoreSchema::create(StoreConnection& db)
     statements << QString::fromLatin1(kTexts) << QString::fromLatin1(kLineItems)
                << QString::fromLatin1(kLineItemComments);
     for (const char* sql : kIndexes)
+        statements << QString::fromLatin1(sql);
+    for (const char* sql : kVersion4)
         statements << QString::fromLatin1(sql);
     for (const char* sql : kCutSheets)
         statements << QString::fromLatin1(sql);
@@ -287,6 +299,10 @@ void StoreSchema::migrate(StoreConnection& db, int from)
             "ALTER TABLE recipients ADD COLUMN email TEXT NOT NULL DEFAULT ''",
         };
         for (const char* sql : added)
+            db.run(QString::fromLatin1(sql));
+    }
+    if (from <= 3) {
+        for (const char* sql : kVersion4)
             db.run(QString::fromLatin1(sql));
     }
     if (from <= 4) {

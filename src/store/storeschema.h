@@ -13,10 +13,11 @@ class StoreConnection;
 // version 2 gives comments a table of their own (a line may have an empty comment or none) and
 // keeps each text collection's saved order beside the current one. Version 3 keeps what labels
 // and letters print: the directory's and the recipients' postal addresses, phone and e-mail, and
-// a job's purchase order (the office's letterhead lives in the settings). Version 5 adds the
-// office's library of cut sheets and which of them each job's fixture types print. Version 6
-// keeps the issued revisions of each job: the package as sent, the lines it printed and their
-// review.
+// a job's purchase order (the office's letterhead lives in the settings). Version 4 keeps a
+// job's site address, architect, engineer and contractor, and whether it is archived. Version 5
+// adds the office's library of cut sheets and which of them each job's fixture types print.
+// Version 6 keeps the issued revisions of each job: the package as sent, the lines it printed
+// and their review.
 class StoreSchema {
 public:
     static constexpr int CurrentVersion = 6;

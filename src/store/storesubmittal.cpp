@@ -356,3 +356,44 @@ qint16 StoreSubmittal::SubmittalPurposeIndex() const
 }
 
 }  // namespace ZebObjects
+
+namespace ZebObjects {
+
+void StoreRecipients::add(const JobContents::Recipient& r)
+{
+    m_db->write([&] {
+        CollectionRules::checkRoom(QStringLiteral("ZebObjects.Recipients"),
+                                   QStringLiteral("recipients"), Count());
+        m_db->run(QStringLiteral("INSERT INTO recipients (submittal_id, position, name, company, "
+                                 "street, street2, city, state, zip, phone, email) VALUES (?, "
+                                 "(SELECT COALESCE(MAX(position), 0) + 1 FROM recipients WHERE "
+                                 "submittal_id = ?), ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                  {m_id, m_id, r.name, r.company, r.street, r.street2, r.city, r.state, r.zip,
+                   r.phone, r.email});
+    });
+}
+
+void StoreRecipients::move(qint16 from, qint16 to)
+{
+    m_db->write([&] {
+        QList<qint64> ids;
+        for (const QVariantList& row : m_db->rows(QStringLiteral("SELECT id FROM recipients WHERE "
+                                                                 "submittal_id = ? ORDER BY "
+                                                                 "position, id"),
+                                                  {m_id}))
+            ids.append(row[0].toLongLong());
+        const qint64 count = ids.size();
+        if (from < 1 || from > count)
+            throw CollectionRules::noPosition(QStringLiteral("ZebObjects.Recipients"),
+                                              QStringLiteral("recipient"), from, count);
+        if (to < 1 || to > count)
+            throw CollectionRules::noPosition(QStringLiteral("ZebObjects.Recipients"),
+                                              QStringLiteral("recipient"), to, count);
+        ids.move(from - 1, to - 1);
+        for (qsizetype i = 0; i < ids.size(); ++i)
+            m_db->run(QStringLiteral("UPDATE recipients SET position = ? WHERE id = ?"),
+                      {qint64(i + 1), ids[i]});
+    });
+}
+
+}  // namespace ZebObjects

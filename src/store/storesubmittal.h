@@ -64,6 +64,10 @@ public:
     void Add(const QString& name, const QString& company);
     // Removes the recipient at a 1-based position; out of range fails.
     void Remove(qint16 position);
+    // Appends a recipient with the address the letter goes to; committed at once.
+    void add(const JobContents::Recipient& recipient);
+    // Moves the recipient at a 1-based position to another; out of range fails.
+    void move(qint16 from, qint16 to);
 
 private:
     std::shared_ptr<StoreConnection> m_db;

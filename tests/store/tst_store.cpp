@@ -169,7 +169,7 @@ private slots:
         QCOMPARE(check.value(QStringLiteral("PRAGMA foreign_key_check")), QVariant());
 
         QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
-                                                    QStringLiteral("Old Library Annex"), 0, 2}}));
+                                                    QStringLiteral("Old Library Annex"), 0, 2, false, {}}}));
         const auto job = store->openJob(1);
         QCOMPARE(job->submittal()->IssuedBy(), QStringLiteral("Marta Halloran"));
         QCOMPARE(job->submittal()->SelectPurpose(1), QStringLiteral("Request For Approval"));
@@ -218,6 +218,11 @@ private slots:
             // Back to version 2: the tables as they stood, the rows kept.
             RawConnection raw(path(dir));
             const char* const back[] = {
+                "ALTER TABLE jobs DROP COLUMN site_address",
+                "ALTER TABLE jobs DROP COLUMN architect",
+                "ALTER TABLE jobs DROP COLUMN engineer",
+                "ALTER TABLE jobs DROP COLUMN contractor",
+                "ALTER TABLE jobs DROP COLUMN archived",
                 "ALTER TABLE jobs DROP COLUMN purchase_order",
                 "ALTER TABLE directory_customers DROP COLUMN attention",
                 "ALTER TABLE directory_customers DROP COLUMN street",
@@ -248,6 +253,44 @@ private slots:
         QCOMPARE(job->purchaseOrder(), QString());
         QVERIFY(store->directoryCount() >= 200);
         QCOMPARE(store->letterhead(), ZebPackage::Letterhead());
+    }
+
+    // An office file of version 3 (before a job's site and people) opens with its jobs, which
+    // gain the new fields empty and stay in the job list.
+    void versionThreeFileGainsTheJobDetailsKeepingItsJobs()
+    {
+        QTemporaryDir dir;
+        {
+            const auto store = Store::open(path(dir));
+            SampleOffice::fill(*store);
+        }
+        {
+            RawConnection raw(path(dir));
+            const char* const back[] = {
+                "ALTER TABLE jobs DROP COLUMN site_address",
+                "ALTER TABLE jobs DROP COLUMN architect",
+                "ALTER TABLE jobs DROP COLUMN engineer",
+                "ALTER TABLE jobs DROP COLUMN contractor",
+                "ALTER TABLE jobs DROP COLUMN archived",
+                "PRAGMA user_version = 3",
+            };
+            for (const char* sql : back)
+                QVERIFY2(raw.exec(QString::fromLatin1(sql)), sql);
+        }
+        const auto store = Store::open(path(dir));
+        RawConnection check(path(dir));
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 4);
+        QCOMPARE(store->jobs().size(), 4);
+        const qint64 id = store->jobs().first().id;
+        const JobDetails details = store->jobDetails(id);
+        QCOMPARE(details.number, store->jobs().first().number);
+        QCOMPARE(details.siteAddress, QString());
+        QCOMPARE(details.architect, QString());
+        QVERIFY(!details.archived);
+        JobDetails changed = details;
+        changed.siteAddress = QStringLiteral("400 Main St, Salem OR");
+        store->setJobDetails(id, changed);
+        QCOMPARE(store->jobDetails(id).siteAddress, QStringLiteral("400 Main St, Salem OR"));
     }
 
     void theSampleOfficeHoldsWhatLabelsAndLettersPrint()
@@ -602,8 +645,9 @@ private slots:
         big.lines.append(big.lines);
         const qint64 second = store->createJob(big);
         const qint64 first = store->createJob(simpleJob(QStringLiteral("1")));
-        QCOMPARE(store->jobs(), (QList<JobSummary>{{first, QStringLiteral("1"), QStringLiteral("Job 1"), 1, 2},
-                                                   {second, QStringLiteral("2"), QStringLiteral("Job 2"), 1, 4}}));
+        const QStringList one{QStringLiteral("Customer One")};
+        QCOMPARE(store->jobs(), (QList<JobSummary>{{first, QStringLiteral("1"), QStringLiteral("Job 1"), 1, 2, false, one},
+                                                   {second, QStringLiteral("2"), QStringLiteral("Job 2"), 1, 4, false, one}}));
         const ErrorInfo e = failureOf([&] { store->createJob(simpleJob(QStringLiteral("1"))); });
         QCOMPARE(e.Number, 457);
         QCOMPARE(store->jobs().size(), 2);

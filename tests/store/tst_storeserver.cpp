@@ -159,7 +159,7 @@ private slots:
         RawDatabase check(m_server->port(), name);
         QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), ZebObjects::StoreSchema::CurrentVersion);
         QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
-                                                    QStringLiteral("Old Library Annex"), 0, 2}}));
+                                                    QStringLiteral("Old Library Annex"), 0, 2, false, {}}}));
         const auto job = store->openJob(1);
         QCOMPARE(job->submittal()->IssuedBy(), QStringLiteral("Marta Halloran"));
         const auto texts = job->coverLetterParagraphs();

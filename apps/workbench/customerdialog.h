@@ -1,0 +1,25 @@
+#pragma once
+
+#include "objects/standalonecustomer.h"
+
+#include <QDialog>
+
+class QLineEdit;
+class QPushButton;
+
+// One customer of the office's directory with everything letters and labels print: company,
+// contact, street lines, city, state, ZIP, phone, e-mail, account number, type and category.
+class CustomerDialog : public QDialog {
+    Q_OBJECT
+public:
+    CustomerDialog(const QString& title, const ZebObjects::StandaloneCustomer::Data& customer,
+                   QWidget* parent = nullptr);
+
+    // The fields as typed; the key is kept, the display text follows the company and city.
+    ZebObjects::StandaloneCustomer::Data customer() const;
+
+private:
+    ZebObjects::StandaloneCustomer::Data m_customer;
+    QList<QLineEdit*> m_edits;
+    QPushButton* m_ok = nullptr;
+};

@@ -1,0 +1,195 @@
+#include "importdialog.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSet>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QVBoxLayout>
+
+ImportDialog::ImportDialog(const QString& title, const QString& source, TableImport import,
+                           bool offerReplace, QWidget* parent)
+    : QDialog(parent), m_import(std::move(import))
+{
+    setObjectName(QStringLiteral("dlgImport"));
+    setWindowTitle(title);
+
+    auto* from = new QLabel(QStringLiteral("From %1 (%2, %3 rows under the header)")
+                                .arg(source, m_import.table().encoding)
+                                .arg(std::max<qsizetype>(m_import.table().rows.size() - 1, 0)),
+                            this);
+    from->setObjectName(QStringLiteral("lblSource"));
+    from->setWordWrap(true);
+
+    // One box a field: the column it is read from.
+    auto* mapping = new QGroupBox(QStringLiteral("Columns"), this);
+    mapping->setObjectName(QStringLiteral("fraColumns"));
+    auto* grid = new QGridLayout(mapping);
+    const QStringList header = m_import.header();
+    const QList<TableImport::Field>& fields = m_import.fields();
+    for (int f = 0; f < fields.size(); ++f) {
+        auto* box = new QComboBox(mapping);
+        box->setObjectName(QStringLiteral("cboColumn%1").arg(QString(fields[f].name).remove(QLatin1Char(' ')).remove(QLatin1Char('-'))));
+        box->addItem(QStringLiteral("(not imported)"), -1);
+        for (int c = 0; c < header.size(); ++c)
+            box->addItem(m_import.columnName(c), c);
+        box->setCurrentIndex(box->findData(m_import.mapping().value(f, -1)));
+        auto* label = new QLabel(fields[f].name + (fields[f].required ? QStringLiteral(" *:") : QStringLiteral(":")), mapping);
+        label->setBuddy(box);
+        box->setAccessibleName(QStringLiteral("Column of %1").arg(fields[f].name));
+        box->setAccessibleDescription(QStringLiteral("The column of the file the %1 is read from").arg(fields[f].name.toLower()));
+        const int half = int((fields.size() + 1) / 2);
+        grid->addWidget(label, f % half, (f / half) * 2);
+        grid->addWidget(box, f % half, (f / half) * 2 + 1);
+        connect(box, &QComboBox::currentIndexChanged, this, [this] { mappingChanged(); });
+        m_boxes.append(box);
+    }
+
+    m_model = new QStandardItemModel(this);
+    m_view = new QTableView(this);
+    m_view->setObjectName(QStringLiteral("tblPreview"));
+    m_view->setAccessibleName(QStringLiteral("Preview"));
+    m_view->setAccessibleDescription(QStringLiteral("Every row as it will be written; a bad cell is marked and says what is wrong"));
+    m_view->setModel(m_model);
+    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + 6);
+    m_view->setWordWrap(false);
+
+    m_summary = new QLabel(this);
+    m_summary->setObjectName(QStringLiteral("lblSummary"));
+    m_summary->setWordWrap(true);
+    m_problems = new QListWidget(this);
+    m_problems->setObjectName(QStringLiteral("lstProblems"));
+    m_problems->setAccessibleName(QStringLiteral("Problems"));
+    m_problems->setAccessibleDescription(QStringLiteral("What is wrong with the rows, by row and column"));
+    m_problems->setMaximumHeight(m_problems->fontMetrics().height() * 6);
+    // Choosing a problem shows its cell.
+    connect(m_problems, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (row < 0)
+            return;
+        const TableImport::Problem& p = m_import.problems().value(row);
+        for (int r = 0; r < m_import.rows().size(); ++r)
+            if (m_import.rows()[r].fileRow == p.row)
+                m_view->scrollTo(m_model->index(r, 0));
+    });
+
+    auto* buttons = new QHBoxLayout;
+    if (offerReplace) {
+        m_append = new QRadioButton(QStringLiteral("&Add after the job's lines"), this);
+        m_append->setObjectName(QStringLiteral("optAppend"));
+        m_replace = new QRadioButton(QStringLiteral("&Replace the job's lines"), this);
+        m_replace->setObjectName(QStringLiteral("optReplace"));
+        m_append->setChecked(true);
+        buttons->addWidget(m_append);
+        buttons->addWidget(m_replace);
+    }
+    buttons->addStretch();
+    m_buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    m_buttons->setObjectName(QStringLiteral("btnsImport"));
+    m_buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("&Import"));
+    m_buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdImport"));
+    m_buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
+    connect(m_buttons, &QDialogButtonBox::accepted, this, [this] {
+        if (m_import.problems().isEmpty() && !m_import.rows().isEmpty())
+            accept();
+    });
+    connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    buttons->addWidget(m_buttons);
+
+    auto* previewLabel = new QLabel(QStringLiteral("&Preview:"), this);
+    previewLabel->setBuddy(m_view);
+    auto* problemsLabel = new QLabel(QStringLiteral("Pro&blems:"), this);
+    problemsLabel->setBuddy(m_problems);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(from);
+    layout->addWidget(mapping);
+    layout->addWidget(previewLabel);
+    layout->addWidget(m_view, 1);
+    layout->addWidget(m_summary);
+    layout->addWidget(problemsLabel);
+    layout->addWidget(m_problems);
+    layout->addLayout(buttons);
+    resize(860, 560);
+    fill();
+}
+
+ImportDialog::~ImportDialog() = default;
+
+bool ImportDialog::replace() const
+{
+    return m_replace && m_replace->isChecked();
+}
+
+void ImportDialog::mappingChanged()
+{
+    QList<int> mapping;
+    for (QComboBox* box : std::as_const(m_boxes))
+        mapping.append(box->currentData().toInt());
+    m_import.setMapping(mapping);
+    fill();
+}
+
+void ImportDialog::fill()
+{
+    m_import.check();
+    const QList<TableImport::Field>& fields = m_import.fields();
+    const QList<TableImport::Row>& rows = m_import.rows();
+    // The model is filled before the view sees it.
+    m_view->setModel(nullptr);
+    m_model->clear();
+    QStringList headers;
+    for (const auto& f : fields)
+        headers.append(f.name);
+    m_model->setColumnCount(int(fields.size()));
+    m_model->setHorizontalHeaderLabels(headers);
+    const QBrush bad(QColor(0xFF, 0xD7, 0xD7));
+    QStringList verticals;
+    QSet<int> badRows;
+    int problem = 0;
+    for (int r = 0; r < rows.size(); ++r) {
+        QList<QStandardItem*> items;
+        items.reserve(fields.size());
+        for (int f = 0; f < fields.size(); ++f) {
+            auto* item = new QStandardItem(rows[r].values[f]);
+            if (rows[r].bad[f]) {
+                item->setBackground(bad);
+                item->setForeground(QBrush(QColor(0x80, 0x00, 0x00)));
+                const TableImport::Problem& p = m_import.problems().value(problem++);
+                item->setToolTip(p.message());
+                item->setData(p.message(), Qt::AccessibleDescriptionRole);
+                badRows.insert(rows[r].fileRow);
+            }
+            items.append(item);
+        }
+        m_model->appendRow(items);
+        verticals.append(QString::number(rows[r].fileRow));
+    }
+    m_model->setVerticalHeaderLabels(verticals);
+    m_view->setModel(m_model);
+    m_view->resizeColumnsToContents();
+
+    m_problems->clear();
+    for (const TableImport::Problem& p : m_import.problems())
+        m_problems->addItem(p.message());
+    const bool fine = m_import.problems().isEmpty() && !rows.isEmpty();
+    if (rows.isEmpty())
+        m_summary->setText(QStringLiteral("There are no rows under the header: nothing to import."));
+    else if (fine)
+        m_summary->setText(QStringLiteral("All %1 rows are ready to import.").arg(rows.size()));
+    else
+        m_summary->setText(QStringLiteral("%1 of %2 rows are not right; nothing is imported until "
+                                          "they are fixed in the file or the columns are chosen "
+                                          "again.")
+                               .arg(badRows.size())
+                               .arg(rows.size()));
+    m_problems->setVisible(!m_import.problems().isEmpty());
+    m_buttons->button(QDialogButtonBox::Ok)->setEnabled(fine);
+}
