@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 namespace {
-using Data = ZebObjects::StandaloneCustomer::Data;
+using Data = ZebObjects::CustomerRecord;
 struct Field {
     const char* name;
     const char* caption;

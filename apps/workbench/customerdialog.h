@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/standalonecustomer.h"
+#include "rules/customerrecord.h"
 
 #include <QDialog>
 
@@ -12,14 +12,14 @@ class QPushButton;
 class CustomerDialog : public QDialog {
     Q_OBJECT
 public:
-    CustomerDialog(const QString& title, const ZebObjects::StandaloneCustomer::Data& customer,
+    CustomerDialog(const QString& title, const ZebObjects::CustomerRecord& customer,
                    QWidget* parent = nullptr);
 
     // The fields as typed; the key is kept, the display text follows the company and city.
-    ZebObjects::StandaloneCustomer::Data customer() const;
+    ZebObjects::CustomerRecord customer() const;
 
 private:
-    ZebObjects::StandaloneCustomer::Data m_customer;
+    ZebObjects::CustomerRecord m_customer;
     QList<QLineEdit*> m_edits;
     QPushButton* m_ok = nullptr;
 };

@@ -15,7 +15,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-using Data = ZebObjects::StandaloneCustomer::Data;
+using Data = ZebObjects::CustomerRecord;
 
 DirectoryDialog::DirectoryDialog(std::shared_ptr<ZebObjects::Store> store, QWidget* parent)
     : QDialog(parent), m_store(std::move(store))

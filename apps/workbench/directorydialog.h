@@ -1,6 +1,6 @@
 #pragma once
 
-#include "objects/standalonecustomer.h"
+#include "rules/customerrecord.h"
 
 #include <QDialog>
 #include <functional>
@@ -34,11 +34,11 @@ public:
 
 private:
     void filter();
-    QList<ZebObjects::StandaloneCustomer::Data> selected() const;
+    QList<ZebObjects::CustomerRecord> selected() const;
     void failed(const QString& title, const QString& description);
 
     std::shared_ptr<ZebObjects::Store> m_store;
-    QList<ZebObjects::StandaloneCustomer::Data> m_customers;
+    QList<ZebObjects::CustomerRecord> m_customers;
     QTableWidget* m_table = nullptr;
     QLineEdit* m_find = nullptr;
     QLabel* m_nothing = nullptr;

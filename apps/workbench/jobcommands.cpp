@@ -3,7 +3,7 @@
 #include "contracts/textobject.h"
 #include "contracts/textobjects.h"
 #include "csvtable.h"
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 #include "officeimports.h"
 #include "store/storejob.h"
 #include "store/storelineitems.h"

@@ -19,7 +19,7 @@
 
 #include <algorithm>
 
-using ZebObjects::StandaloneLineItem;
+using ZebObjects::LineItemRecord;
 
 namespace {
 const char* const kHeaders[] = {"Type", "Quantity", "Brand", "Catalog Number", "Description",
@@ -121,7 +121,7 @@ QVariant LineItemTableModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= m_rows.size())
         return {};
-    const StandaloneLineItem::Data& d = m_rows[index.row()].data;
+    const LineItemRecord& d = m_rows[index.row()].data;
     if (role == Qt::CheckStateRole) {
         if (index.column() == MTO)
             return d.mto ? Qt::Checked : Qt::Unchecked;
@@ -149,7 +149,7 @@ bool LineItemTableModel::setData(const QModelIndex& index, const QVariant& value
 {
     if (!index.isValid() || index.row() >= m_rows.size())
         return false;
-    StandaloneLineItem::Data d = m_rows[index.row()].data;
+    LineItemRecord d = m_rows[index.row()].data;
     const int column = index.column();
     if (role == Qt::CheckStateRole) {
         const bool on = value.toInt() == Qt::Checked;
@@ -192,9 +192,9 @@ bool LineItemTableModel::setData(const QModelIndex& index, const QVariant& value
     return true;
 }
 
-void LineItemTableModel::setLine(int row, const StandaloneLineItem::Data& data)
+void LineItemTableModel::setLine(int row, const LineItemRecord& data)
 {
-    const StandaloneLineItem::Data before = m_rows[row].data;
+    const LineItemRecord before = m_rows[row].data;
     // An editor left without a change writes nothing and leaves nothing to undo.
     if (before.quantity == data.quantity && before.type == data.type && before.brand == data.brand
         && before.catalogNumber == data.catalogNumber && before.description == data.description
@@ -203,14 +203,14 @@ void LineItemTableModel::setLine(int row, const StandaloneLineItem::Data& data)
         return;
     auto lines = m_lines;
     // Positions, not ids: a line deleted and put back by undo has a new id.
-    const auto write = [this, lines, row](const StandaloneLineItem::Data& d) {
+    const auto write = [this, lines, row](const LineItemRecord& d) {
         lines->updateLine(m_rows.at(row).id, d);
     };
     m_undo->push(new LineCommand(this, QStringLiteral("Edit line %1").arg(row + 1),
                                  [write, data] { write(data); }, [write, before] { write(before); }));
 }
 
-void LineItemTableModel::insertLines(int row, const QList<StandaloneLineItem::Data>& lines,
+void LineItemTableModel::insertLines(int row, const QList<LineItemRecord>& lines,
                                      const QString& what)
 {
     auto store = m_lines;
@@ -228,7 +228,7 @@ void LineItemTableModel::insertLines(int row, const QList<StandaloneLineItem::Da
 void LineItemTableModel::removeRows(QList<int> rows)
 {
     std::sort(rows.begin(), rows.end());
-    QList<StandaloneLineItem::Data> kept;
+    QList<LineItemRecord> kept;
     for (const int r : rows)
         kept.append(m_rows.at(r).data);
     auto store = m_lines;
@@ -389,9 +389,9 @@ void LineItemEditor::selectRows(int first, int count)
 }
 
 namespace {
-StandaloneLineItem::Data newLine()
+LineItemRecord newLine()
 {
-    StandaloneLineItem::Data d;
+    LineItemRecord d;
     d.quantity = 1;
     return d;
 }
@@ -448,7 +448,7 @@ void LineItemEditor::copyLines()
         header.append(QString::fromLatin1(h));
     out.append(header.join(QLatin1Char('\t')));
     for (const int r : rows) {
-        const StandaloneLineItem::Data& d = m_model->rows().at(r).data;
+        const LineItemRecord& d = m_model->rows().at(r).data;
         out.append(QStringList{tsvCell(d.type), QString::number(d.quantity), tsvCell(d.brand),
                                tsvCell(d.catalogNumber), tsvCell(d.description), tsvCell(d.group),
                                d.mto ? QStringLiteral("Yes") : QStringLiteral("No"),
@@ -480,7 +480,7 @@ void LineItemEditor::pasteLines()
             return;
         }
         // Lines copied here come back as they were, ticked or not.
-        const QList<StandaloneLineItem::Data> lines = OfficeImports::lines(import);
+        const QList<LineItemRecord> lines = OfficeImports::lines(import);
         const int current = m_table->currentIndex().row();
         const int row = current < 0 ? m_model->rowCount() : current + 1;
         m_model->insertLines(row, lines, lines.size() == 1 ? QStringLiteral("Paste a line") : QStringLiteral("Paste %1 lines").arg(lines.size()));

@@ -33,12 +33,12 @@ public:
     const QList<ZebObjects::StoreLineItems::Row>& rows() const { return m_rows; }
 
     // The editor's changes, each one step of the undo stack. Rows are 0-based.
-    void insertLines(int row, const QList<ZebObjects::StandaloneLineItem::Data>& lines,
+    void insertLines(int row, const QList<ZebObjects::LineItemRecord>& lines,
                      const QString& what);
     void removeRows(QList<int> rows);
     // Moves the rows (sorted) one up (-1) or one down (+1); answers whether they moved.
     bool moveRows(const QList<int>& rows, int by);
-    void setLine(int row, const ZebObjects::StandaloneLineItem::Data& data);
+    void setLine(int row, const ZebObjects::LineItemRecord& data);
 
     // A failure of the store: told to whoever shows it.
     std::function<void(const QString& what, const QString& description)> onFailure;

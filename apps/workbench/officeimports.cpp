@@ -57,15 +57,15 @@ void mapColumns(TableImport& import, const ZebObjects::Store& store, const QStri
         import.guessMapping();
 }
 
-QList<ZebObjects::StandaloneLineItem::Data> lines(const TableImport& import)
+QList<ZebObjects::LineItemRecord> lines(const TableImport& import)
 {
-    QList<ZebObjects::StandaloneLineItem::Data> out;
+    QList<ZebObjects::LineItemRecord> out;
     out.reserve(import.rows().size());
     const bool hasComment = import.mapping().value(Comment, -1) >= 0;
     // Without a column that says otherwise, every line goes on the bill of materials.
     const bool hasSelected = import.mapping().value(Selected, -1) >= 0;
     for (const TableImport::Row& row : import.rows()) {
-        ZebObjects::StandaloneLineItem::Data d;
+        ZebObjects::LineItemRecord d;
         d.quantity = row.values[Quantity].toInt();
         d.type = row.values[Type];
         d.brand = row.values[Brand];
@@ -82,16 +82,16 @@ QList<ZebObjects::StandaloneLineItem::Data> lines(const TableImport& import)
     return out;
 }
 
-QList<ZebObjects::StandaloneCustomer::Data> customers(const TableImport& import,
+QList<ZebObjects::CustomerRecord> customers(const TableImport& import,
                                                       const ZebObjects::Store& store)
 {
     QSet<QString> keys;
     for (const auto& d : store.directoryCustomers())
         keys.insert(d.key);
     int next = 1;
-    QList<ZebObjects::StandaloneCustomer::Data> out;
+    QList<ZebObjects::CustomerRecord> out;
     for (const TableImport::Row& row : import.rows()) {
-        ZebObjects::StandaloneCustomer::Data d;
+        ZebObjects::CustomerRecord d;
         d.name = row.values[Company];
         d.attention = row.values[Contact];
         d.street = row.values[Street];

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "objects/standalonecustomer.h"
-#include "objects/standalonelineitem.h"
+#include "rules/customerrecord.h"
+#include "rules/lineitemrecord.h"
 #include "tableimport.h"
 
 #include <QList>
@@ -30,9 +30,9 @@ extern const QString CustomerMappingSetting;
 void mapColumns(TableImport& import, const ZebObjects::Store& store, const QString& setting);
 
 // The records of a checked import (every row fine).
-QList<ZebObjects::StandaloneLineItem::Data> lines(const TableImport& import);
+QList<ZebObjects::LineItemRecord> lines(const TableImport& import);
 // New customers get a key of their own: their account number, else the next free "C" number.
-QList<ZebObjects::StandaloneCustomer::Data> customers(const TableImport& import,
+QList<ZebObjects::CustomerRecord> customers(const TableImport& import,
                                                       const ZebObjects::Store& store);
 
 }  // namespace OfficeImports

@@ -18,7 +18,7 @@
 #include <QSet>
 #include <QVBoxLayout>
 
-using Data = ZebObjects::StandaloneCustomer::Data;
+using Data = ZebObjects::CustomerRecord;
 
 namespace {
 QString addressLine(const QString& city, const QString& state, const QString& zip)

@@ -31,7 +31,7 @@ bool Workstation::importLines(const CsvTable& table, const QString& source)
         if (dialog.exec() != QDialog::Accepted)
             return false;
         const auto lines = m_job->lineItems();
-        const QList<ZebObjects::StandaloneLineItem::Data> data = OfficeImports::lines(dialog.import());
+        const QList<ZebObjects::LineItemRecord> data = OfficeImports::lines(dialog.import());
         // The lines and the mapping the office will be offered next time, together.
         m_store->writeAll([&] {
             lines->importLines(data, dialog.replace());

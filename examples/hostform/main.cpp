@@ -18,7 +18,7 @@
 #include "frame/controlregistry.h"
 #include "frame/messageboxes.h"
 #include "frame/usercontrol.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

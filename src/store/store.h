@@ -143,10 +143,10 @@ public:
     ZebPackage::Letterhead letterhead() const;
     void setLetterhead(const ZebPackage::Letterhead& letterhead);
     // Adds customers to the directory in one transaction; a key already held fails with 457.
-    void addDirectoryCustomers(const QList<StandaloneCustomer::Data>& customers);
-    QList<StandaloneCustomer::Data> directoryCustomers() const;
+    void addDirectoryCustomers(const QList<CustomerRecord>& customers);
+    QList<CustomerRecord> directoryCustomers() const;
     // Writes a directory customer's fields under its key; a key not held fails with 35601.
-    void updateDirectoryCustomer(const StandaloneCustomer::Data& customer);
+    void updateDirectoryCustomer(const CustomerRecord& customer);
     // One customer entered twice becomes one: keep takes drop's fields where its own are empty,
     // the jobs' customers that came from drop now come from keep, and drop leaves the
     // directory. Either key not held fails with 35601.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "package/packagesource.h"
+#include "contracts/packagesource.h"
 
 #include <QDateTime>
 #include <QList>

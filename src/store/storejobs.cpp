@@ -1,7 +1,7 @@
 // A job's own details, its copy as the start of a new job, and the office's settings by name.
 #include "store/store.h"
 
-#include "objects/textkind.h"
+#include "rules/textkind.h"
 #include "store/storeconnection.h"
 
 #include <optional>
@@ -182,7 +182,7 @@ Failure noCustomer(const QString& key)
                        .arg(key));
 }
 
-void writeCustomer(StoreConnection& db, const StandaloneCustomer::Data& d)
+void writeCustomer(StoreConnection& db, const CustomerRecord& d)
 {
     db.run(QStringLiteral("UPDATE directory_customers SET display_text = ?, name = ?, "
                           "account_number = ?, city = ?, state = ?, type = ?, category = ?, "
@@ -193,7 +193,7 @@ void writeCustomer(StoreConnection& db, const StandaloneCustomer::Data& d)
 }
 }  // namespace
 
-void Store::updateDirectoryCustomer(const StandaloneCustomer::Data& customer)
+void Store::updateDirectoryCustomer(const CustomerRecord& customer)
 {
     m_db->write([&] {
         if (!m_db->value(QStringLiteral("SELECT 1 FROM directory_customers WHERE key = ?"),
@@ -207,8 +207,8 @@ void Store::updateDirectoryCustomer(const StandaloneCustomer::Data& customer)
 void Store::mergeDirectoryCustomers(const QString& keep, const QString& drop)
 {
     m_db->write([&] {
-        std::optional<StandaloneCustomer::Data> kept;
-        std::optional<StandaloneCustomer::Data> dropped;
+        std::optional<CustomerRecord> kept;
+        std::optional<CustomerRecord> dropped;
         for (const auto& d : directoryCustomers()) {
             if (d.key == keep)
                 kept = d;
@@ -221,13 +221,13 @@ void Store::mergeDirectoryCustomers(const QString& keep, const QString& drop)
             throw noCustomer(drop);
         if (keep == drop)
             return;
-        QString StandaloneCustomer::Data::*const fields[] = {
-            &StandaloneCustomer::Data::name, &StandaloneCustomer::Data::accountNumber,
-            &StandaloneCustomer::Data::city, &StandaloneCustomer::Data::state,
-            &StandaloneCustomer::Data::type, &StandaloneCustomer::Data::category,
-            &StandaloneCustomer::Data::zip, &StandaloneCustomer::Data::phone,
-            &StandaloneCustomer::Data::attention, &StandaloneCustomer::Data::street,
-            &StandaloneCustomer::Data::street2, &StandaloneCustomer::Data::email};
+        QString CustomerRecord::*const fields[] = {
+            &CustomerRecord::name, &CustomerRecord::accountNumber,
+            &CustomerRecord::city, &CustomerRecord::state,
+            &CustomerRecord::type, &CustomerRecord::category,
+            &CustomerRecord::zip, &CustomerRecord::phone,
+            &CustomerRecord::attention, &CustomerRecord::street,
+            &CustomerRecord::street2, &CustomerRecord::email};
         for (const auto field : fields)
             if (((*kept).*field).isEmpty())
                 (*kept).*field = (*dropped).*field;

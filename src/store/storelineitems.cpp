@@ -153,7 +153,7 @@ QList<StoreLineItems::Row> StoreLineItems::rows() const
     return out;
 }
 
-QList<qint64> StoreLineItems::importLines(const QList<StandaloneLineItem::Data>& lines,
+QList<qint64> StoreLineItems::importLines(const QList<LineItemRecord>& lines,
                                           bool replace)
 {
     return m_db->write([&] {
@@ -164,7 +164,7 @@ QList<qint64> StoreLineItems::importLines(const QList<StandaloneLineItem::Data>&
 }
 
 QList<qint64> StoreLineItems::insertLines(qint32 position,
-                                          const QList<StandaloneLineItem::Data>& lines)
+                                          const QList<LineItemRecord>& lines)
 {
     return m_db->write([&] {
         const qint32 count = Count();
@@ -197,7 +197,7 @@ QList<qint64> StoreLineItems::insertLines(qint32 position,
 }
 
 void StoreLineItems::putBack(const QList<qint32>& positions,
-                             const QList<StandaloneLineItem::Data>& lines)
+                             const QList<LineItemRecord>& lines)
 {
     m_db->write([&] {
         for (qsizetype i = 0; i < positions.size() && i < lines.size(); ++i)
@@ -223,7 +223,7 @@ void StoreLineItems::removeLines(const QList<qint64>& ids)
     });
 }
 
-void StoreLineItems::writeLine(qint64 id, const StandaloneLineItem::Data& l)
+void StoreLineItems::writeLine(qint64 id, const LineItemRecord& l)
 {
     if (!m_db->value(QStringLiteral("SELECT 1 FROM line_items WHERE id = ? AND submittal_id = ?"),
                      {id, m_id})
@@ -241,7 +241,7 @@ void StoreLineItems::writeLine(qint64 id, const StandaloneLineItem::Data& l)
                   {id, *l.comment});
 }
 
-void StoreLineItems::updateLine(qint64 id, const StandaloneLineItem::Data& data)
+void StoreLineItems::updateLine(qint64 id, const LineItemRecord& data)
 {
     m_db->write([&] { writeLine(id, data); });
 }

@@ -3,7 +3,7 @@
 #include "contracts/lineitem.h"
 #include "contracts/lineitemcomment.h"
 #include "contracts/lineitems.h"
-#include "objects/standalonelineitem.h"
+#include "rules/lineitemrecord.h"
 
 #include <QHash>
 
@@ -59,29 +59,29 @@ public:
     // A line as the editor and the import see it, with its row id.
     struct Row {
         qint64 id = 0;
-        StandaloneLineItem::Data data;
+        LineItemRecord data;
     };
     // Every line in display order, read in one statement.
     QList<Row> rows() const;
     // Writes lines in one transaction, after the job's lines or in their place: a failure
     // leaves the job's lines as they were. Answers the new rows' ids.
-    QList<qint64> importLines(const QList<StandaloneLineItem::Data>& lines, bool replace);
+    QList<qint64> importLines(const QList<LineItemRecord>& lines, bool replace);
     // Puts lines at a 1-based position (Count() + 1 appends) in one transaction; the lines
     // from there on move down. Answers the new rows' ids.
-    QList<qint64> insertLines(qint32 position, const QList<StandaloneLineItem::Data>& lines);
+    QList<qint64> insertLines(qint32 position, const QList<LineItemRecord>& lines);
     // Puts lines back where they were, in one transaction: each at its 1-based position, in
     // ascending order of position (as removeLines' rows were).
-    void putBack(const QList<qint32>& positions, const QList<StandaloneLineItem::Data>& lines);
+    void putBack(const QList<qint32>& positions, const QList<LineItemRecord>& lines);
     // Takes the lines with these ids out in one transaction; the lines after each close up. A
     // line no longer in the file fails with 35601 and nothing is taken out.
     void removeLines(const QList<qint64>& ids);
     // Writes one line's values; a line no longer in the file fails with 35601.
-    void updateLine(qint64 id, const StandaloneLineItem::Data& data);
+    void updateLine(qint64 id, const LineItemRecord& data);
     // Puts the lines in this order of ids (all of the job's lines) in one transaction.
     void reorder(const QList<qint64>& ids);
 
 private:
-    void writeLine(qint64 id, const StandaloneLineItem::Data& data);
+    void writeLine(qint64 id, const LineItemRecord& data);
 
     std::shared_ptr<LineItem> line(qint64 id) const;
 

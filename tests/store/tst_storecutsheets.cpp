@@ -6,7 +6,7 @@
 #include "pgserver.h"
 #include "rawdatabase.h"
 #include "store/jobcontents.h"
-#include "store/sampleoffice.h"
+#include "sampleoffice/sampleoffice.h"
 #include "store/store.h"
 #include "store/storecutsheets.h"
 #include "store/storeschema.h"

@@ -5,7 +5,7 @@
 #include "cutsheetdock.h"
 #include "cutsheetpanel.h"
 #include "formdescription.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "officefile.h"
 #include "packagepreview.h"
 #include "store/store.h"

@@ -4,7 +4,7 @@
 
 #include "formdescription.h"
 #include "historypage.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "officefile.h"
 #include "reviewdialog.h"
 #include "store/store.h"

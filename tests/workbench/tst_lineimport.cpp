@@ -6,7 +6,7 @@
 #include "csvtable.h"
 #include "formdescription.h"
 #include "importdialog.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "officefile.h"
 #include "officeimports.h"
 #include "store/jobcontents.h"
@@ -233,7 +233,7 @@ private slots:
         const auto lines = m_store->openJob(m_store->jobs().first().id)->lineItems();
         lines->importLines({{3, QStringLiteral("A"), {}, QStringLiteral("VH-1"), {}, {}, false, {}, false}}, false);
         // More lines than a job holds: the replacing delete is undone with the rest.
-        QList<ZebObjects::StandaloneLineItem::Data> many(32768, {1, QStringLiteral("B"), {}, QStringLiteral("X"), {}, {}, false, {}, false});
+        QList<ZebObjects::LineItemRecord> many(32768, {1, QStringLiteral("B"), {}, QStringLiteral("X"), {}, {}, false, {}, false});
         const auto e = ZebTest::failureOf([&] { lines->importLines(many, true); });
         QCOMPARE(e.Number, 6);
         QCOMPARE(catalogNumbers(*lines), QStringList{QStringLiteral("VH-1")});

@@ -6,7 +6,7 @@
 #include "formdescription.h"
 #include "frame/usercontrol.h"
 #include "lineitemeditor.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "officefile.h"
 #include "package/packagegenerator.h"
 #include "storepackagesource.h"
@@ -30,13 +30,13 @@
 #include <QTest>
 #include <QUndoStack>
 
-using ZebObjects::StandaloneLineItem;
+using ZebObjects::LineItemRecord;
 using ZebObjects::Store;
 
 namespace {
-StandaloneLineItem::Data line(int quantity, const QString& type, const QString& catalog)
+LineItemRecord line(int quantity, const QString& type, const QString& catalog)
 {
-    StandaloneLineItem::Data d;
+    LineItemRecord d;
     d.quantity = quantity;
     d.type = type;
     d.catalogNumber = catalog;
@@ -219,7 +219,7 @@ private slots:
     void aJobWithMoreLinesThanTheDisplayHoldsShowsTheFirstAndSaysSoAndPrintsThemAll()
     {
         const auto lines = m_window->job()->lineItems();
-        QList<StandaloneLineItem::Data> more;
+        QList<LineItemRecord> more;
         for (int i = 4; i <= 800; ++i)
             more.append(line(i, QStringLiteral("T"), QStringLiteral("CAT-%1").arg(i)));
         lines->importLines(more, false);

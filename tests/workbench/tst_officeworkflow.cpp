@@ -13,7 +13,7 @@
 #include "importdialog.h"
 #include "jobdialog.h"
 #include "lineitemeditor.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "platform/keyedlistview.h"
 #include "recipientspage.h"
 #include "store/jobcontents.h"
