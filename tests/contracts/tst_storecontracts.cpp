@@ -27,6 +27,7 @@
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
+#include "support/contracttesting.h"
 #include "support/testsupport.h"
 
 #include <QApplication>
@@ -182,33 +183,7 @@ const QStringList kCaptions = {QStringLiteral("Request For Prior Approval"),
                                QStringLiteral("Corrections"),
                                QStringLiteral("Record Only")};
 
-// Every event of a submittal in the order raised, each with what the submittal answered then.
-class SubmittalEvents {
-public:
-    explicit SubmittalEvents(Submittal& s)
-    {
-        QObject::connect(&s, &Submittal::IssuedByChanged,
-                         [this, &s] { events << QStringLiteral("IssuedByChanged:") + s.IssuedBy(); });
-        QObject::connect(&s, &Submittal::SubmittalDateChanged, [this, &s] {
-            events << QStringLiteral("SubmittalDateChanged:") + s.SubmittalDate();
-        });
-        QObject::connect(&s, &Submittal::CoverLetterChanged, [this, &s] {
-            events << QStringLiteral("CoverLetterChanged:%1").arg(s.IncludeCoverLetter());
-        });
-        QObject::connect(&s, &Submittal::BOMChanged,
-                         [this, &s] { events << QStringLiteral("BOMChanged:%1").arg(s.IncludeBOM()); });
-        QObject::connect(&s, &Submittal::LabelsChanged, [this, &s] {
-            events << QStringLiteral("LabelsChanged:%1").arg(s.IncludeLabels());
-        });
-        QObject::connect(&s, &Submittal::SubmittalPurposeChanged, [this, &s](qint16 newIndex) {
-            events << QStringLiteral("SubmittalPurposeChanged(%1):%2:%3")
-                          .arg(newIndex)
-                          .arg(s.SubmittalPurposeIndex())
-                          .arg(s.SubmittalPurpose());
-        });
-    }
-    QStringList events;
-};
+using ZebTest::SubmittalEvents;
 
 class TextEvents {
 public:
@@ -281,25 +256,8 @@ QStringList keysOf(const Customers& c)
 
 using ZebTest::failureOf;
 
-using Getter = bool (BOM::*)() const;
-using Setter = void (BOM::*)(bool);
-struct Flag {
-    const char* name;
-    Getter get;
-    Setter set;
-};
-const Flag kFlags[] = {
-    {"IncludeQuantity", &BOM::IncludeQuantity, &BOM::setIncludeQuantity},
-    {"IncludeType", &BOM::IncludeType, &BOM::setIncludeType},
-    {"IncludeDefaultRemarks", &BOM::IncludeDefaultRemarks, &BOM::setIncludeDefaultRemarks},
-    {"IncludeBrand", &BOM::IncludeBrand, &BOM::setIncludeBrand},
-    {"IncludeManufacturer", &BOM::IncludeManufacturer, &BOM::setIncludeManufacturer},
-    {"IncludeCatalogNumber", &BOM::IncludeCatalogNumber, &BOM::setIncludeCatalogNumber},
-    {"IncludeDescription", &BOM::IncludeDescription, &BOM::setIncludeDescription},
-    {"IncludeLineComments", &BOM::IncludeLineComments, &BOM::setIncludeLineComments},
-    {"IncludeMTO", &BOM::IncludeMTO, &BOM::setIncludeMTO},
-    {"IncludeGroupCodes", &BOM::IncludeGroupCodes, &BOM::setIncludeGroupCodes},
-};
+using Flag = ZebTest::BomFlag;
+const auto& kFlags = ZebTest::kBomFlags;
 
 }  // namespace
 

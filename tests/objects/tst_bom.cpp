@@ -1,6 +1,7 @@
 #include "objects/standalonebom.h"
 #include "objects/standalonetextobjects.h"
 #include "rules/textkind.h"
+#include "support/contracttesting.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -9,27 +10,8 @@ using namespace ZebObjects;
 
 namespace {
 
-using Getter = bool (BOM::*)() const;
-using Setter = void (BOM::*)(bool);
-
-struct Flag {
-    const char* name;
-    Getter get;
-    Setter set;
-};
-
-const Flag kFlags[] = {
-    {"IncludeQuantity", &BOM::IncludeQuantity, &BOM::setIncludeQuantity},
-    {"IncludeType", &BOM::IncludeType, &BOM::setIncludeType},
-    {"IncludeDefaultRemarks", &BOM::IncludeDefaultRemarks, &BOM::setIncludeDefaultRemarks},
-    {"IncludeBrand", &BOM::IncludeBrand, &BOM::setIncludeBrand},
-    {"IncludeManufacturer", &BOM::IncludeManufacturer, &BOM::setIncludeManufacturer},
-    {"IncludeCatalogNumber", &BOM::IncludeCatalogNumber, &BOM::setIncludeCatalogNumber},
-    {"IncludeDescription", &BOM::IncludeDescription, &BOM::setIncludeDescription},
-    {"IncludeLineComments", &BOM::IncludeLineComments, &BOM::setIncludeLineComments},
-    {"IncludeMTO", &BOM::IncludeMTO, &BOM::setIncludeMTO},
-    {"IncludeGroupCodes", &BOM::IncludeGroupCodes, &BOM::setIncludeGroupCodes},
-};
+using Flag = ZebTest::BomFlag;
+const auto& kFlags = ZebTest::kBomFlags;
 
 QStringList remarkTexts(const TextObjects& c)
 {

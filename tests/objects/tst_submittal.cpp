@@ -1,6 +1,7 @@
 #include "objects/standalonecoverletter.h"
 #include "objects/standalonerecipients.h"
 #include "objects/standalonesubmittal.h"
+#include "support/contracttesting.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -9,34 +10,7 @@ using namespace ZebObjects;
 
 namespace {
 
-// Every event of a submittal in the order raised, each with what the submittal answered at
-// that moment.
-class EventLog {
-public:
-    explicit EventLog(StandaloneSubmittal& s)
-    {
-        QObject::connect(&s, &Submittal::IssuedByChanged,
-                         [this, &s] { events << QStringLiteral("IssuedByChanged:") + s.IssuedBy(); });
-        QObject::connect(&s, &Submittal::SubmittalDateChanged, [this, &s] {
-            events << QStringLiteral("SubmittalDateChanged:") + s.SubmittalDate();
-        });
-        QObject::connect(&s, &Submittal::CoverLetterChanged, [this, &s] {
-            events << QStringLiteral("CoverLetterChanged:%1").arg(s.IncludeCoverLetter());
-        });
-        QObject::connect(&s, &Submittal::BOMChanged,
-                         [this, &s] { events << QStringLiteral("BOMChanged:%1").arg(s.IncludeBOM()); });
-        QObject::connect(&s, &Submittal::LabelsChanged, [this, &s] {
-            events << QStringLiteral("LabelsChanged:%1").arg(s.IncludeLabels());
-        });
-        QObject::connect(&s, &Submittal::SubmittalPurposeChanged, [this, &s](qint16 newIndex) {
-            events << QStringLiteral("SubmittalPurposeChanged(%1):%2:%3")
-                          .arg(newIndex)
-                          .arg(s.SubmittalPurposeIndex())
-                          .arg(s.SubmittalPurpose());
-        });
-    }
-    QStringList events;
-};
+using EventLog = ZebTest::SubmittalEvents;
 
 const QStringList kCaptions = {QStringLiteral("Request For Prior Approval"),
                                QStringLiteral("Request For Approval"),
