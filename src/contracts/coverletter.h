@@ -19,7 +19,8 @@ public:
     virtual bool IncludeRemarks() const = 0;
     /// Sets whether the chosen remarks print in the letter.
     virtual void setIncludeRemarks(bool include) = 0;
-    /// True: one letter per recipient, each with the recipient's address; false: one letter for all.
+    /// True: one letter per recipient, each with the recipient's address; false: one letter for
+    /// all.
     virtual bool SeparateLetters() const = 0;
     /// Sets one letter per recipient (true) or one letter for all (false).
     virtual void setSeparateLetters(bool separate) = 0;

@@ -13,6 +13,24 @@ Failure::Failure(ErrorInfo info)
 {
 }
 
+Failure Failure::invalidPropertyValue(QString source)
+{
+    return Failure(ErrorNumber::InvalidPropertyValue, std::move(source),
+                   QStringLiteral("Invalid property value"));
+}
+
+Failure Failure::controlArrayElementMissing(qint32 index, QString source)
+{
+    return Failure(ErrorNumber::ControlArrayElementMissing, std::move(source),
+                   QStringLiteral("Control array element '%1' doesn't exist").arg(index));
+}
+
+Failure Failure::indexOutOfBounds(QString source)
+{
+    return Failure(ErrorNumber::IndexOutOfBounds, std::move(source),
+                   QStringLiteral("Index out of bounds"));
+}
+
 const char* Failure::what() const noexcept
 {
     return m_what.constData();

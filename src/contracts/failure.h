@@ -32,6 +32,10 @@ inline constexpr qint32 PermissionDenied = 70;
 inline constexpr qint32 PathFileAccessError = 75;
 /// 321: a file is not in the expected format (a damaged office file).
 inline constexpr qint32 BadFileFormat = 321;
+/// 340: a control array element does not exist (a row or option that is gone).
+inline constexpr qint32 ControlArrayElementMissing = 340;
+/// 380: a value a property does not accept.
+inline constexpr qint32 InvalidPropertyValue = 380;
 /// 91: object reference not set (an empty reference was used).
 inline constexpr qint32 ObjectNotSet = 91;
 /// 429: no control is registered under the identifier.
@@ -40,6 +44,8 @@ inline constexpr qint32 CannotCreateObject = 429;
 inline constexpr qint32 NoSuchProperty = 438;
 /// 457: the key is already in the collection.
 inline constexpr qint32 KeyAlreadyInCollection = 457;
+/// 35600: an index out of bounds in a list view.
+inline constexpr qint32 IndexOutOfBounds = 35600;
 /// 35601: no element with that key.
 inline constexpr qint32 ElementNotFound = 35601;
 /// 35602: the key is already used in the list.
@@ -67,6 +73,14 @@ public:
     Failure(qint32 number, QString source, QString description);
     /// A failure carrying info.
     explicit Failure(ErrorInfo info);
+
+    /// 380 "Invalid property value", raised by source.
+    static Failure invalidPropertyValue(QString source = QStringLiteral("ZebSubCtl"));
+    /// 340 "Control array element 'index' doesn't exist", raised by source.
+    static Failure controlArrayElementMissing(qint32 index,
+                                              QString source = QStringLiteral("ZebSubCtl"));
+    /// 35600 "Index out of bounds", raised by source.
+    static Failure indexOutOfBounds(QString source);
 
     /// The error number (see ErrorNumber).
     qint32 Number() const { return m_info.Number; }

@@ -42,6 +42,22 @@ private:
     QString m_traceLabel;
 };
 
+/// The traced procedures of one module by name, so that a component states its module once:
+/// `const TracedIn traced(kModule);` then `traced("cmdAdd_Click")`.
+class TracedIn {
+public:
+    /// Procedures of module (a component's bare name).
+    explicit TracedIn(QString module) : m_module(std::move(module)) {}
+    /// The traced procedure name of the module (see Procedure::traced()).
+    Procedure operator()(const char* name) const
+    {
+        return Procedure::traced(m_module, QLatin1String(name));
+    }
+
+private:
+    QString m_module;
+};
+
 /// How an error path ends, after it has read the failure and logged it.
 class Ending {
 public:

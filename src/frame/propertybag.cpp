@@ -12,7 +12,7 @@ namespace ZebSubCtl {
 
 namespace {
 const QString kSource = QStringLiteral("ZebSubCtl.PropertyBag");
-constexpr qint32 kInvalidPropertyValue = 380;
+constexpr qint32 kInvalidPropertyValue = ZebObjects::ErrorNumber::InvalidPropertyValue;
 
 QString typeName(const QVariant& v)
 {

@@ -27,9 +27,9 @@ public:
     /// True when no value is stored (every property at its default).
     bool isEmpty() const { return m_values.isEmpty(); }
 
-    /// The stored values as a JSON object, keys in first-written order.
+    /// The stored values as a JSON object (which orders its keys by name).
     QJsonObject toJsonObject() const;
-    /// The stored values as compact JSON text.
+    /// The stored values as indented JSON text.
     QByteArray toJson() const;
     /// A saved design that is not a JSON object of flags, numbers and texts fails with invalid
     /// property value (380) naming the problem.

@@ -29,8 +29,7 @@ void CheckBox::setValue(int value)
     case 1: setCheckState(Qt::Checked); break;
     case 2: setCheckState(Qt::PartiallyChecked); break;
     default:
-        throw ZebObjects::Failure(380, QStringLiteral("ZebSubCtl"),
-                                  QStringLiteral("Invalid property value"));
+        throw ZebObjects::Failure::invalidPropertyValue();
     }
 }
 

@@ -185,8 +185,7 @@ void DateEdit::setIsoText(const QString& text)
     }
     const QDate d = QDate::fromString(text, Qt::ISODate);
     if (!d.isValid() || text.size() != 10)
-        throw ZebObjects::Failure(380, QStringLiteral("ZebSubCtl"),
-                                  QStringLiteral("Invalid property value"));
+        throw ZebObjects::Failure::invalidPropertyValue();
     setDate(d);
 }
 

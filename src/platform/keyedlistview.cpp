@@ -25,7 +25,7 @@ const QString kSource = QStringLiteral("ZebSubCtl.KeyedListView");
 
 [[noreturn]] void indexOutOfBounds()
 {
-    throw ZebObjects::Failure(35600, kSource, QStringLiteral("Index out of bounds"));
+    throw ZebObjects::Failure::indexOutOfBounds(kSource);
 }
 
 [[noreturn]] void elementNotFound()

@@ -73,8 +73,7 @@ int MultiLineTextBox::length() const
 void MultiLineTextBox::setMaxLength(int length)
 {
     if (length < 0)
-        throw ZebObjects::Failure(380, QStringLiteral("ZebSubCtl"),
-                                  QStringLiteral("Invalid property value"));
+        throw ZebObjects::Failure::invalidPropertyValue();
     m_maxLength = length;
 }
 

@@ -41,9 +41,7 @@ OptionButton* OptionGroup::button(int index) const
 {
     auto* b = qobject_cast<OptionButton*>(m_group->button(index));
     if (b == nullptr)
-        throw ZebObjects::Failure(340, QStringLiteral("ZebSubCtl"),
-                                  QStringLiteral("Control array element '%1' doesn't exist")
-                                      .arg(index));
+        throw ZebObjects::Failure::controlArrayElementMissing(index);
     return b;
 }
 

@@ -10,8 +10,7 @@ namespace {
 
 [[noreturn]] void invalidValue()
 {
-    throw ZebObjects::Failure(380, QStringLiteral("ZebSubCtl"),
-                              QStringLiteral("Invalid property value"));
+    throw ZebObjects::Failure::invalidPropertyValue();
 }
 
 void check16(int value)

@@ -5,6 +5,7 @@
 #include "controls/textselect/ctltextselect.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/objectref.h"
 #include "frame/propertybag.h"
 #include "frame/units.h"
@@ -33,18 +34,15 @@ constexpr int kLineRemarksY = 3090;
 
 CheckBox* makeBox(QWidget* parent, const char* name, const QString& caption, int column, int row)
 {
-    auto* box = new CheckBox(caption, parent);
-    box->setObjectName(QLatin1String(name));
-    box->setGeometry(twipsRect(kIndent + column * kColumnWidth, kBoxesTop + row * kRowHeight,
-                               kColumnWidth - 75, 255));
-    return box;
+    return makeChild<CheckBox>(parent, name,
+                               twipsRect(kIndent + column * kColumnWidth,
+                                         kBoxesTop + row * kRowHeight, kColumnWidth - 75, 255),
+                               caption);
 }
 
 QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place)
 {
-    auto* label = new QLabel(caption, parent);
-    label->setObjectName(QLatin1String(name));
-    label->setGeometry(place);
+    auto* label = makeChild<QLabel>(parent, name, place, caption);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return label;
@@ -61,8 +59,7 @@ QLabel* makeHeading(QWidget* parent, const char* name, const QString& caption, Q
 
 LineShape* makeLine(QWidget* parent, const char* name, int y)
 {
-    auto* line = new LineShape(parent);
-    line->setObjectName(QLatin1String(name));
+    auto* line = makeChild<LineShape>(parent, name, QRect());
     line->setPoints(twipsToPixels(kIndent), twipsToPixels(y), twipsToPixels(7185),
                     twipsToPixels(y));
     return line;

@@ -5,6 +5,7 @@
 #include "contracts/submittal.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/objectref.h"
 #include "frame/units.h"
 #include "platform/checkbox.h"
@@ -28,9 +29,7 @@ constexpr int kRowHeight = 270;
 
 QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place)
 {
-    auto* label = new QLabel(caption, parent);
-    label->setObjectName(QLatin1String(name));
-    label->setGeometry(place);
+    auto* label = makeChild<QLabel>(parent, name, place, caption);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return label;
@@ -54,8 +53,7 @@ QLabel* makeInfo(QWidget* parent, const char* name, const QString& caption, int 
 
 LineShape* makeLine(QWidget* parent, const char* name, int y)
 {
-    auto* line = new LineShape(parent);
-    line->setObjectName(QLatin1String(name));
+    auto* line = makeChild<LineShape>(parent, name, QRect());
     line->setPoints(twipsToPixels(kIndent), twipsToPixels(y), twipsToPixels(kIndent + kTextWidth),
                     twipsToPixels(y));
     return line;
@@ -63,25 +61,21 @@ LineShape* makeLine(QWidget* parent, const char* name, int y)
 
 CheckBox* makeBox(QWidget* parent, const char* name, const QString& caption, int top)
 {
-    auto* box = new CheckBox(caption, parent);
-    box->setObjectName(QLatin1String(name));
-    box->setGeometry(twipsRect(kIndent, top, 3900, 255));
+    auto* box = makeChild<CheckBox>(parent, name, twipsRect(kIndent, top, 3900, 255), caption);
     return box;
 }
 
 OptionButton* makeOption(QWidget* parent, const char* name, const QString& caption, int top)
 {
-    auto* option = new OptionButton(caption, parent);
-    option->setObjectName(QLatin1String(name));
-    option->setGeometry(twipsRect(kIndent, top, 4500, 255));
+    auto* option = makeChild<OptionButton>(parent, name, twipsRect(kIndent, top, 4500, 255),
+                                           caption);
     return option;
 }
 
 Picture* makePicture(QWidget* parent, const char* name, PictureImage image, int top,
                      const QString& accessibleName, const QString& description)
 {
-    auto* picture = new Picture(image, parent);
-    picture->setObjectName(QLatin1String(name));
+    auto* picture = makeChild<Picture>(parent, name, QRect(), image);
     picture->move(twipsToPixels(75), twipsToPixels(top));
     picture->setAccessibleName(accessibleName);
     picture->setAccessibleDescription(description);

@@ -5,6 +5,7 @@
 #include "contracts/submittal.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/objectref.h"
 #include "frame/units.h"
 #include "contracts/runtime.h"
@@ -73,9 +74,7 @@ constexpr PurposePlace kPurposePlaces[8] = {
 QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place,
                   bool heading = false, bool wrap = false)
 {
-    auto* label = new QLabel(caption, parent);
-    label->setObjectName(QLatin1String(name));
-    label->setGeometry(place);
+    auto* label = makeChild<QLabel>(parent, name, place, caption);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(wrap);
     label->setAlignment(wrap ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignLeft | Qt::AlignVCenter);
@@ -89,8 +88,7 @@ QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRe
 
 LineShape* makeLine(QWidget* parent, const char* name, int top)
 {
-    auto* line = new LineShape(parent);
-    line->setObjectName(QLatin1String(name));
+    auto* line = makeChild<LineShape>(parent, name, QRect());
     line->setPoints(twipsToPixels(kTextLeft), twipsToPixels(top), twipsToPixels(kLineRight),
                     twipsToPixels(top));
     line->setBorderColor(parent->palette().color(QPalette::Mid));
@@ -99,18 +97,9 @@ LineShape* makeLine(QWidget* parent, const char* name, int top)
 
 Picture* makePicture(QWidget* parent, const char* name, PictureImage image, int top)
 {
-    auto* picture = new Picture(image, parent);
-    picture->setObjectName(QLatin1String(name));
+    auto* picture = makeChild<Picture>(parent, name, QRect(), image);
     picture->move(twipsToPixels(kLeft), twipsToPixels(top));
     return picture;
-}
-
-CheckBox* makeCheck(QWidget* parent, const char* name, const QString& caption, QRect place)
-{
-    auto* box = new CheckBox(caption, parent);
-    box->setObjectName(QLatin1String(name));
-    box->setGeometry(place);
-    return box;
 }
 
 }  // namespace
@@ -131,12 +120,14 @@ ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
         this, "lblContentsInfo",
         QStringLiteral("Choose which items you would like to include in your submittal."),
         twipsRect(kTextLeft, kContentsTop + 390, kInfoWidth, 240));
-    chkCoverLetter = makeCheck(this, "chkCoverLetter", QStringLiteral("Cover Letter"),
-                               twipsRect(kControlLeft, kContentsTop + 720, 1560, 255));
-    chkBOM = makeCheck(this, "chkBOM", QStringLiteral("Bill of Materials"),
-                       twipsRect(2520, kContentsTop + 720, 1920, 255));
-    chkLabels = makeCheck(this, "chkLabels", QStringLiteral("Labels"),
-                          twipsRect(4560, kContentsTop + 720, 1200, 255));
+    chkCoverLetter = makeChild<CheckBox>(this, "chkCoverLetter",
+                                         twipsRect(kControlLeft, kContentsTop + 720, 1560, 255),
+                                         QStringLiteral("Cover Letter"));
+    chkBOM = makeChild<CheckBox>(this, "chkBOM", twipsRect(2520, kContentsTop + 720, 1920, 255),
+                                 QStringLiteral("Bill of Materials"));
+    chkLabels = makeChild<CheckBox>(this, "chkLabels",
+                                    twipsRect(4560, kContentsTop + 720, 1200, 255),
+                                    QStringLiteral("Labels"));
 
     Image2 = makePicture(this, "Image2", PictureImage::Purpose, kPurposeTop);
     lblSubmittalPurpose =

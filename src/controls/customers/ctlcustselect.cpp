@@ -8,6 +8,7 @@
 #include "contracts/customersearchresult.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/messageboxes.h"
 #include "frame/objectref.h"
 #include "frame/propertybag.h"
@@ -15,6 +16,7 @@
 #include "frame/units.h"
 #include "contracts/runtime.h"
 #include "platform/keyedlistview.h"
+#include "platform/listupdate.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -38,15 +40,12 @@ constexpr int kListTopAlone = 10;
 // Space between the list and the bottom row, and below the bottom row.
 constexpr int kMargin = 10;
 
-Procedure traced(const char* name)
-{
-    return Procedure::traced(kModule, QLatin1String(name));
-}
+const TracedIn traced(kModule);
 
 // A width or height below zero is refused, as the platform's widgets refuse it.
 [[noreturn]] void invalidPropertyValue()
 {
-    throw Failure(380, QStringLiteral("ZebSubCtl"), QStringLiteral("Invalid property value"));
+    throw Failure::invalidPropertyValue();
 }
 
 void setWidth(QWidget* widget, int width)
@@ -73,41 +72,11 @@ void setTop(QWidget* widget, int top)
     widget->move(widget->x(), top);
 }
 
-// Ends a batch of list changes also when a step of the fill fails: what was added stays.
-class ListUpdate {
-public:
-    explicit ListUpdate(KeyedListView* list) : m_list(list) { m_list->beginUpdate(); }
-    ~ListUpdate() { m_list->endUpdate(); }
-    ListUpdate(const ListUpdate&) = delete;
-    ListUpdate& operator=(const ListUpdate&) = delete;
-
-private:
-    KeyedListView* m_list;
-};
-
 QPushButton* makeButton(QWidget* parent, const char* name, const QString& caption, QRect place)
 {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(QLatin1String(name));
-    button->setGeometry(place);
+    auto* button = makeChild<QPushButton>(parent, name, place, caption);
     button->setAutoDefault(false);
     return button;
-}
-
-QLabel* makeHeading(QWidget* parent, const char* name, const QString& caption, QRect place)
-{
-    auto* label = new QLabel(caption, parent);
-    label->setObjectName(QLatin1String(name));
-    label->setGeometry(place);
-    return label;
-}
-
-QLineEdit* makeTextBox(QWidget* parent, const char* name, QRect place)
-{
-    auto* box = new QLineEdit(parent);
-    box->setObjectName(QLatin1String(name));
-    box->setGeometry(place);
-    return box;
 }
 
 // One row in the form every row has: key and text, the text again as tool tip, the check from
@@ -135,17 +104,17 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
     setAccessibleDescription(
         QStringLiteral("The customers that receive the submittal, with a search to find more"));
 
-    lblCustomerNameHeading = makeHeading(this, "lblCustomerNameHeading",
-                                         QStringLiteral("Name/Keyword"),
-                                         twipsRect(150, 150, 3000, 240));
-    txtNameKeyword = makeTextBox(this, "txtNameKeyword", twipsRect(150, 405, 3000, 315));
+    lblCustomerNameHeading = makeChild<QLabel>(this, "lblCustomerNameHeading",
+                                               twipsRect(150, 150, 3000, 240),
+                                               QStringLiteral("Name/Keyword"));
+    txtNameKeyword = makeChild<QLineEdit>(this, "txtNameKeyword", twipsRect(150, 405, 3000, 315));
     txtNameKeyword->setAccessibleName(QStringLiteral("Name or keyword"));
     txtNameKeyword->setAccessibleDescription(
         QStringLiteral("Part of the customer's name to search for"));
-    lblCustomerAcctNumHeading = makeHeading(this, "lblCustomerAcctNumHeading",
-                                            QStringLiteral("Account Number"),
-                                            twipsRect(3300, 150, 1800, 240));
-    txtAcctNum = makeTextBox(this, "txtAcctNum", twipsRect(3300, 405, 1800, 315));
+    lblCustomerAcctNumHeading = makeChild<QLabel>(this, "lblCustomerAcctNumHeading",
+                                                  twipsRect(3300, 150, 1800, 240),
+                                                  QStringLiteral("Account Number"));
+    txtAcctNum = makeChild<QLineEdit>(this, "txtAcctNum", twipsRect(3300, 405, 1800, 315));
     txtAcctNum->setAccessibleName(QStringLiteral("Account number"));
     txtAcctNum->setAccessibleDescription(
         QStringLiteral("The customer's whole account number to search for"));

@@ -4,6 +4,7 @@
 #include "contracts/labels.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/objectref.h"
 #include "frame/reportmessage.h"
 #include "frame/units.h"
@@ -71,21 +72,11 @@ void putByName(QObject& object, const char* name, const QVariant& value)
                                   QStringLiteral("ZebSubCtl"), QStringLiteral("Type mismatch"));
 }
 
-QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place)
-{
-    auto* label = new QLabel(caption, parent);
-    label->setObjectName(QLatin1String(name));
-    label->setGeometry(place);
-    return label;
-}
-
 QPushButton* makeButton(QWidget* parent, const char* name, const QString& caption,
                         const QString& toolTip, QRect place)
 {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(QLatin1String(name));
+    auto* button = makeChild<QPushButton>(parent, name, place, caption);
     button->setToolTip(toolTip);
-    button->setGeometry(place);
     // The arrows say nothing to a screen reader; the tip does.
     button->setAccessibleName(toolTip);
     return button;
@@ -125,9 +116,7 @@ void fitWholeRows(KeyedListView* list)
 
 KeyedListView* makeList(QWidget* parent, const char* name, QRect place)
 {
-    auto* list = new KeyedListView(parent);
-    list->setObjectName(QLatin1String(name));
-    list->setGeometry(place);
+    auto* list = makeChild<KeyedListView>(parent, name, place);
     list->addColumn(QString(), QStringLiteral("Fields"));
     // The column's margin leaves room for the vertical bar; the few pixels it may still
     // reach under that bar are no reason for a horizontal one.
@@ -146,9 +135,8 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
     Image2->setAccessibleName(QStringLiteral("Label sheet"));
     Image2->setAccessibleDescription(QStringLiteral("Picture of a sheet of mailing labels"));
 
-    lblIncludeOnLabel =
-        makeLabel(this, "lblIncludeOnLabel", QStringLiteral("Include On Label"),
-                  twipsRect(720, 225, 3000, 255));
+    lblIncludeOnLabel = makeChild<QLabel>(this, "lblIncludeOnLabel", twipsRect(720, 225, 3000, 255),
+                                          QStringLiteral("Include On Label"));
     QFont heading = lblIncludeOnLabel->font();
     heading.setBold(true);
     lblIncludeOnLabel->setFont(heading);
@@ -158,8 +146,9 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
     lineInclude->setPoints(twipsToPixels(720), twipsToPixels(540), twipsToPixels(9255),
                            twipsToPixels(540));
 
-    lblAvailableFields = makeLabel(this, "lblAvailableFields", QStringLiteral("Available Fields:"),
-                                   twipsRect(2040, 1125, 2700, 210));
+    lblAvailableFields = makeChild<QLabel>(this, "lblAvailableFields",
+                                           twipsRect(2040, 1125, 2700, 210),
+                                           QStringLiteral("Available Fields:"));
     lsvAvailableItems = makeList(this, "lsvAvailableItems", twipsRect(2040, 1350, 3000, 1350));
     lsvAvailableItems->setAccessibleName(QStringLiteral("Available fields"));
     lsvAvailableItems->setAccessibleDescription(QStringLiteral(
@@ -175,9 +164,9 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
     cmdRemove->setAccessibleDescription(
         QStringLiteral("Takes the selected field off the label"));
 
-    lblIssueToLisHeading = makeLabel(this, "lblIssueToLisHeading",
-                                     QStringLiteral("Selected Fields:"),
-                                     twipsRect(5640, 1125, 2700, 210));
+    lblIssueToLisHeading = makeChild<QLabel>(this, "lblIssueToLisHeading",
+                                             twipsRect(5640, 1125, 2700, 210),
+                                             QStringLiteral("Selected Fields:"));
     lsvSelectedItems = makeList(this, "lsvSelectedItems", twipsRect(5640, 1350, 3000, 1350));
     // Each list is labelled by the heading over it.
     lblAvailableFields->setBuddy(lsvAvailableItems);
@@ -187,8 +176,8 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
         "Fields on the label, in print order from the top. Press Enter or double-click to take "
         "the selected field off the label."));
 
-    lblIncludeInfo =
-        makeLabel(this, "lblIncludeInfo", kInstructions, twipsRect(2040, 2880, 5850, 900));
+    lblIncludeInfo = makeChild<QLabel>(this, "lblIncludeInfo", twipsRect(2040, 2880, 5850, 900),
+                                       kInstructions);
     lblIncludeInfo->setWordWrap(true);
     lblIncludeInfo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 

@@ -4,6 +4,7 @@
 #include "contracts/lineitem.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/objectref.h"
 #include "frame/units.h"
 #include "platform/checkbox.h"
@@ -37,14 +38,6 @@ QPixmap commentPicture()
     return picture;
 }
 
-PaintedLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place)
-{
-    auto* label = new PaintedLabel(caption, parent);
-    label->setObjectName(QLatin1String(name));
-    label->setGeometry(place);
-    return label;
-}
-
 }  // namespace
 
 ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
@@ -56,22 +49,24 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
         QStringLiteral("One line of the submittal: its number, quantity, type, brand, catalog "
                        "number, group and description, with a box to select it"));
 
-    lblNumber = makeLabel(this, "lblNumber", QStringLiteral("0"), twipsRect(30, 60, 375, 240));
+    lblNumber = makeChild<PaintedLabel>(this, "lblNumber", twipsRect(30, 60, 375, 240),
+                                        QStringLiteral("0"));
     imgComment = new ImageBox(this);
     imgComment->setObjectName(QStringLiteral("imgComment"));
     imgComment->setGeometry(twipsRect(660, 60, 240, 240));
     imgComment->setPicture(commentPicture());
     imgComment->setAccessibleName(QStringLiteral("Comment"));
     imgComment->setAccessibleDescription(QStringLiteral("Shown when the line has a comment"));
-    lblQuantity =
-        makeLabel(this, "lblQuantity", QStringLiteral("Qty"), twipsRect(975, 60, 675, 240));
-    lblType = makeLabel(this, "lblType", QStringLiteral("Type"), twipsRect(1665, 60, 780, 240));
-    lblBrand =
-        makeLabel(this, "lblBrand", QStringLiteral("Brand"), twipsRect(2460, 60, 1425, 240));
-    lblCatNum = makeLabel(this, "lblCatNum", QStringLiteral("Catalog Number"),
-                          twipsRect(3900, 60, 4050, 240));
-    lblGroup =
-        makeLabel(this, "lblGroup", QStringLiteral("Group"), twipsRect(7965, 60, 840, 240));
+    lblQuantity = makeChild<PaintedLabel>(this, "lblQuantity", twipsRect(975, 60, 675, 240),
+                                          QStringLiteral("Qty"));
+    lblType = makeChild<PaintedLabel>(this, "lblType", twipsRect(1665, 60, 780, 240),
+                                      QStringLiteral("Type"));
+    lblBrand = makeChild<PaintedLabel>(this, "lblBrand", twipsRect(2460, 60, 1425, 240),
+                                       QStringLiteral("Brand"));
+    lblCatNum = makeChild<PaintedLabel>(this, "lblCatNum", twipsRect(3900, 60, 4050, 240),
+                                        QStringLiteral("Catalog Number"));
+    lblGroup = makeChild<PaintedLabel>(this, "lblGroup", twipsRect(7965, 60, 840, 240),
+                                       QStringLiteral("Group"));
 
     chkSelect = new CheckBox(this);
     chkSelect->setObjectName(QStringLiteral("chkSelect"));
@@ -79,11 +74,12 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
     chkSelect->setAccessibleName(QStringLiteral("Select line"));
     chkSelect->setAccessibleDescription(
         QStringLiteral("Ticked when this line is selected for the submittal"));
-    lblMTO = makeLabel(this, "lblMTO", QStringLiteral("MTO"), twipsRect(330, 330, 630, 240));
-    lblDescHeading = makeLabel(this, "lblDescHeading", QStringLiteral("Desc:"),
-                               twipsRect(1650, 330, 780, 240));
-    lblDescription =
-        makeLabel(this, "lblDescription", QString(), twipsRect(2490, 330, 5445, 240));
+    lblMTO = makeChild<PaintedLabel>(this, "lblMTO", twipsRect(330, 330, 630, 240),
+                                     QStringLiteral("MTO"));
+    lblDescHeading = makeChild<PaintedLabel>(this, "lblDescHeading", twipsRect(1650, 330, 780, 240),
+                                             QStringLiteral("Desc:"));
+    lblDescription = makeChild<PaintedLabel>(this, "lblDescription",
+                                             twipsRect(2490, 330, 5445, 240), QString());
 
     auto* line = new LineShape(this);
     line->setObjectName(QStringLiteral("Line1"));

@@ -6,6 +6,7 @@
 #include "frame/controlregistry.h"
 #include "frame/designfont.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/objectref.h"
 #include "frame/reportmessage.h"
 #include "frame/units.h"
@@ -32,8 +33,7 @@ constexpr int kHeadingAndMargin = 27;
 
 [[noreturn]] void invalidValue()
 {
-    throw ZebObjects::Failure(380, QStringLiteral("ZebSubCtl"),
-                              QStringLiteral("Invalid property value"));
+    throw ZebObjects::Failure::invalidPropertyValue();
 }
 
 [[noreturn]] void overflow()
@@ -71,14 +71,6 @@ ctlSubLines& listOf(const QPointer<ctlSubLines>& list)
     return *list;
 }
 
-PaintedLabel* makeHeading(QWidget* parent, const char* name, const QString& caption, QRect place)
-{
-    auto* label = new PaintedLabel(caption, parent);
-    label->setObjectName(QLatin1String(name));
-    label->setGeometry(place);
-    return label;
-}
-
 }  // namespace
 
 QFont ctlSubLineDsp::headingFont(const QFont& base)
@@ -108,17 +100,17 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     ControlHeading->setBackgroundRole(QPalette::Button);
     ControlHeading->setFont(headingFont(font()));
     ControlHeading->setAccessibleName(QStringLiteral("Column heading"));
-    lblQty = makeHeading(ControlHeading, "lblQty", QStringLiteral("QTY"),
-                         twipsRect(1025, 38, 435, 225));
+    lblQty = makeChild<PaintedLabel>(ControlHeading, "lblQty", twipsRect(1025, 38, 435, 225),
+                                     QStringLiteral("QTY"));
     lblQty->setAccessibleName(QStringLiteral("Quantity"));
-    lblType = makeHeading(ControlHeading, "lblType", QStringLiteral("Type"),
-                          twipsRect(1700, 38, 780, 225));
-    lblBrand = makeHeading(ControlHeading, "lblBrand", QStringLiteral("Brand"),
-                           twipsRect(2450, 38, 1425, 225));
-    lblCatNum = makeHeading(ControlHeading, "lblCatNum", QStringLiteral("Catalog Number"),
-                            twipsRect(3840, 38, 3690, 225));
-    lblGroup = makeHeading(ControlHeading, "lblGroup", QStringLiteral("Group"),
-                           twipsRect(7980, 38, 705, 225));
+    lblType = makeChild<PaintedLabel>(ControlHeading, "lblType", twipsRect(1700, 38, 780, 225),
+                                      QStringLiteral("Type"));
+    lblBrand = makeChild<PaintedLabel>(ControlHeading, "lblBrand", twipsRect(2450, 38, 1425, 225),
+                                       QStringLiteral("Brand"));
+    lblCatNum = makeChild<PaintedLabel>(ControlHeading, "lblCatNum", twipsRect(3840, 38, 3690, 225),
+                                        QStringLiteral("Catalog Number"));
+    lblGroup = makeChild<PaintedLabel>(ControlHeading, "lblGroup", twipsRect(7980, 38, 705, 225),
+                                       QStringLiteral("Group"));
 
     DisplayWindow = new QWidget(this);
     DisplayWindow->setObjectName(QStringLiteral("DisplayWindow"));

@@ -118,9 +118,7 @@ void ctlSubLines::moveTabStop(ctlSubLine* row)
 ctlSubLine* ctlSubLines::row(qint16 index) const
 {
     if (index < 1 || std::size_t(index) > m_rows.size() || !m_rows[std::size_t(index) - 1])
-        throw ZebObjects::Failure(340, QStringLiteral("ZebSubCtl"),
-                                  QStringLiteral("Control array element '%1' doesn't exist")
-                                      .arg(index));
+        throw ZebObjects::Failure::controlArrayElementMissing(index);
     return m_rows[std::size_t(index) - 1];
 }
 

@@ -5,6 +5,7 @@
 #include "controls/textselect/frmedittext.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/messageboxes.h"
 #include "frame/objectref.h"
 #include "frame/propertybag.h"
@@ -13,6 +14,7 @@
 #include "contracts/runtime.h"
 #include "platform/checkbox.h"
 #include "platform/keyedlistview.h"
+#include "platform/listupdate.h"
 #include "platform/lineshape.h"
 #include "platform/multilinetextbox.h"
 #include "platform/tooltipregistry.h"
@@ -39,10 +41,7 @@ const QString kReformatted = QStringLiteral(
 constexpr int kToolTipDelay = 750;
 constexpr int kToolTipDisplayTime = 2147483647;
 
-Procedure traced(const char* name)
-{
-    return Procedure::traced(kModule, QLatin1String(name));
-}
+const TracedIn traced(kModule);
 
 // The tool-tip object; without one the tips fail like any empty reference.
 ToolTipRegistry& tipsOf(ToolTipRegistry* registry)
@@ -71,26 +70,6 @@ public:
     Hourglass& operator=(const Hourglass&) = delete;
 };
 
-// Ends a batch of list changes also when a step of the fill fails: what was added stays.
-class ListUpdate {
-public:
-    explicit ListUpdate(KeyedListView* list) : m_list(list) { m_list->beginUpdate(); }
-    ~ListUpdate() { m_list->endUpdate(); }
-    ListUpdate(const ListUpdate&) = delete;
-    ListUpdate& operator=(const ListUpdate&) = delete;
-
-private:
-    KeyedListView* m_list;
-};
-
-QPushButton* makeButton(QWidget* parent, const char* name, const QString& caption, QRect place)
-{
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(QLatin1String(name));
-    button->setGeometry(place);
-    return button;
-}
-
 }  // namespace
 
 ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
@@ -109,9 +88,10 @@ ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
     chkIsSelected->setObjectName(QStringLiteral("chkIsSelected"));
     chkIsSelected->setGeometry(twipsRect(4875, 75, 975, 225));
 
-    cmdAdd = makeButton(this, "cmdAdd", QStringLiteral("&Add"), twipsRect(4875, 375, 1050, 375));
-    cmdCancel =
-        makeButton(this, "cmdCancel", QStringLiteral("&Cancel"), twipsRect(4875, 900, 1050, 375));
+    cmdAdd = makeChild<QPushButton>(this, "cmdAdd", twipsRect(4875, 375, 1050, 375),
+                                    QStringLiteral("&Add"));
+    cmdCancel = makeChild<QPushButton>(this, "cmdCancel", twipsRect(4875, 900, 1050, 375),
+                                       QStringLiteral("&Cancel"));
 
     Line1 = new LineShape(this);
     Line1->setObjectName(QStringLiteral("Line1"));
@@ -127,12 +107,12 @@ ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
     ListView->setAccessibleDescription(
         QStringLiteral("The paragraphs or remarks to choose from; a ticked text is used."));
 
-    cmdMoveUp = makeButton(this, "cmdMoveUp", QStringLiteral("Move &Up"),
-                           twipsRect(2250, 4830, 1200, 375));
-    cmdMoveDown = makeButton(this, "cmdMoveDown", QStringLiteral("Move &Down"),
-                             twipsRect(3450, 4830, 1200, 375));
-    cmdSave = makeButton(this, "cmdSave", QStringLiteral("Save Changes"),
-                         twipsRect(4875, 4830, 1200, 375));
+    cmdMoveUp = makeChild<QPushButton>(this, "cmdMoveUp", twipsRect(2250, 4830, 1200, 375),
+                                       QStringLiteral("Move &Up"));
+    cmdMoveDown = makeChild<QPushButton>(this, "cmdMoveDown", twipsRect(3450, 4830, 1200, 375),
+                                         QStringLiteral("Move &Down"));
+    cmdSave = makeChild<QPushButton>(this, "cmdSave", twipsRect(4875, 4830, 1200, 375),
+                                     QStringLiteral("Save Changes"));
 
     mnu_RightClick = new QMenu(this);
     mnu_RightClick->setObjectName(QStringLiteral("mnu_RightClick"));

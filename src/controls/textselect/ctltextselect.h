@@ -77,7 +77,7 @@ public:
     void setAllowReorder(bool allow);
     /// Lets Save Changes follow the collection's unsaved order.
     bool AllowSave() const;
-    /// Sets AllowSave and marks it for saving.
+    /// Sets AllowSave; it takes effect at the collection's next event and is not marked for saving.
     void setAllowSave(bool allow);
     /// The bound collection, or none.
     std::shared_ptr<ZebObjects::TextObjects> TextObjects() const;
