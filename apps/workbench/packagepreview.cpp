@@ -1,8 +1,10 @@
 #include "packagepreview.h"
 
+#include "package/pdffinish.h"
 #include "platform/accessiblenames.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <QBuffer>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -13,13 +15,13 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPainter>
-#include <QPdfBookmarkModel>
 #include <QPdfDocument>
 #include <QPdfPageNavigator>
 #include <QPdfView>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QSplitter>
+#include <QStandardItemModel>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTreeView>
@@ -96,8 +98,22 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
         item->setData(Qt::AccessibleTextRole, QStringLiteral("Page %1").arg(page + 1));
     }
 
-    m_bookmarks = new QPdfBookmarkModel(this);
-    m_bookmarks->setDocument(m_document);
+    // The outline as the file holds it, read with the library that wrote it.
+    m_bookmarks = new QStandardItemModel(this);
+    QList<QStandardItem*> parents{m_bookmarks->invisibleRootItem()};
+    try {
+        for (const auto& mark : ZebPackage::PdfFinish::outline(m_pdf)) {
+            auto* item = new QStandardItem(mark.title);
+            item->setEditable(false);
+            item->setData(mark.page, Qt::UserRole);
+            const qsizetype level = std::clamp<qsizetype>(mark.level, 0, parents.size() - 1);
+            parents.resize(level + 1);
+            parents.back()->appendRow(item);
+            parents.append(item);
+        }
+    } catch (const std::exception&) {
+        // A file without a readable outline shows its pages all the same.
+    }
     m_outline = new QTreeView(this);
     m_outline->setObjectName(QStringLiteral("tvwOutline"));
     m_outline->setAccessibleName(QStringLiteral("Outline"));
@@ -160,10 +176,10 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
             showPage(m_thumbnails->item(row)->data(Qt::UserRole).toInt());
     });
     connect(m_outline, &QTreeView::activated, this, [this](const QModelIndex& index) {
-        showPage(index.data(int(QPdfBookmarkModel::Role::Page)).toInt());
+        showPage(index.data(Qt::UserRole).toInt());
     });
     connect(m_outline, &QTreeView::clicked, this, [this](const QModelIndex& index) {
-        showPage(index.data(int(QPdfBookmarkModel::Role::Page)).toInt());
+        showPage(index.data(Qt::UserRole).toInt());
     });
     applyZoom(0);
     resize(960, 720);
@@ -172,9 +188,8 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
 
 PackagePreview::~PackagePreview()
 {
-    // The view and the model let go of the document before it closes its buffer.
+    // The view lets go of the document before it closes its buffer.
     m_view->setDocument(nullptr);
-    m_bookmarks->setDocument(nullptr);
     m_document->close();
 }
 

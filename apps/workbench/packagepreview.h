@@ -8,7 +8,7 @@
 class QBuffer;
 class QComboBox;
 class QListWidget;
-class QPdfBookmarkModel;
+class QStandardItemModel;
 class QPdfDocument;
 class QPdfView;
 class QTreeView;
@@ -46,7 +46,7 @@ private:
     Hooks m_hooks;
     QBuffer* m_buffer = nullptr;
     QPdfDocument* m_document = nullptr;
-    QPdfBookmarkModel* m_bookmarks = nullptr;
+    QStandardItemModel* m_bookmarks = nullptr;
     QPdfView* m_view = nullptr;
     QListWidget* m_thumbnails = nullptr;
     QTreeView* m_outline = nullptr;

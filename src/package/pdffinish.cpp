@@ -8,10 +8,13 @@
 #include <qpdf/Buffer.hh>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
+#include <qpdf/QPDFOutlineDocumentHelper.hh>
 #include <qpdf/QPDFPageDocumentHelper.hh>
 #include <qpdf/QPDFPageObjectHelper.hh>
 #include <qpdf/QPDFWriter.hh>
 
+#include <functional>
+#include <map>
 #include <stdexcept>
 #include <vector>
 
@@ -146,6 +149,30 @@ QByteArray PdfFinish::finish(const QByteArray& pdf, const Info& info, const Navi
     writer.write();
     const std::shared_ptr<Buffer> out = writer.getBufferSharedPointer();
     return QByteArray(reinterpret_cast<const char*>(out->getBuffer()), qsizetype(out->getSize()));
+}
+
+QList<PdfFinish::Bookmark> PdfFinish::outline(const QByteArray& pdf)
+{
+    QPDF doc;
+    doc.setSuppressWarnings(true);
+    doc.processMemoryFile("package.pdf", pdf.constData(), std::size_t(pdf.size()));
+    std::map<QPDFObjGen, qint32> pageOf;
+    qint32 index = 0;
+    for (QPDFPageObjectHelper& page : QPDFPageDocumentHelper(doc).getAllPages())
+        pageOf[page.getObjectHandle().getObjGen()] = index++;
+    QList<Bookmark> out;
+    QPDFOutlineDocumentHelper outlines(doc);
+    const std::function<void(std::vector<QPDFOutlineObjectHelper>, qint32)> walk =
+        [&](std::vector<QPDFOutlineObjectHelper> items, qint32 level) {
+            for (QPDFOutlineObjectHelper& item : items) {
+                QPDFObjectHandle page = item.getDestPage();
+                const auto at = page.isDictionary() ? pageOf.find(page.getObjGen()) : pageOf.end();
+                out.append({QString::fromStdString(item.getTitle()), at == pageOf.end() ? -1 : at->second, level});
+                walk(item.getKids(), level + 1);
+            }
+        };
+    walk(outlines.getTopLevelOutlines(), 0);
+    return out;
 }
 
 }  // namespace ZebPackage

@@ -53,6 +53,10 @@ public:
     static QByteArray finish(const QByteArray& pdf, const Info& info, const Navigation& navigation,
                              const QList<Sheet>& sheets = {});
 
+    // The bookmarks of a finished file, depth first, each with its level and the page it opens
+    // (-1 when it opens none). Fails with std::exception when pdf is no PDF qpdf can read.
+    static QList<Bookmark> outline(const QByteArray& pdf);
+
     // The strip at the foot of a sheet's page that holds the stamp, in PDF points.
     static constexpr qreal StampStrip = 14.0;
 };

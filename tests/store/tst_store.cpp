@@ -218,6 +218,8 @@ private slots:
             // Back to version 2: the tables as they stood, the rows kept.
             RawConnection raw(path(dir));
             const char* const back[] = {
+                "DROP TABLE cut_sheet_attachments",
+                "DROP TABLE cut_sheets",
                 "ALTER TABLE jobs DROP COLUMN site_address",
                 "ALTER TABLE jobs DROP COLUMN architect",
                 "ALTER TABLE jobs DROP COLUMN engineer",

@@ -23,7 +23,6 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPainter>
-#include <QPdfBookmarkModel>
 #include <QPdfDocument>
 #include <QPdfView>
 #include <QPdfWriter>
