@@ -14,6 +14,7 @@
 #include "packageissuer.h"
 #include "store/store.h"
 #include "store/storejob.h"
+#include "store/storelineitems.h"
 #include "storepackagesource.h"
 
 #include <QGuiApplication>

@@ -84,19 +84,10 @@ HistoryPage::HistoryPage(std::shared_ptr<ZebObjects::Store> store, std::shared_p
         showSelected();
         updateButtons();
     });
+    m_split = split;
     m_document = new QPdfDocument(this);
-    m_preview = new QPdfView(split);
-    m_preview->setObjectName(QStringLiteral("pdfRevisionPreview"));
-    m_preview->setAccessibleName(QStringLiteral("Preview of the selected revision as it was sent"));
-    m_preview->setDocument(m_document);
-    m_preview->setPageMode(QPdfView::PageMode::MultiPage);
-    m_preview->setZoomMode(QPdfView::ZoomMode::FitToWidth);
-    m_preview->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview up and down"));
-    m_preview->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview sideways"));
     m_list->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the revisions up and down"));
     m_list->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll the revisions sideways"));
-    split->setStretchFactor(0, 1);
-    split->setStretchFactor(1, 2);
     layout->addWidget(split, 1);
 
     auto* buttons = new QHBoxLayout;
@@ -203,6 +194,19 @@ void HistoryPage::showSelected()
     const qint32 number = selectedRevision();
     if (number < 0)
         return;
+    if (!m_preview) {
+        // Made with the first revision to show: a job that has issued nothing needs no viewer.
+        m_preview = new QPdfView(m_split);
+        m_preview->setObjectName(QStringLiteral("pdfRevisionPreview"));
+        m_preview->setAccessibleName(QStringLiteral("Preview of the selected revision as it was sent"));
+        m_preview->setDocument(m_document);
+        m_preview->setPageMode(QPdfView::PageMode::MultiPage);
+        m_preview->setZoomMode(QPdfView::ZoomMode::FitToWidth);
+        m_preview->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview up and down"));
+        m_preview->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview sideways"));
+        m_split->setStretchFactor(0, 1);
+        m_split->setStretchFactor(1, 2);
+    }
     try {
         m_previewBytes = std::make_unique<QBuffer>();
         m_previewBytes->setData(m_job->history()->pdf(number));
@@ -278,6 +282,19 @@ void HistoryPage::recordReview()
     const qint32 number = selectedRevision();
     if (number < 0)
         return;
+    if (!m_preview) {
+        // Made with the first revision to show: a job that has issued nothing needs no viewer.
+        m_preview = new QPdfView(m_split);
+        m_preview->setObjectName(QStringLiteral("pdfRevisionPreview"));
+        m_preview->setAccessibleName(QStringLiteral("Preview of the selected revision as it was sent"));
+        m_preview->setDocument(m_document);
+        m_preview->setPageMode(QPdfView::PageMode::MultiPage);
+        m_preview->setZoomMode(QPdfView::ZoomMode::FitToWidth);
+        m_preview->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview up and down"));
+        m_preview->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview sideways"));
+        m_split->setStretchFactor(0, 1);
+        m_split->setStretchFactor(1, 2);
+    }
     try {
         const auto history = m_job->history();
         ReviewDialog dialog(history->revision(number), history->lines(number), this);

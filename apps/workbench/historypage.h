@@ -12,6 +12,7 @@ class QLabel;
 class QPdfDocument;
 class QPdfView;
 class QPushButton;
+class QSplitter;
 class QTreeWidget;
 namespace ZebObjects {
 class Store;
@@ -78,6 +79,7 @@ private:
     QPushButton* m_open = nullptr;
     QPushButton* m_export = nullptr;
     QPushButton* m_exportLog = nullptr;
+    QSplitter* m_split = nullptr;
     QPdfDocument* m_document = nullptr;
     QPdfView* m_preview = nullptr;
     std::unique_ptr<QBuffer> m_previewBytes;

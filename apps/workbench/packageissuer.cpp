@@ -7,7 +7,6 @@
 
 #include <QFile>
 #include <QSaveFile>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -67,35 +66,30 @@ ZebPackage::RevisionMarks PackageIssuer::marksFor(qint32 number) const
 
 bool PackageIssuer::issue(const QString& path)
 {
-    QTemporaryDir scratch;
-    if (!scratch.isValid())
-        cannotWrite(path, scratch.errorString());
-    const QString drawn = scratch.filePath(QStringLiteral("package.pdf"));
+    // The package is written where the user asked, then recorded with its bytes; a record that
+    // fails takes the file away again, so a file there is always a revision of the office.
     const auto history = m_job->history();
-    bool delivered = false;
+    bool written = false;
     try {
-        m_issued = history->issue(
-            [&](qint32 number) {
-                ZebPackage::PackageGenerator generator;
-                generator.setRevision(marksFor(number));
-                generator.setProgress(m_progress);
-                if (!generator.Generate(StorePackageSource(*m_store, m_job), drawn))
-                    throw Cancelled{};
-                QFile file(drawn);
-                if (!file.open(QIODevice::ReadOnly))
-                    cannotWrite(path, file.errorString());
-                return file.readAll();
-            },
-            QDateTime::currentDateTimeUtc(),
-            [&](const ZebObjects::IssuedRevision&, const QByteArray& pdf) {
-                writeWhole(path, pdf);
-                delivered = true;
-            });
+        m_issued = history->issue([&](qint32 number) {
+            ZebPackage::PackageGenerator generator;
+            generator.setRevision(marksFor(number));
+            generator.setProgress(m_progress);
+            if (!generator.Generate(StorePackageSource(*m_store, m_job), path))
+                throw Cancelled{};
+            written = true;
+            QFile file(path);
+            if (!file.open(QIODevice::ReadOnly))
+                cannotWrite(path, file.errorString());
+            return file.readAll();
+        });
     } catch (const Cancelled&) {
+        // A package made for a number taken meanwhile was written before the cancel.
+        if (written)
+            QFile::remove(path);
         return false;
     } catch (...) {
-        // The commit failed after the file was written: the file goes with the record.
-        if (delivered)
+        if (written)
             QFile::remove(path);
         throw;
     }

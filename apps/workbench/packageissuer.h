@@ -13,8 +13,8 @@ class StoreJob;
 }  // namespace ZebObjects
 
 // Issues a job's package: makes it as an export does, marked as the revision it becomes, and
-// records it in the office's store in the same transaction that writes the file. The file is
-// written only when the record is; a record that fails leaves no file behind.
+// records it with its bytes in the office's store in one transaction. A record that fails
+// leaves no file behind.
 class PackageIssuer {
 public:
     PackageIssuer(std::shared_ptr<ZebObjects::Store> store, std::shared_ptr<ZebObjects::StoreJob> job);

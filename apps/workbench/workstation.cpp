@@ -9,6 +9,8 @@
 #include "joblistdialog.h"
 #include "letterheaddialog.h"
 #include "officesettingsdialog.h"
+#include "package/packagegenerator.h"
+#include "platform/accessiblenames.h"
 #include "platform/dateedit.h"
 #include "store/store.h"
 #include "store/storejob.h"
@@ -28,6 +30,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
+#include <QScrollArea>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTabBar>
@@ -221,7 +224,17 @@ void Workstation::addHistoryPage()
     connect(m_historyPage, &QObject::destroyed, this, [this] { m_historyPage = nullptr; });
     // A resubmittal changes the job's purpose and ticks: every page shows them.
     connect(m_historyPage, &HistoryPage::jobChanged, this, [this] { refreshSoon(); });
-    tabs()->addTab(m_historyPage, QStringLiteral("History"));
+    // A page like the form's: not a stop of its own, scrolled when the window is small.
+    auto* scroll = new QScrollArea;
+    scroll->setObjectName(QStringLiteral("scrHistory"));
+    scroll->setAccessibleName(QStringLiteral("History page"));
+    scroll->setFocusPolicy(Qt::NoFocus);
+    ZebSubCtl::nameScrollBars(scroll);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidget(m_historyPage);
+    scroll->setWidgetResizable(true);
+    scroll->installEventFilter(this);
+    tabs()->addTab(scroll, QStringLiteral("History"));
 }
 
 void Workstation::keepCarbonCopyChoice()

@@ -11,6 +11,8 @@
 
 #include <csv.h>
 
+#include <algorithm>
+
 namespace ZebObjects {
 
 namespace {
@@ -303,8 +305,7 @@ QByteArray StoreHistory::settingsSnapshot() const
     return QJsonDocument(o).toJson(QJsonDocument::Compact);
 }
 
-IssuedRevision StoreHistory::issue(const PdfMaker& makePdf, const QDateTime& when,
-                                   const Deliver& deliver)
+IssuedRevision StoreHistory::issue(const PdfMaker& makePdf, const QDateTime& when)
 {
     qint32 number = nextRevision();
     // Each try makes the package outside the write lock, so other workstations wait only for
@@ -341,15 +342,25 @@ IssuedRevision StoreHistory::issue(const PdfMaker& makePdf, const QDateTime& whe
                     {m_job, number, when.toUTC().toString(Qt::ISODate), sub.value(0),
                      sub.value(1), recipients.join(QLatin1Char('\n')),
                      QString::fromUtf8(settingsSnapshot()), pdf, sha, qint64(pdf.size())});
-                for (const IssuedLine& l : currentLines())
+                // Many rows per statement: a large job's lines go in a few round trips.
+                const QList<IssuedLine> printed = currentLines();
+                constexpr qsizetype kRowsPerInsert = 50;
+                for (qsizetype from = 0; from < printed.size(); from += kRowsPerInsert) {
+                    const qsizetype rows = std::min(kRowsPerInsert, printed.size() - from);
+                    QStringList values;
+                    QVariantList args;
+                    for (qsizetype i = from; i < from + rows; ++i) {
+                        const IssuedLine& l = printed[i];
+                        values << QStringLiteral("(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+                        args << id << l.lineItemId << l.number << l.quantity << l.type << l.brand
+                             << l.catalogNumber << l.description << l.group << int(l.mto) << l.comment;
+                    }
                     db.run(QStringLiteral("INSERT INTO issued_lines (revision_id, line_item_id, "
                                           "number, quantity, type, brand, catalog_number, "
-                                          "description, group_code, mto, comment) VALUES (?, ?, "
-                                          "?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-                           {id, l.lineItemId, l.number, l.quantity, l.type, l.brand,
-                            l.catalogNumber, l.description, l.group, int(l.mto), l.comment});
-                if (deliver)
-                    deliver(revision(number), pdf);
+                                          "description, group_code, mto, comment) VALUES ")
+                               + values.join(QStringLiteral(", ")),
+                           args);
+                }
             });
         } catch (const NumberTaken& taken) {
             number = taken.next;

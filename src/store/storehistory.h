@@ -113,13 +113,9 @@ public:
     // Makes the package for a revision number and records it as issued, in one transaction with
     // the package's bytes. makePdf is called with the number the revision will get; when another
     // workstation took that number meanwhile it is called again with the next one. The earlier
-    // revisions that came back are closed. deliver, when given, runs last inside the transaction
-    // with the revision and its bytes (to write the file the user asked for); a failure there
-    // records nothing. Answers the revision recorded.
+    // revisions that came back are closed. Answers the revision recorded.
     using PdfMaker = std::function<QByteArray(qint32 revision)>;
-    using Deliver = std::function<void(const IssuedRevision& revision, const QByteArray& pdf)>;
-    IssuedRevision issue(const PdfMaker& makePdf, const QDateTime& when = QDateTime::currentDateTimeUtc(),
-                         const Deliver& deliver = {});
+    IssuedRevision issue(const PdfMaker& makePdf, const QDateTime& when = QDateTime::currentDateTimeUtc());
 
     // Records the review of a revision: the action and note of each line (by printed number;
     // a line not named keeps what it had), the date it came back and the reviewer's note. The

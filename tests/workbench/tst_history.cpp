@@ -132,6 +132,8 @@ void tst_History::init()
 
 void tst_History::cleanup()
 {
+    // The preview's viewer lets go of its scroller and render thread through the event loop.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ZebObjects::Runtime::setApplicationServices(nullptr);
     m_store.reset();
     m_scratch.reset();
