@@ -86,6 +86,8 @@ public:
     // Help > Keyboard Shortcuts: every command's keys, the menus' and the editor's.
     QList<QPair<QString, QString>> shortcuts() const;
     void showShortcuts();
+    // File > Issued By...: the office's salespeople offered under "Issued By".
+    void chooseIssuers();
     // File > Customer Directory...: the office's customers to add, edit, merge and import.
     void chooseDirectory();
 
@@ -110,6 +112,7 @@ protected:
 
 private:
     void addHostPages();
+    void addHostPage(QWidget* content, const QString& title, int at);
     void addHelpMenu();
     void lineItemsChanged();
     void updateDisplayNote();
@@ -130,4 +133,6 @@ private:
     SaveState m_saveState;
     bool m_refreshPending = false;
     int m_automaticRefreshes = 0;
+    // The Line Items page carries the note that it does not show every line.
+    bool m_linesNoted = false;
 };

@@ -297,12 +297,14 @@ def main():
         pages = [tabs.getChildAtIndex(i) for i in range(tabs.childCount)
                  if role_of(tabs.getChildAtIndex(i)) == "page tab"]
         print("pages: %s" % ", ".join(p.name for p in pages))
-        if len(pages) != 8:
-            problems.append("expected 8 pages, found %d" % len(pages))
+        # The form's eight pages, then the Line Items Editor and Recipients.
+        if len(pages) != 10:
+            problems.append("expected 10 pages, found %d" % len(pages))
 
         watch = FocusWatch()
         only = os.environ.get("ZEB_ATSPI_PAGES")
-        for page in pages:
+        # The form's pages; the workstation's own two are walked in-process by their tests.
+        for page in pages[:8]:
             if only and page.name not in only.split(","):
                 continue
             action = page.queryAction()

@@ -438,7 +438,8 @@ void tst_Workstation::startsOnTheSampleJobWithEveryPageInTheOrderOfWork()
                           QStringLiteral("Cover Letter Options"),
                           QStringLiteral("Cover Letter Paragraphs"),
                           QStringLiteral("Cover Letter Remarks"), QStringLiteral("Bill of Materials"),
-                          QStringLiteral("Labels"), QStringLiteral("Line Items")}));
+                          QStringLiteral("Labels"), QStringLiteral("Line Items"),
+                          QStringLiteral("Line Items Editor"), QStringLiteral("Recipients")}));
     // Bound to the open job's own objects.
     auto* lines = control<ZebSubCtl::UserControl>(*window, "ctlLineItems");
     QVERIFY(lines);
@@ -915,7 +916,9 @@ void tst_Workstation::unregisteredControlLeavesItsPageOut()
     options.remember = false;
     Workstation window(form, m_store, options);
     window.openJob(window.startingJob());
-    QCOMPARE(window.pageTitles(), QStringList{QStringLiteral("Bill of Materials")});
+    // The workstation's own pages follow the form's.
+    QCOMPARE(window.pageTitles(), (QStringList{QStringLiteral("Bill of Materials"), QStringLiteral("Line Items Editor"),
+                                               QStringLiteral("Recipients")}));
     QCOMPARE(window.problems(),
              QStringList{QStringLiteral("later: Cannot create control: no control is registered as "
                                         "\"ZebSubmittalControls.ctlNotYet\"")});
