@@ -22,6 +22,8 @@ DirectoryDialog::DirectoryDialog(std::shared_ptr<ZebObjects::Store> store, QWidg
 {
     setObjectName(QStringLiteral("dlgDirectory"));
     setWindowTitle(QStringLiteral("Customer Directory"));
+    setAccessibleName(windowTitle());
+    setAccessibleDescription(QStringLiteral("The office's customers to find, add, edit, merge and import"));
     m_find = new QLineEdit(this);
     m_find->setObjectName(QStringLiteral("txtFindCustomer"));
     m_find->setAccessibleName(QStringLiteral("Find a customer"));

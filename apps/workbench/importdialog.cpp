@@ -21,6 +21,8 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
 {
     setObjectName(QStringLiteral("dlgImport"));
     setWindowTitle(title);
+    setAccessibleName(title);
+    setAccessibleDescription(QStringLiteral("Which column each field is read from, and every row as it will be written"));
 
     auto* from = new QLabel(QStringLiteral("From %1 (%2, %3 rows under the header)")
                                 .arg(source, m_import.table().encoding)
@@ -106,15 +108,15 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
 
     auto* previewLabel = new QLabel(QStringLiteral("&Preview:"), this);
     previewLabel->setBuddy(m_view);
-    auto* problemsLabel = new QLabel(QStringLiteral("Pro&blems:"), this);
-    problemsLabel->setBuddy(m_problems);
+    m_problemsCaption = new QLabel(QStringLiteral("Pro&blems:"), this);
+    m_problemsCaption->setBuddy(m_problems);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(from);
     layout->addWidget(mapping);
     layout->addWidget(previewLabel);
     layout->addWidget(m_view, 1);
     layout->addWidget(m_summary);
-    layout->addWidget(problemsLabel);
+    layout->addWidget(m_problemsCaption);
     layout->addWidget(m_problems);
     layout->addLayout(buttons);
     resize(860, 560);
@@ -191,5 +193,6 @@ void ImportDialog::fill()
                                .arg(badRows.size())
                                .arg(rows.size()));
     m_problems->setVisible(!m_import.problems().isEmpty());
+    m_problemsCaption->setVisible(!m_import.problems().isEmpty());
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(fine);
 }

@@ -41,6 +41,7 @@ private:
     QTableView* m_view = nullptr;
     QListWidget* m_problems = nullptr;
     QLabel* m_summary = nullptr;
+    QLabel* m_problemsCaption = nullptr;
     QRadioButton* m_replace = nullptr;
     QRadioButton* m_append = nullptr;
     QDialogButtonBox* m_buttons = nullptr;

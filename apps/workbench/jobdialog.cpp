@@ -26,6 +26,8 @@ JobDialog::JobDialog(Purpose purpose, const ZebObjects::JobDetails& details,
 {
     setObjectName(QStringLiteral("dlgJob"));
     setWindowTitle(titleOf(purpose));
+    setAccessibleName(titleOf(purpose));
+    setAccessibleDescription(QStringLiteral("A job's number, name, site address, architect, engineer and contractor"));
 
     const auto edit = [this](const char* name, const QString& text, const QString& description,
                              int maxLength) {

@@ -307,6 +307,8 @@ LineItemEditor::LineItemEditor(std::shared_ptr<ZebObjects::StoreLineItems> lines
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
     m_table->horizontalHeader()->setSectionResizeMode(LineItemTableModel::Description, QHeaderView::Stretch);
     m_table->setWordWrap(false);
+    // Tab and Ctrl+Tab leave the table (the arrows move between cells), as on every other page.
+    m_table->setTabKeyNavigation(false);
     m_table->installEventFilter(this);
 
     m_note = new QLabel(this);

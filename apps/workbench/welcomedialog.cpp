@@ -11,6 +11,8 @@ WelcomeDialog::WelcomeDialog(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("dlgWelcome"));
     setWindowTitle(QStringLiteral("Welcome"));
+    setAccessibleName(windowTitle());
+    setAccessibleDescription(QStringLiteral("How to begin: the sample office, an empty office or the office's server"));
     auto* text = new QLabel(QStringLiteral("<b>Welcome to the submittal workstation.</b><br>"
                                            "Your office's jobs, customers and texts live in an office. "
                                            "Where do you want to start?"),

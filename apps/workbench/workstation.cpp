@@ -115,6 +115,8 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     importCustomers->setObjectName(QStringLiteral("actImportCustomers"));
     QAction* directory = file->addAction(QStringLiteral("Customer Di&rectory..."), this, [this] { chooseDirectory(); });
     directory->setObjectName(QStringLiteral("actCustomerDirectory"));
+    QAction* issuers = file->addAction(QStringLiteral("Issued &By..."), this, [this] { chooseIssuers(); });
+    issuers->setObjectName(QStringLiteral("actIssuers"));
     file->addSeparator();
     QAction* exportPackage =
         file->addAction(QStringLiteral("&Export Package..."), this, [this] { chooseExport(); });

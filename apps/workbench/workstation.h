@@ -92,6 +92,8 @@ public:
     // Help > Keyboard Shortcuts: every command's keys, the menus' and the editor's.
     QList<QPair<QString, QString>> shortcuts() const;
     void showShortcuts();
+    // File > Issued By...: the office's salespeople offered under "Issued By".
+    void chooseIssuers();
     // File > Customer Directory...: the office's customers to add, edit, merge and import.
     void chooseDirectory();
 
@@ -116,6 +118,7 @@ protected:
 
 private:
     void addHostPages();
+    void addHostPage(QWidget* content, const QString& title, int at);
     void addHelpMenu();
     void lineItemsChanged();
     void updateDisplayNote();
@@ -139,4 +142,6 @@ private:
     int m_automaticRefreshes = 0;
     // Goes with the pages; null between them.
     HistoryPage* m_historyPage = nullptr;
+    // The Line Items page carries the note that it does not show every line.
+    bool m_linesNoted = false;
 };

@@ -6,6 +6,7 @@
 #include "csvtable.h"
 #include "directorydialog.h"
 #include "importdialog.h"
+#include "issuersdialog.h"
 #include "officeimports.h"
 #include "store/store.h"
 #include "store/storejob.h"
@@ -114,4 +115,18 @@ void Workstation::chooseDirectory()
     dialog.exec();
     // The pages that show customers and contacts see the changes.
     refresh();
+}
+
+void Workstation::chooseIssuers()
+{
+    try {
+        IssuersDialog dialog(m_store->issuedByNames(), this);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        m_store->setIssuedByNames(dialog.names());
+        // The General Information page offers the names anew.
+        refresh();
+    } catch (const ZebObjects::Failure& f) {
+        showFailure(QStringLiteral("Issued By"), f);
+    }
 }

@@ -1,5 +1,6 @@
-// The workstation's own pages beside the controls' pages: the Line Items Editor after the Line
-// Items page, and the note on that page when the job has more lines than it shows.
+// The workstation's own pages after the pages the form describes, so that those keep their
+// places: the Line Items Editor beside the Line Items page, then the Recipients page; and the
+// note on the Line Items page when the job has more lines than it shows.
 #include "workstation.h"
 
 #include "firstlines.h"
@@ -10,13 +11,29 @@
 #include "store/storelineitems.h"
 
 #include <QLabel>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 namespace {
 const QString kLinesPage = QStringLiteral("Line Items");
 const QString kEditorPage = QStringLiteral("Line Items Editor");
+const QString kRecipientsPage = QStringLiteral("Recipients");
 }  // namespace
+
+void Workstation::addHostPage(QWidget* content, const QString& title, int at)
+{
+    // Like the form's pages: a scroll area named after the page that is no Tab stop itself.
+    auto* scroll = new QScrollArea;
+    scroll->setObjectName(QStringLiteral("scr") + QString(title).remove(QLatin1Char(' ')));
+    scroll->setAccessibleName(title + QStringLiteral(" page"));
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(content);
+    scroll->installEventFilter(this);
+    tabs()->insertTab(at, scroll, title);
+}
 
 void Workstation::addHostPages()
 {
@@ -26,36 +43,31 @@ void Workstation::addHostPages()
     for (int i = 0; i < tabs()->count(); ++i)
         if (tabs()->tabText(i) == kLinesPage)
             at = i;
-    if (at >= 0) {
-        // The display page gets a line above it that tells when it does not show every line.
-        QWidget* display = tabs()->widget(at);
-        auto* page = new QWidget;
-        page->setObjectName(QStringLiteral("pagLineItems"));
-        auto* note = new QLabel(page);
-        note->setObjectName(QStringLiteral("lblDisplayNote"));
-        note->setWordWrap(true);
-        note->setMargin(6);
-        note->setStyleSheet(QStringLiteral("QLabel { background: #FFF4CE; color: #3B2F00; }"));
-        auto* layout = new QVBoxLayout(page);
-        layout->setContentsMargins(0, 0, 0, 0);
-        layout->setSpacing(0);
-        tabs()->removeTab(at);
-        layout->addWidget(note);
-        layout->addWidget(display, 1);
-        tabs()->insertTab(at, page, kLinesPage);
+    m_linesNoted = m_job->lineItems()->Count() > FirstLines::Displayed;
+    if (at >= 0 && m_linesNoted) {
+        // The display page gets a line above its list that tells it does not show every line.
+        if (auto* scroll = qobject_cast<QScrollArea*>(tabs()->widget(at))) {
+            QWidget* canvas = scroll->takeWidget();
+            auto* page = new QWidget;
+            page->setObjectName(QStringLiteral("pagLineItems"));
+            auto* note = new QLabel(page);
+            note->setObjectName(QStringLiteral("lblDisplayNote"));
+            note->setWordWrap(true);
+            note->setMargin(6);
+            note->setStyleSheet(QStringLiteral("QLabel { background: #FFF4CE; color: #3B2F00; }"));
+            auto* layout = new QVBoxLayout(page);
+            layout->setContentsMargins(0, 0, 0, 0);
+            layout->setSpacing(0);
+            layout->addWidget(note);
+            layout->addWidget(canvas, 1);
+            scroll->setWidget(page);
+        }
     }
-    // Who the letters go to, beside the letter's options.
-    int letter = -1;
-    for (int i = 0; i < tabs()->count(); ++i)
-        if (tabs()->tabText(i) == QLatin1String("Cover Letter Options"))
-            letter = i;
-    tabs()->insertTab(letter >= 0 ? letter + 1 : tabs()->count(), new RecipientsPage(m_store, m_job),
-                      QStringLiteral("Recipients"));
-    if (letter >= 0 && at > letter)
-        ++at;
     auto* editor = new LineItemEditor(m_job->lineItems(), FirstLines::Displayed);
     editor->onChanged = [this] { lineItemsChanged(); };
-    tabs()->insertTab(at >= 0 ? at + 1 : tabs()->count(), editor, kEditorPage);
+    addHostPage(editor, kEditorPage, at >= 0 ? at + 1 : tabs()->count());
+    addHostPage(new RecipientsPage(m_store, m_job), kRecipientsPage,
+                at >= 0 ? at + 2 : tabs()->count());
     updateDisplayNote();
 }
 
@@ -68,6 +80,9 @@ void Workstation::lineItemsChanged()
         setRuntimeProperty(display, QStringLiteral("LineItems"),
                            QVariant::fromValue(std::shared_ptr<ZebObjects::LineItems>(
                                std::make_shared<FirstLines>(m_job->lineItems()))));
+    // A job that now has more lines than the page shows, or no longer has, gets its page anew.
+    if ((m_job->lineItems()->Count() > FirstLines::Displayed) != m_linesNoted)
+        refreshSoon();
     updateDisplayNote();
     updateStatus();
 }

@@ -439,6 +439,7 @@ void tst_Workstation::startsOnTheSampleJobWithEveryPageInTheOrderOfWork()
                           QStringLiteral("Cover Letter Paragraphs"),
                           QStringLiteral("Cover Letter Remarks"), QStringLiteral("Bill of Materials"),
                           QStringLiteral("Labels"), QStringLiteral("Line Items"),
+                          QStringLiteral("Line Items Editor"), QStringLiteral("Recipients"),
                           QStringLiteral("History")}));
     // Bound to the open job's own objects.
     auto* lines = control<ZebSubCtl::UserControl>(*window, "ctlLineItems");
@@ -916,7 +917,9 @@ void tst_Workstation::unregisteredControlLeavesItsPageOut()
     options.remember = false;
     Workstation window(form, m_store, options);
     window.openJob(window.startingJob());
-    QCOMPARE(window.pageTitles(), (QStringList{QStringLiteral("Bill of Materials"), QStringLiteral("History")}));
+    // The workstation's own pages follow the form's.
+    QCOMPARE(window.pageTitles(), (QStringList{QStringLiteral("Bill of Materials"), QStringLiteral("Line Items Editor"),
+                                               QStringLiteral("Recipients"), QStringLiteral("History")}));
     QCOMPARE(window.problems(),
              QStringList{QStringLiteral("later: Cannot create control: no control is registered as "
                                         "\"ZebSubmittalControls.ctlNotYet\"")});
