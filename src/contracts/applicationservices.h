@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -12,7 +14,7 @@ class CustomerFinder;
 class CustomerSearchContext;
 
 // The process-wide application object of the business-object library.
-class ApplicationServices {
+class ZEBOBJECTSCONTRACTS_EXPORT ApplicationServices {
 public:
     virtual ~ApplicationServices() = default;
 

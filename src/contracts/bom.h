@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QObject>
 
 #include <memory>
@@ -10,7 +12,7 @@ class TextObjects;
 
 // The bill of materials options: which columns print, and the default remarks at its bottom.
 // RemarksPopulated is raised synchronously whenever DefaultRemarks has been filled anew.
-class BOM : public QObject {
+class ZEBOBJECTSCONTRACTS_EXPORT BOM : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;

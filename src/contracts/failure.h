@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 #include <exception>
 
@@ -38,7 +40,7 @@ struct ErrorInfo {
 
 // The one failure type of the controls and the business objects. Members never return error
 // codes; they throw this.
-class Failure : public std::exception {
+class ZEBOBJECTSCONTRACTS_EXPORT Failure : public std::exception {
 public:
     Failure(qint32 number, QString source, QString description);
     explicit Failure(ErrorInfo info);

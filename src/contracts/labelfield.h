@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QObject>
 #include <QString>
 
@@ -8,7 +10,7 @@ namespace ZebObjects {
 // One field that can print on a mailing label. PrintOrder is also a property by name, so a
 // caller with only the object's meta-object can renumber it: setProperty("PrintOrder", n) with
 // a 32-bit n. A value that does not fit 16 bits fails there with overflow (6).
-class LabelField : public QObject {
+class ZEBOBJECTSCONTRACTS_EXPORT LabelField : public QObject {
     Q_OBJECT
     Q_PROPERTY(qint32 PrintOrder READ PrintOrder WRITE writePrintOrder)
 public:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -37,7 +39,7 @@ struct PostalAddress {
 };
 
 // The sales office that sends the package: the head of its letters.
-struct Letterhead {
+struct ZEBOBJECTSCONTRACTS_EXPORT Letterhead {
     QString Name;
     QString Street;
     QString Street2;
@@ -70,7 +72,7 @@ inline const QString SubmittalDate = QStringLiteral("SUBMITTALDATE");
 // One job as the package generator reads it: the business objects of its submittal and the few
 // facts about the job that those objects do not carry. Any member may fail with
 // ZebObjects::Failure; an object that the job lacks is answered as none.
-class PackageSource {
+class ZEBOBJECTSCONTRACTS_EXPORT PackageSource {
 public:
     virtual ~PackageSource() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -15,7 +17,7 @@ class UserControl;
 
 // Creates the library's controls by identifier: "ZebSubmittalControls." and the control name.
 // Each control registers itself where it is defined (ZEB_REGISTER_CONTROL).
-class ControlRegistry {
+class ZEBSUBCTL_EXPORT ControlRegistry {
 public:
     using Factory = std::function<UserControl*(QWidget* parent)>;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/reportmessage.h"
 
 #include <QObject>
@@ -14,7 +16,7 @@
 namespace ZebSubCtl {
 
 // Who a procedure is to the diagnostic log.
-class Procedure {
+class ZEBSUBCTL_EXPORT Procedure {
 public:
     // Traces "name()" at entry and exit; a failure is logged under "name".
     static Procedure traced(QString module, QString name);
@@ -39,7 +41,7 @@ private:
 };
 
 // How an error path ends, after it has read the failure and logged it.
-class Ending {
+class ZEBSUBCTL_EXPORT Ending {
 public:
     enum class Kind {
         Report,     // LogError, then one message box; the caller never sees the failure
@@ -70,45 +72,17 @@ private:
     std::function<void(const ErrorInfo&)> m_next;
 };
 
-// The procedures now running, innermost last, for tests that must know in which procedure a
-// failure happened. Off unless a test turns it on; then every procedure that runs through the
-// error path helpers below enters and leaves it.
-class ProcedureStack {
+// Enters the procedure in the record of running procedures that some tests keep, for the life
+// of the scope; nothing while that record is off.
+class ZEBSUBCTL_EXPORT ProcedureScope {
 public:
-    struct Frame {
-        QString module;
-        QString label;
-    };
-
-    static void setEnabled(bool on);
-    static bool enabled() { return s_enabled; }
-    static QList<Frame> current();
-    static qsizetype depth();
-
-    // Enters a procedure for the life of the scope (nothing when off).
-    class Scope {
-    public:
-        explicit Scope(const Procedure& procedure)
-        {
-            if (s_enabled)
-                m_entered = push(procedure);
-        }
-        ~Scope()
-        {
-            if (m_entered)
-                pop();
-        }
-        Scope(const Scope&) = delete;
-        Scope& operator=(const Scope&) = delete;
-
-    private:
-        bool m_entered = false;
-    };
+    explicit ProcedureScope(const Procedure& procedure);
+    ~ProcedureScope();
+    ProcedureScope(const ProcedureScope&) = delete;
+    ProcedureScope& operator=(const ProcedureScope&) = delete;
 
 private:
-    static bool push(const Procedure& procedure);
-    static void pop();
-    static inline bool s_enabled = false;
+    bool m_entered = false;
 };
 
 // The error path every procedure runs in. The body is the procedure's work; the helper traces
@@ -117,7 +91,7 @@ private:
 // for a propagating procedure it reaches the caller; for any other it ends at the last-resort
 // hook, never in Qt's event loop. A swallowed failure makes a value-returning body yield a
 // value-initialised result.
-class ErrorPath {
+class ZEBSUBCTL_EXPORT ErrorPath {
 public:
     using LastResortHook = std::function<void(const ErrorInfo&)>;
 
@@ -178,7 +152,7 @@ private:
         using Result = std::invoke_result_t<Body&>;
         ErrorInfo error;
         {
-            const ProcedureStack::Scope scope(procedure);
+            const ProcedureScope scope(procedure);
             try {
                 if (procedure.isTraced())
                     traceEntry(procedure);
@@ -207,7 +181,7 @@ private:
 // (LogWarning for the resize handlers) and the next step runs all the same. A failure of the
 // error path itself leaves the procedure (throws out of the step call). The ending must not
 // propagate.
-class ResumeNext {
+class ZEBSUBCTL_EXPORT ResumeNext {
 public:
     ResumeNext(Procedure procedure, Ending ending)
         : m_procedure(std::move(procedure)), m_ending(std::move(ending))
@@ -219,7 +193,7 @@ public:
     {
         ErrorInfo error;
         try {
-            const ProcedureStack::Scope scope(m_procedure);
+            const ProcedureScope scope(m_procedure);
             step();
             return *this;
         } catch (...) {
@@ -236,6 +210,6 @@ private:
 
 // The bare class name of a component ("ctlTextSelect"), the module name untraced procedures
 // log under.
-QString componentName(const QObject* component);
+ZEBSUBCTL_EXPORT QString componentName(const QObject* component);
 
 }  // namespace ZebSubCtl

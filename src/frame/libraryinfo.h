@@ -1,12 +1,14 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QString>
 
 namespace ZebSubCtl {
 
 // The library's identity as hosts see it. Functions, not statics, so that controls may register
 // themselves during static initialisation.
-struct LibraryInfo {
+struct ZEBSUBCTL_EXPORT LibraryInfo {
     static QString Name() { return QStringLiteral("ZebSubmittalControls"); }
     static QString InternalName() { return QStringLiteral("ZebSubCtl"); }
     static QString Description() { return QStringLiteral("Varnholt Quenza Submittal Controls"); }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QList>
 #include <QString>
 
@@ -21,7 +23,7 @@ inline constexpr int Cancel = 2;
 
 // Every message box of the library goes through one service, so a host can brand it and tests
 // can answer it.
-class MessageBoxService {
+class ZEBSUBCTL_EXPORT MessageBoxService {
 public:
     virtual ~MessageBoxService() = default;
     // Shows the box modally and returns the answer (MsgBoxAnswer).
@@ -29,13 +31,13 @@ public:
 };
 
 // The platform's modal QMessageBox, parented to the active window.
-class QtMessageBoxService : public MessageBoxService {
+class ZEBSUBCTL_EXPORT QtMessageBoxService : public MessageBoxService {
 public:
     int MsgBox(const QString& prompt, int style, const QString& title) override;
 };
 
 // Records every box and answers from a queue (OK when the queue is empty).
-class ScriptedMessageBoxService : public MessageBoxService {
+class ZEBSUBCTL_EXPORT ScriptedMessageBoxService : public MessageBoxService {
 public:
     struct Shown {
         QString prompt;
@@ -56,7 +58,7 @@ private:
 };
 
 // The process-wide message-box service; the Qt one unless a host or a test puts its own.
-class MessageBoxes {
+class ZEBSUBCTL_EXPORT MessageBoxes {
 public:
     static MessageBoxService& service();
     static void setService(std::shared_ptr<MessageBoxService> service);

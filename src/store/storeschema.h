@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 namespace ZebObjects {
 
 class StoreConnection;
@@ -14,7 +16,7 @@ class StoreConnection;
 // keeps each text collection's saved order beside the current one. Version 3 keeps what labels
 // and letters print: the directory's and the recipients' postal addresses, phone and e-mail, and
 // a job's purchase order (the office's letterhead lives in the settings).
-class StoreSchema {
+class ZEBSTORE_EXPORT StoreSchema {
 public:
     static constexpr int CurrentVersion = 3;
 
