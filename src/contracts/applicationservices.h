@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -13,7 +15,7 @@ class CustomerSearchContext;
 
 /// The process-wide application object a host provides: the text rule, the issuers, the customer
 /// search. Install it with Runtime::setApplicationServices() before the first control needs it.
-class ApplicationServices {
+class ZEBOBJECTSCONTRACTS_EXPORT ApplicationServices {
 public:
     virtual ~ApplicationServices() = default;
 

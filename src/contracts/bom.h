@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QObject>
 
 #include <memory>
@@ -11,7 +13,7 @@ class TextObjects;
 /// The bill of materials options: which columns print, and the default remarks at its bottom.
 /// RemarksPopulated is raised synchronously whenever DefaultRemarks has been filled anew. Bound to
 /// ctlBOMCriteria.
-class BOM : public QObject {
+class ZEBOBJECTSCONTRACTS_EXPORT BOM : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 namespace ZebObjects {
 
 /// The cover letter options of a submittal, read and written by ctlCvrLtrCriteria.
-class CoverLetter {
+class ZEBOBJECTSCONTRACTS_EXPORT CoverLetter {
 public:
     virtual ~CoverLetter() = default;
 

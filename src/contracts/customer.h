@@ -1,11 +1,13 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 
 namespace ZebObjects {
 
 /// A customer that can receive a submittal; one row of ctlCustSelect.
-class Customer {
+class ZEBOBJECTSCONTRACTS_EXPORT Customer {
 public:
     virtual ~Customer() = default;
 

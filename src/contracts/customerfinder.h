@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -28,7 +30,7 @@ class CustomerSearchResult;
 ///   phone                digits contained in the phone number's digits
 ///   maximumResults       at most this many matches are offered (negative fails)
 /// context is the value of ApplicationServices::SearchContext(), handed on unchanged.
-class CustomerFinder {
+class ZEBOBJECTSCONTRACTS_EXPORT CustomerFinder {
 public:
     virtual ~CustomerFinder() = default;
 

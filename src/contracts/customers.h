@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include "contracts/customer.h"
 
 #include <QList>
@@ -15,7 +17,7 @@ using CustomerList = QList<std::shared_ptr<Customer>>;
 /// The customers of a submittal, in collection order. Positions are 1-based. CustomerRemoved is
 /// raised synchronously, once for each customer that leaves, after it has left; its index is the
 /// customer's position at that moment, so a list that removes one row per event stays in step.
-class Customers : public QObject {
+class ZEBOBJECTSCONTRACTS_EXPORT Customers : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;

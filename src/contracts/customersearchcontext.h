@@ -1,12 +1,14 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QVariant>
 
 namespace ZebObjects {
 
 /// Who is searching: the customer finder narrows or orders its answers by it. Callers hand the
 /// value on unchanged.
-class CustomerSearchContext {
+class ZEBOBJECTSCONTRACTS_EXPORT CustomerSearchContext {
 public:
     virtual ~CustomerSearchContext() = default;
 

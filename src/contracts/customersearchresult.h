@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <memory>
 
 namespace ZebObjects {
@@ -7,7 +9,7 @@ namespace ZebObjects {
 class Customer;
 
 /// What a customer search ended with.
-class CustomerSearchResult {
+class ZEBOBJECTSCONTRACTS_EXPORT CustomerSearchResult {
 public:
     virtual ~CustomerSearchResult() = default;
 

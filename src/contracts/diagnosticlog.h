@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include "contracts/failure.h"
 
 #include <QString>
@@ -9,7 +11,7 @@ namespace ZebObjects {
 /// The process-wide diagnostic log the controls trace to and report failures to.
 /// A member that cannot do its work throws Failure; the calling procedure treats that as its own
 /// failure.
-class DiagnosticLog {
+class ZEBOBJECTSCONTRACTS_EXPORT DiagnosticLog {
 public:
     virtual ~DiagnosticLog() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 #include <exception>
 
@@ -67,7 +69,7 @@ struct ErrorInfo {
 
 /// The one failure type of the controls and the business objects. Members never return error
 /// codes; they throw this.
-class Failure : public std::exception {
+class ZEBOBJECTSCONTRACTS_EXPORT Failure : public std::exception {
 public:
     /// A failure with the given number, source and description.
     Failure(qint32 number, QString source, QString description);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QObject>
 #include <QString>
 
@@ -9,7 +11,7 @@ namespace ZebObjects {
 /// caller with only the object's meta-object can renumber it: setProperty("PrintOrder", n) with
 /// a 32-bit n. A value that does not fit 16 bits fails there with overflow (6).
 /// Bound to a row of ctlLabelCriteria.
-class LabelField : public QObject {
+class ZEBOBJECTSCONTRACTS_EXPORT LabelField : public QObject {
     Q_OBJECT
     /// The field's place on the label by name (see PrintOrder() and writePrintOrder()).
     Q_PROPERTY(qint32 PrintOrder READ PrintOrder WRITE writePrintOrder)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include "contracts/labelfield.h"
 
 #include <QList>
@@ -12,7 +14,7 @@ namespace ZebObjects {
 using LabelFieldList = QList<std::shared_ptr<LabelField>>;
 
 /// The fields a label definition offers, keyed by LabelField::Key.
-class LabelFields {
+class ZEBOBJECTSCONTRACTS_EXPORT LabelFields {
 public:
     virtual ~LabelFields() = default;
 

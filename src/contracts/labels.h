@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <memory>
 
 namespace ZebObjects {
@@ -7,7 +9,7 @@ namespace ZebObjects {
 class LabelFields;
 
 /// A label definition: the fields that can print on a mailing label.
-class Labels {
+class ZEBOBJECTSCONTRACTS_EXPORT Labels {
 public:
     virtual ~Labels() = default;
 

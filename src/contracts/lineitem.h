@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 
 #include <memory>
@@ -10,7 +12,7 @@ class LineItemComment;
 
 /// One fixture line of a submittal. Reads are cheap and have no side effects: a display reads a
 /// member again for every use.
-class LineItem {
+class ZEBOBJECTSCONTRACTS_EXPORT LineItem {
 public:
     virtual ~LineItem() = default;
 

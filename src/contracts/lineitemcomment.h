@@ -1,11 +1,13 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 
 namespace ZebObjects {
 
 /// The comment attached to a line of the bill of materials.
-class LineItemComment {
+class ZEBOBJECTSCONTRACTS_EXPORT LineItemComment {
 public:
     virtual ~LineItemComment() = default;
 

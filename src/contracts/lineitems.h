@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include "contracts/lineitem.h"
 
 #include <QList>
@@ -11,7 +13,7 @@ namespace ZebObjects {
 using LineItemList = QList<std::shared_ptr<LineItem>>;
 
 /// The lines of a submittal in display order; the n-th line is line number n.
-class LineItems {
+class ZEBOBJECTSCONTRACTS_EXPORT LineItems {
 public:
     virtual ~LineItems() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -45,7 +47,7 @@ struct PostalAddress {
 };
 
 /// The sales office that sends the package: the head of its letters.
-struct Letterhead {
+struct ZEBOBJECTSCONTRACTS_EXPORT Letterhead {
     /// The office's name, the first line of the letterhead.
     QString Name;
     /// The first street line.
@@ -112,7 +114,7 @@ inline const QString SubmittalDate = QStringLiteral("SUBMITTALDATE");
 /// One job as the package generator reads it: the business objects of its submittal and the few
 /// facts about the job that those objects do not carry. Any member may fail with
 /// ZebObjects::Failure; an object that the job lacks is answered as none.
-class PackageSource {
+class ZEBOBJECTSCONTRACTS_EXPORT PackageSource {
 public:
     virtual ~PackageSource() = default;
 

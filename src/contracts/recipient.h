@@ -1,11 +1,13 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 
 namespace ZebObjects {
 
 /// One addressee of a submittal.
-class Recipient {
+class ZEBOBJECTSCONTRACTS_EXPORT Recipient {
 public:
     virtual ~Recipient() = default;
 

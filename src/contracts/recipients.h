@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include "contracts/recipient.h"
 
 #include <QList>
@@ -11,7 +13,7 @@ namespace ZebObjects {
 using RecipientList = QList<std::shared_ptr<Recipient>>;
 
 /// The addressees of a submittal, in display order.
-class Recipients {
+class ZEBOBJECTSCONTRACTS_EXPORT Recipients {
 public:
     virtual ~Recipients() = default;
 

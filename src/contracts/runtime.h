@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <functional>
 #include <memory>
 
@@ -15,7 +17,7 @@ class DiagnosticLog;
 /// Without a log or a log factory the entries go to Qt's logging category "zeb.diagnostics".
 /// The services have no such stand-in: only the host knows its issuers and customers, so a use
 /// with none installed fails with 91 (ServicesSource, NoServicesDescription).
-class Runtime {
+class ZEBOBJECTSCONTRACTS_EXPORT Runtime {
 public:
     /// Makes the diagnostic log on first use.
     using LogFactory = std::function<std::shared_ptr<DiagnosticLog>()>;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QObject>
 #include <QString>
 
@@ -12,7 +14,7 @@ class Recipients;
 
 /// What a submittal contains, why it is sent, who issues it and when. Events are raised
 /// synchronously, after the member has changed, whoever changed it.
-class Submittal : public QObject {
+class ZEBOBJECTSCONTRACTS_EXPORT Submittal : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;

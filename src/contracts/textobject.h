@@ -1,11 +1,13 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include <QString>
 
 namespace ZebObjects {
 
 /// One paragraph or remark of a text collection.
-class TextObject {
+class ZEBOBJECTSCONTRACTS_EXPORT TextObject {
 public:
     virtual ~TextObject() = default;
 

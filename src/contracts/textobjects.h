@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectscontracts_export.h"
+
 #include "contracts/textobject.h"
 
 #include <QList>
@@ -14,7 +16,7 @@ using TextObjectList = QList<std::shared_ptr<TextObject>>;
 
 /// An ordered collection of text objects of one kind. Events are raised synchronously, after the
 /// collection has changed.
-class TextObjects : public QObject {
+class ZEBOBJECTSCONTRACTS_EXPORT TextObjects : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;

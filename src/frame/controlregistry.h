@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -16,7 +18,7 @@ class UserControl;
 /// Creates the library's controls by identifier: "ZebSubmittalControls." and the control name.
 /// Each control registers itself where it is defined (ZEB_REGISTER_CONTROL).
 /// Use instance().create() to make a control by identifier.
-class ControlRegistry {
+class ZEBSUBCTL_EXPORT ControlRegistry {
 public:
     /// Makes one control as a child of parent.
     using Factory = std::function<UserControl*(QWidget* parent)>;

@@ -2,6 +2,7 @@
 
 #include "contracts/diagnosticlog.h"
 #include "frame/messageboxes.h"
+#include "frame/procedurestack.h"
 #include "contracts/runtime.h"
 
 #include <QLoggingCategory>
@@ -24,6 +25,8 @@ QList<ProcedureStack::Frame>& frames()
     return stack;
 }
 
+bool g_recording = false;
+
 ErrorPath::LastResortHook& hookSlot()
 {
     static ErrorPath::LastResortHook hook;
@@ -42,8 +45,13 @@ QString componentName(const QObject* component)
 
 void ProcedureStack::setEnabled(bool on)
 {
-    s_enabled = on;
+    g_recording = on;
     frames().clear();
+}
+
+bool ProcedureStack::enabled()
+{
+    return g_recording;
 }
 
 QList<ProcedureStack::Frame> ProcedureStack::current()
@@ -56,16 +64,29 @@ qsizetype ProcedureStack::depth()
     return frames().size();
 }
 
-bool ProcedureStack::push(const Procedure& procedure)
+void ProcedureStack::push(const Procedure& procedure)
 {
     frames().append(Frame{procedure.module(), procedure.label()});
-    return true;
 }
 
 void ProcedureStack::pop()
 {
     if (!frames().isEmpty())
         frames().removeLast();
+}
+
+ProcedureScope::ProcedureScope(const Procedure& procedure)
+{
+    if (g_recording) {
+        ProcedureStack::push(procedure);
+        m_entered = true;
+    }
+}
+
+ProcedureScope::~ProcedureScope()
+{
+    if (m_entered)
+        ProcedureStack::pop();
 }
 
 Procedure::Procedure(const QObject* component, QString module, QString label, QString traceLabel)

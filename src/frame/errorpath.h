@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/reportmessage.h"
 
 #include <QObject>
@@ -14,7 +16,7 @@
 namespace ZebSubCtl {
 
 /// Who a procedure is to the diagnostic log.
-class Procedure {
+class ZEBSUBCTL_EXPORT Procedure {
 public:
     /// Traces "name()" at entry and exit; a failure is logged under "name".
     static Procedure traced(QString module, QString name);
@@ -59,7 +61,7 @@ private:
 };
 
 /// How an error path ends, after it has read the failure and logged it.
-class Ending {
+class ZEBSUBCTL_EXPORT Ending {
 public:
     /// What the error path does once the failure is logged.
     enum class Kind {
@@ -99,53 +101,19 @@ private:
     std::function<void(const ErrorInfo&)> m_next;
 };
 
-/// The procedures now running, innermost last, for tests that must know in which procedure a
-/// failure happened. Off unless a test turns it on; then every procedure that runs through the
-/// error path helpers below enters and leaves it.
-class ProcedureStack {
+/// Enters the procedure in the record of running procedures that some tests keep, for the life
+/// of the scope; nothing while that record is off.
+class ZEBSUBCTL_EXPORT ProcedureScope {
 public:
-    /// One running procedure.
-    struct Frame {
-        /// The procedure's module.
-        QString module;
-        /// The procedure's label.
-        QString label;
-    };
-
-    /// Turns the stack on or off (off by default).
-    static void setEnabled(bool on);
-    /// True while the stack is on.
-    static bool enabled() { return s_enabled; }
-    /// The running procedures, innermost last.
-    static QList<Frame> current();
-    /// The number of running procedures.
-    static qsizetype depth();
-
-    /// Enters a procedure for the life of the scope (nothing when off).
-    class Scope {
-    public:
-        /// Enters procedure when the stack is on.
-        explicit Scope(const Procedure& procedure)
-        {
-            if (s_enabled)
-                m_entered = push(procedure);
-        }
-        ~Scope()
-        {
-            if (m_entered)
-                pop();
-        }
-        Scope(const Scope&) = delete;
-        Scope& operator=(const Scope&) = delete;
-
-    private:
-        bool m_entered = false;
-    };
+    /// Enters procedure while the record is on.
+    explicit ProcedureScope(const Procedure& procedure);
+    /// Leaves it again.
+    ~ProcedureScope();
+    ProcedureScope(const ProcedureScope&) = delete;
+    ProcedureScope& operator=(const ProcedureScope&) = delete;
 
 private:
-    static bool push(const Procedure& procedure);
-    static void pop();
-    static inline bool s_enabled = false;
+    bool m_entered = false;
 };
 
 /// The error path every procedure runs in. The body is the procedure's work; the helper traces
@@ -154,7 +122,7 @@ private:
 /// for a propagating procedure it reaches the caller; for any other it ends at the last-resort
 /// hook, never in Qt's event loop. A swallowed failure makes a value-returning body yield a
 /// value-initialised result.
-class ErrorPath {
+class ZEBSUBCTL_EXPORT ErrorPath {
 public:
     /// Receives a failure that nothing else may handle.
     using LastResortHook = std::function<void(const ErrorInfo&)>;
@@ -224,7 +192,7 @@ private:
         using Result = std::invoke_result_t<Body&>;
         ErrorInfo error;
         {
-            const ProcedureStack::Scope scope(procedure);
+            const ProcedureScope scope(procedure);
             try {
                 if (procedure.isTraced())
                     traceEntry(procedure);
@@ -253,7 +221,7 @@ private:
 /// (LogWarning for the resize handlers) and the next step runs all the same. A failure of the
 /// error path itself leaves the procedure (throws out of the step call). The ending must not
 /// propagate.
-class ResumeNext {
+class ZEBSUBCTL_EXPORT ResumeNext {
 public:
     /// Steps that run as procedure, each failure ending as ending says.
     ResumeNext(Procedure procedure, Ending ending)
@@ -267,7 +235,7 @@ public:
     {
         ErrorInfo error;
         try {
-            const ProcedureStack::Scope scope(m_procedure);
+            const ProcedureScope scope(m_procedure);
             step();
             return *this;
         } catch (...) {
@@ -284,6 +252,6 @@ private:
 
 /// The bare class name of a component ("ctlTextSelect"), the module name untraced procedures
 /// log under.
-QString componentName(const QObject* component);
+ZEBSUBCTL_EXPORT QString componentName(const QObject* component);
 
 }  // namespace ZebSubCtl

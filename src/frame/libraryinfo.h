@@ -1,12 +1,14 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QString>
 
 namespace ZebSubCtl {
 
 /// The library's identity as hosts see it. Functions, not statics, so that controls may register
 /// themselves during static initialisation.
-struct LibraryInfo {
+struct ZEBSUBCTL_EXPORT LibraryInfo {
     /// The library's name: "ZebSubmittalControls", the prefix of every control identifier.
     static QString Name() { return QStringLiteral("ZebSubmittalControls"); }
     /// The library's short name: "ZebSubCtl".

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QList>
 #include <QString>
 
@@ -22,7 +24,7 @@ inline constexpr int Cancel = 2;  ///< Cancel was chosen, or the box was closed
 
 /// Every message box of the library goes through one service, so a host can brand it and tests
 /// can answer it.
-class MessageBoxService {
+class ZEBSUBCTL_EXPORT MessageBoxService {
 public:
     /// Destroys the service.
     virtual ~MessageBoxService() = default;
@@ -31,14 +33,14 @@ public:
 };
 
 /// The platform's modal QMessageBox, parented to the active window.
-class QtMessageBoxService : public MessageBoxService {
+class ZEBSUBCTL_EXPORT QtMessageBoxService : public MessageBoxService {
 public:
     /// Shows prompt under title with the icon and buttons of style, and waits for the answer.
     int MsgBox(const QString& prompt, int style, const QString& title) override;
 };
 
 /// Records every box and answers from a queue (OK when the queue is empty).
-class ScriptedMessageBoxService : public MessageBoxService {
+class ZEBSUBCTL_EXPORT ScriptedMessageBoxService : public MessageBoxService {
 public:
     /// One box as it was asked for.
     struct Shown {
@@ -65,7 +67,7 @@ private:
 };
 
 /// The process-wide message-box service; the Qt one unless a host or a test puts its own.
-class MessageBoxes {
+class ZEBSUBCTL_EXPORT MessageBoxes {
 public:
     /// The service in place.
     static MessageBoxService& service();

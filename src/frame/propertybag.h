@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QList>
@@ -11,7 +13,7 @@ namespace ZebSubCtl {
 
 /// The host's saved design of one control: the values of its persisted properties.
 /// Like a host's saved form, it keeps only values that differ from their defaults.
-class PropertyBag {
+class ZEBSUBCTL_EXPORT PropertyBag {
 public:
     /// Stores value under key, or forgets the key when value equals defaultValue.
     void WriteProperty(const QString& key, const QVariant& value, const QVariant& defaultValue);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "contracts/failure.h"
 
 #include <QString>
@@ -22,7 +24,7 @@ enum class ReportVariant {
     Add,              // ctlCustSelect.cmdAdd_Click: duplicate (457) or other
 };
 
-struct ReportMessage {
+struct ZEBSUBCTL_EXPORT ReportMessage {
     QString prompt;
     int style = 0;
     QString title;
@@ -34,6 +36,6 @@ struct ReportMessage {
 };
 
 // A 32-bit number narrowed to 16 bits, failing with overflow (6) when it does not fit.
-qint16 narrowTo16(qint32 value);
+ZEBSUBCTL_EXPORT qint16 narrowTo16(qint32 value);
 
 }  // namespace ZebSubCtl

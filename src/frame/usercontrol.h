@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/propertybag.h"
 
 #include <QSet>
@@ -11,7 +13,7 @@ namespace ZebSubCtl {
 /// The common base of the library's controls: a name, the save and restore handlers over the
 /// host's property bag, the persistence mark, and a resize handler that never lets a failure
 /// reach Qt's event loop.
-class UserControl : public QWidget {
+class ZEBSUBCTL_EXPORT UserControl : public QWidget {
     Q_OBJECT
 public:
     /// Creates the control as a child of parent.

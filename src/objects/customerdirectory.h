@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "objects/faultinjector.h"
 #include "objects/standalonecustomer.h"
 #include "rules/customersearch.h"
@@ -10,7 +12,7 @@ namespace ZebObjects {
 
 // Every customer a sales office may send submittals to: what the customer finder searches.
 // Member names for fault injection: "Add", "Count", "Records", "Search".
-class CustomerDirectory : public FaultInjectable {
+class ZEBOBJECTS_EXPORT CustomerDirectory : public FaultInjectable {
 public:
     using Query = CustomerQuery;
 

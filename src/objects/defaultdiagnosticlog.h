@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/diagnosticlog.h"
 #include "objects/faultinjector.h"
 
@@ -9,7 +11,8 @@
 
 #include <memory>
 
-Q_DECLARE_LOGGING_CATEGORY(zebDiagnostics)
+// The "zeb.diagnostics" category (Q_DECLARE_LOGGING_CATEGORY, exported).
+ZEBOBJECTS_EXPORT const QLoggingCategory& zebDiagnostics();
 
 namespace ZebObjects {
 
@@ -20,7 +23,7 @@ namespace ZebObjects {
 //   2026-11-21 14:20:01.125 ERROR ctlTextSelect cmdAdd_Click() #91 [ZebObjects.TextObjects] Object variable not set (line 0)
 // Member names for fault injection: "LogError", "LogNotice", "LogWarning", "Trace", "File",
 // "File=".
-class DefaultDiagnosticLog : public DiagnosticLog, public FaultInjectable {
+class ZEBOBJECTS_EXPORT DefaultDiagnosticLog : public DiagnosticLog, public FaultInjectable {
 public:
     DefaultDiagnosticLog();
     ~DefaultDiagnosticLog() override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/failure.h"
 
 #include <QHash>
@@ -13,7 +15,7 @@ namespace ZebObjects {
 // One ordered record of the calls made on every object of this library that takes part, and a
 // way to make exactly the n-th of them fail, whichever object it lands on. At most one sequence
 // is active in the process at a time; while it is, every injector reports its calls to it.
-class CallSequence {
+class ZEBOBJECTS_EXPORT CallSequence {
 public:
     // Told about each call before it runs (or fails): its number, counted from 1, and member.
     using Observer = std::function<void(qint64 number, const QString& member)>;
@@ -59,7 +61,7 @@ private:
 // the controls can be driven. Members are named as callers see them: a read by its name ("Text"),
 // a write by its name and "=" ("Text="), a method by its name ("Add").
 // It can also record the members called, in order, for tests of calling order.
-class FaultInjector {
+class ZEBOBJECTS_EXPORT FaultInjector {
 public:
     // The next call of member fails with error; later calls succeed again.
     void failNext(const QString& member, const ErrorInfo& error);
@@ -98,7 +100,7 @@ private:
 };
 
 // Base of every stand-alone object: gives it its injector.
-class FaultInjectable {
+class ZEBOBJECTS_EXPORT FaultInjectable {
 public:
     FaultInjector& faults() const { return m_faults; }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/diagnosticlog.h"
 #include "objects/faultinjector.h"
 
@@ -11,7 +13,7 @@ namespace ZebObjects {
 
 // A log that keeps its entries in memory, for hosts that show them and for tests that compare
 // them. Its members can be made to fail like any other object of this library.
-class MemoryDiagnosticLog : public DiagnosticLog, public FaultInjectable {
+class ZEBOBJECTS_EXPORT MemoryDiagnosticLog : public DiagnosticLog, public FaultInjectable {
 public:
     enum class Kind { Trace, Error, Notice, Warning };
     struct Entry {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include <QByteArray>
 #include <QStringList>
 #include <QVariant>
@@ -19,7 +21,7 @@ class StandaloneTextObjects;
 
 // A sample job, the Riverside Medical Office Building, for hosts without a database and for
 // tests. Every call builds new objects: nothing is shared between two calls.
-class SampleData {
+class ZEBOBJECTS_EXPORT SampleData {
 public:
     static QString jobName();
     // Paragraphs of the cover letter; one runs over several lines (CR-LF).

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/applicationservices.h"
 #include "objects/faultinjector.h"
 
@@ -11,7 +13,7 @@ class CustomerDirectory;
 // directory and a search context of the sample sales office, until the host puts others in place.
 // Member names for fault injection: "ReformatText", "IssuedByNames", "IssuedByNames=",
 // "SearchContext", "SearchContext=", "CreateCustomerFinder", "CustomerDirectory=".
-class StandaloneApplicationServices : public ApplicationServices, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneApplicationServices : public ApplicationServices, public FaultInjectable {
 public:
     StandaloneApplicationServices();
     ~StandaloneApplicationServices() override;

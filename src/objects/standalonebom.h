@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/bom.h"
 #include "objects/faultinjector.h"
 
@@ -17,7 +19,7 @@ class StandaloneTextObjects;
 // "IncludeBrand", "IncludeManufacturer", "IncludeCatalogNumber", "IncludeDescription",
 // "IncludeLineComments", "IncludeMTO", "IncludeGroupCodes" (each also with "=" for its write),
 // "DefaultRemarks", "PopulateRemarks", "DefaultRemarks=".
-class StandaloneBOM : public BOM, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneBOM : public BOM, public FaultInjectable {
     Q_OBJECT
 public:
     explicit StandaloneBOM(QObject* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/coverletter.h"
 #include "objects/faultinjector.h"
 
@@ -8,7 +10,7 @@ namespace ZebObjects {
 // In-memory cover letter options, all false to begin with. Member names for fault injection:
 // "IncludeLogo", "IncludeDefaultParagraphs", "IncludeRemarks", "SeparateLetters",
 // "IncludeCarbonCopy", each also with "=" for its write.
-class StandaloneCoverLetter : public CoverLetter, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneCoverLetter : public CoverLetter, public FaultInjectable {
 public:
     bool IncludeLogo() const override;
     void setIncludeLogo(bool include) override;

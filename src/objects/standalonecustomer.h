@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/customer.h"
 #include "objects/faultinjector.h"
 #include "rules/customerrecord.h"
@@ -10,7 +12,7 @@ namespace ZebObjects {
 // number and account state that the customer directory searches by.
 // Member names for fault injection: "Key", "DisplayText", "Name", "AccountNumber", "City",
 // "State", "Type", "Category", "Included", "Included=".
-class StandaloneCustomer : public Customer, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneCustomer : public Customer, public FaultInjectable {
 public:
     using Data = CustomerRecord;
 

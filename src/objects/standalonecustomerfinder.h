@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/customerfinder.h"
 #include "objects/customerdirectory.h"
 #include "objects/faultinjector.h"
@@ -14,7 +16,7 @@ namespace ZebObjects {
 // none chosen, answers nothing (CustomerChoice). The customer it answers is a new object with the directory's data,
 // not included in anything yet.
 // Member names for fault injection: "Search".
-class StandaloneCustomerFinder : public CustomerFinder, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneCustomerFinder : public CustomerFinder, public FaultInjectable {
 public:
     // A search as the finder received it.
     struct Call {

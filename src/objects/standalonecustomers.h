@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/customers.h"
 #include "objects/faultinjector.h"
 
@@ -15,7 +17,7 @@ namespace ZebObjects {
 // CustomerRemoved index is the customer's position at that moment and the positions of those
 // still to go do not shift.
 // Member names for fault injection: "Add", "Remove", "RemoveAll", "Item", "Count", "Enumerate".
-class StandaloneCustomers : public Customers, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneCustomers : public Customers, public FaultInjectable {
     Q_OBJECT
 public:
     // Answers whether the collection takes the customer in.

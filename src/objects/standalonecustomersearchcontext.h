@@ -1,12 +1,14 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/customersearchcontext.h"
 #include "objects/faultinjector.h"
 
 namespace ZebObjects {
 
 // Member names for fault injection: "Value".
-class StandaloneCustomerSearchContext : public CustomerSearchContext, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneCustomerSearchContext : public CustomerSearchContext, public FaultInjectable {
 public:
     explicit StandaloneCustomerSearchContext(QVariant value);
 

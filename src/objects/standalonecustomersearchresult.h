@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/customersearchresult.h"
 #include "objects/faultinjector.h"
 
@@ -8,7 +10,7 @@
 namespace ZebObjects {
 
 // Member names for fault injection: "ChosenCustomer".
-class StandaloneCustomerSearchResult : public CustomerSearchResult, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneCustomerSearchResult : public CustomerSearchResult, public FaultInjectable {
 public:
     StandaloneCustomerSearchResult(std::shared_ptr<Customer> chosen, qint32 matchCount);
 

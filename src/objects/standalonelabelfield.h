@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/labelfield.h"
 #include "objects/faultinjector.h"
 
@@ -12,7 +14,7 @@ namespace ZebObjects {
 // keeps the label's limit; a field of no collection always may.
 // Member names for fault injection: "Caption", "Key", "Included", "PrintOrder", "PrintOrder="
 // (the typed write and the write by name alike).
-class StandaloneLabelField : public LabelField, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneLabelField : public LabelField, public FaultInjectable {
     Q_OBJECT
 public:
     // Answers whether one more field fits on the label.

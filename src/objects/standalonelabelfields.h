@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/labelfields.h"
 #include "objects/faultinjector.h"
 
@@ -13,7 +15,7 @@ class StandaloneLabelField;
 // At most maximumIncluded() fields (5 unless set) are on the label at once; a field beyond that
 // stays off.
 // Member names for fault injection: "Item", "Count", "Enumerate", "Add".
-class StandaloneLabelFields : public LabelFields, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneLabelFields : public LabelFields, public FaultInjectable {
 public:
     StandaloneLabelFields();
     ~StandaloneLabelFields() override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/labels.h"
 #include "objects/faultinjector.h"
 
@@ -9,7 +11,7 @@ class StandaloneLabelFields;
 
 // An in-memory label definition; it starts with an empty field collection.
 // Member names for fault injection: "LabelFields", "LabelFields=".
-class StandaloneLabels : public Labels, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneLabels : public Labels, public FaultInjectable {
 public:
     StandaloneLabels();
     ~StandaloneLabels() override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/lineitem.h"
 #include "contracts/lineitemcomment.h"
 #include "objects/faultinjector.h"
@@ -8,7 +10,7 @@
 namespace ZebObjects {
 
 // Member names for fault injection: "Text".
-class StandaloneLineItemComment : public LineItemComment, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneLineItemComment : public LineItemComment, public FaultInjectable {
 public:
     explicit StandaloneLineItemComment(QString text);
 
@@ -21,7 +23,7 @@ private:
 // One in-memory line of a bill of materials. Reads only hand back what the line holds.
 // Member names for fault injection: "Selected", "Selected=", "Quantity", "Type", "Brand",
 // "CatalogNumber", "Description", "Group", "MTO", "Comment".
-class StandaloneLineItem : public LineItem, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneLineItem : public LineItem, public FaultInjectable {
 public:
     using Data = LineItemRecord;
 

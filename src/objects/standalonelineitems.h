@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/lineitems.h"
 #include "objects/faultinjector.h"
 #include "objects/standalonelineitem.h"
@@ -10,7 +12,7 @@ namespace ZebObjects {
 
 // In-memory lines of a bill of materials, in the order they were added.
 // Member names for fault injection: "Count", "Item", "Enumerate", "Add", "Clear".
-class StandaloneLineItems : public LineItems, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneLineItems : public LineItems, public FaultInjectable {
 public:
     qint16 Count() const override;
     std::shared_ptr<LineItem> Item(qint16 position) const override;

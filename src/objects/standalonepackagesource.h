@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "objects/faultinjector.h"
 #include "objects/standalonecustomer.h"
 #include "contracts/packagesource.h"
@@ -20,7 +22,7 @@ class StandaloneTextObjects;
 // Member names for fault injection: "Submittal", "CoverLetterParagraphs", "CoverLetterRemarks",
 // "BOM", "Labels", "LineItems", "Customers", "JobName", "JobNumber", "PurchaseOrder",
 // "Manufacturer", "Address", "RecipientAddress", "Office".
-class StandalonePackageSource : public ZebPackage::PackageSource, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandalonePackageSource : public ZebPackage::PackageSource, public FaultInjectable {
 public:
     // The sample job with every object of SampleData, and lineCount lines: the sample's twenty,
     // repeated under new types when more are asked for (at most 32,767).

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/recipients.h"
 #include "objects/faultinjector.h"
 
@@ -8,7 +10,7 @@
 namespace ZebObjects {
 
 // Member names for fault injection: "Name", "Company".
-class StandaloneRecipient : public Recipient, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneRecipient : public Recipient, public FaultInjectable {
 public:
     StandaloneRecipient(QString name, QString company);
 
@@ -22,7 +24,7 @@ private:
 
 // In-memory recipients in the order they were added. Member names for fault injection: "Count",
 // "Item", "Enumerate", "Add", "Remove".
-class StandaloneRecipients : public Recipients, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneRecipients : public Recipients, public FaultInjectable {
 public:
     qint16 Count() const override;
     std::shared_ptr<Recipient> Item(qint16 position) const override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/submittal.h"
 #include "objects/faultinjector.h"
 #include "rules/submittalrules.h"
@@ -26,7 +28,7 @@ class StandaloneRecipients;
 // Member names for fault injection: "IssuedBy", "SubmittalDate", "IncludeCoverLetter",
 // "CoverLetter", "IncludeBOM", "IncludeLabels", "Recipients", "SubmittalPurpose" (each also with
 // "=" for its write), "SelectPurpose", "SubmittalPurposeIndex".
-class StandaloneSubmittal : public Submittal, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneSubmittal : public Submittal, public FaultInjectable {
     Q_OBJECT
 public:
     explicit StandaloneSubmittal(QObject* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjects_export.h"
+
 #include "contracts/textobjects.h"
 #include "objects/faultinjector.h"
 
@@ -9,7 +11,7 @@
 
 namespace ZebObjects {
 
-class StandaloneTextObject : public TextObject, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneTextObject : public TextObject, public FaultInjectable {
 public:
     StandaloneTextObject(QString key, QString text, bool selected);
 
@@ -32,7 +34,7 @@ private:
 // names its own with addWithKey. Member names for fault injection: "TextObjectType",
 // "TextObjectType=", "IsDirty", "Item", "Count", "Add", "Remove", "MoveDown", "MoveUp",
 // "SaveOrder", "Enumerate", "Insert".
-class StandaloneTextObjects : public TextObjects, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneTextObjects : public TextObjects, public FaultInjectable {
     Q_OBJECT
 public:
     explicit StandaloneTextObjects(QObject* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebpackage_export.h"
+
 class QPainter;
 class QRectF;
 
@@ -7,7 +9,7 @@ namespace ZebPackage {
 
 // The sales agency's mark at the head of a cover letter: a lamp with its light in a square.
 // Drawn as shapes only, so it scales to any paper and resolution.
-class AgencyLogo {
+class ZEBPACKAGE_EXPORT AgencyLogo {
 public:
     static void draw(QPainter& painter, const QRectF& box);
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebpackage_export.h"
+
 #include "contracts/packagesource.h"
 #include "package/revisionmarks.h"
 
@@ -16,7 +18,7 @@ enum class BomColumn { Line, Type, Quantity, Brand, Manufacturer, CatalogNumber,
 
 // Everything a package prints, read from the job's objects in one go, so that a failing object
 // stops the export before a file is touched.
-struct PackageContent {
+struct ZEBPACKAGE_EXPORT PackageContent {
     struct Recipient {
         QString Name;
         QString Company;

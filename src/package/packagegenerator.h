@@ -1,6 +1,7 @@
 #pragma once
 
 #include "package/revisionmarks.h"
+#include "zebpackage_export.h"
 
 #include <QList>
 #include <QString>
@@ -34,7 +35,7 @@ struct ContentsEntry {
 // written fails with 75. Either way the target is left as it was.
 //
 // Runs on the thread of the QGuiApplication, which it needs for its fonts.
-class PackageGenerator {
+class ZEBPACKAGE_EXPORT PackageGenerator {
 public:
     enum class PaperSize { Letter, A4 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebpackage_export.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QRectF>
@@ -10,7 +12,7 @@ namespace ZebPackage {
 // Gives a drawn PDF what the drawing cannot: the document's facts, bookmarks and links between
 // its pages. Works on the file's objects through qpdf, so the result is a well-formed PDF with
 // its cross-reference table written anew.
-class PdfFinish {
+class ZEBPACKAGE_EXPORT PdfFinish {
 public:
     struct Info {
         QString title;

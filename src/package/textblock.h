@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebpackage_export.h"
+
 #include <QFont>
 #include <QString>
 
@@ -15,7 +17,7 @@ namespace ZebPackage {
 // A text laid out once in a given width for one paint device: lines break at word boundaries,
 // or inside a word that is wider than the whole width, so nothing runs past the right edge.
 // Carriage returns and line feeds break lines.
-class TextBlock {
+class ZEBPACKAGE_EXPORT TextBlock {
 public:
     TextBlock() = default;
     TextBlock(const QString& text, const QFont& font, qreal width, const QPaintDevice* device,

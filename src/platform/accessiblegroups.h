@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QList>
 #include <QString>
 
@@ -14,7 +16,7 @@ namespace ZebSubCtl {
 // A panel calls declareGroupedPanel(this) first thing in its constructor (before anything asks
 // for its accessible interface), and groupForScreenReaders() once the members exist. Members are
 // the panel's own check boxes and option buttons.
-void declareGroupedPanel(QWidget* panel);
-void groupForScreenReaders(QWidget* panel, const QString& name, const QList<QWidget*>& members);
+ZEBSUBCTL_EXPORT void declareGroupedPanel(QWidget* panel);
+ZEBSUBCTL_EXPORT void groupForScreenReaders(QWidget* panel, const QString& name, const QList<QWidget*>& members);
 
 }  // namespace ZebSubCtl

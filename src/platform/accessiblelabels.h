@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 class QLineEdit;
 class QWidget;
 
@@ -10,6 +12,6 @@ namespace ZebSubCtl {
 // box beside the "Other" option). The box reads to a screen reader as before (its name, text,
 // caret and selection) and now also as labelled by the caption. Nothing moves and no widget is
 // added. Call once both exist; the link ends when either goes.
-void labelForScreenReaders(QLineEdit* box, QWidget* caption);
+ZEBSUBCTL_EXPORT void labelForScreenReaders(QLineEdit* box, QWidget* caption);
 
 }  // namespace ZebSubCtl

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QCheckBox>
 
 namespace ZebSubCtl {
@@ -8,7 +10,7 @@ namespace ZebSubCtl {
 // 2 (grey). valueChanged() is the box's click notification: it runs when the value really
 // changes, the same whether the user clicked or code set the value, and never when code sets the
 // value it already has. A user click ticks any box that is not ticked and unticks a ticked one.
-class CheckBox : public QCheckBox {
+class ZEBSUBCTL_EXPORT CheckBox : public QCheckBox {
     Q_OBJECT
     // valueChanged is also the notify signal, so bindings and item mappers follow the box.
     Q_PROPERTY(int Value READ value WRITE setValue NOTIFY valueChanged USER true)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QComboBox>
 
 namespace ZebSubCtl {
@@ -9,7 +11,7 @@ namespace ZebSubCtl {
 // already has. clicked() runs when the user chooses an entry of the list, with the mouse from
 // the drop-down list or with the arrow keys; the text then becomes the entry's without a
 // changed(). Nothing completes or inserts text on its own: the text is what was typed or chosen.
-class ComboBox : public QComboBox {
+class ZEBSUBCTL_EXPORT ComboBox : public QComboBox {
     Q_OBJECT
     Q_PROPERTY(QString Text READ text WRITE setText NOTIFY textChanged USER true)
 public:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QDate>
 #include <QWidget>
 
@@ -22,7 +24,7 @@ namespace ZebSubCtl {
 // has been taken. An edit is pending from the user's first change (typing, Enter, stepping, the
 // calendar) until validate() has run, unless the value is back where it was; a value set from
 // code ends it.
-class DateEdit : public QWidget {
+class ZEBSUBCTL_EXPORT DateEdit : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString Value READ isoText WRITE setIsoText NOTIFY valueChanged USER true)
 public:

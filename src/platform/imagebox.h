@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QPixmap>
 #include <QWidget>
 
@@ -7,7 +9,7 @@ namespace ZebSubCtl {
 
 // A picture shown at its own size at the top left of its box. Copies of one pixmap share its
 // data, so many boxes with the same picture cost little.
-class ImageBox : public QWidget {
+class ZEBSUBCTL_EXPORT ImageBox : public QWidget {
     Q_OBJECT
 public:
     explicit ImageBox(QWidget* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QtGlobal>
 #include <qnamespace.h>
 
@@ -37,7 +39,7 @@ inline constexpr qint16 Alt = 4;
 }  // namespace ShiftMask
 
 // The host's code for a Qt key (Qt::Key), 0 for a key that has none.
-qint16 hostKeyCode(int qtKey);
-qint16 hostShift(Qt::KeyboardModifiers modifiers);
+ZEBSUBCTL_EXPORT qint16 hostKeyCode(int qtKey);
+ZEBSUBCTL_EXPORT qint16 hostShift(Qt::KeyboardModifiers modifiers);
 
 }  // namespace ZebSubCtl

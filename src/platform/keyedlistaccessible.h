@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QAccessibleWidget>
 #include <QPointer>
 
@@ -12,7 +14,7 @@ class KeyedListView;
 // check boxes is checkable and toggles like a click on its box. Cell objects are made once per
 // cell and kept until rows or columns are added, removed or reset, so reading a list again and
 // again costs no new objects.
-class KeyedListAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
+class ZEBSUBCTL_EXPORT KeyedListAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
     explicit KeyedListAccessible(KeyedListView* view);
 
@@ -53,7 +55,7 @@ private:
 };
 
 // One cell of a keyed list view; row -1 is the column heading.
-class KeyedListCellAccessible : public QAccessibleInterface,
+class ZEBSUBCTL_EXPORT KeyedListCellAccessible : public QAccessibleInterface,
                                 public QAccessibleTableCellInterface,
                                 public QAccessibleActionInterface {
 public:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QHash>
 #include <QString>
 #include <QTreeView>
@@ -20,7 +22,7 @@ namespace ZebSubCtl {
 // The item-check notification runs for user toggles only (a click on the check box, or Space),
 // never for a check set from code. Rows have uniform heights, so itemRect() is O(1) and a loop
 // over every item's rectangle stays linear.
-class KeyedListView : public QTreeView {
+class ZEBSUBCTL_EXPORT KeyedListView : public QTreeView {
     Q_OBJECT
 public:
     explicit KeyedListView(QWidget* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QColor>
 #include <QWidget>
 
@@ -8,7 +10,7 @@ namespace ZebSubCtl {
 // A line drawn between two points of its parent, (X1, Y1) and (X2, Y2), in the parent's
 // pixels. Either end can be moved; the widget covers the line's bounding box, so ends given in
 // any order (a right end left of the left one, say) still draw.
-class LineShape : public QWidget {
+class ZEBSUBCTL_EXPORT LineShape : public QWidget {
     Q_OBJECT
 public:
     explicit LineShape(QWidget* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QPlainTextEdit>
 #include <QString>
 
@@ -10,7 +12,7 @@ namespace ZebSubCtl {
 //
 // maxLength() limits what the user can type, paste or drop (0: no limit); text set from code is
 // taken whole. changed() runs whenever the text really changes, from the user or from code.
-class MultiLineTextBox : public QPlainTextEdit {
+class ZEBSUBCTL_EXPORT MultiLineTextBox : public QPlainTextEdit {
     Q_OBJECT
     // The text with CR-LF breaks; QPlainTextEdit::textChanged is the notify signal.
     Q_PROPERTY(QString Text READ text WRITE setText NOTIFY textChanged USER true)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QRadioButton>
 
 namespace ZebSubCtl {
@@ -11,7 +13,7 @@ class OptionGroup;
 // clicked it, moved onto it with an arrow key or code set its value, and never when the button
 // is cleared or set to the value it already has. Code may select a disabled button; the user
 // cannot. Buttons outside an OptionGroup are exclusive among their siblings.
-class OptionButton : public QRadioButton {
+class ZEBSUBCTL_EXPORT OptionButton : public QRadioButton {
     Q_OBJECT
     Q_PROPERTY(bool Value READ value WRITE setValue NOTIFY valueChanged USER true)
 public:

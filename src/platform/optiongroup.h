@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QList>
 #include <QObject>
 
@@ -14,7 +16,7 @@ class OptionButton;
 // selection to the previous (Up, Left) or next (Down, Right) enabled, visible button in index
 // order, wrapping at the ends; Tab stops at the selected button only (at the first while none is
 // selected). The group does not own its buttons; their parent widget does.
-class OptionGroup : public QObject {
+class ZEBSUBCTL_EXPORT OptionGroup : public QObject {
     Q_OBJECT
 public:
     explicit OptionGroup(QObject* parent = nullptr);

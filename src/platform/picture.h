@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QLabel>
 #include <QPixmap>
 
@@ -21,7 +23,7 @@ enum class PictureImage {
 // A picture placed at a design position: shows one PictureImage at its own size (the widget
 // sizes itself to the image, its top-left corner stays). Decoration only: it takes no focus and
 // no clicks.
-class Picture : public QLabel {
+class ZEBSUBCTL_EXPORT Picture : public QLabel {
     Q_OBJECT
 public:
     explicit Picture(QWidget* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QScrollBar>
 
 namespace ZebSubCtl {
@@ -9,7 +11,7 @@ namespace ZebSubCtl {
 // change of the value, whether the user moved the bar (arrow, trough, drag, wheel, key) or code
 // set it, and also when a lowered maximum (or raised minimum) pulls the value back into range.
 // A value outside the range, or a change step outside 1..32767, fails with 380.
-class ScrollBar : public QScrollBar {
+class ZEBSUBCTL_EXPORT ScrollBar : public QScrollBar {
     Q_OBJECT
     Q_PROPERTY(int Value READ Value WRITE setValueChecked NOTIFY valueChanged USER true)
     Q_PROPERTY(int Min READ Min WRITE setMin)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
@@ -20,7 +22,7 @@ namespace ZebSubCtl {
 // own coordinates; the owner moves them when the window's content moves (setToolRect).
 //
 // A window with tools gets its tips from here only: Qt's own tool-tip event is not passed on.
-class ToolTipRegistry : public QObject {
+class ZEBSUBCTL_EXPORT ToolTipRegistry : public QObject {
     Q_OBJECT
 public:
     explicit ToolTipRegistry(QObject* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectsrules_export.h"
+
 #include "contracts/failure.h"
 
 #include <QString>
@@ -10,7 +12,7 @@ class Customer;
 
 // The failures every collection of the business objects raises alike, whatever holds it.
 // what names one element in words ("text object", "customer").
-class CollectionRules {
+class ZEBOBJECTSRULES_EXPORT CollectionRules {
 public:
     // 457: the key is already held.
     static Failure duplicateKey(const QString& source, const QString& key);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectsrules_export.h"
+
 #include "rules/customerrecord.h"
 
 #include <QList>
@@ -12,7 +14,7 @@ namespace ZebObjects {
 // and telling the user that nobody matched. The business objects never open a window of their
 // own; a finder asks the host through these. Without a chooser an interactive search that
 // matches several customers settles on nobody, as an unattended one does.
-class CustomerChoice {
+class ZEBOBJECTSRULES_EXPORT CustomerChoice {
 public:
     // Answers the position of the chosen customer in matches, or -1 when the user chose none.
     using Chooser = std::function<qsizetype(const QList<CustomerRecord>& matches)>;

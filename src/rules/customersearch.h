@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectsrules_export.h"
+
 #include "rules/customerrecord.h"
 
 #include <QList>
@@ -27,7 +29,7 @@ struct CustomerQuery {
 };
 
 // How a customer directory is searched, wherever its records are held.
-class CustomerSearch {
+class ZEBOBJECTSRULES_EXPORT CustomerSearch {
 public:
     // The matches, in the query's order. Criteria are compared without their surrounding blanks;
     // a query without criteria matches nothing; a negative maximum fails with 5.

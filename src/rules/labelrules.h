@@ -1,12 +1,14 @@
 #pragma once
 
+#include "zebobjectsrules_export.h"
+
 #include <QString>
 
 namespace ZebObjects {
 
 // The rules of a label definition, whatever holds its fields: a field is on the label exactly
 // while its print order is not 0, and at most a limited number of fields are on it at once.
-class LabelRules {
+class ZEBOBJECTSRULES_EXPORT LabelRules {
 public:
     static constexpr qint16 DefaultMaximum = 5;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectsrules_export.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -7,7 +9,7 @@ namespace ZebObjects {
 
 // The rules a submittal keeps, whatever holds its data: the purpose options with the user's own
 // purpose behind option 7, and the form of the submittal date.
-class SubmittalRules {
+class ZEBOBJECTSRULES_EXPORT SubmittalRules {
 public:
     // The standard texts of options 0 to 6, then "Other" for option 7.
     static QStringList purposeCaptions();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebobjectsrules_export.h"
+
 #include <QString>
 
 namespace ZebObjects {
@@ -19,7 +21,7 @@ namespace ZebObjects {
 // Any other unsupported character (each code point, so a surrogate pair counts once) becomes "?".
 // The output holds only supported characters, so the rule is idempotent: reformatting its own
 // output answers false.
-class TextFormatter {
+class ZEBOBJECTSRULES_EXPORT TextFormatter {
 public:
     // True when text held unsupported characters; text is then rewritten in place.
     // False, and text is left untouched byte for byte, otherwise.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/failure.h"
 #include "rules/customerrecord.h"
 #include "contracts/packagesource.h"
@@ -57,7 +59,7 @@ struct JobDetails {
 // one statement (paragraphs, a label's fields) answers from that read until the event loop runs
 // again or the store writes, so that a list filled from it shows one state of the file.
 // Failures of the file come as Failure from ZebObjects.Store naming the file and the cause.
-class Store {
+class ZEBSTORE_EXPORT Store {
 public:
     enum class OpenMode {
         // Creates the file (and its folder) when it does not exist.

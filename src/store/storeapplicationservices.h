@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/applicationservices.h"
 #include "contracts/customerfinder.h"
 
@@ -11,7 +13,7 @@ class StoreConnection;
 // same rules as the stand-alone finder (one match settles, several go to the chooser when the
 // search is interactive). The customer it answers is a StoreCustomer on no submittal yet, which
 // the customers of a submittal of this store take in as it is.
-class StoreCustomerFinder : public CustomerFinder {
+class ZEBSTORE_EXPORT StoreCustomerFinder : public CustomerFinder {
 public:
     explicit StoreCustomerFinder(std::shared_ptr<StoreConnection> db);
 
@@ -28,7 +30,7 @@ private:
 
 // The application object of an office in a store: issuers and search context from the file,
 // the stand-alone reformatting rule.
-class StoreApplicationServices : public ApplicationServices {
+class ZEBSTORE_EXPORT StoreApplicationServices : public ApplicationServices {
 public:
     explicit StoreApplicationServices(std::shared_ptr<StoreConnection> db);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/bom.h"
 
 #include <QStringList>
@@ -11,7 +13,7 @@ class StoreTextObjects;
 
 // The bill of materials options of a submittal in a store. Filling the default remarks anew
 // puts a new collection in place, committed with its texts, then raises RemarksPopulated.
-class StoreBOM : public BOM {
+class ZEBSTORE_EXPORT StoreBOM : public BOM {
     Q_OBJECT
 public:
     StoreBOM(std::shared_ptr<StoreConnection> db, qint64 submittalId, QObject* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/failure.h"
 #include "store/storedialect.h"
 #include "store/storelocation.h"
@@ -30,7 +32,7 @@ class StoreCommitWatch;
 // transaction fails, and the server has rolled that transaction back. A write transaction that
 // changed nothing ends without a commit and without an announcement. A commit whose answer was
 // lost is looked up on the new connection, so that its outcome is told as it is.
-class StoreConnection {
+class ZEBSTORE_EXPORT StoreConnection {
 public:
     enum class Mode { OpenOrCreate, OpenExisting, ReadOnly };
     // How long the database may keep a workstation waiting (milliseconds).

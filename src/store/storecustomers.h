@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/customers.h"
 #include "rules/customerrecord.h"
 
@@ -16,7 +18,7 @@ class StoreConnection;
 // no submittal yet and holds its record itself; the submittal's collection that takes it in
 // makes it that submittal's customer, so what is written through it afterwards (its Included
 // first of all) is written to the submittal.
-class StoreCustomer : public Customer {
+class ZEBSTORE_EXPORT StoreCustomer : public Customer {
 public:
     // The customer in row id of the submittals' customers.
     StoreCustomer(std::shared_ptr<StoreConnection> db, qint64 id);
@@ -56,7 +58,7 @@ private:
 // object it is given when the object is a customer this store's directory search found: Item
 // hands out that object, and its writes reach the submittal. Any other customer (one made by
 // another library, or already on a submittal) is copied into a new customer of this submittal.
-class StoreCustomers : public Customers {
+class ZEBSTORE_EXPORT StoreCustomers : public Customers {
     Q_OBJECT
 public:
     StoreCustomers(std::shared_ptr<StoreConnection> db, qint64 submittalId,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/failure.h"
 
 #include <QString>
@@ -14,7 +16,7 @@ class StoreConnection;
 // Where the two databases a store runs on differ: an SQLite file on the workstation, or a
 // PostgreSQL database on the office's server. Everything else (schema, statements, rules) is
 // written once in the SQL both understand.
-class StoreDialect {
+class ZEBSTORE_EXPORT StoreDialect {
 public:
     enum class Kind { Sqlite, Postgres };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "rules/customerrecord.h"
 
 #include <QList>
@@ -12,7 +14,7 @@ class StoreConnection;
 
 // The office-wide records of a store: the customer directory, the issuers and the search
 // context of its user.
-class StoreDirectory {
+class ZEBSTORE_EXPORT StoreDirectory {
 public:
     static QList<CustomerRecord> records(StoreConnection& db);
     static qint32 count(StoreConnection& db);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include <QString>
 
 #include <memory>
@@ -24,7 +26,7 @@ class TextObjects;
 
 // An open job of a store and its submittal's objects. Each object is made on first use and the
 // same one handed out after that, so that every control bound to it follows its events.
-class StoreJob {
+class ZEBSTORE_EXPORT StoreJob {
 public:
     StoreJob(std::shared_ptr<StoreConnection> db, qint64 id, qint64 submittalId);
     ~StoreJob();

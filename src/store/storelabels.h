@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/labelfield.h"
 #include "contracts/labelfields.h"
 #include "contracts/labels.h"
@@ -12,7 +14,7 @@ class StoreConnection;
 
 // One field of a label definition in a store. A field off the label comes on only while there
 // is room under the label's limit; a field refused stays off without failing.
-class StoreLabelField : public LabelField {
+class ZEBSTORE_EXPORT StoreLabelField : public LabelField {
     Q_OBJECT
 public:
     // seen: the print orders of the label's fields as this workstation last read or wrote them,
@@ -45,7 +47,7 @@ private:
 // The fields of a label definition in a store, enumerated with the fields on the label first,
 // in print order. Enumerate reads every field in one statement, and until the connection's
 // snapshot ends the collection and its fields answer from that read.
-class StoreLabelFields : public LabelFields {
+class ZEBSTORE_EXPORT StoreLabelFields : public LabelFields {
 public:
     StoreLabelFields(std::shared_ptr<StoreConnection> db, qint64 submittalId);
     ~StoreLabelFields() override;
@@ -67,7 +69,7 @@ private:
     std::shared_ptr<QHash<qint64, qint16>> m_seen = std::make_shared<QHash<qint64, qint16>>();
 };
 
-class StoreLabels : public Labels {
+class ZEBSTORE_EXPORT StoreLabels : public Labels {
 public:
     StoreLabels(std::shared_ptr<StoreConnection> db, qint64 submittalId);
     ~StoreLabels() override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/failure.h"
 
 #include <QHash>
@@ -12,7 +14,7 @@ namespace ZebObjects {
 // workstation changed the value in between. A write that would replace such a change with a
 // different value is a conflict: nothing is written, the object remembers the value that won,
 // and the writer is told. A value never read here is written as it comes.
-class StoreLastRead {
+class ZEBSTORE_EXPORT StoreLastRead {
 public:
     // Remembers value as read (or written) here and answers it.
     const QVariant& remember(const QString& name, const QVariant& value);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/lineitem.h"
 #include "contracts/lineitemcomment.h"
 #include "contracts/lineitems.h"
@@ -11,7 +13,7 @@ namespace ZebObjects {
 
 class StoreConnection;
 
-class StoreLineItemComment : public LineItemComment {
+class ZEBSTORE_EXPORT StoreLineItemComment : public LineItemComment {
 public:
     StoreLineItemComment(std::shared_ptr<StoreConnection> db, qint64 lineId);
 
@@ -23,7 +25,7 @@ private:
 };
 
 // One line of a submittal in a store. Every read asks the file, and nothing else.
-class StoreLineItem : public LineItem {
+class ZEBSTORE_EXPORT StoreLineItem : public LineItem {
 public:
     StoreLineItem(std::shared_ptr<StoreConnection> db, qint64 id);
 
@@ -47,7 +49,7 @@ private:
 };
 
 // The lines of a submittal in a store, in display order.
-class StoreLineItems : public LineItems {
+class ZEBSTORE_EXPORT StoreLineItems : public LineItems {
 public:
     StoreLineItems(std::shared_ptr<StoreConnection> db, qint64 submittalId);
     ~StoreLineItems() override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 namespace ZebObjects {
 
 class StoreConnection;
@@ -18,7 +20,7 @@ class StoreConnection;
 // adds the office's library of cut sheets and which of them each job's fixture types print.
 // Version 6 keeps the issued revisions of each job: the package as sent, the lines it printed
 // and their review.
-class StoreSchema {
+class ZEBSTORE_EXPORT StoreSchema {
 public:
     static constexpr int CurrentVersion = 6;
 

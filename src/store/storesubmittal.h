@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/coverletter.h"
 #include "contracts/recipients.h"
 #include "contracts/submittal.h"
@@ -14,7 +16,7 @@ class StoreConnection;
 struct StorePurpose;
 
 // The cover letter options of a submittal in a store.
-class StoreCoverLetter : public CoverLetter {
+class ZEBSTORE_EXPORT StoreCoverLetter : public CoverLetter {
 public:
     StoreCoverLetter(std::shared_ptr<StoreConnection> db, qint64 submittalId);
 
@@ -37,7 +39,7 @@ private:
     qint64 m_id;
 };
 
-class StoreRecipient : public Recipient {
+class ZEBSTORE_EXPORT StoreRecipient : public Recipient {
 public:
     explicit StoreRecipient(JobContents::Recipient data);
 
@@ -52,7 +54,7 @@ private:
 
 // The addressees of a submittal in a store, in their order. Each read answers what the file
 // holds at that moment.
-class StoreRecipients : public Recipients {
+class ZEBSTORE_EXPORT StoreRecipients : public Recipients {
 public:
     StoreRecipients(std::shared_ptr<StoreConnection> db, qint64 submittalId);
 
@@ -79,7 +81,7 @@ private:
 // behind option 7; ISO dates only. A write that would replace what another workstation wrote
 // after this one last read it fails; the submittal then raises the value's event, so that
 // controls show the value that won.
-class StoreSubmittal : public Submittal {
+class ZEBSTORE_EXPORT StoreSubmittal : public Submittal {
     Q_OBJECT
 public:
     StoreSubmittal(std::shared_ptr<StoreConnection> db, qint64 id, QObject* parent = nullptr);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/textobjects.h"
 #include "store/storelastread.h"
 
@@ -12,7 +14,7 @@ namespace ZebObjects {
 class StoreConnection;
 
 // One paragraph of a text collection in a store; reads and writes go to the file.
-class StoreTextObject : public TextObject {
+class ZEBSTORE_EXPORT StoreTextObject : public TextObject {
 public:
     StoreTextObject(std::shared_ptr<StoreConnection> db, qint64 id, QString key);
 
@@ -46,7 +48,7 @@ private:
 // Enumerate reads every paragraph in one statement, and until the connection's snapshot ends
 // the collection and its paragraphs answer from that read: a list filled from it shows one
 // state of the file even while another program changes it.
-class StoreTextObjects : public TextObjects {
+class ZEBSTORE_EXPORT StoreTextObjects : public TextObjects {
     Q_OBJECT
 public:
     StoreTextObjects(std::shared_ptr<StoreConnection> db, qint64 id, QObject* parent = nullptr);

@@ -236,7 +236,8 @@ void tst_DesignerPlugin::entriesCarryGroupIconTextsAndInclude()
         QFile file(header.filePath());
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY2(file.readAll().contains(
-                     "class " + widget->name().section(QStringLiteral("::"), 1).toLatin1()
+                     "class ZEBSUBCTL_EXPORT "
+                     + widget->name().section(QStringLiteral("::"), 1).toLatin1()
                      + " : public UserControl"),
                  name);
     }

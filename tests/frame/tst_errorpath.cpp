@@ -1,4 +1,5 @@
 #include "frame/errorpath.h"
+#include "frame/procedurestack.h"
 #include "objects/memorydiagnosticlog.h"
 #include "contracts/runtime.h"
 #include "support/testsupport.h"

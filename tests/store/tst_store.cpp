@@ -40,11 +40,11 @@ JobContents simpleJob(const QString& number)
     c.number = number;
     c.name = QStringLiteral("Job ") + number;
     c.paragraphs = {{QStringLiteral("First"), true}, {QStringLiteral("Second"), false}};
-    StandaloneLineItem::Data l;
+    LineItemRecord l;
     l.quantity = 3;
     l.type = QStringLiteral("A");
     c.lines = {l, l};
-    StandaloneCustomer::Data d;
+    CustomerRecord d;
     d.key = QStringLiteral("C1");
     d.name = QStringLiteral("Customer One");
     c.customers = {d};
@@ -610,7 +610,7 @@ private slots:
         qint64 id = 0;
         {
             const auto store = Store::open(path(dir));
-            StandaloneCustomer::Data d;
+            CustomerRecord d;
             d.key = QStringLiteral("K1");
             d.displayText = QStringLiteral("Keystone Electric (Salem)");
             d.name = QStringLiteral("Keystone Electric");
@@ -722,7 +722,7 @@ private slots:
         QCOMPARE(store->issuedByNames(), (QStringList{QStringLiteral("B"), QStringLiteral("A")}));
         store->setSearchContextValue(QStringLiteral("PDX/me"));
         QCOMPARE(store->searchContextValue().toString(), QStringLiteral("PDX/me"));
-        StandaloneCustomer::Data d;
+        CustomerRecord d;
         d.key = QStringLiteral("K1");
         d.name = QStringLiteral("Keystone Electric");
         store->addDirectoryCustomers({d});

@@ -34,7 +34,7 @@ QString prepared(const QTemporaryDir& dir)
     c.name = QStringLiteral("Riverside Medical Office Building");
     c.paragraphs = {{QStringLiteral("Enclosed please find our submittal."), true}};
     for (int i = 0; i < 20; ++i) {
-        StandaloneLineItem::Data l;
+        LineItemRecord l;
         l.quantity = i + 1;
         l.type = QStringLiteral("T%1").arg(i);
         c.lines.append(l);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <QList>
@@ -23,7 +25,7 @@ class ctlTextSelect;
 /// The bill of materials page: which columns the bill of materials prints, and whether default
 /// remarks print at its bottom, with the list of those remarks. Every tick is written to the
 /// bound BOM options at once. Registered as "ZebSubmittalControls.ctlBOMCriteria".
-class ctlBOMCriteria : public UserControl {
+class ZEBSUBCTL_EXPORT ctlBOMCriteria : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip",
                 "Bill of materials options: which columns the bill of materials shows and its "

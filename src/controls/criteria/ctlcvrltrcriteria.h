@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <memory>
@@ -21,7 +23,7 @@ class Picture;
 /// recipients get one letter each or the same letter. Shows the submittal when it is bound and
 /// writes every click through to its cover letter options; it follows no events. Registered as
 /// "ZebSubmittalControls.ctlCvrLtrCriteria".
-class ctlCvrLtrCriteria : public UserControl {
+class ZEBSUBCTL_EXPORT ctlCvrLtrCriteria : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "Cover letter options of a submittal.")
     Q_CLASSINFO("WhatsThis",

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <QList>
@@ -28,7 +30,7 @@ class TextBox;
 /// it and its date. Every choice is written into the bound submittal at once; the panel follows
 /// the submittal's change events, so two panels on one submittal stay in step. Registered as
 /// "ZebSubmittalControls.ctlGeneralInfo".
-class ctlGeneralInfo : public UserControl {
+class ZEBSUBCTL_EXPORT ctlGeneralInfo : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "Submittal contents, purpose, issuer and date.")
     Q_CLASSINFO("WhatsThis",

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <QMetaObject>
@@ -25,7 +27,7 @@ class KeyedListView;
 /// host allows, adding the customer found, removing customers and ticking them. The collection
 /// owns the data: rows leave only when the collection reports CustomerRemoved. Registered as
 /// "ZebSubmittalControls.ctlCustSelect".
-class ctlCustSelect : public UserControl {
+class ZEBSUBCTL_EXPORT ctlCustSelect : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "Searches customers and keeps the list of the submittal's customers.")
     Q_CLASSINFO("WhatsThis",

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <memory>
@@ -20,7 +22,7 @@ class LineShape;
 /// right in print order. Moving a field writes its print order into the bound label definition
 /// at once. The panel is meant to be bound once: it never empties its lists.
 /// Registered as "ZebSubmittalControls.ctlLabelCriteria".
-class ctlLabelCriteria : public UserControl {
+class ZEBSUBCTL_EXPORT ctlLabelCriteria : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "Which fields print on labels, and in which order.")
     Q_CLASSINFO("WhatsThis",

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <QPointer>
@@ -21,7 +23,7 @@ class ImageBox;
 /// One row of the line item list: a numbered, possibly shaded strip with a selection check box,
 /// the line's texts, its made-to-order mark and its comment picture. The check box writes the
 /// line's Selected back. Registered as "ZebSubmittalControls.ctlSubLine".
-class ctlSubLine : public UserControl {
+class ZEBSUBCTL_EXPORT ctlSubLine : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "One line item row with its check box.")
     Q_CLASSINFO("WhatsThis",

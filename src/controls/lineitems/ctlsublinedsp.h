@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <QMetaObject>
@@ -20,7 +22,7 @@ class ScrollBar;
 /// The scrolling line item viewer: a fixed column heading over a clipping window that holds the
 /// line item list, with a vertical scroll bar that moves the list in steps of whole rows.
 /// Registered as "ZebSubmittalControls.ctlSubLineDsp".
-class ctlSubLineDsp : public UserControl {
+class ZEBSUBCTL_EXPORT ctlSubLineDsp : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "Scrolling, striped list of a submittal's line items.")
     Q_CLASSINFO("WhatsThis",
@@ -55,9 +57,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    friend class LineItemViewerProbe;
-
-    qint16 ViewableLines();
+    // Reachable by name (QMetaObject::invokeMethod), as the scroll arithmetic's inputs are.
+    Q_INVOKABLE qint16 ViewableLines();
     void ctlSubLines_HeightChanged();
     void VScroll_Change();
     void scrollIntoView(QWidget* focused);

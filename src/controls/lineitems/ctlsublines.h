@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <QPointer>
@@ -19,7 +21,7 @@ class ctlSubLine;
 /// numbered from 1 and striped white and grey. It grows its own height to fit its rows and
 /// raises HeightChanged once for every row added beyond the first. The first row (index 1) is
 /// the design-time row and is never destroyed. Registered as "ZebSubmittalControls.ctlSubLines".
-class ctlSubLines : public UserControl {
+class ZEBSUBCTL_EXPORT ctlSubLines : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "Striped rows of a submittal's line items.")
     Q_CLASSINFO("WhatsThis",

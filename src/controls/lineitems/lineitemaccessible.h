@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QString>
 
 class QWidget;
@@ -15,7 +17,7 @@ class ctlSubLine;
 // - its check box says which line it selects;
 // - its texts are labelled by the matching column heading;
 // - the viewer's scroll bar reads in lines ("line 12 of 744").
-class LineItemAccess {
+class ZEBSUBCTL_EXPORT LineItemAccess {
 public:
     // Makes the above apply; the rows and the viewer call it as they are made.
     static void install();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include "frame/usercontrol.h"
 
 #include <QList>
@@ -28,7 +30,7 @@ class ToolTipRegistry;
 /// allows, an entry area to add paragraphs, editing in frmEditText, deleting, reordering and
 /// saving the order. Every command goes to the collection; the list follows the collection's
 /// events. Registered as "ZebSubmittalControls.ctlTextSelect".
-class ctlTextSelect : public UserControl {
+class ZEBSUBCTL_EXPORT ctlTextSelect : public UserControl {
     Q_OBJECT
     Q_CLASSINFO("ToolTip", "List of reusable text paragraphs or comments to pick from.")
     Q_CLASSINFO("WhatsThis",

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebsubctl_export.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -17,7 +19,7 @@ class MultiLineTextBox;
 /// The modal dialog that edits the text of one paragraph. OK checks the text with the
 /// application's formatter first: rewritten text is shown for review and written only on a second
 /// OK. Cancel, Escape and closing the window leave the paragraph as it was.
-class frmEditText : public QDialog {
+class ZEBSUBCTL_EXPORT frmEditText : public QDialog {
     Q_OBJECT
     /// The paragraph the dialog edits; none until set.
     Q_PROPERTY(std::shared_ptr<ZebObjects::TextObject> TextObject READ TextObject WRITE

@@ -22,14 +22,6 @@
 #include <QVBoxLayout>
 #include <QtTest/qtestspontaneevent.h>
 
-namespace ZebSubCtl {
-// Reaches the viewer's internal count of whole rows in view.
-class LineItemViewerProbe {
-public:
-    static qint16 viewableLines(ctlSubLineDsp& viewer) { return viewer.ViewableLines(); }
-};
-}  // namespace ZebSubCtl
-
 using namespace ZebSubCtl;
 using namespace ZebTest;
 using ZebObjects::ErrorInfo;
@@ -75,7 +67,14 @@ struct Fixture {
     ctlSubLines* list() const { return child<ctlSubLines>("ctlSubLines"); }
     ScrollBar* bar() const { return child<ScrollBar>("VScroll"); }
     ctlSubLine* row(int index) const { return list()->row(qint16(index)); }
-    qint16 viewable() const { return LineItemViewerProbe::viewableLines(*viewer); }
+    // The viewer's internal count of whole rows in view.
+    qint16 viewable() const
+    {
+        qint16 lines = -1;
+        QMetaObject::invokeMethod(&*viewer, "ViewableLines", Qt::DirectConnection,
+                                  Q_RETURN_ARG(qint16, lines));
+        return lines;
+    }
 
     std::shared_ptr<StandaloneLineItems> bind(int count)
     {

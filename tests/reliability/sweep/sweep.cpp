@@ -1,6 +1,7 @@
 #include "sweep/sweep.h"
 
 #include "frame/errorpath.h"
+#include "frame/procedurestack.h"
 #include "objects/faultinjector.h"
 #include "objects/memorydiagnosticlog.h"
 #include "contracts/runtime.h"
