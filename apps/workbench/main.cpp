@@ -41,7 +41,8 @@ namespace {
 // offscreen, and they never wait for a box.
 constexpr const char* kCommandLineModes[] = {"--list", "--screenshot", "--save-design", "--export",
                                              "--attach-cut-sheet", "--issue-package", "--revision", "--history",
-                                             "--new-job", "--import-lines", "--import-customers"};
+                                             "--new-job", "--import-lines", "--import-customers",
+                                             "--help", "-h", "--help-all", "--version", "-v"};
 
 // What the command line asks for. An unset option is an empty optional (or false).
 struct Options {

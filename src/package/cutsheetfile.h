@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebpackage_export.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -8,7 +10,7 @@ namespace ZebPackage {
 
 // A manufacturer's cut sheet as the office hands it in, checked before it joins the library:
 // only a PDF that opens without a password and has pages is taken.
-class CutSheetFile {
+class ZEBPACKAGE_EXPORT CutSheetFile {
 public:
     struct Inspection {
         qint32 pageCount = 0;

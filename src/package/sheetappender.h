@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebpackage_export.h"
+
 // qpdf's headers without the old pointer type.
 #define POINTERHOLDER_TRANSITION 4
 
@@ -18,7 +20,7 @@ namespace ZebPackage {
 // and its content as it is (fonts, images, vector art copied, not redrawn), shrunk onto the page
 // so that a strip at its foot is free, where the stamp goes. The same file appended twice prints
 // twice, each time with its own stamp. Internal to the package library.
-class SheetAppender {
+class ZEBPACKAGE_EXPORT SheetAppender {
 public:
     // Made before the document it appends to: the sheets' files must outlive it.
     SheetAppender();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include "contracts/packagesource.h"
 
 #include <QDateTime>
@@ -16,7 +18,7 @@ class StoreConnection;
 // print. A sheet's bytes are stored once, however many types and jobs use it: a file whose
 // SHA-256 the library already holds is the same sheet. Checking that a file is a usable PDF is
 // the caller's part; the store keeps what it is given.
-class StoreCutSheets {
+class ZEBSTORE_EXPORT StoreCutSheets {
 public:
     struct Sheet {
         qint64 id = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zebstore_export.h"
+
 #include <QByteArray>
 #include <QDate>
 #include <QDateTime>
@@ -23,11 +25,11 @@ inline const QString ReviseAndResubmit = QStringLiteral("Revise And Resubmit");
 inline const QString Rejected = QStringLiteral("Rejected");
 inline const QString NotReviewed = QStringLiteral("Not Reviewed");
 // In the order a reviewer's stamp lists them.
-QStringList all();
+ZEBSTORE_EXPORT QStringList all();
 // The verdict of a whole package from its lines' actions: any rejection or revise-and-resubmit
 // makes it "Revise And Resubmit"; else any "Approved As Noted" makes it that; else any
 // "Approved" makes it "Approved"; else it was "Not Reviewed".
-QString overall(const QStringList& actions);
+ZEBSTORE_EXPORT QString overall(const QStringList& actions);
 }  // namespace ReviewAction
 
 // One line of a job as a package printed it.
@@ -94,7 +96,7 @@ struct RevisionChanges {
 // The issued revisions of one job and their reviews, in the office's store. Issuing takes its
 // number under the office's write lock, so two workstations issuing at once get n and n + 1;
 // the number is also unique in the table.
-class StoreHistory {
+class ZEBSTORE_EXPORT StoreHistory {
 public:
     StoreHistory(std::shared_ptr<StoreConnection> db, qint64 jobId);
 
