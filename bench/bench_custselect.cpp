@@ -42,9 +42,9 @@ constexpr QSize kControlSize(940, 420);
 // The list inside the panel at kControlSize with the search area.
 constexpr QSize kListSize(920, 265);
 
-const QStringList kHeadings = {QStringLiteral("Keyword"), QStringLiteral("Name"),
+const QStringList kHeadings = {QStringLiteral("Keyword"),        QStringLiteral("Name"),
                                QStringLiteral("Account Number"), QStringLiteral("City"),
-                               QStringLiteral("State"), QStringLiteral("Type"),
+                               QStringLiteral("State"),          QStringLiteral("Type"),
                                QStringLiteral("Category")};
 
 std::shared_ptr<ZebObjects::StandaloneCustomers> customers(int count)
@@ -104,9 +104,8 @@ void fillPlainTree(QTreeWidget& tree, const ZebObjects::Customers& coll)
     items.reserve(all.size());
     for (const auto& c : all) {
         const QString text = c->DisplayText();
-        auto* item = new QTreeWidgetItem(QStringList{text, c->Name(), c->AccountNumber(),
-                                                     c->City(), c->State(), c->Type(),
-                                                     c->Category()});
+        auto* item = new QTreeWidgetItem(QStringList{text, c->Name(), c->AccountNumber(), c->City(),
+                                                     c->State(), c->Type(), c->Category()});
         item->setCheckState(0, c->Included() ? Qt::Checked : Qt::Unchecked);
         item->setToolTip(0, text);
         items.append(item);

@@ -57,12 +57,17 @@ QByteArray cutSheet(int type)
             if (page > 1)
                 writer.newPage();
             p.setFont(QFont(QStringLiteral("DejaVu Sans"), 18, QFont::Bold));
-            p.drawText(QPointF(54, 72), QStringLiteral("Series %1 LED luminaire, page %2").arg(type).arg(page));
+            p.drawText(QPointF(54, 72),
+                       QStringLiteral("Series %1 LED luminaire, page %2").arg(type).arg(page));
             p.setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
             for (int row = 0; row < 30; ++row)
                 p.drawText(QPointF(54, 300 + row * 14),
                            QStringLiteral("Option %1: %2 lm, %3K, 0-10V dimming, catalog VH-%4-%5")
-                               .arg(row).arg(1000 + 100 * row).arg(3000 + 500 * (row % 3)).arg(type).arg(row));
+                               .arg(row)
+                               .arg(1000 + 100 * row)
+                               .arg(3000 + 500 * (row % 3))
+                               .arg(type)
+                               .arg(row));
             p.drawImage(QRectF(54, 100, 240, 160), photo);
             for (int i = 0; i < 20; ++i)
                 p.drawLine(QPointF(320, 100 + i * 8), QPointF(560, 260 - i * 8));
@@ -93,7 +98,8 @@ std::shared_ptr<StandalonePackageSource> job(bool withSheets)
     for (qsizetype i = 0; i < from.size(); ++i) {
         StandaloneLineItem::Data data;
         data.quantity = qint32(i % 40 + 1);
-        data.type = QStringLiteral("T%1").arg(i * kTypes / from.size() + 1, 2, 10, QLatin1Char('0'));
+        data.type =
+            QStringLiteral("T%1").arg(i * kTypes / from.size() + 1, 2, 10, QLatin1Char('0'));
         data.brand = from[i]->Brand();
         data.catalogNumber = from[i]->CatalogNumber();
         data.description = from[i]->Description();
@@ -122,7 +128,8 @@ void BM_ExportWithCutSheets(benchmark::State& state)
     const auto drawnOnly = job(false);
     ZebPackage::PackageGenerator plain;
     plain.Generate(*drawnOnly, dir.filePath(QStringLiteral("drawn.pdf")));
-    QStringList args{QStringLiteral("--empty"), QStringLiteral("--pages"), dir.filePath(QStringLiteral("drawn.pdf"))};
+    QStringList args{QStringLiteral("--empty"), QStringLiteral("--pages"),
+                     dir.filePath(QStringLiteral("drawn.pdf"))};
     for (const auto& sheet : withSheets->CutSheets()) {
         QFile f(dir.filePath(sheet.FileName));
         f.open(QIODevice::WriteOnly);

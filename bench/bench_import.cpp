@@ -31,7 +31,8 @@ QByteArray csvOf(int rows)
 {
     QByteArray out("Type,Qty,Manufacturer,Catalog No.,Description,Area,MTO,Notes\n");
     for (int i = 1; i <= rows; ++i)
-        out += QStringLiteral("T%1,%2,Varnholt,VH-%1-40K,\"Recessed troffer, 2x4, line %1\",LVL%3,N,%4\n")
+        out += QStringLiteral(
+                   "T%1,%2,Varnholt,VH-%1-40K,\"Recessed troffer, 2x4, line %1\",LVL%3,N,%4\n")
                    .arg(i)
                    .arg(i % 40 + 1)
                    .arg(i % 7)
@@ -61,12 +62,14 @@ void BM_ImportLines(benchmark::State& state)
             TableImport import = OfficeImports::lineItems();
             import.setTable(CsvTable::parse(csv, QStringLiteral("bench")));
             OfficeImports::mapColumns(import, *store, OfficeImports::LineMappingSetting);
-            ImportDialog preview(QStringLiteral("Import Line Items"), QStringLiteral("bench.csv"), import, true);
+            ImportDialog preview(QStringLiteral("Import Line Items"), QStringLiteral("bench.csv"),
+                                 import, true);
             preview.show();
             ZebBench::settle();
             if (!preview.import().problems().isEmpty())
                 state.SkipWithError("the rows have problems");
-            store->openJob(job)->lineItems()->importLines(OfficeImports::lines(preview.import()), false);
+            store->openJob(job)->lineItems()->importLines(OfficeImports::lines(preview.import()),
+                                                          false);
             c = seconds(start, Clock::now());
             ours += c;
         }
@@ -95,11 +98,13 @@ void BM_ImportLines(benchmark::State& state)
                 const auto start = Clock::now();
                 db.transaction();
                 QSqlQuery insert(db);
-                insert.prepare(QStringLiteral("INSERT INTO line_items (submittal_id, position, quantity, type, brand, "
-                                              "catalog_number, description, group_code, mto, selected) "
-                                              "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+                insert.prepare(QStringLiteral(
+                    "INSERT INTO line_items (submittal_id, position, quantity, type, brand, "
+                    "catalog_number, description, group_code, mto, selected) "
+                    "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
                 QSqlQuery comment(db);
-                comment.prepare(QStringLiteral("INSERT INTO line_item_comments (line_item_id, text) VALUES (?, ?)"));
+                comment.prepare(QStringLiteral(
+                    "INSERT INTO line_item_comments (line_item_id, text) VALUES (?, ?)"));
                 for (qsizetype i = 0; i < lines.size(); ++i) {
                     const auto& l = lines[i];
                     insert.addBindValue(submittal);
@@ -130,7 +135,12 @@ void BM_ImportLines(benchmark::State& state)
     ZebBench::reportAgainstBaseline(state, ours, theirs);
     state.counters["target_ratio"] = 2.0;
 }
-BENCHMARK(BM_ImportLines)->Arg(1000)->Arg(10000)->Iterations(3)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ImportLines)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Iterations(3)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

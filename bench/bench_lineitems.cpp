@@ -231,8 +231,11 @@ void BM_RowMemory(benchmark::State& state)
     state.counters["baseline_heap_kib_per_row"] = theirsHeap / n;
     state.counters["ratio"] = oursHeap / theirsHeap;
 }
-BENCHMARK(BM_RowMemory)->Arg(kMostLines)->Iterations(1)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_RowMemory)
+    ->Arg(kMostLines)
+    ->Iterations(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 std::map<int, double>& bindSeconds()
 {
@@ -271,8 +274,7 @@ void BM_Bind(benchmark::State& state)
 }
 // In this order: the 744 run reports its growth over the 100 run.
 BENCHMARK(BM_Bind)->Arg(100)->Iterations(20)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Bind)->Arg(kMostLines)->Iterations(8)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_Bind)->Arg(kMostLines)->Iterations(8)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 void BM_Rebind(benchmark::State& state)
 {
@@ -290,8 +292,11 @@ void BM_Rebind(benchmark::State& state)
     }
     ZebBench::reportAgainstBaseline(state, again, once);
 }
-BENCHMARK(BM_Rebind)->Arg(kMostLines)->Iterations(8)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_Rebind)
+    ->Arg(kMostLines)
+    ->Iterations(8)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 void BM_ScrollStep(benchmark::State& state)
 {
@@ -315,8 +320,8 @@ void BM_ScrollStep(benchmark::State& state)
     double theirs = 0;
     bool down = true;
     for (auto _ : state) {
-        const auto action = down ? QAbstractSlider::SliderSingleStepAdd
-                                 : QAbstractSlider::SliderSingleStepSub;
+        const auto action =
+            down ? QAbstractSlider::SliderSingleStepAdd : QAbstractSlider::SliderSingleStepSub;
         down = !down;
         auto start = Clock::now();
         area->verticalScrollBar()->triggerAction(action);
@@ -335,8 +340,11 @@ void BM_ScrollStep(benchmark::State& state)
     ZebBench::reportAgainstBaseline(state, ours, theirs);
     state.counters["target_ms"] = 2.0;
 }
-BENCHMARK(BM_ScrollStep)->Arg(kMostLines)->Iterations(200)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_ScrollStep)
+    ->Arg(kMostLines)
+    ->Iterations(200)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 // The idiomatic list: a QTableView over a model filled before it is set, one row per line.
 double tableBind(const ZebObjects::LineItems& items)
@@ -349,11 +357,10 @@ double tableBind(const ZebObjects::LineItems& items)
     settle();
     const auto start = Clock::now();
     auto* model = new QStandardItemModel(0, 9, &view);
-    model->setHorizontalHeaderLabels({QStringLiteral("#"), QStringLiteral("QTY"),
-                                      QStringLiteral("Type"), QStringLiteral("Brand"),
-                                      QStringLiteral("Catalog Number"), QStringLiteral("Group"),
-                                      QStringLiteral("MTO"), QStringLiteral("Description"),
-                                      QStringLiteral("Comment")});
+    model->setHorizontalHeaderLabels(
+        {QStringLiteral("#"), QStringLiteral("QTY"), QStringLiteral("Type"),
+         QStringLiteral("Brand"), QStringLiteral("Catalog Number"), QStringLiteral("Group"),
+         QStringLiteral("MTO"), QStringLiteral("Description"), QStringLiteral("Comment")});
     int n = 0;
     for (const auto& item : items.Enumerate()) {
         ++n;
@@ -366,12 +373,11 @@ double tableBind(const ZebObjects::LineItems& items)
         catalog->setToolTip(item->CatalogNumber());
         auto* description = new QStandardItem(item->Description());
         description->setToolTip(item->Description());
-        model->appendRow({number, new QStandardItem(item->Quantity()), type,
-                          new QStandardItem(item->Brand()), catalog,
-                          new QStandardItem(item->Group()),
-                          new QStandardItem(item->MTO() ? QStringLiteral("MTO") : QString()),
-                          description,
-                          new QStandardItem(item->Comment() ? QStringLiteral("*") : QString())});
+        model->appendRow(
+            {number, new QStandardItem(item->Quantity()), type, new QStandardItem(item->Brand()),
+             catalog, new QStandardItem(item->Group()),
+             new QStandardItem(item->MTO() ? QStringLiteral("MTO") : QString()), description,
+             new QStandardItem(item->Comment() ? QStringLiteral("*") : QString())});
     }
     view.setModel(model);
     settle();
@@ -393,8 +399,11 @@ void BM_TableView(benchmark::State& state)
     }
     ZebBench::reportAgainstBaseline(state, ours, theirs);
 }
-BENCHMARK(BM_TableView)->Arg(kMostLines)->Iterations(8)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_TableView)
+    ->Arg(kMostLines)
+    ->Iterations(8)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

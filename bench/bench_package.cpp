@@ -81,7 +81,12 @@ void BM_Export(benchmark::State& state)
     state.counters["pages"] = pages;
     state.counters["export_ms"] = 1000.0 * total / double(state.iterations());
 }
-BENCHMARK(BM_Export)->Arg(100)->Arg(744)->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(2.0);
+BENCHMARK(BM_Export)
+    ->Arg(100)
+    ->Arg(744)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(2.0);
 
 void BM_Growth(benchmark::State& state)
 {

@@ -155,8 +155,8 @@ qint64 readJob(StoreJob& job)
         reads += lines->Count();
         reads += l->Selected() + l->Quantity().size() + l->Type().size() + l->Type().size()
                  + l->Brand().size() + l->CatalogNumber().size() + l->CatalogNumber().size()
-                 + l->Group().size() + l->MTO() + l->Description().size()
-                 + l->Description().size() + (l->Comment() ? 1 : 0);
+                 + l->Group().size() + l->MTO() + l->Description().size() + l->Description().size()
+                 + (l->Comment() ? 1 : 0);
     }
     for (const auto& c : job.customers()->Enumerate())
         reads += c->Key().size() + c->DisplayText().size() + c->Included() + c->Name().size()

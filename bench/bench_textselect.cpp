@@ -74,8 +74,8 @@ std::unique_ptr<QStandardItemModel> fillPlainList(QListView& list,
     items.reserve(qsizetype(objects.size()));
     for (const auto& object : objects) {
         const QString text = object->Text();
-        auto* item = new QStandardItem(QString(text).replace(QStringLiteral("\r\n"),
-                                                             QStringLiteral("  ")));
+        auto* item =
+            new QStandardItem(QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("  ")));
         item->setEditable(false);
         item->setCheckable(true);
         item->setCheckState(object->Selected() ? Qt::Checked : Qt::Unchecked);
@@ -121,8 +121,8 @@ double controlBind(const std::shared_ptr<ZebObjects::StandaloneTextObjects>& tex
 
 void sendMove(QWidget* viewport, QPoint pos)
 {
-    QMouseEvent move(QEvent::MouseMove, pos, viewport->mapToGlobal(pos), Qt::NoButton,
-                     Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, pos, viewport->mapToGlobal(pos), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
     QCoreApplication::sendEvent(viewport, &move);
 }
 
@@ -188,8 +188,11 @@ void BM_MouseMove(benchmark::State& state)
     ZebBench::reportAgainstBaseline(state, ours, theirs);
     state.counters["target_ms"] = 2.0;
 }
-BENCHMARK(BM_MouseMove)->Arg(10000)->Iterations(200)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_MouseMove)
+    ->Arg(10000)
+    ->Iterations(200)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 void BM_ItemMoved(benchmark::State& state)
 {
@@ -222,8 +225,7 @@ void BM_ItemMoved(benchmark::State& state)
         state.SkipWithError("the moved paragraph lost its selection");
     ZebBench::reportAgainstBaseline(state, ours, baseline);
 }
-BENCHMARK(BM_ItemMoved)->Arg(10000)->Iterations(10)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_ItemMoved)->Arg(10000)->Iterations(10)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -65,9 +65,13 @@ void BM_OpenJob(benchmark::State& state, const QString& number, const QString& o
 
 // The sample job (20 lines) first, so that the 744-line job can report its growth.
 BENCHMARK_CAPTURE(BM_OpenJob, sample_20_lines, QStringLiteral("24-0131"), QStringLiteral("24-0117"))
-    ->Iterations(5)->UseManualTime()->Unit(benchmark::kMillisecond);
+    ->Iterations(5)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(BM_OpenJob, large_744_lines, QStringLiteral("25-0009"), QStringLiteral("24-0117"))
-    ->Iterations(5)->UseManualTime()->Unit(benchmark::kMillisecond);
+    ->Iterations(5)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -72,8 +72,14 @@ void onRow(int, void* data)
     c->row.clear();
 }
 
-int onlySpace(unsigned char c) { return c == CSV_SPACE ? 1 : 0; }
-int spaceOrTab(unsigned char c) { return c == CSV_SPACE || c == CSV_TAB ? 1 : 0; }
+int onlySpace(unsigned char c)
+{
+    return c == CSV_SPACE ? 1 : 0;
+}
+int spaceOrTab(unsigned char c)
+{
+    return c == CSV_SPACE || c == CSV_TAB ? 1 : 0;
+}
 
 }  // namespace
 
@@ -103,19 +109,18 @@ CsvTable CsvTable::parse(const QByteArray& raw, const QString& origin, char deli
     // A tab that separates fields is no blank to trim.
     csv_set_space_func(&parser, delimiter == '\t' ? onlySpace : spaceOrTab);
     Collector collector;
-    const size_t done = csv_parse(&parser, bytes.constData(), size_t(bytes.size()), onField,
-                                  onRow, &collector);
+    const size_t done =
+        csv_parse(&parser, bytes.constData(), size_t(bytes.size()), onField, onRow, &collector);
     int error = done == size_t(bytes.size()) ? CSV_SUCCESS : csv_error(&parser);
     if (error == CSV_SUCCESS && csv_fini(&parser, onField, onRow, &collector) != 0)
         error = csv_error(&parser);
     csv_free(&parser);
     if (error != CSV_SUCCESS)
-        throw ZebObjects::Failure(
-            ZebObjects::ErrorNumber::BadFileFormat, kSource,
-            QStringLiteral("%1 is not a readable CSV file: row %2: %3")
-                .arg(origin)
-                .arg(collector.rows.size() + 1)
-                .arg(QString::fromLatin1(csv_strerror(error))));
+        throw ZebObjects::Failure(ZebObjects::ErrorNumber::BadFileFormat, kSource,
+                                  QStringLiteral("%1 is not a readable CSV file: row %2: %3")
+                                      .arg(origin)
+                                      .arg(collector.rows.size() + 1)
+                                      .arg(QString::fromLatin1(csv_strerror(error))));
 
     table.rows.reserve(collector.rows.size());
     for (const QList<QByteArray>& r : collector.rows) {
@@ -137,9 +142,9 @@ CsvTable CsvTable::read(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw ZebObjects::Failure(ZebObjects::ErrorNumber::PathFileAccessError, kSource,
-                                  QStringLiteral("Cannot read \"%1\": %2")
-                                      .arg(path, file.errorString()));
+        throw ZebObjects::Failure(
+            ZebObjects::ErrorNumber::PathFileAccessError, kSource,
+            QStringLiteral("Cannot read \"%1\": %2").arg(path, file.errorString()));
     return parse(file.readAll(), QStringLiteral("\"%1\"").arg(path));
 }
 

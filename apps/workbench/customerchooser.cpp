@@ -18,18 +18,17 @@ namespace ZebObjects {
 namespace {
 constexpr int kPositionRole = Qt::UserRole;
 bool g_tellNothingFound = false;
-}
+}  // namespace
 
-CustomerChooser::CustomerChooser(const QList<CustomerRecord>& customers,
-                                 QWidget* parent)
+CustomerChooser::CustomerChooser(const QList<CustomerRecord>& customers, QWidget* parent)
     : QDialog(parent), m_list(new QTreeWidget(this))
 {
     setObjectName(QStringLiteral("frmChooseCustomer"));
     setWindowTitle(QStringLiteral("Choose Customer"));
     setModal(true);
 
-    auto* prompt = new QLabel(
-        QStringLiteral("More than one customer matches your search. Choose one:"), this);
+    auto* prompt =
+        new QLabel(QStringLiteral("More than one customer matches your search. Choose one:"), this);
     prompt->setObjectName(QStringLiteral("lblPrompt"));
     prompt->setBuddy(m_list);
 
@@ -101,10 +100,10 @@ void CustomerChooser::tellNothingFound()
     if (!g_tellNothingFound || !qobject_cast<QApplication*>(QCoreApplication::instance()))
         return;
     // Guarded as the chooser is: whoever answers the box may also close its parent.
-    QPointer<QMessageBox> box = new QMessageBox(QMessageBox::Information,
-                                                QStringLiteral("Customer Search"),
-                                                QStringLiteral("No customer matches your search."),
-                                                QMessageBox::Ok, QApplication::activeWindow());
+    QPointer<QMessageBox> box =
+        new QMessageBox(QMessageBox::Information, QStringLiteral("Customer Search"),
+                        QStringLiteral("No customer matches your search."), QMessageBox::Ok,
+                        QApplication::activeWindow());
     box->setObjectName(QStringLiteral("frmNoCustomer"));
     box->exec();
     delete box.data();

@@ -16,8 +16,7 @@ namespace ZebObjects {
 class CustomerChooser : public QDialog {
     Q_OBJECT
 public:
-    explicit CustomerChooser(const QList<CustomerRecord>& customers,
-                             QWidget* parent = nullptr);
+    explicit CustomerChooser(const QList<CustomerRecord>& customers, QWidget* parent = nullptr);
     ~CustomerChooser() override;
 
     // Makes this dialog the process's customer chooser (CustomerChoice), and its box the word

@@ -37,7 +37,8 @@ CustomerDialog::CustomerDialog(const QString& title, const Data& customer, QWidg
     setObjectName(QStringLiteral("dlgCustomer"));
     setWindowTitle(title);
     setAccessibleName(title);
-    setAccessibleDescription(QStringLiteral("A customer's company, contact, address, phone, e-mail, account, type and category"));
+    setAccessibleDescription(QStringLiteral(
+        "A customer's company, contact, address, phone, e-mail, account, type and category"));
     auto* form = new QFormLayout;
     for (const Field& f : kFields) {
         auto* edit = new QLineEdit(customer.*f.member, this);

@@ -43,8 +43,8 @@ QString CutSheetAttach::currentUser()
     return user;
 }
 
-CutSheetAttach::Result CutSheetAttach::attach(ZebObjects::Store& s, qint64 jobId, const QString& type,
-                                              const QString& path)
+CutSheetAttach::Result CutSheetAttach::attach(ZebObjects::Store& s, qint64 jobId,
+                                              const QString& type, const QString& path)
 {
     const Checked c = check(type, path);
     store(s, jobId, c);
@@ -57,7 +57,8 @@ int CutSheetAttach::fromCommandLine(ZebObjects::Store& s, qint64 jobId, const QS
     for (const QString& spec : specs) {
         const qsizetype eq = spec.indexOf(QLatin1Char('='));
         if (eq <= 0 || eq == spec.size() - 1 || spec.left(eq).trimmed().isEmpty()) {
-            std::fprintf(stderr, "zeb-workbench: --attach-cut-sheet needs TYPE=FILE.pdf, not \"%s\"\n",
+            std::fprintf(stderr,
+                         "zeb-workbench: --attach-cut-sheet needs TYPE=FILE.pdf, not \"%s\"\n",
                          qPrintable(spec));
             return 1;
         }
@@ -80,10 +81,12 @@ int CutSheetAttach::fromCommandLine(ZebObjects::Store& s, qint64 jobId, const QS
     for (const Checked& c : checked) {
         const QString name = QFileInfo(c.path).fileName();
         for (const QString& warning : c.inspection.warnings)
-            std::fprintf(stderr, "zeb-workbench: the cut sheet \"%s\" was repaired on reading: %s\n",
+            std::fprintf(stderr,
+                         "zeb-workbench: the cut sheet \"%s\" was repaired on reading: %s\n",
                          qPrintable(name), qPrintable(warning));
-        std::printf("%s: %d %s attached to type %s\n", qPrintable(name), int(c.inspection.pageCount),
-                    c.inspection.pageCount == 1 ? "page" : "pages", qPrintable(c.type));
+        std::printf("%s: %d %s attached to type %s\n", qPrintable(name),
+                    int(c.inspection.pageCount), c.inspection.pageCount == 1 ? "page" : "pages",
+                    qPrintable(c.type));
     }
     std::fflush(stdout);
     return 0;

@@ -20,7 +20,8 @@ public:
 
     // A bad file fails with the ZebObjects::Failure that names it and the reason; nothing is
     // stored then.
-    static Result attach(ZebObjects::Store& store, qint64 jobId, const QString& type, const QString& path);
+    static Result attach(ZebObjects::Store& store, qint64 jobId, const QString& type,
+                         const QString& path);
 
     // --attach-cut-sheet TYPE=FILE.pdf, each of specs: every file is checked before any is
     // attached, then all are attached in one transaction. Says what it did on standard output,

@@ -38,7 +38,8 @@ void follow(Workstation& window)
     QTabWidget* pages = pagesOf(window);
     if (!dock || !pages || !window.job())
         return;
-    const bool show = pages->currentIndex() >= 0 && pages->tabText(pages->currentIndex()) == kLineItems;
+    const bool show =
+        pages->currentIndex() >= 0 && pages->tabText(pages->currentIndex()) == kLineItems;
     dock->setVisible(show);
     // A narrow column beside the lines, which keep most of the window.
     if (show)
@@ -64,13 +65,15 @@ void CutSheetDock::install(Workstation& window)
         auto* preview = new QAction(QStringLiteral("Pre&view Package..."), file);
         preview->setObjectName(QStringLiteral("actPreviewPackage"));
         preview->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E));
-        QObject::connect(preview, &QAction::triggered, &window, [&window] { CutSheetDock::preview(window); });
+        QObject::connect(preview, &QAction::triggered, &window,
+                         [&window] { CutSheetDock::preview(window); });
         const QList<QAction*> actions = file->actions();
         // Beside Export Package.
         file->insertAction(actions.size() > 2 ? actions[2] : nullptr, preview);
     }
     if (QTabWidget* pages = pagesOf(window))
-        QObject::connect(pages, &QTabWidget::currentChanged, &window, [&window] { follow(window); });
+        QObject::connect(pages, &QTabWidget::currentChanged, &window,
+                         [&window] { follow(window); });
 }
 
 void CutSheetDock::bind(Workstation& window)
@@ -106,9 +109,11 @@ void CutSheetDock::preview(Workstation& window)
     const QByteArray pdf = packageBytes(window);
     if (pdf.isEmpty())
         return;
-    PackagePreview dialog(pdf, QDir::home().filePath(QStringLiteral("%1 Submittal.pdf").arg(window.job()->number())), {},
-                          &window);
+    PackagePreview dialog(
+        pdf, QDir::home().filePath(QStringLiteral("%1 Submittal.pdf").arg(window.job()->number())),
+        {}, &window);
     dialog.exec();
     if (!dialog.exportedPath().isEmpty())
-        window.statusBar()->showMessage(QStringLiteral("Package written to %1").arg(dialog.exportedPath()), 5000);
+        window.statusBar()->showMessage(
+            QStringLiteral("Package written to %1").arg(dialog.exportedPath()), 5000);
 }

@@ -45,24 +45,28 @@ QStringList pdfFiles(const QMimeData* mime)
 
 }  // namespace
 
-CutSheetPanel::CutSheetPanel(std::shared_ptr<ZebObjects::Store> store, std::shared_ptr<ZebObjects::StoreJob> job,
-                             Hooks hooks, QWidget* parent)
+CutSheetPanel::CutSheetPanel(std::shared_ptr<ZebObjects::Store> store,
+                             std::shared_ptr<ZebObjects::StoreJob> job, Hooks hooks,
+                             QWidget* parent)
     : QWidget(parent), m_store(std::move(store)), m_job(std::move(job)), m_hooks(std::move(hooks))
 {
     setObjectName(QStringLiteral("pgCutSheets"));
     setAccessibleName(QStringLiteral("Cut Sheets"));
-    setAccessibleDescription(QStringLiteral("The manufacturers' cut sheets each fixture type of the job prints"));
+    setAccessibleDescription(
+        QStringLiteral("The manufacturers' cut sheets each fixture type of the job prints"));
 
-    auto* intro = new QLabel(QStringLiteral("Cut sheets print after the labels, for each ticked type in the order of "
-                                            "the line items. Drop PDF files on a type to attach them."),
-                             this);
+    auto* intro = new QLabel(
+        QStringLiteral("Cut sheets print after the labels, for each ticked type in the order of "
+                       "the line items. Drop PDF files on a type to attach them."),
+        this);
     intro->setObjectName(QStringLiteral("lblCutSheetsIntro"));
     intro->setWordWrap(true);
 
     m_tree = new QTreeWidget(this);
     m_tree->setObjectName(QStringLiteral("tvwCutSheets"));
     m_tree->setAccessibleName(QStringLiteral("Types and their cut sheets"));
-    m_tree->setAccessibleDescription(QStringLiteral("Each type of the job's lines with the cut sheets attached to it"));
+    m_tree->setAccessibleDescription(
+        QStringLiteral("Each type of the job's lines with the cut sheets attached to it"));
     m_tree->setHeaderLabels({QStringLiteral("Type / Cut Sheet"), QStringLiteral("Pages")});
     m_tree->setRootIsDecorated(true);
     m_tree->setUniformRowHeights(true);
@@ -116,7 +120,8 @@ CutSheetPanel::CutSheetPanel(std::shared_ptr<ZebObjects::Store> store, std::shar
 void CutSheetPanel::reload()
 {
     const QString keepType = currentType();
-    const QVariant keepSheet = m_tree->currentItem() ? m_tree->currentItem()->data(0, kSheetIdRole) : QVariant();
+    const QVariant keepSheet =
+        m_tree->currentItem() ? m_tree->currentItem()->data(0, kSheetIdRole) : QVariant();
     m_tree->clear();
     // Every type of the job's lines, in line order; one without a ticked line does not print.
     QStringList types;
@@ -130,7 +135,8 @@ void CutSheetPanel::reload()
         if (line->Selected())
             ticked.insert(type);
     }
-    const QList<ZebObjects::StoreCutSheets::Attachment> attached = m_store->cutSheets().attachments(m_job->id());
+    const QList<ZebObjects::StoreCutSheets::Attachment> attached =
+        m_store->cutSheets().attachments(m_job->id());
     for (const auto& a : attached) {
         if (!types.contains(a.type))
             types << a.type;
@@ -149,10 +155,12 @@ void CutSheetPanel::reload()
             child->setText(0, a.sheet.fileName);
             child->setText(1, QString::number(a.sheet.pageCount));
             child->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
-            const QString added = QLocale().toString(a.sheet.addedAt.toLocalTime(), QLocale::ShortFormat);
-            child->setToolTip(0, a.sheet.addedBy.isEmpty()
-                                     ? QStringLiteral("Added %1").arg(added)
-                                     : QStringLiteral("Added by %1, %2").arg(a.sheet.addedBy, added));
+            const QString added =
+                QLocale().toString(a.sheet.addedAt.toLocalTime(), QLocale::ShortFormat);
+            child->setToolTip(0,
+                              a.sheet.addedBy.isEmpty()
+                                  ? QStringLiteral("Added %1").arg(added)
+                                  : QStringLiteral("Added by %1, %2").arg(a.sheet.addedBy, added));
             child->setData(0, kSheetIdRole, a.sheet.id);
             child->setData(0, kTypeRole, type);
             ++count;
@@ -177,8 +185,11 @@ void CutSheetPanel::reload()
     m_tree->setCurrentItem(current);
     m_attach->setEnabled(current != nullptr);
     m_remove->setEnabled(current && current->data(0, kSheetIdRole).isValid());
-    m_summary->setText(missing == 0 ? QStringLiteral("%1 cut sheets attached").arg(sheets)
-                                    : QStringLiteral("%1 cut sheets attached; %2 ticked types have none").arg(sheets).arg(missing));
+    m_summary->setText(missing == 0
+                           ? QStringLiteral("%1 cut sheets attached").arg(sheets)
+                           : QStringLiteral("%1 cut sheets attached; %2 ticked types have none")
+                                 .arg(sheets)
+                                 .arg(missing));
 }
 
 QString CutSheetPanel::currentType() const
@@ -203,7 +214,8 @@ int CutSheetPanel::attachFiles(const QString& type, const QStringList& paths)
     int attached = 0;
     for (const QString& path : paths) {
         try {
-            const CutSheetAttach::Result r = CutSheetAttach::attach(*m_store, m_job->id(), type, path);
+            const CutSheetAttach::Result r =
+                CutSheetAttach::attach(*m_store, m_job->id(), type, path);
             ++attached;
             for (const QString& warning : r.warnings)
                 repaired << QStringLiteral("\"%1\": %2").arg(r.fileName, warning);
@@ -220,8 +232,9 @@ int CutSheetPanel::attachFiles(const QString& type, const QStringList& paths)
         QMessageBox::warning(this, QStringLiteral("Attach Cut Sheets"), m_lastMessage);
     }
     if (!repaired.isEmpty()) {
-        const QString text = QStringLiteral("Attached, but the file had to be repaired to be read:\n")
-                             + repaired.join(QLatin1Char('\n'));
+        const QString text =
+            QStringLiteral("Attached, but the file had to be repaired to be read:\n")
+            + repaired.join(QLatin1Char('\n'));
         m_lastMessage += (m_lastMessage.isEmpty() ? QString() : QStringLiteral("\n")) + text;
         QMessageBox::information(this, QStringLiteral("Attach Cut Sheets"), text);
     }
@@ -233,10 +246,11 @@ void CutSheetPanel::cmdAttach_Click()
     const QString type = currentType();
     if (type.isEmpty())
         return;
-    const QStringList files = m_hooks.chooseFiles
-                                  ? m_hooks.chooseFiles(type)
-                                  : QFileDialog::getOpenFileNames(this, QStringLiteral("Attach Cut Sheets to Type %1").arg(type),
-                                                                  QString(), QStringLiteral("PDF files (*.pdf);;All files (*)"));
+    const QStringList files =
+        m_hooks.chooseFiles ? m_hooks.chooseFiles(type)
+                            : QFileDialog::getOpenFileNames(
+                                this, QStringLiteral("Attach Cut Sheets to Type %1").arg(type),
+                                QString(), QStringLiteral("PDF files (*.pdf);;All files (*)"));
     if (!files.isEmpty())
         attachFiles(type, files);
 }

@@ -13,7 +13,7 @@ class QTreeWidgetItem;
 namespace ZebObjects {
 class Store;
 class StoreJob;
-}
+}  // namespace ZebObjects
 
 // The job's fixture types with the cut sheets each prints, on a page of its own beside the line
 // items: attach PDF files by a file dialog or by dropping them on a type, remove one, and
@@ -30,8 +30,9 @@ public:
         std::function<void()> preview;
     };
 
-    CutSheetPanel(std::shared_ptr<ZebObjects::Store> store, std::shared_ptr<ZebObjects::StoreJob> job,
-                  Hooks hooks, QWidget* parent = nullptr);
+    CutSheetPanel(std::shared_ptr<ZebObjects::Store> store,
+                  std::shared_ptr<ZebObjects::StoreJob> job, Hooks hooks,
+                  QWidget* parent = nullptr);
 
     // Reads the types and their sheets again.
     void reload();

@@ -23,20 +23,24 @@ DirectoryDialog::DirectoryDialog(std::shared_ptr<ZebObjects::Store> store, QWidg
     setObjectName(QStringLiteral("dlgDirectory"));
     setWindowTitle(QStringLiteral("Customer Directory"));
     setAccessibleName(windowTitle());
-    setAccessibleDescription(QStringLiteral("The office's customers to find, add, edit, merge and import"));
+    setAccessibleDescription(
+        QStringLiteral("The office's customers to find, add, edit, merge and import"));
     m_find = new QLineEdit(this);
     m_find->setObjectName(QStringLiteral("txtFindCustomer"));
     m_find->setAccessibleName(QStringLiteral("Find a customer"));
-    m_find->setAccessibleDescription(QStringLiteral("Shows the customers whose company, contact, city or account holds what is typed"));
+    m_find->setAccessibleDescription(QStringLiteral(
+        "Shows the customers whose company, contact, city or account holds what is typed"));
     m_find->setClearButtonEnabled(true);
     auto* findLabel = new QLabel(QStringLiteral("&Find:"), this);
     findLabel->setBuddy(m_find);
     m_table = new QTableWidget(0, 6, this);
     m_table->setObjectName(QStringLiteral("tblDirectory"));
     m_table->setAccessibleName(QStringLiteral("Customers"));
-    m_table->setAccessibleDescription(QStringLiteral("The office's customers; select two to merge them"));
-    m_table->setHorizontalHeaderLabels({QStringLiteral("Company"), QStringLiteral("Contact"), QStringLiteral("City"),
-                                        QStringLiteral("State"), QStringLiteral("Account"), QStringLiteral("Type")});
+    m_table->setAccessibleDescription(
+        QStringLiteral("The office's customers; select two to merge them"));
+    m_table->setHorizontalHeaderLabels({QStringLiteral("Company"), QStringLiteral("Contact"),
+                                        QStringLiteral("City"), QStringLiteral("State"),
+                                        QStringLiteral("Account"), QStringLiteral("Type")});
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -55,8 +59,10 @@ DirectoryDialog::DirectoryDialog(std::shared_ptr<ZebObjects::Store> store, QWidg
     };
     auto* side = new QVBoxLayout;
     side->addWidget(button("cmdAddCustomer", QStringLiteral("&Add..."), [this] { addCustomer(); }));
-    side->addWidget(button("cmdEditCustomer", QStringLiteral("&Edit..."), [this] { editCustomer(); }));
-    side->addWidget(button("cmdMergeCustomers", QStringLiteral("&Merge"), [this] { mergeCustomers(); }));
+    side->addWidget(
+        button("cmdEditCustomer", QStringLiteral("&Edit..."), [this] { editCustomer(); }));
+    side->addWidget(
+        button("cmdMergeCustomers", QStringLiteral("&Merge"), [this] { mergeCustomers(); }));
     side->addWidget(button("cmdImportCustomers", QStringLiteral("&Import..."), [this] {
         if (onImport)
             onImport();
@@ -122,9 +128,12 @@ void DirectoryDialog::filter()
         m_table->setRowHidden(r, !match);
         shown += match ? 1 : 0;
     }
-    m_nothing->setText(shown == 0 && !text.isEmpty()
-                           ? QStringLiteral("No customer matches \"%1\". Add... makes a new customer with that name.").arg(text)
-                           : QString());
+    m_nothing->setText(
+        shown == 0 && !text.isEmpty()
+            ? QStringLiteral(
+                  "No customer matches \"%1\". Add... makes a new customer with that name.")
+                  .arg(text)
+            : QString());
     m_nothing->setVisible(!m_nothing->text().isEmpty());
 }
 
@@ -195,16 +204,18 @@ void DirectoryDialog::mergeCustomers()
 {
     const QList<Data> chosen = selected();
     if (chosen.size() != 2) {
-        QMessageBox::information(this, QStringLiteral("Merge Customers"),
-                                 QStringLiteral("Select the two entries of one customer to merge them."));
+        QMessageBox::information(
+            this, QStringLiteral("Merge Customers"),
+            QStringLiteral("Select the two entries of one customer to merge them."));
         return;
     }
     const Data& keep = chosen[0];
     const Data& drop = chosen[1];
-    if (QMessageBox::question(this, QStringLiteral("Merge Customers"),
-                              QStringLiteral("Keep \"%1\" and merge \"%2\" into it?\nThe jobs that have \"%2\" "
-                                             "then have \"%1\"; \"%2\" leaves the directory.")
-                                  .arg(keep.displayText, drop.displayText))
+    if (QMessageBox::question(
+            this, QStringLiteral("Merge Customers"),
+            QStringLiteral("Keep \"%1\" and merge \"%2\" into it?\nThe jobs that have \"%2\" "
+                           "then have \"%1\"; \"%2\" leaves the directory.")
+                .arg(keep.displayText, drop.displayText))
         != QMessageBox::Yes)
         return;
     try {

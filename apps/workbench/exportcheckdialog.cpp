@@ -16,7 +16,8 @@ ExportCheckDialog::ExportCheckDialog(const QString& job, const QStringList& gaps
                                             "anyway or go back"));
 
     auto* layout = new QVBoxLayout(this);
-    auto* heading = new QLabel(QStringLiteral("The package of job %1 is incomplete:").arg(job), this);
+    auto* heading =
+        new QLabel(QStringLiteral("The package of job %1 is incomplete:").arg(job), this);
     heading->setObjectName(QStringLiteral("lblExportCheck"));
     heading->setWordWrap(true);
     layout->addWidget(heading);
@@ -24,23 +25,27 @@ ExportCheckDialog::ExportCheckDialog(const QString& job, const QStringList& gaps
     m_list = new QListWidget(this);
     m_list->setObjectName(QStringLiteral("lstMissing"));
     m_list->setAccessibleName(QStringLiteral("What the package lacks"));
-    m_list->setAccessibleDescription(QStringLiteral("One line for each thing missing from the package"));
+    m_list->setAccessibleDescription(
+        QStringLiteral("One line for each thing missing from the package"));
     m_list->setWordWrap(true);
     m_list->setSelectionMode(QAbstractItemView::NoSelection);
     m_list->addItems(gaps);
     layout->addWidget(m_list, 1);
     heading->setBuddy(m_list);
 
-    auto* question = new QLabel(QStringLiteral("Export it anyway, or go back and complete it?"), this);
+    auto* question =
+        new QLabel(QStringLiteral("Export it anyway, or go back and complete it?"), this);
     question->setObjectName(QStringLiteral("lblExportQuestion"));
     question->setWordWrap(true);
     layout->addWidget(question);
 
     auto* buttons = new QDialogButtonBox(this);
     buttons->setObjectName(QStringLiteral("btnsExportCheck"));
-    QPushButton* anyway = buttons->addButton(QStringLiteral("&Export Anyway"), QDialogButtonBox::AcceptRole);
+    QPushButton* anyway =
+        buttons->addButton(QStringLiteral("&Export Anyway"), QDialogButtonBox::AcceptRole);
     anyway->setObjectName(QStringLiteral("btnExportAnyway"));
-    QPushButton* back = buttons->addButton(QStringLiteral("Go &Back"), QDialogButtonBox::RejectRole);
+    QPushButton* back =
+        buttons->addButton(QStringLiteral("Go &Back"), QDialogButtonBox::RejectRole);
     back->setObjectName(QStringLiteral("btnGoBack"));
     back->setDefault(true);
     back->setAutoDefault(true);

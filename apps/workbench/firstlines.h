@@ -13,8 +13,7 @@ public:
 
     FirstLines(std::shared_ptr<ZebObjects::LineItems> lines, qint16 limit = Displayed)
         : m_lines(std::move(lines)), m_limit(limit)
-    {
-    }
+    { }
 
     qint16 Count() const override { return std::min(m_lines->Count(), m_limit); }
     std::shared_ptr<ZebObjects::LineItem> Item(qint16 position) const override

@@ -14,10 +14,10 @@
 // business objects it is bound to.
 struct FormControl {
     QString identifier;  // "ZebSubmittalControls.ctlTextSelect"
-    QString name;        // the control's name on the form
+    QString name;  // the control's name on the form
     int left = 0, top = 0, width = 0, height = 0;  // twips
-    ZebSubCtl::PropertyBag properties;             // the saved design
-    QMap<QString, QString> bindings;               // object property -> sample object name
+    ZebSubCtl::PropertyBag properties;  // the saved design
+    QMap<QString, QString> bindings;  // object property -> sample object name
     // Properties that are not saved with the design, set by name after binding (the way a host
     // sets them in code each time it loads the form).
     QList<std::pair<QString, QVariant>> runtimeProperties;

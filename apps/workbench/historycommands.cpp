@@ -28,9 +28,18 @@ int failed(std::FILE* err, const QString& message)
 
 void addOptions(QCommandLineParser& parser)
 {
-    parser.addOption(QCommandLineOption(kIssue, QStringLiteral("Issue the job's next revision: write its package to this PDF file, record it in the office and print its number and SHA-256."), QStringLiteral("file")));
-    parser.addOption(QCommandLineOption(kRevision, QStringLiteral("With --export: write this issued revision of the job again, byte for byte."), QStringLiteral("number")));
-    parser.addOption(QCommandLineOption(kHistory, QStringLiteral("Print the job's issued revisions as CSV and exit.")));
+    parser.addOption(QCommandLineOption(
+        kIssue,
+        QStringLiteral("Issue the job's next revision: write its package to this PDF file, record "
+                       "it in the office and print its number and SHA-256."),
+        QStringLiteral("file")));
+    parser.addOption(QCommandLineOption(
+        kRevision,
+        QStringLiteral(
+            "With --export: write this issued revision of the job again, byte for byte."),
+        QStringLiteral("number")));
+    parser.addOption(QCommandLineOption(
+        kHistory, QStringLiteral("Print the job's issued revisions as CSV and exit.")));
 }
 
 Request read(const QCommandLineParser& parser)
@@ -47,15 +56,19 @@ Request read(const QCommandLineParser& parser)
 int run(const Request& request, const std::shared_ptr<ZebObjects::Store>& store, qint64 jobId,
         const QString& jobNumber, std::FILE* out, std::FILE* err)
 {
-    const int modes = int(bool(request.issuePackage)) + int(bool(request.revision)) + int(request.history);
+    const int modes =
+        int(bool(request.issuePackage)) + int(bool(request.revision)) + int(request.history);
     if (modes > 1)
-        return failed(err, QStringLiteral("--issue-package, --revision and --history go one at a time"));
+        return failed(err,
+                      QStringLiteral("--issue-package, --revision and --history go one at a time"));
     if (request.revision && !request.exportPdf)
-        return failed(err, QStringLiteral("--revision needs --export FILE.pdf to write the revision to"));
+        return failed(
+            err, QStringLiteral("--revision needs --export FILE.pdf to write the revision to"));
     if (jobId == 0)
         return failed(err, jobNumber.isEmpty()
                                ? QStringLiteral("the office \"%1\" has no job").arg(store->path())
-                               : QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store->path(), jobNumber));
+                               : QStringLiteral("the office \"%1\" has no job numbered \"%2\"")
+                                     .arg(store->path(), jobNumber));
     try {
         const auto job = store->openJob(jobId);
         if (request.history) {
@@ -68,23 +81,30 @@ int run(const Request& request, const std::shared_ptr<ZebObjects::Store>& store,
             bool ok = false;
             const qint32 number = request.revision->toInt(&ok);
             if (!ok || number < 0)
-                return failed(err, QStringLiteral("--revision needs a revision number (0, 1, 2 ...), not \"%1\"").arg(*request.revision));
+                return failed(
+                    err,
+                    QStringLiteral("--revision needs a revision number (0, 1, 2 ...), not \"%1\"")
+                        .arg(*request.revision));
             const QString path = *request.exportPdf;
             PackageIssuer::writeRevision(*job, number, path);
-            std::fprintf(out, "%s: revision %d of job %s\n", qPrintable(path), int(number), qPrintable(job->number()));
+            std::fprintf(out, "%s: revision %d of job %s\n", qPrintable(path), int(number),
+                         qPrintable(job->number()));
             return 0;
         }
         PackageIssuer issuer(store, job);
         const QStringList gaps = issuer.gaps();
         if (!gaps.isEmpty() && !request.force) {
-            std::fprintf(err, "zeb-workbench: the package of job %s is incomplete (--force issues it anyway):\n",
-                         qPrintable(job->number()));
+            std::fprintf(
+                err,
+                "zeb-workbench: the package of job %s is incomplete (--force issues it anyway):\n",
+                qPrintable(job->number()));
             for (const QString& gap : gaps)
                 std::fprintf(err, "  - %s\n", qPrintable(gap));
             return 2;
         }
         issuer.issue(*request.issuePackage);
-        std::fprintf(out, "Revision: %d\nSHA-256: %s\n", int(issuer.issued().number), qPrintable(issuer.issued().sha256));
+        std::fprintf(out, "Revision: %d\nSHA-256: %s\n", int(issuer.issued().number),
+                     qPrintable(issuer.issued().sha256));
         std::fflush(out);
         return 0;
     } catch (const ZebObjects::Failure& f) {

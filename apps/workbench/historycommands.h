@@ -22,10 +22,10 @@ namespace HistoryCommands {
 // What the command line asks of the history; --export and --force are the export's own options.
 struct Request {
     std::optional<QString> issuePackage;  // --issue-package FILE.pdf
-    std::optional<QString> revision;      // --revision N
-    bool history = false;                 // --history
-    std::optional<QString> exportPdf;     // --export FILE.pdf
-    bool force = false;                   // --force
+    std::optional<QString> revision;  // --revision N
+    bool history = false;  // --history
+    std::optional<QString> exportPdf;  // --export FILE.pdf
+    bool force = false;  // --force
 
     bool wanted() const { return issuePackage || revision || history; }
 };

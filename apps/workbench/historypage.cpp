@@ -34,8 +34,19 @@ namespace {
 // The purpose option of a resubmittal on the general information panel.
 constexpr qint16 kResubmittalPurpose = 4;
 
-enum Column { RevisionColumn, StatusColumn, SentColumn, ReturnedColumn, ReviewColumn, VerdictColumn,
-              IssuedByColumn, PurposeColumn, LinesColumn, ShaColumn, ColumnCount };
+enum Column {
+    RevisionColumn,
+    StatusColumn,
+    SentColumn,
+    ReturnedColumn,
+    ReviewColumn,
+    VerdictColumn,
+    IssuedByColumn,
+    PurposeColumn,
+    LinesColumn,
+    ShaColumn,
+    ColumnCount
+};
 
 QString reviewTime(const ZebObjects::IssuedRevision& r)
 {
@@ -47,13 +58,14 @@ QString reviewTime(const ZebObjects::IssuedRevision& r)
 
 }  // namespace
 
-HistoryPage::HistoryPage(std::shared_ptr<ZebObjects::Store> store, std::shared_ptr<ZebObjects::StoreJob> job,
-                         Hooks hooks, QWidget* parent)
+HistoryPage::HistoryPage(std::shared_ptr<ZebObjects::Store> store,
+                         std::shared_ptr<ZebObjects::StoreJob> job, Hooks hooks, QWidget* parent)
     : QWidget(parent), m_store(std::move(store)), m_job(std::move(job)), m_hooks(std::move(hooks))
 {
     setObjectName(QStringLiteral("pageHistory"));
     setAccessibleName(QStringLiteral("History"));
-    setAccessibleDescription(QStringLiteral("The revisions of the job's submittal that were issued, and what came back"));
+    setAccessibleDescription(QStringLiteral(
+        "The revisions of the job's submittal that were issued, and what came back"));
 
     auto* layout = new QVBoxLayout(this);
     auto* heading = new QLabel(QStringLiteral("Issued Revisions"), this);
@@ -72,43 +84,56 @@ HistoryPage::HistoryPage(std::shared_ptr<ZebObjects::Store> store, std::shared_p
     m_list = new QTreeWidget(split);
     m_list->setObjectName(QStringLiteral("lsvRevisions"));
     m_list->setAccessibleName(QStringLiteral("Issued revisions"));
-    m_list->setAccessibleDescription(QStringLiteral("Each revision with its status, the dates it was sent and returned, how long the review took and the overall verdict"));
+    m_list->setAccessibleDescription(
+        QStringLiteral("Each revision with its status, the dates it was sent and returned, how "
+                       "long the review took and the overall verdict"));
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setAllColumnsShowFocus(true);
-    m_list->setHeaderLabels({QStringLiteral("Revision"), QStringLiteral("Status"), QStringLiteral("Sent"),
-                             QStringLiteral("Returned"), QStringLiteral("Review Time"), QStringLiteral("Verdict"),
-                             QStringLiteral("Issued By"), QStringLiteral("Purpose"), QStringLiteral("Lines"),
-                             QStringLiteral("SHA-256")});
+    m_list->setHeaderLabels({QStringLiteral("Revision"), QStringLiteral("Status"),
+                             QStringLiteral("Sent"), QStringLiteral("Returned"),
+                             QStringLiteral("Review Time"), QStringLiteral("Verdict"),
+                             QStringLiteral("Issued By"), QStringLiteral("Purpose"),
+                             QStringLiteral("Lines"), QStringLiteral("SHA-256")});
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this] {
         showSelected();
         updateButtons();
     });
     m_split = split;
     m_document = new QPdfDocument(this);
-    m_list->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the revisions up and down"));
-    m_list->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll the revisions sideways"));
+    m_list->verticalScrollBar()->setAccessibleName(
+        QStringLiteral("Scroll the revisions up and down"));
+    m_list->horizontalScrollBar()->setAccessibleName(
+        QStringLiteral("Scroll the revisions sideways"));
     layout->addWidget(split, 1);
 
     auto* buttons = new QHBoxLayout;
-    const auto button = [&](const QString& name, const QString& caption, void (HistoryPage::*slot)()) {
+    const auto button = [&](const QString& name, const QString& caption,
+                            void (HistoryPage::*slot)()) {
         auto* b = new QPushButton(caption, this);
         b->setObjectName(name);
         connect(b, &QPushButton::clicked, this, slot);
         buttons->addWidget(b);
         return b;
     };
-    button(QStringLiteral("cmdIssuePackage"), QStringLiteral("&Issue Package..."), &HistoryPage::chooseIssue);
-    m_review = button(QStringLiteral("cmdRecordReview"), QStringLiteral("Record &Review..."), &HistoryPage::recordReview);
-    m_resubmit = button(QStringLiteral("cmdResubmit"), QStringLiteral("Re&submit"), &HistoryPage::resubmit);
-    m_open = button(QStringLiteral("cmdOpenRevision"), QStringLiteral("&Open"), &HistoryPage::openRevision);
-    m_export = button(QStringLiteral("cmdExportRevision"), QStringLiteral("E&xport Revision..."), &HistoryPage::chooseExportRevision);
+    button(QStringLiteral("cmdIssuePackage"), QStringLiteral("&Issue Package..."),
+           &HistoryPage::chooseIssue);
+    m_review = button(QStringLiteral("cmdRecordReview"), QStringLiteral("Record &Review..."),
+                      &HistoryPage::recordReview);
+    m_resubmit =
+        button(QStringLiteral("cmdResubmit"), QStringLiteral("Re&submit"), &HistoryPage::resubmit);
+    m_open = button(QStringLiteral("cmdOpenRevision"), QStringLiteral("&Open"),
+                    &HistoryPage::openRevision);
+    m_export = button(QStringLiteral("cmdExportRevision"), QStringLiteral("E&xport Revision..."),
+                      &HistoryPage::chooseExportRevision);
     buttons->addStretch(1);
-    m_exportLog = button(QStringLiteral("cmdExportLog"), QStringLiteral("Export &Log as CSV..."), &HistoryPage::chooseExportLog);
+    m_exportLog = button(QStringLiteral("cmdExportLog"), QStringLiteral("Export &Log as CSV..."),
+                         &HistoryPage::chooseExportLog);
     layout->addLayout(buttons);
 
     if (!m_hooks.saveFile)
-        m_hooks.saveFile = [this](const QString& title, const QString& suggested, const QString& filter) {
+        m_hooks.saveFile = [this](const QString& title, const QString& suggested,
+                                  const QString& filter) {
             return QFileDialog::getSaveFileName(this, title, suggested, filter);
         };
     reload();
@@ -140,7 +165,9 @@ void HistoryPage::reload()
         item->setText(RevisionColumn, QString::number(r.number));
         item->setText(StatusColumn, ZebObjects::IssuedRevision::statusText(r.status));
         item->setText(SentColumn, QLocale().toString(r.sent(), QLocale::ShortFormat));
-        item->setText(ReturnedColumn, r.returned.isValid() ? QLocale().toString(r.returned, QLocale::ShortFormat) : QString());
+        item->setText(ReturnedColumn, r.returned.isValid()
+                                          ? QLocale().toString(r.returned, QLocale::ShortFormat)
+                                          : QString());
         item->setText(ReviewColumn, reviewTime(r));
         item->setText(VerdictColumn, r.verdict);
         item->setText(IssuedByColumn, r.issuedBy);
@@ -152,10 +179,14 @@ void HistoryPage::reload()
     for (int c = 0; c < ColumnCount; ++c)
         m_list->resizeColumnToContents(c);
     m_summary->setText(m_revisions.isEmpty()
-                           ? QStringLiteral("No revision of job %1 has been issued yet. File > Issue Package... issues revision 0.").arg(m_job->number())
+                           ? QStringLiteral("No revision of job %1 has been issued yet. File > "
+                                            "Issue Package... issues revision 0.")
+                                 .arg(m_job->number())
                            : QStringLiteral("Job %1: %2 issued, the next is revision %3.")
                                  .arg(m_job->number())
-                                 .arg(m_revisions.size() == 1 ? QStringLiteral("1 revision") : QStringLiteral("%1 revisions").arg(m_revisions.size()))
+                                 .arg(m_revisions.size() == 1
+                                          ? QStringLiteral("1 revision")
+                                          : QStringLiteral("%1 revisions").arg(m_revisions.size()))
                                  .arg(m_revisions.last().number + 1));
     if (!m_revisions.isEmpty())
         selectRevision(selected >= 0 ? selected : m_revisions.last().number);
@@ -198,12 +229,15 @@ void HistoryPage::showSelected()
         // Made with the first revision to show: a job that has issued nothing needs no viewer.
         m_preview = new QPdfView(m_split);
         m_preview->setObjectName(QStringLiteral("pdfRevisionPreview"));
-        m_preview->setAccessibleName(QStringLiteral("Preview of the selected revision as it was sent"));
+        m_preview->setAccessibleName(
+            QStringLiteral("Preview of the selected revision as it was sent"));
         m_preview->setDocument(m_document);
         m_preview->setPageMode(QPdfView::PageMode::MultiPage);
         m_preview->setZoomMode(QPdfView::ZoomMode::FitToWidth);
-        m_preview->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview up and down"));
-        m_preview->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview sideways"));
+        m_preview->verticalScrollBar()->setAccessibleName(
+            QStringLiteral("Scroll the preview up and down"));
+        m_preview->horizontalScrollBar()->setAccessibleName(
+            QStringLiteral("Scroll the preview sideways"));
         m_split->setStretchFactor(0, 1);
         m_split->setStretchFactor(1, 2);
     }
@@ -222,8 +256,10 @@ void HistoryPage::chooseIssue()
     if (m_hooks.finishEdit)
         m_hooks.finishEdit();
     const qint32 next = m_revisions.isEmpty() ? 0 : m_revisions.last().number + 1;
-    const QString suggested = QDir::home().filePath(QStringLiteral("%1 Submittal Revision %2.pdf").arg(m_job->number()).arg(next));
-    const QString path = m_hooks.saveFile(QStringLiteral("Issue Package"), suggested, QStringLiteral("PDF (*.pdf)"));
+    const QString suggested = QDir::home().filePath(
+        QStringLiteral("%1 Submittal Revision %2.pdf").arg(m_job->number()).arg(next));
+    const QString path =
+        m_hooks.saveFile(QStringLiteral("Issue Package"), suggested, QStringLiteral("PDF (*.pdf)"));
     if (!path.isEmpty())
         issue(path);
 }
@@ -244,8 +280,9 @@ bool HistoryPage::issue(const QString& path)
         warn(QStringLiteral("Issue Package"), f.Description());
         return false;
     }
-    QProgressDialog progress(QStringLiteral("Issuing the package of job %1...").arg(m_job->number()),
-                             QStringLiteral("Cancel"), 0, 1, this);
+    QProgressDialog progress(
+        QStringLiteral("Issuing the package of job %1...").arg(m_job->number()),
+        QStringLiteral("Cancel"), 0, 1, this);
     progress.setObjectName(QStringLiteral("dlgIssueProgress"));
     progress.setWindowTitle(QStringLiteral("Issue Package"));
     progress.setWindowModality(Qt::WindowModal);
@@ -273,7 +310,9 @@ bool HistoryPage::issue(const QString& path)
     reload();
     selectRevision(issuer.issued().number);
     if (m_hooks.tell)
-        m_hooks.tell(QStringLiteral("Revision %1 issued to %2 (SHA-256 %3)").arg(issuer.issued().number).arg(path, issuer.issued().sha256));
+        m_hooks.tell(QStringLiteral("Revision %1 issued to %2 (SHA-256 %3)")
+                         .arg(issuer.issued().number)
+                         .arg(path, issuer.issued().sha256));
     return true;
 }
 
@@ -286,12 +325,15 @@ void HistoryPage::recordReview()
         // Made with the first revision to show: a job that has issued nothing needs no viewer.
         m_preview = new QPdfView(m_split);
         m_preview->setObjectName(QStringLiteral("pdfRevisionPreview"));
-        m_preview->setAccessibleName(QStringLiteral("Preview of the selected revision as it was sent"));
+        m_preview->setAccessibleName(
+            QStringLiteral("Preview of the selected revision as it was sent"));
         m_preview->setDocument(m_document);
         m_preview->setPageMode(QPdfView::PageMode::MultiPage);
         m_preview->setZoomMode(QPdfView::ZoomMode::FitToWidth);
-        m_preview->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview up and down"));
-        m_preview->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll the preview sideways"));
+        m_preview->verticalScrollBar()->setAccessibleName(
+            QStringLiteral("Scroll the preview up and down"));
+        m_preview->horizontalScrollBar()->setAccessibleName(
+            QStringLiteral("Scroll the preview sideways"));
         m_split->setStretchFactor(0, 1);
         m_split->setStretchFactor(1, 2);
     }
@@ -325,10 +367,13 @@ void HistoryPage::resubmit()
         return;
     }
     if (m_hooks.tell)
-        m_hooks.tell(QStringLiteral("Revision %1 is prepared from revision %2: %3 ticked for resubmittal; tick any other line to send it again, then issue the package")
-                         .arg(number + 1)
-                         .arg(number)
-                         .arg(ticked == 1 ? QStringLiteral("1 line") : QStringLiteral("%1 lines").arg(ticked)));
+        m_hooks.tell(
+            QStringLiteral("Revision %1 is prepared from revision %2: %3 ticked for resubmittal; "
+                           "tick any other line to send it again, then issue the package")
+                .arg(number + 1)
+                .arg(number)
+                .arg(ticked == 1 ? QStringLiteral("1 line")
+                                 : QStringLiteral("%1 lines").arg(ticked)));
     emit jobChanged();
 }
 
@@ -337,8 +382,10 @@ void HistoryPage::chooseExportRevision()
     const qint32 number = selectedRevision();
     if (number < 0)
         return;
-    const QString suggested = QDir::home().filePath(QStringLiteral("%1 Submittal Revision %2.pdf").arg(m_job->number()).arg(number));
-    const QString path = m_hooks.saveFile(QStringLiteral("Export Revision"), suggested, QStringLiteral("PDF (*.pdf)"));
+    const QString suggested = QDir::home().filePath(
+        QStringLiteral("%1 Submittal Revision %2.pdf").arg(m_job->number()).arg(number));
+    const QString path = m_hooks.saveFile(QStringLiteral("Export Revision"), suggested,
+                                          QStringLiteral("PDF (*.pdf)"));
     if (path.isEmpty())
         return;
     try {
@@ -358,7 +405,8 @@ void HistoryPage::openRevision()
         return;
     // A copy the user cannot change by mistake: the revision stays as it was sent.
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
-    const QString path = QDir(folder).filePath(QStringLiteral("%1 Submittal Revision %2.pdf").arg(m_job->number()).arg(number));
+    const QString path = QDir(folder).filePath(
+        QStringLiteral("%1 Submittal Revision %2.pdf").arg(m_job->number()).arg(number));
     try {
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
         PackageIssuer::writeRevision(*m_job, number, path);
@@ -369,14 +417,17 @@ void HistoryPage::openRevision()
     }
     if (m_hooks.openFile && !m_hooks.openFile(path))
         QMessageBox::information(this, QStringLiteral("Open Revision"),
-                                 QStringLiteral("There is no program on this computer that shows PDF files.\nThe revision is in the folder %1.")
+                                 QStringLiteral("There is no program on this computer that shows "
+                                                "PDF files.\nThe revision is in the folder %1.")
                                      .arg(QDir::toNativeSeparators(folder)));
 }
 
 void HistoryPage::chooseExportLog()
 {
-    const QString suggested = QDir::home().filePath(QStringLiteral("%1 Submittal Log.csv").arg(m_job->number()));
-    const QString path = m_hooks.saveFile(QStringLiteral("Export Log"), suggested, QStringLiteral("CSV (*.csv)"));
+    const QString suggested =
+        QDir::home().filePath(QStringLiteral("%1 Submittal Log.csv").arg(m_job->number()));
+    const QString path =
+        m_hooks.saveFile(QStringLiteral("Export Log"), suggested, QStringLiteral("CSV (*.csv)"));
     if (path.isEmpty())
         return;
     QSaveFile file(path);
@@ -388,9 +439,11 @@ void HistoryPage::chooseExportLog()
         return;
     }
     if (!file.open(QIODevice::WriteOnly) || file.write(csv) != csv.size() || !file.commit()) {
-        warn(QStringLiteral("Export Log"), QStringLiteral("Cannot write \"%1\": %2").arg(path, file.errorString()));
+        warn(QStringLiteral("Export Log"),
+             QStringLiteral("Cannot write \"%1\": %2").arg(path, file.errorString()));
         return;
     }
     if (m_hooks.tell)
-        m_hooks.tell(QStringLiteral("The log of job %1 is written to %2").arg(m_job->number(), path));
+        m_hooks.tell(
+            QStringLiteral("The log of job %1 is written to %2").arg(m_job->number(), path));
 }

@@ -4,14 +4,12 @@
 
 HostMessageBoxes::HostMessageBoxes(bool console, std::FILE* out)
     : HostMessageBoxes(std::make_shared<ZebSubCtl::QtMessageBoxService>(), console, out)
-{
-}
+{ }
 
 HostMessageBoxes::HostMessageBoxes(std::shared_ptr<ZebSubCtl::MessageBoxService> shown,
                                    bool console, std::FILE* out)
     : m_shown(std::move(shown)), m_console(console), m_out(out)
-{
-}
+{ }
 
 int HostMessageBoxes::MsgBox(const QString& prompt, int style, const QString& title)
 {
@@ -31,5 +29,5 @@ int HostMessageBoxes::MsgBox(const QString& prompt, int style, const QString& ti
     ++m_lines;
     // Nobody answers: a question is declined, so that nothing is done on its behalf.
     return style == ZebSubCtl::MsgBoxStyle::Question_OKCancel ? ZebSubCtl::MsgBoxAnswer::Cancel
-                                                               : ZebSubCtl::MsgBoxAnswer::OK;
+                                                              : ZebSubCtl::MsgBoxAnswer::OK;
 }

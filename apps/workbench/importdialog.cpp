@@ -22,7 +22,8 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
     setObjectName(QStringLiteral("dlgImport"));
     setWindowTitle(title);
     setAccessibleName(title);
-    setAccessibleDescription(QStringLiteral("Which column each field is read from, and every row as it will be written"));
+    setAccessibleDescription(QStringLiteral(
+        "Which column each field is read from, and every row as it will be written"));
 
     auto* from = new QLabel(QStringLiteral("From %1 (%2, %3 rows under the header)")
                                 .arg(source, m_import.table().encoding)
@@ -39,15 +40,20 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
     const QList<TableImport::Field>& fields = m_import.fields();
     for (int f = 0; f < fields.size(); ++f) {
         auto* box = new QComboBox(mapping);
-        box->setObjectName(QStringLiteral("cboColumn%1").arg(QString(fields[f].name).remove(QLatin1Char(' ')).remove(QLatin1Char('-'))));
+        box->setObjectName(
+            QStringLiteral("cboColumn%1")
+                .arg(QString(fields[f].name).remove(QLatin1Char(' ')).remove(QLatin1Char('-'))));
         box->addItem(QStringLiteral("(not imported)"), -1);
         for (int c = 0; c < header.size(); ++c)
             box->addItem(m_import.columnName(c), c);
         box->setCurrentIndex(box->findData(m_import.mapping().value(f, -1)));
-        auto* label = new QLabel(fields[f].name + (fields[f].required ? QStringLiteral(" *:") : QStringLiteral(":")), mapping);
+        auto* label = new QLabel(
+            fields[f].name + (fields[f].required ? QStringLiteral(" *:") : QStringLiteral(":")),
+            mapping);
         label->setBuddy(box);
         box->setAccessibleName(QStringLiteral("Column of %1").arg(fields[f].name));
-        box->setAccessibleDescription(QStringLiteral("The column of the file the %1 is read from").arg(fields[f].name.toLower()));
+        box->setAccessibleDescription(QStringLiteral("The column of the file the %1 is read from")
+                                          .arg(fields[f].name.toLower()));
         const int half = int((fields.size() + 1) / 2);
         grid->addWidget(label, f % half, (f / half) * 2);
         grid->addWidget(box, f % half, (f / half) * 2 + 1);
@@ -59,7 +65,8 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
     m_view = new QTableView(this);
     m_view->setObjectName(QStringLiteral("tblPreview"));
     m_view->setAccessibleName(QStringLiteral("Preview"));
-    m_view->setAccessibleDescription(QStringLiteral("Every row as it will be written; a bad cell is marked and says what is wrong"));
+    m_view->setAccessibleDescription(QStringLiteral(
+        "Every row as it will be written; a bad cell is marked and says what is wrong"));
     m_view->setModel(m_model);
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + 6);
@@ -71,7 +78,8 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
     m_problems = new QListWidget(this);
     m_problems->setObjectName(QStringLiteral("lstProblems"));
     m_problems->setAccessibleName(QStringLiteral("Problems"));
-    m_problems->setAccessibleDescription(QStringLiteral("What is wrong with the rows, by row and column"));
+    m_problems->setAccessibleDescription(
+        QStringLiteral("What is wrong with the rows, by row and column"));
     m_problems->setMaximumHeight(m_problems->fontMetrics().height() * 6);
     // Choosing a problem shows its cell.
     connect(m_problems, &QListWidget::currentRowChanged, this, [this](int row) {
@@ -183,7 +191,8 @@ void ImportDialog::fill()
         m_problems->addItem(p.message());
     const bool fine = m_import.problems().isEmpty() && !rows.isEmpty();
     if (rows.isEmpty())
-        m_summary->setText(QStringLiteral("There are no rows under the header: nothing to import."));
+        m_summary->setText(
+            QStringLiteral("There are no rows under the header: nothing to import."));
     else if (fine)
         m_summary->setText(QStringLiteral("All %1 rows are ready to import.").arg(rows.size()));
     else

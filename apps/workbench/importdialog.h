@@ -21,8 +21,8 @@ class ImportDialog : public QDialog {
 public:
     // source: where the rows come from, as the dialog names it ("lines.csv", "the clipboard").
     // offerReplace: the choice between replacing what is there and adding after it.
-    ImportDialog(const QString& title, const QString& source, TableImport import,
-                 bool offerReplace, QWidget* parent = nullptr);
+    ImportDialog(const QString& title, const QString& source, TableImport import, bool offerReplace,
+                 QWidget* parent = nullptr);
     ~ImportDialog() override;
 
     const TableImport& import() const { return m_import; }

@@ -15,9 +15,11 @@ IssuersDialog::IssuersDialog(const QStringList& names, QWidget* parent) : QDialo
     m_names = new QPlainTextEdit(names.join(QLatin1Char('\n')), this);
     m_names->setObjectName(QStringLiteral("txtIssuers"));
     m_names->setAccessibleName(QStringLiteral("Issued By names"));
-    m_names->setAccessibleDescription(QStringLiteral("The office's salespeople, one a line, in the order offered"));
+    m_names->setAccessibleDescription(
+        QStringLiteral("The office's salespeople, one a line, in the order offered"));
     m_names->setTabChangesFocus(true);
-    auto* caption = new QLabel(QStringLiteral("&Salespeople offered under \"Issued By\", one a line:"), this);
+    auto* caption =
+        new QLabel(QStringLiteral("&Salespeople offered under \"Issued By\", one a line:"), this);
     caption->setBuddy(m_names);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));

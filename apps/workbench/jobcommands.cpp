@@ -52,8 +52,9 @@ TableImport checked(TableImport import, ZebObjects::Store& store, const QString&
 {
     import.setTable(CsvTable::read(path));
     if (import.table().rows.size() < 2)
-        throw ZebObjects::Failure(ZebObjects::ErrorNumber::BadFileFormat, kSource,
-                                  QStringLiteral("\"%1\" holds no rows under its header").arg(path));
+        throw ZebObjects::Failure(
+            ZebObjects::ErrorNumber::BadFileFormat, kSource,
+            QStringLiteral("\"%1\" holds no rows under its header").arg(path));
     OfficeImports::mapColumns(import, store, setting);
     import.check();
     if (!import.problems().isEmpty())
@@ -111,10 +112,11 @@ QString newJob(ZebObjects::Store& store, const ZebObjects::JobDetails& details)
                                   QStringLiteral("A new job needs a number and a name"));
     for (const ZebObjects::JobSummary& j : store.jobs())
         if (j.number == details.number.trimmed())
-            throw ZebObjects::Failure(ZebObjects::ErrorNumber::KeyAlreadyInCollection, kSource,
-                                      QStringLiteral("This key is already associated with an element of this "
-                                                     "collection: the office already has a job numbered \"%1\"")
-                                          .arg(j.number));
+            throw ZebObjects::Failure(
+                ZebObjects::ErrorNumber::KeyAlreadyInCollection, kSource,
+                QStringLiteral("This key is already associated with an element of this "
+                               "collection: the office already has a job numbered \"%1\"")
+                    .arg(j.number));
     store.createJob(newJobContents(store, details));
     return QStringLiteral("Made job %1 \"%2\" in %3")
         .arg(details.number.trimmed(), details.name.trimmed(), store.path());
@@ -155,17 +157,27 @@ QString importCustomers(ZebObjects::Store& store, const QString& path)
         .arg(store.directoryCount());
 }
 
-namespace {
-}
+namespace { }
 
 void addOptions(QCommandLineParser& parser)
 {
     parser.addOptions({
-        {QStringLiteral("new-job"), QStringLiteral("Make a job with this number (and --job-name) and exit; fails when the number exists."), QStringLiteral("number")},
-        {QStringLiteral("job-name"), QStringLiteral("With --new-job: the new job's name."), QStringLiteral("name")},
-        {QStringLiteral("import-lines"), QStringLiteral("Import the line items of this CSV file into the job of --job (or --new-job) and exit; nothing is written when a row is bad."), QStringLiteral("file")},
-        {QStringLiteral("replace"), QStringLiteral("With --import-lines: the file's lines replace the job's lines instead of following them.")},
-        {QStringLiteral("import-customers"), QStringLiteral("Add the customers of this CSV file to the office's directory and exit; nothing is written when a row is bad."), QStringLiteral("file")},
+        {QStringLiteral("new-job"),
+         QStringLiteral("Make a job with this number (and --job-name) and exit; fails when the "
+                        "number exists."),
+         QStringLiteral("number")},
+        {QStringLiteral("job-name"), QStringLiteral("With --new-job: the new job's name."),
+         QStringLiteral("name")},
+        {QStringLiteral("import-lines"),
+         QStringLiteral("Import the line items of this CSV file into the job of --job (or "
+                        "--new-job) and exit; nothing is written when a row is bad."),
+         QStringLiteral("file")},
+        {QStringLiteral("replace"), QStringLiteral("With --import-lines: the file's lines replace "
+                                                   "the job's lines instead of following them.")},
+        {QStringLiteral("import-customers"),
+         QStringLiteral("Add the customers of this CSV file to the office's directory and exit; "
+                        "nothing is written when a row is bad."),
+         QStringLiteral("file")},
     });
 }
 

@@ -32,12 +32,12 @@ QString importCustomers(ZebObjects::Store& store, const QString& path);
 void addOptions(QCommandLineParser& parser);
 // What the command line asks of these commands.
 struct Request {
-    std::optional<QString> newJob;           // --new-job NUMBER
-    QString jobName;                         // --job-name NAME
-    std::optional<QString> importLines;      // --import-lines FILE
-    bool replace = false;                    // --replace
+    std::optional<QString> newJob;  // --new-job NUMBER
+    QString jobName;  // --job-name NAME
+    std::optional<QString> importLines;  // --import-lines FILE
+    bool replace = false;  // --replace
     std::optional<QString> importCustomers;  // --import-customers FILE
-    QString job;                             // --job NUMBER, where the lines go
+    QString job;  // --job NUMBER, where the lines go
 
     // True when the command line asks for one of them (and for nothing with a window).
     bool wanted() const { return newJob || importLines || importCustomers; }

@@ -27,7 +27,8 @@ JobDialog::JobDialog(Purpose purpose, const ZebObjects::JobDetails& details,
     setObjectName(QStringLiteral("dlgJob"));
     setWindowTitle(titleOf(purpose));
     setAccessibleName(titleOf(purpose));
-    setAccessibleDescription(QStringLiteral("A job's number, name, site address, architect, engineer and contractor"));
+    setAccessibleDescription(
+        QStringLiteral("A job's number, name, site address, architect, engineer and contractor"));
 
     const auto edit = [this](const char* name, const QString& text, const QString& description,
                              int maxLength) {
@@ -39,11 +40,15 @@ JobDialog::JobDialog(Purpose purpose, const ZebObjects::JobDetails& details,
     };
     m_number = edit("txtJobNumber", details.number,
                     QStringLiteral("The job's number, which no other job of the office has"), 20);
-    m_name = edit("txtJobName", details.name, QStringLiteral("The job's name, as letters and labels print it"), 80);
-    m_site = edit("txtSiteAddress", details.siteAddress, QStringLiteral("Where the job is built"), 160);
-    m_architect = edit("txtArchitect", details.architect, QStringLiteral("The job's architect"), 80);
+    m_name = edit("txtJobName", details.name,
+                  QStringLiteral("The job's name, as letters and labels print it"), 80);
+    m_site =
+        edit("txtSiteAddress", details.siteAddress, QStringLiteral("Where the job is built"), 160);
+    m_architect =
+        edit("txtArchitect", details.architect, QStringLiteral("The job's architect"), 80);
     m_engineer = edit("txtEngineer", details.engineer, QStringLiteral("The job's engineer"), 80);
-    m_contractor = edit("txtContractor", details.contractor, QStringLiteral("The job's contractor"), 80);
+    m_contractor =
+        edit("txtContractor", details.contractor, QStringLiteral("The job's contractor"), 80);
     m_numberCheck = new QLabel(this);
     m_numberCheck->setObjectName(QStringLiteral("lblNumberCheck"));
     m_numberCheck->setWordWrap(true);
@@ -56,7 +61,8 @@ JobDialog::JobDialog(Purpose purpose, const ZebObjects::JobDetails& details,
     const auto row = [&](const QString& caption, QWidget* widget) {
         auto* label = new QLabel(caption, this);
         label->setBuddy(widget);
-        widget->setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+        widget->setAccessibleName(
+            QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
         form->addRow(label, widget);
     };
     row(QStringLiteral("Job &number:"), m_number);
@@ -75,7 +81,8 @@ JobDialog::JobDialog(Purpose purpose, const ZebObjects::JobDetails& details,
         form->addRow(QString(), m_copyLines);
     }
     if (purpose == Purpose::Properties) {
-        m_archived = new QCheckBox(QStringLiteral("A&rchived (kept in the office, not in the job list)"), this);
+        m_archived = new QCheckBox(
+            QStringLiteral("A&rchived (kept in the office, not in the job list)"), this);
         m_archived->setObjectName(QStringLiteral("chkArchived"));
         m_archived->setChecked(details.archived);
         form->addRow(QString(), m_archived);
@@ -84,8 +91,9 @@ JobDialog::JobDialog(Purpose purpose, const ZebObjects::JobDetails& details,
     m_buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_buttons->setObjectName(QStringLiteral("btnsJob"));
     m_buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
-    m_buttons->button(QDialogButtonBox::Ok)->setText(
-        purpose == Purpose::Properties ? QStringLiteral("OK") : QStringLiteral("Make Job"));
+    m_buttons->button(QDialogButtonBox::Ok)
+        ->setText(purpose == Purpose::Properties ? QStringLiteral("OK")
+                                                 : QStringLiteral("Make Job"));
     m_buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
     connect(m_buttons, &QDialogButtonBox::accepted, this, [this] {
         if (numberProblem().isEmpty() && !m_name->text().trimmed().isEmpty())

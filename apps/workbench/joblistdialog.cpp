@@ -60,7 +60,8 @@ JobListDialog::JobListDialog(const QList<ZebObjects::JobSummary>& jobs, qint64 c
     m_search = new QLineEdit(this);
     m_search->setObjectName(QStringLiteral("txtFindJob"));
     m_search->setAccessibleName(QStringLiteral("Find a job"));
-    m_search->setAccessibleDescription(QStringLiteral("Shows the jobs whose number, name or customer holds what is typed"));
+    m_search->setAccessibleDescription(
+        QStringLiteral("Shows the jobs whose number, name or customer holds what is typed"));
     m_search->setPlaceholderText(QStringLiteral("Number, name or customer"));
     m_search->setClearButtonEnabled(true);
     auto* findLabel = new QLabel(QStringLiteral("&Find:"), this);
@@ -113,9 +114,12 @@ void JobListDialog::filter()
         if (firstShown >= 0)
             m_table->selectRow(firstShown);
     }
-    m_nothingFound->setText(shown == 0 ? (text.isEmpty() ? QStringLiteral("The office has no jobs to show.")
-                                                         : QStringLiteral("No job's number, name or customer holds \"%1\".").arg(text))
-                                       : QString());
+    m_nothingFound->setText(
+        shown == 0
+            ? (text.isEmpty()
+                   ? QStringLiteral("The office has no jobs to show.")
+                   : QStringLiteral("No job's number, name or customer holds \"%1\".").arg(text))
+            : QString());
     m_nothingFound->setVisible(shown == 0);
     if (auto* open = findChild<QPushButton*>(QStringLiteral("cmdOpen")))
         open->setEnabled(shown > 0);
@@ -133,7 +137,8 @@ QStringList JobListDialog::shownNumbers() const
 qint64 JobListDialog::selectedJobId() const
 {
     const int row = m_table->currentRow();
-    if (row < 0 || row >= m_jobs.size() || m_table->selectedItems().isEmpty() || m_table->isRowHidden(row))
+    if (row < 0 || row >= m_jobs.size() || m_table->selectedItems().isEmpty()
+        || m_table->isRowHidden(row))
         return 0;
     return m_jobs.at(row).id;
 }

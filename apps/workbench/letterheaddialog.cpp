@@ -31,9 +31,12 @@ LetterheadDialog::LetterheadDialog(const ZebPackage::Letterhead& l, QWidget* par
     setObjectName(QStringLiteral("dlgLetterhead"));
     setWindowTitle(QStringLiteral("Office Letterhead"));
 
-    m_name = field(this, "txtOfficeName", l.Name, QStringLiteral("The office's name, at the head of its letters"));
-    m_street = field(this, "txtOfficeStreet", l.Street, QStringLiteral("The office's street address"));
-    m_street2 = field(this, "txtOfficeStreet2", l.Street2, QStringLiteral("Suite, floor or building"));
+    m_name = field(this, "txtOfficeName", l.Name,
+                   QStringLiteral("The office's name, at the head of its letters"));
+    m_street =
+        field(this, "txtOfficeStreet", l.Street, QStringLiteral("The office's street address"));
+    m_street2 =
+        field(this, "txtOfficeStreet2", l.Street2, QStringLiteral("Suite, floor or building"));
     m_city = field(this, "txtOfficeCity", l.City, QStringLiteral("The office's city"));
     m_state = field(this, "txtOfficeState", l.State, QStringLiteral("The office's state"));
     m_zip = field(this, "txtOfficeZip", l.Zip, QStringLiteral("The office's ZIP code"));
@@ -44,7 +47,8 @@ LetterheadDialog::LetterheadDialog(const ZebPackage::Letterhead& l, QWidget* par
     const auto row = [&](const QString& caption, QWidget* widget) {
         auto* label = new QLabel(caption, this);
         label->setBuddy(widget);
-        widget->setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+        widget->setAccessibleName(
+            QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
         form->addRow(label, widget);
     };
     row(QStringLiteral("&Name:"), m_name);
@@ -78,8 +82,9 @@ LetterheadDialog::LetterheadDialog(const ZebPackage::Letterhead& l, QWidget* par
     form->addRow(logoCaption, logoRow);
 
     connect(choose, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Choose Logo"), QString(),
-                                                          QStringLiteral("Images (*.png *.jpg *.jpeg)"));
+        const QString path =
+            QFileDialog::getOpenFileName(this, QStringLiteral("Choose Logo"), QString(),
+                                         QStringLiteral("Images (*.png *.jpg *.jpeg)"));
         if (!path.isEmpty() && !chooseLogo(path))
             QMessageBox::warning(this, QStringLiteral("Office Letterhead"),
                                  QStringLiteral("\"%1\" is not a PNG or JPEG image.").arg(path));
@@ -140,8 +145,8 @@ void LetterheadDialog::showLogo()
 {
     QImage image;
     if (!m_logo.isEmpty() && image.loadFromData(m_logo)) {
-        m_logoView->setPixmap(QPixmap::fromImage(image.scaled(m_logoView->size() - QSize(6, 6), Qt::KeepAspectRatio,
-                                                              Qt::SmoothTransformation)));
+        m_logoView->setPixmap(QPixmap::fromImage(image.scaled(
+            m_logoView->size() - QSize(6, 6), Qt::KeepAspectRatio, Qt::SmoothTransformation)));
         m_logoView->setText(QString());
     } else {
         m_logoView->setPixmap(QPixmap());

@@ -22,8 +22,8 @@
 using ZebObjects::LineItemRecord;
 
 namespace {
-const char* const kHeaders[] = {"Type", "Quantity", "Brand", "Catalog Number", "Description",
-                                "Group", "MTO", "Comment", "Selected"};
+const char* const kHeaders[] = {"Type",  "Quantity", "Brand",   "Catalog Number", "Description",
+                                "Group", "MTO",      "Comment", "Selected"};
 // The longest text each column keeps, as the import checks it.
 const int kLengths[] = {20, 0, 40, 80, 255, 20, 0, 255, 0};
 
@@ -43,8 +43,7 @@ public:
     LineCommand(LineItemTableModel* model, const QString& text, std::function<void()> redo,
                 std::function<void()> undo)
         : QUndoCommand(text), m_model(model), m_redo(std::move(redo)), m_undo(std::move(undo))
-    {
-    }
+    { }
     void redo() override { run(m_redo); }
     void undo() override { run(m_undo); }
 
@@ -135,7 +134,8 @@ QVariant LineItemTableModel::data(const QModelIndex& index, int role) const
         return {};
     switch (index.column()) {
     case Type: return d.type;
-    case Quantity: return role == Qt::EditRole ? QVariant(d.quantity) : QVariant(QString::number(d.quantity));
+    case Quantity:
+        return role == Qt::EditRole ? QVariant(d.quantity) : QVariant(QString::number(d.quantity));
     case Brand: return d.brand;
     case CatalogNumber: return d.catalogNumber;
     case Description: return d.description;
@@ -206,8 +206,9 @@ void LineItemTableModel::setLine(int row, const LineItemRecord& data)
     const auto write = [this, lines, row](const LineItemRecord& d) {
         lines->updateLine(m_rows.at(row).id, d);
     };
-    m_undo->push(new LineCommand(this, QStringLiteral("Edit line %1").arg(row + 1),
-                                 [write, data] { write(data); }, [write, before] { write(before); }));
+    m_undo->push(new LineCommand(
+        this, QStringLiteral("Edit line %1").arg(row + 1), [write, data] { write(data); },
+        [write, before] { write(before); }));
 }
 
 void LineItemTableModel::insertLines(int row, const QList<LineItemRecord>& lines,
@@ -233,8 +234,9 @@ void LineItemTableModel::removeRows(QList<int> rows)
         kept.append(m_rows.at(r).data);
     auto store = m_lines;
     m_undo->push(new LineCommand(
-        this, rows.size() == 1 ? QStringLiteral("Delete line %1").arg(rows.first() + 1)
-                               : QStringLiteral("Delete %1 lines").arg(rows.size()),
+        this,
+        rows.size() == 1 ? QStringLiteral("Delete line %1").arg(rows.first() + 1)
+                         : QStringLiteral("Delete %1 lines").arg(rows.size()),
         [this, store, rows] {
             QList<qint64> ids;
             for (const int r : rows)
@@ -276,8 +278,9 @@ bool LineItemTableModel::moveRows(const QList<int>& rows, int by)
             ids.append(m_rows.at(i).id);
         store->reorder(ids);
     };
-    m_undo->push(new LineCommand(this, by < 0 ? QStringLiteral("Move up") : QStringLiteral("Move down"),
-                                 [apply, order] { apply(order); }, [apply, back] { apply(back); }));
+    m_undo->push(new LineCommand(
+        this, by < 0 ? QStringLiteral("Move up") : QStringLiteral("Move down"),
+        [apply, order] { apply(order); }, [apply, back] { apply(back); }));
     return true;
 }
 
@@ -287,7 +290,8 @@ LineItemEditor::LineItemEditor(std::shared_ptr<ZebObjects::StoreLineItems> lines
 {
     setObjectName(QStringLiteral("pagLineItemEditor"));
     setAccessibleName(QStringLiteral("Line Items Editor"));
-    setAccessibleDescription(QStringLiteral("The job's lines as a table to edit, add to, delete from, reorder and paste into"));
+    setAccessibleDescription(QStringLiteral(
+        "The job's lines as a table to edit, add to, delete from, reorder and paste into"));
     m_undo = new QUndoStack(this);
     m_model = new LineItemTableModel(m_lines, m_undo, this);
     m_model->onFailure = [this](const QString& what, const QString& description) {
@@ -297,7 +301,8 @@ LineItemEditor::LineItemEditor(std::shared_ptr<ZebObjects::StoreLineItems> lines
     m_table = new QTableView(this);
     m_table->setObjectName(QStringLiteral("tblLineItems"));
     m_table->setAccessibleName(QStringLiteral("Line items"));
-    m_table->setAccessibleDescription(QStringLiteral("One line a row; type over a cell to change it"));
+    m_table->setAccessibleDescription(
+        QStringLiteral("One line a row; type over a cell to change it"));
     m_table->setModel(m_model);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -305,7 +310,8 @@ LineItemEditor::LineItemEditor(std::shared_ptr<ZebObjects::StoreLineItems> lines
                              | QAbstractItemView::AnyKeyPressed);
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
-    m_table->horizontalHeader()->setSectionResizeMode(LineItemTableModel::Description, QHeaderView::Stretch);
+    m_table->horizontalHeader()->setSectionResizeMode(LineItemTableModel::Description,
+                                                      QHeaderView::Stretch);
     m_table->setWordWrap(false);
     // Tab and Ctrl+Tab leave the table (the arrows move between cells), as on every other page.
     m_table->setTabKeyNavigation(false);
@@ -325,16 +331,28 @@ LineItemEditor::LineItemEditor(std::shared_ptr<ZebObjects::StoreLineItems> lines
         buttons->addWidget(b);
         return b;
     };
-    button("cmdAddLine", QStringLiteral("&Add"), QStringLiteral("Adds a line at the end"), [this] { addLine(); });
-    button("cmdInsertLine", QStringLiteral("I&nsert"), QStringLiteral("Inserts a line above the current one (Insert key)"), [this] { insertLine(); });
-    button("cmdDeleteLines", QStringLiteral("&Delete"), QStringLiteral("Deletes the selected lines (Delete key)"), [this] { deleteLines(); });
-    button("cmdMoveUp", QStringLiteral("Move &Up"), QStringLiteral("Moves the selected lines up (Alt+Up)"), [this] { moveUp(); });
-    button("cmdMoveDown", QStringLiteral("Move Do&wn"), QStringLiteral("Moves the selected lines down (Alt+Down)"), [this] { moveDown(); });
-    button("cmdCopyLines", QStringLiteral("&Copy"), QStringLiteral("Copies the selected lines (Ctrl+C)"), [this] { copyLines(); });
-    button("cmdPasteLines", QStringLiteral("&Paste"), QStringLiteral("Pastes lines after the current one (Ctrl+V)"), [this] { pasteLines(); });
+    button("cmdAddLine", QStringLiteral("&Add"), QStringLiteral("Adds a line at the end"),
+           [this] { addLine(); });
+    button("cmdInsertLine", QStringLiteral("I&nsert"),
+           QStringLiteral("Inserts a line above the current one (Insert key)"),
+           [this] { insertLine(); });
+    button("cmdDeleteLines", QStringLiteral("&Delete"),
+           QStringLiteral("Deletes the selected lines (Delete key)"), [this] { deleteLines(); });
+    button("cmdMoveUp", QStringLiteral("Move &Up"),
+           QStringLiteral("Moves the selected lines up (Alt+Up)"), [this] { moveUp(); });
+    button("cmdMoveDown", QStringLiteral("Move Do&wn"),
+           QStringLiteral("Moves the selected lines down (Alt+Down)"), [this] { moveDown(); });
+    button("cmdCopyLines", QStringLiteral("&Copy"),
+           QStringLiteral("Copies the selected lines (Ctrl+C)"), [this] { copyLines(); });
+    button("cmdPasteLines", QStringLiteral("&Paste"),
+           QStringLiteral("Pastes lines after the current one (Ctrl+V)"), [this] { pasteLines(); });
     buttons->addStretch();
-    auto* undo = button("cmdUndo", QStringLiteral("U&ndo"), QStringLiteral("Undoes the editor's last change (Ctrl+Z)"), [this] { m_undo->undo(); });
-    auto* redo = button("cmdRedo", QStringLiteral("&Redo"), QStringLiteral("Redoes what was undone (Ctrl+Y)"), [this] { m_undo->redo(); });
+    auto* undo = button("cmdUndo", QStringLiteral("U&ndo"),
+                        QStringLiteral("Undoes the editor's last change (Ctrl+Z)"),
+                        [this] { m_undo->undo(); });
+    auto* redo =
+        button("cmdRedo", QStringLiteral("&Redo"),
+               QStringLiteral("Redoes what was undone (Ctrl+Y)"), [this] { m_undo->redo(); });
     undo->setEnabled(false);
     redo->setEnabled(false);
     connect(m_undo, &QUndoStack::canUndoChanged, undo, &QPushButton::setEnabled);
@@ -363,10 +381,13 @@ LineItemEditor::~LineItemEditor()
 void LineItemEditor::updateNote()
 {
     const int n = m_model->rowCount();
-    m_note->setText(n > m_displayed
-                        ? QStringLiteral("%1 lines. The Line Items page shows the first %2 of them; "
-                                         "all %1 print.").arg(n).arg(m_displayed)
-                        : QStringLiteral("%1 lines.").arg(n));
+    m_note->setText(
+        n > m_displayed
+            ? QStringLiteral("%1 lines. The Line Items page shows the first %2 of them; "
+                             "all %1 print.")
+                  .arg(n)
+                  .arg(m_displayed)
+            : QStringLiteral("%1 lines.").arg(n));
 }
 
 QList<int> LineItemEditor::selectedRows() const
@@ -387,7 +408,8 @@ void LineItemEditor::selectRows(int first, int count)
                                m_model->index(std::min(first + count, m_model->rowCount()) - 1,
                                               LineItemTableModel::ColumnCount - 1));
     m_table->selectionModel()->select(range, QItemSelectionModel::ClearAndSelect);
-    m_table->selectionModel()->setCurrentIndex(m_model->index(first, 0), QItemSelectionModel::NoUpdate);
+    m_table->selectionModel()->setCurrentIndex(m_model->index(first, 0),
+                                               QItemSelectionModel::NoUpdate);
 }
 
 namespace {
@@ -470,22 +492,28 @@ void LineItemEditor::pasteLines()
         import.guessMapping();
         import.check();
         if (import.rows().isEmpty()) {
-            QMessageBox::information(this, title, QStringLiteral("The clipboard holds no lines under a header row."));
+            QMessageBox::information(
+                this, title, QStringLiteral("The clipboard holds no lines under a header row."));
             return;
         }
         if (!import.problems().isEmpty()) {
             QStringList lines;
             for (const auto& p : import.problems().mid(0, 10))
                 lines.append(p.message());
-            QMessageBox::warning(this, title, QStringLiteral("Nothing was pasted: the lines on the clipboard are not right:\n%1")
-                                                  .arg(lines.join(QLatin1Char('\n'))));
+            QMessageBox::warning(
+                this, title,
+                QStringLiteral("Nothing was pasted: the lines on the clipboard are not right:\n%1")
+                    .arg(lines.join(QLatin1Char('\n'))));
             return;
         }
         // Lines copied here come back as they were, ticked or not.
         const QList<LineItemRecord> lines = OfficeImports::lines(import);
         const int current = m_table->currentIndex().row();
         const int row = current < 0 ? m_model->rowCount() : current + 1;
-        m_model->insertLines(row, lines, lines.size() == 1 ? QStringLiteral("Paste a line") : QStringLiteral("Paste %1 lines").arg(lines.size()));
+        m_model->insertLines(row, lines,
+                             lines.size() == 1
+                                 ? QStringLiteral("Paste a line")
+                                 : QStringLiteral("Paste %1 lines").arg(lines.size()));
         selectRows(row, int(lines.size()));
     } catch (const ZebObjects::Failure& f) {
         QMessageBox::warning(this, title, f.Description());
@@ -494,7 +522,8 @@ void LineItemEditor::pasteLines()
 
 bool LineItemEditor::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_table || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
+    if (watched != m_table
+        || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
         return QWidget::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
     // The editor's keys, not the window's nor the table's own copy of one cell.
@@ -505,7 +534,8 @@ bool LineItemEditor::eventFilter(QObject* watched, QEvent* event)
         action = [this] { pasteLines(); };
     else if (key->matches(QKeySequence::Undo))
         action = [this] { m_undo->undo(); };
-    else if (key->matches(QKeySequence::Redo) || (key->key() == Qt::Key_Y && key->modifiers() == Qt::ControlModifier))
+    else if (key->matches(QKeySequence::Redo)
+             || (key->key() == Qt::Key_Y && key->modifiers() == Qt::ControlModifier))
         action = [this] { m_undo->redo(); };
     else if (key->key() == Qt::Key_Delete && key->modifiers() == Qt::NoModifier)
         action = [this] { deleteLines(); };

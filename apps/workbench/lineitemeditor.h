@@ -16,7 +16,18 @@ class QUndoStack;
 class LineItemTableModel : public QAbstractTableModel {
     Q_OBJECT
 public:
-    enum Column { Type, Quantity, Brand, CatalogNumber, Description, Group, MTO, Comment, Selected, ColumnCount };
+    enum Column {
+        Type,
+        Quantity,
+        Brand,
+        CatalogNumber,
+        Description,
+        Group,
+        MTO,
+        Comment,
+        Selected,
+        ColumnCount
+    };
 
     LineItemTableModel(std::shared_ptr<ZebObjects::StoreLineItems> lines, QUndoStack* undo,
                        QObject* parent = nullptr);
@@ -33,8 +44,7 @@ public:
     const QList<ZebObjects::StoreLineItems::Row>& rows() const { return m_rows; }
 
     // The editor's changes, each one step of the undo stack. Rows are 0-based.
-    void insertLines(int row, const QList<ZebObjects::LineItemRecord>& lines,
-                     const QString& what);
+    void insertLines(int row, const QList<ZebObjects::LineItemRecord>& lines, const QString& what);
     void removeRows(QList<int> rows);
     // Moves the rows (sorted) one up (-1) or one down (+1); answers whether they moved.
     bool moveRows(const QList<int>& rows, int by);

@@ -6,9 +6,9 @@
 
 #include <utility>
 
-LogPane::LogPane(std::shared_ptr<ZebObjects::DefaultDiagnosticLog> inner) : m_inner(std::move(inner))
-{
-}
+LogPane::LogPane(std::shared_ptr<ZebObjects::DefaultDiagnosticLog> inner)
+    : m_inner(std::move(inner))
+{ }
 
 void LogPane::setView(QPlainTextEdit* view)
 {

@@ -24,10 +24,9 @@ public:
                   qint32 line) override;
     void LogNotice(const QString& module, const QString& label, const ZebObjects::ErrorInfo& error,
                    qint32 line) override;
-    void LogWarning(const QString& module, const QString& label,
-                    const ZebObjects::ErrorInfo& error, qint32 line) override;
-    void Trace(const QString& module, const QString& label, QString message,
-               qint32 level) override;
+    void LogWarning(const QString& module, const QString& label, const ZebObjects::ErrorInfo& error,
+                    qint32 line) override;
+    void Trace(const QString& module, const QString& label, QString message, qint32 level) override;
 
 private:
     void show(const QString& line);

@@ -39,37 +39,49 @@
 namespace {
 // The modes that run without a window and end by themselves: without a screen they draw
 // offscreen, and they never wait for a box.
-constexpr const char* kCommandLineModes[] = {"--list", "--screenshot", "--save-design", "--export",
-                                             "--attach-cut-sheet", "--issue-package", "--revision", "--history",
-                                             "--new-job", "--import-lines", "--import-customers",
-                                             "--help", "-h", "--help-all", "--version", "-v"};
+constexpr const char* kCommandLineModes[] = {"--list",
+                                             "--screenshot",
+                                             "--save-design",
+                                             "--export",
+                                             "--attach-cut-sheet",
+                                             "--issue-package",
+                                             "--revision",
+                                             "--history",
+                                             "--new-job",
+                                             "--import-lines",
+                                             "--import-customers",
+                                             "--help",
+                                             "-h",
+                                             "--help-all",
+                                             "--version",
+                                             "-v"};
 
 // What the command line asks for. An unset option is an empty optional (or false).
 struct Options {
     // Modes, tried in this order; without any, the workstation window opens.
-    bool list = false;                      // --list
-    std::optional<QString> exportPdf;       // --export
-    std::optional<QString> saveDesign;      // --save-design
-    std::optional<QString> screenshot;      // --screenshot
-    QStringList attachCutSheets;            // --attach-cut-sheet TYPE=FILE, repeatable; before --export
-    HistoryCommands::Request history;       // --issue-package, --revision (with --export), --history
-    JobCommands::Request jobs;              // --new-job, --import-lines, --import-customers
+    bool list = false;  // --list
+    std::optional<QString> exportPdf;  // --export
+    std::optional<QString> saveDesign;  // --save-design
+    std::optional<QString> screenshot;  // --screenshot
+    QStringList attachCutSheets;  // --attach-cut-sheet TYPE=FILE, repeatable; before --export
+    HistoryCommands::Request history;  // --issue-package, --revision (with --export), --history
+    JobCommands::Request jobs;  // --new-job, --import-lines, --import-customers
 
     // Settings the modes share.
-    std::optional<QString> form;            // --form
-    std::optional<QString> log;             // --log
-    std::optional<QString> db;              // --db
-    bool resetSample = false;               // --reset-sample
-    std::optional<QString> job;             // --job
-    bool force = false;                     // --force
-    std::optional<QString> page;            // --page
-    std::optional<QString> lineItems;       // --line-items
+    std::optional<QString> form;  // --form
+    std::optional<QString> log;  // --log
+    std::optional<QString> db;  // --db
+    bool resetSample = false;  // --reset-sample
+    std::optional<QString> job;  // --job
+    bool force = false;  // --force
+    std::optional<QString> page;  // --page
+    std::optional<QString> lineItems;  // --line-items
 
     // A mode run from a terminal or a script, with nobody to answer a box.
     bool commandLineMode() const
     {
-        return exportPdf || saveDesign || screenshot || !attachCutSheets.isEmpty() || history.wanted()
-               || jobs.wanted();
+        return exportPdf || saveDesign || screenshot || !attachCutSheets.isEmpty()
+               || history.wanted() || jobs.wanted();
     }
 };
 
@@ -113,23 +125,62 @@ void preferOffscreen(int argc, char** argv)
 Options parseCommandLine(const QApplication& app)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(ZebSubCtl::LibraryInfo::Description() + QStringLiteral(" workbench"));
+    parser.setApplicationDescription(ZebSubCtl::LibraryInfo::Description()
+                                     + QStringLiteral(" workbench"));
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption list(QStringLiteral("list"), QStringLiteral("Print the registered control identifiers and exit."));
-    const QCommandLineOption screenshot(QStringLiteral("screenshot"), QStringLiteral("Render the window to a PNG file and exit."), QStringLiteral("file"));
-    const QCommandLineOption form(QStringLiteral("form"), QStringLiteral("Build the window from this form description (JSON)."), QStringLiteral("file"));
-    const QCommandLineOption log(QStringLiteral("log"), QStringLiteral("Also write the diagnostic log to this file."), QStringLiteral("file"));
-    const QCommandLineOption saveDesign(QStringLiteral("save-design"), QStringLiteral("Write the form with every control's saved design to this file and exit."), QStringLiteral("file"));
-    const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Open this page (1-based) first."), QStringLiteral("number"));
-    const QCommandLineOption lineItems(QStringLiteral("line-items"), QStringLiteral("Bind a generated job of this many lines as \"lineItems\" (more than the viewer holds shows its failure in the log)."), QStringLiteral("count"));
-    const QCommandLineOption db(QStringLiteral("db"), QStringLiteral("Open this office file, or the office's database on a PostgreSQL server (postgresql://user@host:port/database), instead of the file in the user's data folder."), QStringLiteral("file or location"));
-    const QCommandLineOption resetSample(QStringLiteral("reset-sample"), QStringLiteral("Make the office file anew with the sample office (a server database gets it only while empty)."));
-    const QCommandLineOption job(QStringLiteral("job"), QStringLiteral("Open the job with this number first."), QStringLiteral("number"));
-    const QCommandLineOption exportPdf(QStringLiteral("export"), QStringLiteral("Write the job's submittal package to this PDF file and exit."), QStringLiteral("file"));
-    const QCommandLineOption force(QStringLiteral("force"), QStringLiteral("With --export: write the package even when it is incomplete."));
-    const QCommandLineOption attachCutSheet(QStringLiteral("attach-cut-sheet"), QStringLiteral("Attach a cut sheet (PDF) to a fixture type of the job, TYPE=FILE.pdf; may be given more than once. Exits unless --export is given too."), QStringLiteral("type=file"));
-    parser.addOptions({list, screenshot, form, log, saveDesign, page, lineItems, db, resetSample, job, exportPdf, force, attachCutSheet});
+    const QCommandLineOption list(
+        QStringLiteral("list"),
+        QStringLiteral("Print the registered control identifiers and exit."));
+    const QCommandLineOption screenshot(QStringLiteral("screenshot"),
+                                        QStringLiteral("Render the window to a PNG file and exit."),
+                                        QStringLiteral("file"));
+    const QCommandLineOption form(
+        QStringLiteral("form"),
+        QStringLiteral("Build the window from this form description (JSON)."),
+        QStringLiteral("file"));
+    const QCommandLineOption log(QStringLiteral("log"),
+                                 QStringLiteral("Also write the diagnostic log to this file."),
+                                 QStringLiteral("file"));
+    const QCommandLineOption saveDesign(
+        QStringLiteral("save-design"),
+        QStringLiteral("Write the form with every control's saved design to this file and exit."),
+        QStringLiteral("file"));
+    const QCommandLineOption page(QStringLiteral("page"),
+                                  QStringLiteral("Open this page (1-based) first."),
+                                  QStringLiteral("number"));
+    const QCommandLineOption lineItems(
+        QStringLiteral("line-items"),
+        QStringLiteral("Bind a generated job of this many lines as \"lineItems\" (more than the "
+                       "viewer holds shows its failure in the log)."),
+        QStringLiteral("count"));
+    const QCommandLineOption db(
+        QStringLiteral("db"),
+        QStringLiteral("Open this office file, or the office's database on a PostgreSQL server "
+                       "(postgresql://user@host:port/database), instead of the file in the user's "
+                       "data folder."),
+        QStringLiteral("file or location"));
+    const QCommandLineOption resetSample(
+        QStringLiteral("reset-sample"),
+        QStringLiteral("Make the office file anew with the sample office (a server database gets "
+                       "it only while empty)."));
+    const QCommandLineOption job(QStringLiteral("job"),
+                                 QStringLiteral("Open the job with this number first."),
+                                 QStringLiteral("number"));
+    const QCommandLineOption exportPdf(
+        QStringLiteral("export"),
+        QStringLiteral("Write the job's submittal package to this PDF file and exit."),
+        QStringLiteral("file"));
+    const QCommandLineOption force(
+        QStringLiteral("force"),
+        QStringLiteral("With --export: write the package even when it is incomplete."));
+    const QCommandLineOption attachCutSheet(
+        QStringLiteral("attach-cut-sheet"),
+        QStringLiteral("Attach a cut sheet (PDF) to a fixture type of the job, TYPE=FILE.pdf; may "
+                       "be given more than once. Exits unless --export is given too."),
+        QStringLiteral("type=file"));
+    parser.addOptions({list, screenshot, form, log, saveDesign, page, lineItems, db, resetSample,
+                       job, exportPdf, force, attachCutSheet});
     HistoryCommands::addOptions(parser);
     JobCommands::addOptions(parser);
     parser.process(app);
@@ -193,7 +244,8 @@ int openOffice(const Options& options, Session& session)
     ZebObjects::Runtime::setDiagnosticLog(session.pane);
 
     try {
-        session.description = FormDescription::fromFile(options.form.value_or(QStringLiteral(":/forms/workbench.json")));
+        session.description = FormDescription::fromFile(
+            options.form.value_or(QStringLiteral(":/forms/workbench.json")));
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
@@ -202,9 +254,11 @@ int openOffice(const Options& options, Session& session)
         bool ok = false;
         session.generatedLines = options.lineItems->toInt(&ok);
         if (!ok)
-            return fail(QStringLiteral("--line-items needs a whole number, not \"%1\"").arg(*options.lineItems));
+            return fail(QStringLiteral("--line-items needs a whole number, not \"%1\"")
+                            .arg(*options.lineItems));
         if (session.generatedLines < 0 || session.generatedLines > 32767)
-            return fail(QStringLiteral("Overflow: a job has 0 to 32767 lines, not %1").arg(session.generatedLines));
+            return fail(QStringLiteral("Overflow: a job has 0 to 32767 lines, not %1")
+                            .arg(session.generatedLines));
     }
 
     // --db, else the office chosen in the Office Database dialog, else the user's own file.
@@ -219,13 +273,16 @@ int openOffice(const Options& options, Session& session)
     // An empty file named by the user becomes an office only when the user says so.
     bool newOffice = false;
     if (!console && !options.resetSample && !ownOffice && OfficeFile::isEmptyFile(path))
-        newOffice = QMessageBox::question(nullptr, QStringLiteral("Empty Office File"),
-                                          QStringLiteral("The file \"%1\" is empty (0 bytes): it holds no office.\n\n"
-                                                         "Make a new, empty office in it?").arg(path),
-                                          QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+        newOffice = QMessageBox::question(
+                        nullptr, QStringLiteral("Empty Office File"),
+                        QStringLiteral("The file \"%1\" is empty (0 bytes): it holds no office.\n\n"
+                                       "Make a new, empty office in it?")
+                            .arg(path),
+                        QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
                     == QMessageBox::Yes;
     try {
-        session.store = options.resetSample ? OfficeFile::resetSample(path) : OfficeFile::open(path, create, newOffice);
+        session.store = options.resetSample ? OfficeFile::resetSample(path)
+                                            : OfficeFile::open(path, create, newOffice);
     } catch (const ZebObjects::Failure& f) {
         return fail(f.Description());
     }
@@ -238,9 +295,11 @@ int openOffice(const Options& options, Session& session)
 // --attach-cut-sheet: the sheets go to the job's types; a bad file is refused with its reason.
 int attachCutSheets(const Options& options, ZebObjects::Store& store)
 {
-    const qint64 id = options.job ? Workstation::jobByNumber(store, *options.job) : Workstation::defaultJob(store);
+    const qint64 id = options.job ? Workstation::jobByNumber(store, *options.job)
+                                  : Workstation::defaultJob(store);
     if (id == 0)
-        return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store.path(), *options.job)
+        return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"")
+                                      .arg(store.path(), *options.job)
                                 : QStringLiteral("the office \"%1\" has no job").arg(store.path()));
     return CutSheetAttach::fromCommandLine(store, id, options.attachCutSheets);
 }
@@ -248,9 +307,11 @@ int attachCutSheets(const Options& options, ZebObjects::Store& store)
 // --export: the job's package, written as the window's Export Package writes it.
 int exportPackage(const Options& options, ZebObjects::Store& store)
 {
-    const qint64 id = options.job ? Workstation::jobByNumber(store, *options.job) : Workstation::defaultJob(store);
+    const qint64 id = options.job ? Workstation::jobByNumber(store, *options.job)
+                                  : Workstation::defaultJob(store);
     if (id == 0)
-        return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(store.path(), *options.job)
+        return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"")
+                                      .arg(store.path(), *options.job)
                                 : QStringLiteral("the office \"%1\" has no job").arg(store.path()));
     try {
         const auto job = store.openJob(id);
@@ -258,13 +319,16 @@ int exportPackage(const Options& options, ZebObjects::Store& store)
         const auto writeIncomplete = [&options, &job](const QStringList& gaps) {
             if (options.force)
                 return true;
-            std::fprintf(stderr, "zeb-workbench: the package of job %s is incomplete (--force writes it anyway):\n",
-                         qPrintable(job->number()));
+            std::fprintf(
+                stderr,
+                "zeb-workbench: the package of job %s is incomplete (--force writes it anyway):\n",
+                qPrintable(job->number()));
             for (const QString& gap : gaps)
                 std::fprintf(stderr, "  - %s\n", qPrintable(gap));
             return false;
         };
-        const PackageExport::Result result = PackageExport::write(store, job, *options.exportPdf, writeIncomplete);
+        const PackageExport::Result result =
+            PackageExport::write(store, job, *options.exportPdf, writeIncomplete);
         if (result.outcome == PackageExport::Outcome::Declined)
             return 2;
         std::printf("%s: %d pages\n", qPrintable(*options.exportPdf), int(result.pages));
@@ -277,7 +341,9 @@ int exportPackage(const Options& options, ZebObjects::Store& store)
 // The workstation window; --save-design and --screenshot build it, write their file and end.
 int runWorkstation(const Options& options, Session& session)
 {
-    const auto finish = [&session](int code) { return code == 0 && session.boxes->consoleLines() > 0 ? 1 : code; };
+    const auto finish = [&session](int code) {
+        return code == 0 && session.boxes->consoleLines() > 0 ? 1 : code;
+    };
 
     Workstation::Options windowOptions;
     // A rendering has the form's own size, whatever the window was left at.
@@ -291,7 +357,8 @@ int runWorkstation(const Options& options, Session& session)
     if (options.job) {
         first = window.jobByNumber(*options.job);
         if (first == 0)
-            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"").arg(session.store->path(), *options.job));
+            return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"")
+                            .arg(session.store->path(), *options.job));
     }
     try {
         if (first != 0)
@@ -311,7 +378,8 @@ int runWorkstation(const Options& options, Session& session)
     if (options.saveDesign) {
         QFile out(*options.saveDesign);
         if (!out.open(QIODevice::WriteOnly) || out.write(window.currentDesignJson()) < 0)
-            return fail(QStringLiteral("cannot write \"%1\": %2").arg(out.fileName(), out.errorString()));
+            return fail(
+                QStringLiteral("cannot write \"%1\": %2").arg(out.fileName(), out.errorString()));
         return finish(0);
     }
 
@@ -322,7 +390,8 @@ int runWorkstation(const Options& options, Session& session)
         const QString file = *options.screenshot;
         QTimer::singleShot(0, &window, [&window, file] {
             const QPixmap shot = window.grab();
-            QApplication::exit(shot.save(file, "PNG") ? 0 : fail(QStringLiteral("cannot write \"%1\"").arg(file)));
+            QApplication::exit(
+                shot.save(file, "PNG") ? 0 : fail(QStringLiteral("cannot write \"%1\"").arg(file)));
         });
     }
     return finish(QApplication::exec());
@@ -357,13 +426,15 @@ int main(int argc, char** argv)
     if (options.jobs.wanted())
         return JobCommands::run(*session.store, options.jobs);
     if (!options.attachCutSheets.isEmpty()) {
-        if (const int code = attachCutSheets(options, *session.store); code != 0 || !options.exportPdf)
+        if (const int code = attachCutSheets(options, *session.store);
+            code != 0 || !options.exportPdf)
             return code;
     }
     if (options.history.wanted()) {
         const qint64 id = options.job ? Workstation::jobByNumber(*session.store, *options.job)
                                       : Workstation::defaultJob(*session.store);
-        return HistoryCommands::run(options.history, session.store, id, options.job.value_or(QString()));
+        return HistoryCommands::run(options.history, session.store, id,
+                                    options.job.value_or(QString()));
     }
     if (options.exportPdf)
         return exportPackage(options, *session.store);

@@ -46,8 +46,8 @@ void removeWithJournals(const QString& path)
 // Flushes a file or a folder (the names it holds) to the disk.
 void sync(const QString& path, bool folder)
 {
-    const int fd = ::open(QFile::encodeName(path).constData(),
-                          folder ? O_RDONLY | O_DIRECTORY : O_RDONLY);
+    const int fd =
+        ::open(QFile::encodeName(path).constData(), folder ? O_RDONLY | O_DIRECTORY : O_RDONLY);
     const int failed = fd < 0 || ::fsync(fd) != 0 ? errno : 0;
     if (fd >= 0)
         ::close(fd);
@@ -147,8 +147,7 @@ std::shared_ptr<Store> OfficeFile::resetSample(const QString& path)
         // not meet the new file.
         Store::settle(target);
         removeJournals(target);
-        if (std::rename(QFile::encodeName(fresh).constData(),
-                        QFile::encodeName(target).constData())
+        if (std::rename(QFile::encodeName(fresh).constData(), QFile::encodeName(target).constData())
             != 0)
             throw Failure(ZebObjects::ErrorNumber::PathFileAccessError, kSource,
                           QStringLiteral("The new office cannot be put in place of \"%1\" (%2)")

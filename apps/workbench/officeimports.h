@@ -33,6 +33,6 @@ void mapColumns(TableImport& import, const ZebObjects::Store& store, const QStri
 QList<ZebObjects::LineItemRecord> lines(const TableImport& import);
 // New customers get a key of their own: their account number, else the next free "C" number.
 QList<ZebObjects::CustomerRecord> customers(const TableImport& import,
-                                                      const ZebObjects::Store& store);
+                                            const ZebObjects::Store& store);
 
 }  // namespace OfficeImports

@@ -60,7 +60,8 @@ OfficeSettingsDialog::OfficeSettingsDialog(const QString& location, QWidget* par
     const auto row = [&](const QString& caption, QWidget* widget) {
         auto* label = new QLabel(caption, this);
         label->setBuddy(widget);
-        widget->setAccessibleName(QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+        widget->setAccessibleName(
+            QString(caption).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
         server->addRow(label, widget);
     };
     row(QStringLiteral("&Host:"), m_host);
@@ -83,8 +84,8 @@ OfficeSettingsDialog::OfficeSettingsDialog(const QString& location, QWidget* par
     connect(m_file, &QRadioButton::toggled, this, [this] { updateFields(); });
     connect(browse, &QPushButton::clicked, this, [this] {
         const QString chosen = QFileDialog::getSaveFileName(
-            this, QStringLiteral("Office File"), m_path->text(), QStringLiteral("Office (*.sqlite)"),
-            nullptr, QFileDialog::DontConfirmOverwrite);
+            this, QStringLiteral("Office File"), m_path->text(),
+            QStringLiteral("Office (*.sqlite)"), nullptr, QFileDialog::DontConfirmOverwrite);
         if (!chosen.isEmpty())
             m_path->setText(QDir::toNativeSeparators(chosen));
     });

@@ -5,13 +5,15 @@
 
 PackageExport::Result PackageExport::write(const ZebObjects::Store& store,
                                            const std::shared_ptr<ZebObjects::StoreJob>& job,
-                                           const QString& path, const WriteIncomplete& writeIncomplete,
+                                           const QString& path,
+                                           const WriteIncomplete& writeIncomplete,
                                            const Progress& progress)
 {
     Result result;
     {
         // An incomplete package goes out only when someone says so; the list says what it lacks.
-        const QStringList gaps = ZebPackage::PackageGenerator::Check(StorePackageSource(store, job));
+        const QStringList gaps =
+            ZebPackage::PackageGenerator::Check(StorePackageSource(store, job));
         if (!gaps.isEmpty() && !writeIncomplete(gaps))
             return result;
     }

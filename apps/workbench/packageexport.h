@@ -8,7 +8,7 @@
 namespace ZebObjects {
 class Store;
 class StoreJob;
-}
+}  // namespace ZebObjects
 
 // Writing a job's submittal package: one way for the window's Export Package and for
 // `zeb-workbench --export`, so the two cannot disagree about what goes out.
@@ -32,7 +32,7 @@ public:
 
     // Checks the job's package and writes it to path. A failure of the store or of the file
     // propagates and leaves no file behind.
-    static Result write(const ZebObjects::Store& store, const std::shared_ptr<ZebObjects::StoreJob>& job,
-                        const QString& path, const WriteIncomplete& writeIncomplete,
-                        const Progress& progress = {});
+    static Result write(const ZebObjects::Store& store,
+                        const std::shared_ptr<ZebObjects::StoreJob>& job, const QString& path,
+                        const WriteIncomplete& writeIncomplete, const Progress& progress = {});
 };

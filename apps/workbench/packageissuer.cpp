@@ -14,12 +14,13 @@ const QString kSource = QStringLiteral("zeb-workbench");
 
 [[noreturn]] void cannotWrite(const QString& path, const QString& why)
 {
-    throw ZebObjects::Failure(ZebObjects::ErrorNumber::PathFileAccessError, kSource,
-                              QStringLiteral("Path/File access error: cannot write \"%1\": %2").arg(path, why));
+    throw ZebObjects::Failure(
+        ZebObjects::ErrorNumber::PathFileAccessError, kSource,
+        QStringLiteral("Path/File access error: cannot write \"%1\": %2").arg(path, why));
 }
 
 // Cancelled by the user: nothing is recorded.
-struct Cancelled {};
+struct Cancelled { };
 
 void writeWhole(const QString& path, const QByteArray& bytes)
 {
@@ -37,10 +38,10 @@ void writeWhole(const QString& path, const QByteArray& bytes)
 
 }  // namespace
 
-PackageIssuer::PackageIssuer(std::shared_ptr<ZebObjects::Store> store, std::shared_ptr<ZebObjects::StoreJob> job)
+PackageIssuer::PackageIssuer(std::shared_ptr<ZebObjects::Store> store,
+                             std::shared_ptr<ZebObjects::StoreJob> job)
     : m_store(std::move(store)), m_job(std::move(job))
-{
-}
+{ }
 
 void PackageIssuer::setProgress(ZebPackage::PackageGenerator::Progress progress)
 {

@@ -17,7 +17,8 @@ class StoreJob;
 // leaves no file behind.
 class PackageIssuer {
 public:
-    PackageIssuer(std::shared_ptr<ZebObjects::Store> store, std::shared_ptr<ZebObjects::StoreJob> job);
+    PackageIssuer(std::shared_ptr<ZebObjects::Store> store,
+                  std::shared_ptr<ZebObjects::StoreJob> job);
 
     // Called as the generator's progress is; answering false cancels the issue (nothing is
     // recorded or written then).

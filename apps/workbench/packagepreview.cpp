@@ -37,15 +37,19 @@ struct ZoomChoice {
     qreal factor;
 };
 const ZoomChoice kZooms[] = {
-    {"Fit Width", QPdfView::ZoomMode::FitToWidth, 1.0}, {"Fit Page", QPdfView::ZoomMode::FitInView, 1.0},
-    {"50%", QPdfView::ZoomMode::Custom, 0.5},           {"75%", QPdfView::ZoomMode::Custom, 0.75},
-    {"100%", QPdfView::ZoomMode::Custom, 1.0},          {"150%", QPdfView::ZoomMode::Custom, 1.5},
+    {"Fit Width", QPdfView::ZoomMode::FitToWidth, 1.0},
+    {"Fit Page", QPdfView::ZoomMode::FitInView, 1.0},
+    {"50%", QPdfView::ZoomMode::Custom, 0.5},
+    {"75%", QPdfView::ZoomMode::Custom, 0.75},
+    {"100%", QPdfView::ZoomMode::Custom, 1.0},
+    {"150%", QPdfView::ZoomMode::Custom, 1.5},
     {"200%", QPdfView::ZoomMode::Custom, 2.0},
 };
 
 }  // namespace
 
-PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedName, Hooks hooks, QWidget* parent)
+PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedName, Hooks hooks,
+                               QWidget* parent)
     : QDialog(parent), m_pdf(pdf), m_suggested(suggestedName), m_hooks(std::move(hooks))
 {
     setObjectName(QStringLiteral("dlgPackagePreview"));
@@ -68,13 +72,15 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
     m_thumbnails = new QListWidget(this);
     m_thumbnails->setObjectName(QStringLiteral("lstThumbnails"));
     m_thumbnails->setAccessibleName(QStringLiteral("Page thumbnails"));
-    m_thumbnails->setAccessibleDescription(QStringLiteral("A small picture of each page; choose one to show it"));
+    m_thumbnails->setAccessibleDescription(
+        QStringLiteral("A small picture of each page; choose one to show it"));
     m_thumbnails->setViewMode(QListView::ListMode);
     m_thumbnails->setIconSize(QSize(kThumbnailHeight, kThumbnailHeight));
     m_thumbnails->setUniformItemSizes(true);
     for (int page = 0; page < m_document->pageCount(); ++page) {
         const QSizeF points = m_document->pagePointSize(page);
-        const QSize size = points.scaled(QSizeF(kThumbnailHeight, kThumbnailHeight), Qt::KeepAspectRatio).toSize();
+        const QSize size =
+            points.scaled(QSizeF(kThumbnailHeight, kThumbnailHeight), Qt::KeepAspectRatio).toSize();
         // Sharp on a screen of any scale.
         const qreal scale = qApp->devicePixelRatio();
         QImage image = m_document->render(page, (QSizeF(size) * scale).toSize());
@@ -84,16 +90,18 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
         icon.setDevicePixelRatio(scale);
         icon.fill(Qt::transparent);
         QPainter p(&icon);
-        const QRect at((kThumbnailHeight - size.width()) / 2, (kThumbnailHeight - size.height()) / 2, size.width(), size.height());
+        const QRect at((kThumbnailHeight - size.width()) / 2,
+                       (kThumbnailHeight - size.height()) / 2, size.width(), size.height());
         p.fillRect(at, Qt::white);
         p.drawImage(at, image);
         p.setPen(QColor(0x90, 0x90, 0x90));
         p.drawRect(at.adjusted(0, 0, -1, -1));
         p.end();
-        auto* item = new QListWidgetItem(QIcon(icon), m_document->pageLabel(page).isEmpty()
-                                                          ? QString::number(page + 1)
-                                                          : m_document->pageLabel(page),
-                                         m_thumbnails);
+        auto* item =
+            new QListWidgetItem(QIcon(icon),
+                                m_document->pageLabel(page).isEmpty() ? QString::number(page + 1)
+                                                                      : m_document->pageLabel(page),
+                                m_thumbnails);
         item->setData(Qt::UserRole, page);
         item->setData(Qt::AccessibleTextRole, QStringLiteral("Page %1").arg(page + 1));
     }
@@ -117,7 +125,8 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
     m_outline = new QTreeView(this);
     m_outline->setObjectName(QStringLiteral("tvwOutline"));
     m_outline->setAccessibleName(QStringLiteral("Outline"));
-    m_outline->setAccessibleDescription(QStringLiteral("The package's bookmarks; choose one to show its page"));
+    m_outline->setAccessibleDescription(
+        QStringLiteral("The package's bookmarks; choose one to show its page"));
     m_outline->setModel(m_bookmarks);
     m_outline->setHeaderHidden(true);
     m_outline->expandAll();
@@ -125,11 +134,13 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
     auto* side = new QTabWidget(this);
     side->setObjectName(QStringLiteral("tabPreviewSide"));
     side->setAccessibleName(QStringLiteral("Thumbnails and outline"));
-    side->setAccessibleDescription(QStringLiteral("Go to a page by its picture or by its bookmark"));
+    side->setAccessibleDescription(
+        QStringLiteral("Go to a page by its picture or by its bookmark"));
     side->addTab(m_thumbnails, QStringLiteral("&Pages"));
     side->addTab(m_outline, QStringLiteral("O&utline"));
     side->tabBar()->setAccessibleName(QStringLiteral("Thumbnails or outline"));
-    side->tabBar()->setAccessibleDescription(QStringLiteral("Choose whether the side shows pages or bookmarks"));
+    side->tabBar()->setAccessibleDescription(
+        QStringLiteral("Choose whether the side shows pages or bookmarks"));
     ZebSubCtl::nameScrollBars(m_view);
     ZebSubCtl::nameScrollBars(m_thumbnails);
     ZebSubCtl::nameScrollBars(m_outline);
@@ -152,7 +163,8 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
     pages->setObjectName(QStringLiteral("lblPreviewPages"));
 
     auto* buttons = new QDialogButtonBox(this);
-    auto* exportButton = buttons->addButton(QStringLiteral("&Export..."), QDialogButtonBox::AcceptRole);
+    auto* exportButton =
+        buttons->addButton(QStringLiteral("&Export..."), QDialogButtonBox::AcceptRole);
     exportButton->setObjectName(QStringLiteral("cmdExport"));
     auto* close = buttons->addButton(QDialogButtonBox::Close);
     close->setObjectName(QStringLiteral("cmdClose"));
@@ -175,12 +187,10 @@ PackagePreview::PackagePreview(const QByteArray& pdf, const QString& suggestedNa
         if (row >= 0)
             showPage(m_thumbnails->item(row)->data(Qt::UserRole).toInt());
     });
-    connect(m_outline, &QTreeView::activated, this, [this](const QModelIndex& index) {
-        showPage(index.data(Qt::UserRole).toInt());
-    });
-    connect(m_outline, &QTreeView::clicked, this, [this](const QModelIndex& index) {
-        showPage(index.data(Qt::UserRole).toInt());
-    });
+    connect(m_outline, &QTreeView::activated, this,
+            [this](const QModelIndex& index) { showPage(index.data(Qt::UserRole).toInt()); });
+    connect(m_outline, &QTreeView::clicked, this,
+            [this](const QModelIndex& index) { showPage(index.data(Qt::UserRole).toInt()); });
     applyZoom(0);
     resize(960, 720);
     exportButton->setDefault(true);
@@ -218,8 +228,9 @@ bool PackagePreview::exportTo(const QString& path)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(m_pdf) != m_pdf.size() || !file.commit()) {
-        QMessageBox::warning(this, QStringLiteral("Export Package"),
-                             QStringLiteral("Path/File access error: %1 (%2)").arg(path, file.errorString()));
+        QMessageBox::warning(
+            this, QStringLiteral("Export Package"),
+            QStringLiteral("Path/File access error: %1 (%2)").arg(path, file.errorString()));
         return false;
     }
     m_exported = path;
@@ -228,10 +239,11 @@ bool PackagePreview::exportTo(const QString& path)
 
 void PackagePreview::cmdExport_Click()
 {
-    const QString path = m_hooks.chooseTarget
-                             ? m_hooks.chooseTarget(m_suggested)
-                             : QFileDialog::getSaveFileName(this, QStringLiteral("Export Package"), m_suggested,
-                                                            QStringLiteral("PDF files (*.pdf)"));
+    const QString path =
+        m_hooks.chooseTarget
+            ? m_hooks.chooseTarget(m_suggested)
+            : QFileDialog::getSaveFileName(this, QStringLiteral("Export Package"), m_suggested,
+                                           QStringLiteral("PDF files (*.pdf)"));
     if (path.isEmpty())
         return;
     if (exportTo(path))

@@ -23,7 +23,8 @@ public:
         std::function<QString(const QString& suggested)> chooseTarget;
     };
 
-    PackagePreview(const QByteArray& pdf, const QString& suggestedName, Hooks hooks, QWidget* parent = nullptr);
+    PackagePreview(const QByteArray& pdf, const QString& suggestedName, Hooks hooks,
+                   QWidget* parent = nullptr);
     ~PackagePreview() override;
 
     QPdfDocument* document() const { return m_document; }

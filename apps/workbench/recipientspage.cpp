@@ -59,10 +59,12 @@ RecipientsPage::RecipientsPage(std::shared_ptr<ZebObjects::Store> store,
     m_list = new QListWidget(this);
     m_list->setObjectName(QStringLiteral("lstRecipients"));
     m_list->setAccessibleName(QStringLiteral("Recipients"));
-    m_list->setAccessibleDescription(QStringLiteral("The people the cover letters go to, in the order they print"));
+    m_list->setAccessibleDescription(
+        QStringLiteral("The people the cover letters go to, in the order they print"));
     auto* caption = new QLabel(QStringLiteral("&Cover letters go to:"), this);
     caption->setBuddy(m_list);
-    const auto button = [this](const char* name, const QString& caption, const QString& description, auto slot) {
+    const auto button = [this](const char* name, const QString& caption, const QString& description,
+                               auto slot) {
         auto* b = new QPushButton(caption, this);
         b->setObjectName(QLatin1String(name));
         b->setAccessibleDescription(description);
@@ -70,11 +72,16 @@ RecipientsPage::RecipientsPage(std::shared_ptr<ZebObjects::Store> store,
         return b;
     };
     auto* side = new QVBoxLayout;
-    side->addWidget(button("cmdAddRecipient", QStringLiteral("&Add from Customers..."),
-                           QStringLiteral("Adds a contact of a customer, with the customer's address"), [this] { addFromCustomers(); }));
-    side->addWidget(button("cmdRecipientUp", QStringLiteral("Move &Up"), QStringLiteral("Moves the recipient up"), [this] { moveUp(); }));
-    side->addWidget(button("cmdRecipientDown", QStringLiteral("Move &Down"), QStringLiteral("Moves the recipient down"), [this] { moveDown(); }));
-    side->addWidget(button("cmdRemoveRecipient", QStringLiteral("&Remove"), QStringLiteral("Removes the recipient"), [this] { removeRecipient(); }));
+    side->addWidget(
+        button("cmdAddRecipient", QStringLiteral("&Add from Customers..."),
+               QStringLiteral("Adds a contact of a customer, with the customer's address"),
+               [this] { addFromCustomers(); }));
+    side->addWidget(button("cmdRecipientUp", QStringLiteral("Move &Up"),
+                           QStringLiteral("Moves the recipient up"), [this] { moveUp(); }));
+    side->addWidget(button("cmdRecipientDown", QStringLiteral("Move &Down"),
+                           QStringLiteral("Moves the recipient down"), [this] { moveDown(); }));
+    side->addWidget(button("cmdRemoveRecipient", QStringLiteral("&Remove"),
+                           QStringLiteral("Removes the recipient"), [this] { removeRecipient(); }));
     side->addStretch();
     auto* row = new QHBoxLayout;
     row->addWidget(m_list, 1);
@@ -98,8 +105,9 @@ void RecipientsPage::reload()
         for (const auto& r : m_job->submittal()->Recipients()->Enumerate()) {
             const auto& d = static_cast<const ZebObjects::StoreRecipient&>(*r).data();
             const QString where = addressLine(d.city, d.state, d.zip);
-            m_list->addItem(where.isEmpty() ? QStringLiteral("%1, %2").arg(d.name, d.company)
-                                            : QStringLiteral("%1, %2 - %3").arg(d.name, d.company, where));
+            m_list->addItem(where.isEmpty()
+                                ? QStringLiteral("%1, %2").arg(d.name, d.company)
+                                : QStringLiteral("%1, %2 - %3").arg(d.name, d.company, where));
         }
     } catch (const ZebObjects::Failure& f) {
         failed(f.Description());
@@ -118,9 +126,10 @@ void RecipientsPage::addFromCustomers()
         return;
     }
     if (people.isEmpty()) {
-        QMessageBox::information(this, QStringLiteral("Add Recipient"),
-                                 QStringLiteral("No customer of the office has a contact name. Give one in "
-                                                "Office > Customer Directory."));
+        QMessageBox::information(
+            this, QStringLiteral("Add Recipient"),
+            QStringLiteral("No customer of the office has a contact name. Give one in "
+                           "Office > Customer Directory."));
         return;
     }
     QDialog dialog(this);
@@ -130,7 +139,8 @@ void RecipientsPage::addFromCustomers()
     list->setObjectName(QStringLiteral("lstContacts"));
     list->setAccessibleName(QStringLiteral("Customer contacts"));
     for (const Data& d : people)
-        list->addItem(QStringLiteral("%1, %2 - %3").arg(d.attention, d.name, addressLine(d.city, d.state, d.zip)));
+        list->addItem(QStringLiteral("%1, %2 - %3")
+                          .arg(d.attention, d.name, addressLine(d.city, d.state, d.zip)));
     list->setCurrentRow(0);
     auto* caption = new QLabel(QStringLiteral("&Contacts (the job's customers first):"), &dialog);
     caption->setBuddy(list);

@@ -8,7 +8,7 @@ class QListWidget;
 namespace ZebObjects {
 class Store;
 class StoreJob;
-}
+}  // namespace ZebObjects
 
 // The Recipients page: who the cover letters go to, in order. Recipients come from the contacts
 // of the office's customers (the job's own first) with their addresses; they can be moved up and

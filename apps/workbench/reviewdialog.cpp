@@ -16,27 +16,39 @@
 
 namespace {
 
-enum Column { LineColumn, TypeColumn, QuantityColumn, CatalogColumn, ActionColumn, NoteColumn, ColumnCount };
+enum Column {
+    LineColumn,
+    TypeColumn,
+    QuantityColumn,
+    CatalogColumn,
+    ActionColumn,
+    NoteColumn,
+    ColumnCount
+};
 
 const QString kAllTypes = QStringLiteral("All Types");
 
 }  // namespace
 
-ReviewDialog::ReviewDialog(const ZebObjects::IssuedRevision& revision, const QList<ZebObjects::IssuedLine>& lines,
-                           QWidget* parent)
+ReviewDialog::ReviewDialog(const ZebObjects::IssuedRevision& revision,
+                           const QList<ZebObjects::IssuedLine>& lines, QWidget* parent)
     : QDialog(parent), m_lines(lines)
 {
     setObjectName(QStringLiteral("frmReview"));
     setWindowTitle(QStringLiteral("Record Review of Revision %1").arg(revision.number));
     setAccessibleName(windowTitle());
-    setAccessibleDescription(QStringLiteral("The action and note the reviewer gave each line, the date the package came back and the reviewer's note"));
+    setAccessibleDescription(QStringLiteral("The action and note the reviewer gave each line, the "
+                                            "date the package came back and the reviewer's note"));
 
     auto* layout = new QVBoxLayout(this);
-    auto* intro = new QLabel(QStringLiteral("Revision %1 was sent on %2 to %3. Choose the reviewer's action for each line, or for every line of a type at once.")
-                                 .arg(revision.number)
-                                 .arg(QLocale().toString(revision.sent(), QLocale::ShortFormat))
-                                 .arg(revision.recipients.isEmpty() ? QStringLiteral("no recipient") : revision.recipients.join(QStringLiteral("; "))),
-                             this);
+    auto* intro = new QLabel(
+        QStringLiteral("Revision %1 was sent on %2 to %3. Choose the reviewer's action for each "
+                       "line, or for every line of a type at once.")
+            .arg(revision.number)
+            .arg(QLocale().toString(revision.sent(), QLocale::ShortFormat))
+            .arg(revision.recipients.isEmpty() ? QStringLiteral("no recipient")
+                                               : revision.recipients.join(QStringLiteral("; "))),
+        this);
     intro->setObjectName(QStringLiteral("lblReviewIntro"));
     intro->setWordWrap(true);
     layout->addWidget(intro);
@@ -73,8 +85,9 @@ ReviewDialog::ReviewDialog(const ZebObjects::IssuedRevision& revision, const QLi
     m_table = new QTableWidget(int(lines.size()), ColumnCount, this);
     m_table->setObjectName(QStringLiteral("tblReviewLines"));
     m_table->setAccessibleName(QStringLiteral("Lines of the revision with their review"));
-    m_table->setHorizontalHeaderLabels({QStringLiteral("Line"), QStringLiteral("Type"), QStringLiteral("Qty"),
-                                        QStringLiteral("Catalog Number"), QStringLiteral("Action"), QStringLiteral("Note")});
+    m_table->setHorizontalHeaderLabels({QStringLiteral("Line"), QStringLiteral("Type"),
+                                        QStringLiteral("Qty"), QStringLiteral("Catalog Number"),
+                                        QStringLiteral("Action"), QStringLiteral("Note")});
     m_table->verticalHeader()->setVisible(false);
     m_table->verticalScrollBar()->setAccessibleName(QStringLiteral("Scroll the lines up and down"));
     m_table->horizontalScrollBar()->setAccessibleName(QStringLiteral("Scroll the lines sideways"));
@@ -93,7 +106,8 @@ ReviewDialog::ReviewDialog(const ZebObjects::IssuedRevision& revision, const QLi
         action->setObjectName(QStringLiteral("cmbAction%1").arg(l.number));
         action->setAccessibleName(QStringLiteral("Action for line %1").arg(l.number));
         action->addItems(ZebObjects::ReviewAction::all());
-        action->setCurrentText(l.action.isEmpty() ? ZebObjects::ReviewAction::NotReviewed : l.action);
+        action->setCurrentText(l.action.isEmpty() ? ZebObjects::ReviewAction::NotReviewed
+                                                  : l.action);
         connect(action, &QComboBox::currentTextChanged, this, &ReviewDialog::updateVerdict);
         m_table->setCellWidget(row, ActionColumn, action);
         auto* note = new QLineEdit(l.note, m_table);
@@ -106,7 +120,8 @@ ReviewDialog::ReviewDialog(const ZebObjects::IssuedRevision& revision, const QLi
     layout->addWidget(m_table, 1);
 
     auto* form = new QFormLayout;
-    m_returned = new QDateEdit(revision.returned.isValid() ? revision.returned : QDate::currentDate(), this);
+    m_returned =
+        new QDateEdit(revision.returned.isValid() ? revision.returned : QDate::currentDate(), this);
     m_returned->setObjectName(QStringLiteral("dtpReturned"));
     m_returned->setCalendarPopup(true);
     m_returned->setAccessibleName(QStringLiteral("Date returned"));
@@ -171,5 +186,11 @@ QList<ZebObjects::StoreHistory::LineReview> ReviewDialog::reviews() const
     return out;
 }
 
-QDate ReviewDialog::returned() const { return m_returned->date(); }
-QString ReviewDialog::note() const { return m_note->toPlainText(); }
+QDate ReviewDialog::returned() const
+{
+    return m_returned->date();
+}
+QString ReviewDialog::note() const
+{
+    return m_note->toPlainText();
+}

@@ -17,8 +17,8 @@ class QTableWidget;
 class ReviewDialog : public QDialog {
     Q_OBJECT
 public:
-    ReviewDialog(const ZebObjects::IssuedRevision& revision, const QList<ZebObjects::IssuedLine>& lines,
-                 QWidget* parent = nullptr);
+    ReviewDialog(const ZebObjects::IssuedRevision& revision,
+                 const QList<ZebObjects::IssuedLine>& lines, QWidget* parent = nullptr);
 
     QList<ZebObjects::StoreHistory::LineReview> reviews() const;
     QDate returned() const;

@@ -7,11 +7,20 @@ void SaveState::setOffice(const QString& server, bool readOnly)
     m_failure.clear();
 }
 
-void SaveState::writeSaved() { m_failure.clear(); }
+void SaveState::writeSaved()
+{
+    m_failure.clear();
+}
 
-void SaveState::writeFailed(const QString& cause) { m_failure = cause; }
+void SaveState::writeFailed(const QString& cause)
+{
+    m_failure = cause;
+}
 
-void SaveState::shownFromOffice() { m_failure.clear(); }
+void SaveState::shownFromOffice()
+{
+    m_failure.clear();
+}
 
 QString SaveState::text() const
 {

@@ -15,8 +15,7 @@
 
 StorePackageSource::StorePackageSource(const ZebObjects::Store& store,
                                        std::shared_ptr<ZebObjects::StoreJob> job)
-    : m_job(std::move(job)),
-      m_office(store.letterhead()),
+    : m_job(std::move(job)), m_office(store.letterhead()),
       m_manufacturers(ZebObjects::StandalonePackageSource::sampleManufacturers()),
       m_cutSheets(store.cutSheets())
 {

@@ -10,7 +10,7 @@
 namespace ZebObjects {
 class Store;
 class StoreJob;
-}
+}  // namespace ZebObjects
 
 // A job of the office's store as the package generator reads it: a customer's address comes from
 // the office's directory, a recipient's from the recipient's row, the letterhead from the

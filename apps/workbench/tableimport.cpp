@@ -30,8 +30,7 @@ QString TableImport::Problem::message() const
 
 TableImport::TableImport(QList<Field> fields)
     : m_fields(std::move(fields)), m_mapping(m_fields.size(), -1)
-{
-}
+{ }
 
 void TableImport::setMapping(const QList<int>& mapping)
 {
@@ -159,7 +158,8 @@ void TableImport::check()
                                   .arg(field.name.toLower(), value);
             } else if (field.kind == Kind::YesNo) {
                 if (!yesNo(value))
-                    problem = QStringLiteral("%1 \"%2\" is neither yes nor no").arg(field.name, value);
+                    problem =
+                        QStringLiteral("%1 \"%2\" is neither yes nor no").arg(field.name, value);
             } else if (value.size() > field.maxLength) {
                 problem = QStringLiteral("the %1 has %2 characters; it holds at most %3")
                               .arg(field.name.toLower())

@@ -51,13 +51,15 @@ WorkbenchData::WorkbenchData()
 WorkbenchData::WorkbenchData(ZebObjects::StoreJob& job)
 {
     using namespace ZebObjects;
-    add(QStringLiteral("coverLetterParagraphs"), asContract<TextObjects>(job.coverLetterParagraphs()));
+    add(QStringLiteral("coverLetterParagraphs"),
+        asContract<TextObjects>(job.coverLetterParagraphs()));
     add(QStringLiteral("coverLetterRemarks"), asContract<TextObjects>(job.coverLetterRemarks()));
     add(QStringLiteral("submittal"), asContract<Submittal>(job.submittal()));
     add(QStringLiteral("bom"), asContract<BOM>(job.bom()));
     add(QStringLiteral("labels"), asContract<Labels>(job.labels()));
     // The Line Items page shows what its list holds; the package prints every line.
-    add(QStringLiteral("lineItems"), asContract<LineItems>(std::make_shared<FirstLines>(job.lineItems())));
+    add(QStringLiteral("lineItems"),
+        asContract<LineItems>(std::make_shared<FirstLines>(job.lineItems())));
     add(QStringLiteral("customers"), asContract<Customers>(job.customers()));
 }
 
@@ -66,9 +68,9 @@ void WorkbenchData::bind(ZebSubCtl::UserControl* control, const QString& propert
 {
     const auto it = m_objects.constFind(name);
     if (it == m_objects.constEnd())
-        throw ZebObjects::Failure(ZebObjects::ErrorNumber::NoSuchProperty,
-                                  QStringLiteral("zeb-workbench"),
-                                  QStringLiteral("There is no sample object named \"%1\"").arg(name));
+        throw ZebObjects::Failure(
+            ZebObjects::ErrorNumber::NoSuchProperty, QStringLiteral("zeb-workbench"),
+            QStringLiteral("There is no sample object named \"%1\"").arg(name));
     if (!control->setProperty(property.toLatin1().constData(), *it))
         throw ZebObjects::Failure(ZebObjects::ErrorNumber::NoSuchProperty,
                                   QStringLiteral("zeb-workbench"),
@@ -91,7 +93,8 @@ void WorkbenchData::generateLineItems(int count)
         d.quantity = 1 + (i * 7) % 48;
         d.type = QStringLiteral("%1%2").arg(QChar(u'A' + (i - 1) % 26)).arg((i - 1) / 26);
         d.brand = QLatin1String(kBrands[i % 4]);
-        d.catalogNumber = QStringLiteral("VH-%1-LP-%2L-35K").arg(i, 4, 10, QLatin1Char('0')).arg(20 + i % 30);
+        d.catalogNumber =
+            QStringLiteral("VH-%1-LP-%2L-35K").arg(i, 4, 10, QLatin1Char('0')).arg(20 + i % 30);
         d.description = QStringLiteral("Generated fixture line %1, 3500K").arg(i);
         d.group = QStringLiteral("LVL%1").arg(1 + i % 5);
         d.mto = i % 7 == 0;

@@ -53,8 +53,8 @@ private:
     {
         if (m_controls.size() != 1)
             return;
-        m_controls.front()->setGeometry(rect().adjusted(kPageMargin, kPageMargin, -kPageMargin,
-                                                        -kPageMargin));
+        m_controls.front()->setGeometry(
+            rect().adjusted(kPageMargin, kPageMargin, -kPageMargin, -kPageMargin));
     }
 
     QList<QWidget*> m_controls;
@@ -201,14 +201,16 @@ UserControl* WorkbenchWindow::place(QWidget* page, const FormControl& control, W
         try {
             data.bind(created, it.key(), it.value());
         } catch (const ZebObjects::Failure& f) {
-            m_problems.append(QStringLiteral("%1.%2: %3").arg(control.name, it.key(), f.Description()));
+            m_problems.append(
+                QStringLiteral("%1.%2: %3").arg(control.name, it.key(), f.Description()));
         }
     }
     for (const auto& [property, value] : control.runtimeProperties) {
         try {
             setRuntimeProperty(created, property, value);
         } catch (const ZebObjects::Failure& f) {
-            m_problems.append(QStringLiteral("%1.%2: %3").arg(control.name, property, f.Description()));
+            m_problems.append(
+                QStringLiteral("%1.%2: %3").arg(control.name, property, f.Description()));
         }
     }
     for (auto it = control.accessibleNames.begin(); it != control.accessibleNames.end(); ++it) {
@@ -216,7 +218,8 @@ UserControl* WorkbenchWindow::place(QWidget* page, const FormControl& control, W
         if (named)
             named->setAccessibleName(it.value());
         else
-            m_problems.append(QStringLiteral("%1: no part \"%2\" to name").arg(control.name, it.key()));
+            m_problems.append(
+                QStringLiteral("%1: no part \"%2\" to name").arg(control.name, it.key()));
     }
     created->clearPropertyChanged();
     m_controls.append(created);

@@ -76,7 +76,10 @@ protected:
     }
 
 private:
-    void fit() { setText(fontMetrics().elidedText(m_full, Qt::ElideMiddle, contentsRect().width())); }
+    void fit()
+    {
+        setText(fontMetrics().elidedText(m_full, Qt::ElideMiddle, contentsRect().width()));
+    }
 
     QString m_full;
 };
@@ -95,27 +98,35 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
                                                        "showing the diagnostics and quitting"));
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->setObjectName(QStringLiteral("mnuFile"));
-    QAction* newJob = file->addAction(QStringLiteral("&New Job..."), this, [this] { chooseNewJob(); });
+    QAction* newJob =
+        file->addAction(QStringLiteral("&New Job..."), this, [this] { chooseNewJob(); });
     newJob->setObjectName(QStringLiteral("actNewJob"));
     newJob->setShortcut(QKeySequence::New);
     QAction* open = file->addAction(QStringLiteral("&Open Job..."), this, [this] { chooseJob(); });
     open->setObjectName(QStringLiteral("actOpenJob"));
     open->setShortcut(QKeySequence::Open);
-    QAction* duplicate = file->addAction(QStringLiteral("&Duplicate Job..."), this, [this] { chooseDuplicateJob(); });
+    QAction* duplicate = file->addAction(QStringLiteral("&Duplicate Job..."), this,
+                                         [this] { chooseDuplicateJob(); });
     duplicate->setObjectName(QStringLiteral("actDuplicateJob"));
-    QAction* properties = file->addAction(QStringLiteral("Job &Properties..."), this, [this] { chooseJobProperties(); });
+    QAction* properties = file->addAction(QStringLiteral("Job &Properties..."), this,
+                                          [this] { chooseJobProperties(); });
     properties->setObjectName(QStringLiteral("actJobProperties"));
     file->addSeparator();
-    QAction* importLines = file->addAction(QStringLiteral("&Import Line Items..."), this, [this] { chooseImportLines(); });
+    QAction* importLines = file->addAction(QStringLiteral("&Import Line Items..."), this,
+                                           [this] { chooseImportLines(); });
     importLines->setObjectName(QStringLiteral("actImportLines"));
     importLines->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
-    QAction* pasteLines = file->addAction(QStringLiteral("Import Line Items from C&lipboard"), this, [this] { this->pasteLines(); });
+    QAction* pasteLines = file->addAction(QStringLiteral("Import Line Items from C&lipboard"), this,
+                                          [this] { this->pasteLines(); });
     pasteLines->setObjectName(QStringLiteral("actPasteLines"));
-    QAction* importCustomers = file->addAction(QStringLiteral("Import &Customers..."), this, [this] { chooseImportCustomers(); });
+    QAction* importCustomers = file->addAction(QStringLiteral("Import &Customers..."), this,
+                                               [this] { chooseImportCustomers(); });
     importCustomers->setObjectName(QStringLiteral("actImportCustomers"));
-    QAction* directory = file->addAction(QStringLiteral("Customer Di&rectory..."), this, [this] { chooseDirectory(); });
+    QAction* directory = file->addAction(QStringLiteral("Customer Di&rectory..."), this,
+                                         [this] { chooseDirectory(); });
     directory->setObjectName(QStringLiteral("actCustomerDirectory"));
-    QAction* issuers = file->addAction(QStringLiteral("Issued &By..."), this, [this] { chooseIssuers(); });
+    QAction* issuers =
+        file->addAction(QStringLiteral("Issued &By..."), this, [this] { chooseIssuers(); });
     issuers->setObjectName(QStringLiteral("actIssuers"));
     file->addSeparator();
     QAction* exportPackage =
@@ -128,8 +139,8 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     });
     issuePackage->setObjectName(QStringLiteral("actIssuePackage"));
     issuePackage->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
-    QAction* office = file->addAction(QStringLiteral("Office &Database..."), this,
-                                      [this] { chooseOffice(); });
+    QAction* office =
+        file->addAction(QStringLiteral("Office &Database..."), this, [this] { chooseOffice(); });
     office->setObjectName(QStringLiteral("actOfficeDatabase"));
     QAction* letterhead = file->addAction(QStringLiteral("Office &Letterhead..."), this,
                                           [this] { chooseLetterhead(); });
@@ -170,8 +181,7 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
         ++m_automaticRefreshes;
         refreshSoon();
     });
-    m_saveState.setOffice(m_store->isServer() ? m_store->path() : QString(),
-                          m_store->isReadOnly());
+    m_saveState.setOffice(m_store->isServer() ? m_store->path() : QString(), m_store->isReadOnly());
     m_store->watchWrites([this](const ZebObjects::Failure* failure) {
         if (failure)
             m_saveState.writeFailed(failure->Description());
@@ -252,7 +262,8 @@ void Workstation::keepCarbonCopyChoice()
         if (!open || open != m_job)
             return;
         try {
-            auto letter = std::dynamic_pointer_cast<ZebObjects::StoreCoverLetter>(open->submittal()->CoverLetter());
+            auto letter = std::dynamic_pointer_cast<ZebObjects::StoreCoverLetter>(
+                open->submittal()->CoverLetter());
             if (letter)
                 letter->setIncludeCarbonCopy(checked);
             updateStatus();
@@ -401,14 +412,15 @@ void Workstation::chooseExport()
     // The package shows what the pages show: an edit in progress is written before the file
     // dialog takes the focus.
     finishEdit();
-    const QString suggested = QDir::home().filePath(
-        QStringLiteral("%1 Submittal.pdf").arg(m_job->number()));
+    const QString suggested =
+        QDir::home().filePath(QStringLiteral("%1 Submittal.pdf").arg(m_job->number()));
     const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Export Package"),
                                                       suggested, QStringLiteral("PDF (*.pdf)"));
     if (path.isEmpty() || !exportPackage(path))
         return;
-    if (QMessageBox::question(this, QStringLiteral("Export Package"),
-                              QStringLiteral("The package is written to %1.\nOpen it now?").arg(path))
+    if (QMessageBox::question(
+            this, QStringLiteral("Export Package"),
+            QStringLiteral("The package is written to %1.\nOpen it now?").arg(path))
         != QMessageBox::Yes)
         return;
     const std::function<bool(const QString&)> open =

@@ -14,11 +14,12 @@ namespace ZebObjects {
 class Failure;
 class Store;
 class StoreJob;
-}
+}  // namespace ZebObjects
 
 // The submittal workstation: the office's store, one job open at a time with its pages bound to
 // the job's objects, menus to open a job, refresh it and quit, and a status bar with the job and
-// the save state. On an office server, another workstation's commit refreshes the open job. Its size and place, and the job last open, are kept between runs.
+// the save state. On an office server, another workstation's commit refreshes the open job. Its
+// size and place, and the job last open, are kept between runs.
 class Workstation : public WorkbenchWindow {
     Q_OBJECT
 public:

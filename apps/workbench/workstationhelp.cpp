@@ -17,13 +17,15 @@ void Workstation::addHelpMenu()
 {
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("mnuHelp"));
-    QAction* keys = help->addAction(QStringLiteral("&Keyboard Shortcuts"), this, [this] { showShortcuts(); });
+    QAction* keys =
+        help->addAction(QStringLiteral("&Keyboard Shortcuts"), this, [this] { showShortcuts(); });
     keys->setObjectName(QStringLiteral("actShortcuts"));
     keys->setShortcut(QKeySequence::HelpContents);
     QAction* about = help->addAction(QStringLiteral("&About"), this, [this] {
-        QMessageBox::about(this, QStringLiteral("About"),
-                           QStringLiteral("%1 workbench\nVersion %2")
-                               .arg(ZebSubCtl::LibraryInfo::Description(), ZebSubCtl::LibraryInfo::Version()));
+        QMessageBox::about(
+            this, QStringLiteral("About"),
+            QStringLiteral("%1 workbench\nVersion %2")
+                .arg(ZebSubCtl::LibraryInfo::Description(), ZebSubCtl::LibraryInfo::Version()));
     });
     about->setObjectName(QStringLiteral("actAbout"));
 }
@@ -35,8 +37,9 @@ QList<QPair<QString, QString>> Workstation::shortcuts() const
         if (menu->menu())
             for (QAction* a : menu->menu()->actions())
                 if (!a->shortcut().isEmpty())
-                    out.append({QString(a->text()).remove(QLatin1Char('&')).remove(QStringLiteral("...")),
-                                a->shortcut().toString(QKeySequence::NativeText)});
+                    out.append(
+                        {QString(a->text()).remove(QLatin1Char('&')).remove(QStringLiteral("...")),
+                         a->shortcut().toString(QKeySequence::NativeText)});
     // The Line Items Editor's own keys.
     const QPair<const char*, QKeySequence> editor[] = {
         {"Line Items Editor: edit the cell", QKeySequence(Qt::Key_F2)},

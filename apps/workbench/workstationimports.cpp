@@ -39,7 +39,8 @@ bool Workstation::importLines(const CsvTable& table, const QString& source)
             m_store->setSetting(OfficeImports::LineMappingSetting, dialog.import().mappingText());
         });
         refresh();
-        statusBar()->showMessage(QStringLiteral("Imported %1 lines from %2").arg(data.size()).arg(source), 5000);
+        statusBar()->showMessage(
+            QStringLiteral("Imported %1 lines from %2").arg(data.size()).arg(source), 5000);
         return true;
     } catch (const ZebObjects::Failure& f) {
         showFailure(title, f);
@@ -51,8 +52,9 @@ void Workstation::chooseImportLines()
 {
     if (!m_job)
         return;
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Import Line Items"), QString(),
-                                                      QStringLiteral("CSV files (*.csv *.txt);;All files (*)"));
+    const QString path =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Import Line Items"), QString(),
+                                     QStringLiteral("CSV files (*.csv *.txt);;All files (*)"));
     if (path.isEmpty())
         return;
     try {
@@ -85,9 +87,12 @@ bool Workstation::importCustomers(const CsvTable& table, const QString& source)
         const auto customers = OfficeImports::customers(dialog.import(), *m_store);
         m_store->writeAll([&] {
             m_store->addDirectoryCustomers(customers);
-            m_store->setSetting(OfficeImports::CustomerMappingSetting, dialog.import().mappingText());
+            m_store->setSetting(OfficeImports::CustomerMappingSetting,
+                                dialog.import().mappingText());
         });
-        statusBar()->showMessage(QStringLiteral("Imported %1 customers from %2").arg(customers.size()).arg(source), 5000);
+        statusBar()->showMessage(
+            QStringLiteral("Imported %1 customers from %2").arg(customers.size()).arg(source),
+            5000);
         return true;
     } catch (const ZebObjects::Failure& f) {
         showFailure(title, f);
@@ -97,8 +102,9 @@ bool Workstation::importCustomers(const CsvTable& table, const QString& source)
 
 void Workstation::chooseImportCustomers()
 {
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Import Customers"), QString(),
-                                                      QStringLiteral("CSV files (*.csv *.txt);;All files (*)"));
+    const QString path =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Import Customers"), QString(),
+                                     QStringLiteral("CSV files (*.csv *.txt);;All files (*)"));
     if (path.isEmpty())
         return;
     try {

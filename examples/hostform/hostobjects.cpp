@@ -6,10 +6,10 @@
 
 namespace HostForm {
 
+using ZebObjects::Failure;
 using ZebObjects::ErrorNumber::ElementNotFound;
 using ZebObjects::ErrorNumber::KeyAlreadyInCollection;
 using ZebObjects::ErrorNumber::SubscriptOutOfRange;
-using ZebObjects::Failure;
 
 namespace {
 const QString kSource = QStringLiteral("HostForm");
@@ -17,8 +17,7 @@ const QString kSource = QStringLiteral("HostForm");
 
 Paragraph::Paragraph(QString key, QString text, bool selected)
     : m_key(std::move(key)), m_text(std::move(text)), m_selected(selected)
-{
-}
+{ }
 
 qsizetype Paragraphs::indexOf(const QString& key) const
 {
@@ -92,8 +91,7 @@ ZebObjects::TextObjectList Paragraphs::Enumerate() const
 Client::Client(QString account, QString name, QString city, QString state)
     : m_account(std::move(account)), m_name(std::move(name)), m_city(std::move(city)),
       m_state(std::move(state))
-{
-}
+{ }
 
 bool Clients::Add(const QString& key, std::shared_ptr<ZebObjects::Customer> customer)
 {
@@ -135,8 +133,7 @@ namespace {
 class Found : public ZebObjects::CustomerSearchResult {
 public:
     explicit Found(std::shared_ptr<ZebObjects::Customer> customer) : m_customer(std::move(customer))
-    {
-    }
+    { }
     std::shared_ptr<ZebObjects::Customer> ChosenCustomer() const override { return m_customer; }
 
 private:
@@ -144,13 +141,12 @@ private:
 };
 }  // namespace
 
-ClientFinder::ClientFinder(QList<std::shared_ptr<Client>> book) : m_book(std::move(book)) {}
+ClientFinder::ClientFinder(QList<std::shared_ptr<Client>> book) : m_book(std::move(book)) { }
 
-std::shared_ptr<ZebObjects::CustomerSearchResult>
-ClientFinder::Search(bool, bool, bool, bool, bool, const QVariant&, const QString& keyword,
-                     const QString& accountNumber, const QString&, const QString&,
-                     const QString&, const QString&, const QString&, const QString&,
-                     qint32 maximumResults)
+std::shared_ptr<ZebObjects::CustomerSearchResult> ClientFinder::Search(
+    bool, bool, bool, bool, bool, const QVariant&, const QString& keyword,
+    const QString& accountNumber, const QString&, const QString&, const QString&, const QString&,
+    const QString&, const QString&, qint32 maximumResults)
 {
     if (maximumResults < 0)
         throw Failure(ZebObjects::ErrorNumber::InvalidProcedureCall, kSource,
@@ -159,7 +155,8 @@ ClientFinder::Search(bool, bool, bool, bool, bool, const QVariant&, const QStrin
         return nullptr;
     QList<std::shared_ptr<Client>> matches;
     for (const auto& client : std::as_const(m_book)) {
-        const bool byName = keyword.isEmpty() || client->Name().contains(keyword, Qt::CaseInsensitive);
+        const bool byName =
+            keyword.isEmpty() || client->Name().contains(keyword, Qt::CaseInsensitive);
         const bool byAccount = accountNumber.isEmpty() || client->AccountNumber() == accountNumber;
         if (byName && byAccount)
             matches.append(client);

@@ -106,12 +106,12 @@ class ClientFinder : public ZebObjects::CustomerFinder {
 public:
     explicit ClientFinder(QList<std::shared_ptr<Client>> book);
 
-    std::shared_ptr<ZebObjects::CustomerSearchResult>
-    Search(bool includeInactive, bool interactive, bool exactName, bool matchAny,
-           bool sortByAccountNumber, const QVariant& context, const QString& keyword,
-           const QString& accountNumber, const QString& city, const QString& state,
-           const QString& zip, const QString& phone, const QString& type,
-           const QString& category, qint32 maximumResults) override;
+    std::shared_ptr<ZebObjects::CustomerSearchResult> Search(
+        bool includeInactive, bool interactive, bool exactName, bool matchAny,
+        bool sortByAccountNumber, const QVariant& context, const QString& keyword,
+        const QString& accountNumber, const QString& city, const QString& state, const QString& zip,
+        const QString& phone, const QString& type, const QString& category,
+        qint32 maximumResults) override;
 
 private:
     QList<std::shared_ptr<Client>> m_book;

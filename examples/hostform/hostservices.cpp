@@ -13,13 +13,14 @@ public:
 };
 }  // namespace
 
-Services::Services(QList<std::shared_ptr<Client>> book) : m_book(std::move(book)) {}
+Services::Services(QList<std::shared_ptr<Client>> book) : m_book(std::move(book)) { }
 
 bool Services::ReformatText(QString& text)
 {
     bool changed = false;
     for (QChar& c : text) {
-        const bool printable = c == u'\r' || c == u'\n' || (c.unicode() >= 0x20 && c.unicode() < 0x7f)
+        const bool printable = c == u'\r' || c == u'\n'
+                               || (c.unicode() >= 0x20 && c.unicode() < 0x7f)
                                || (c.unicode() >= 0xa0 && c.unicode() <= 0xff);
         if (!printable) {
             c = u'?';
@@ -73,6 +74,6 @@ void StderrLog::LogWarning(const QString& module, const QString& label,
     write("warning", module, label, error);
 }
 
-void StderrLog::Trace(const QString&, const QString&, QString, qint32) {}
+void StderrLog::Trace(const QString&, const QString&, QString, qint32) { }
 
 }  // namespace HostForm

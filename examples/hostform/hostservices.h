@@ -34,10 +34,9 @@ public:
                   qint32 line) override;
     void LogNotice(const QString& module, const QString& label, const ZebObjects::ErrorInfo& error,
                    qint32 line) override;
-    void LogWarning(const QString& module, const QString& label,
-                    const ZebObjects::ErrorInfo& error, qint32 line) override;
-    void Trace(const QString& module, const QString& label, QString message,
-               qint32 level) override;
+    void LogWarning(const QString& module, const QString& label, const ZebObjects::ErrorInfo& error,
+                    qint32 line) override;
+    void Trace(const QString& module, const QString& label, QString message, qint32 level) override;
 
     const QStringList& failures() const { return m_failures; }
 

@@ -52,7 +52,8 @@ QList<std::shared_ptr<Client>> addressBook()
 {
     return {std::make_shared<Client>(QStringLiteral("C-1001"), QStringLiteral("Northgate Electric"),
                                      QStringLiteral("Portland"), QStringLiteral("OR")),
-            std::make_shared<Client>(QStringLiteral("C-1002"), QStringLiteral("Harbor Lighting Supply"),
+            std::make_shared<Client>(QStringLiteral("C-1002"),
+                                     QStringLiteral("Harbor Lighting Supply"),
                                      QStringLiteral("Tacoma"), QStringLiteral("WA")),
             std::make_shared<Client>(QStringLiteral("C-1003"), QStringLiteral("Summit Builders"),
                                      QStringLiteral("Boise"), QStringLiteral("ID"))};
@@ -66,10 +67,9 @@ ZebSubCtl::UserControl* place(const QString& identifier, const char* property,
         ZebSubCtl::ControlRegistry::instance().create(identifier, parent);
     // The object goes in as the contract type the property takes.
     if (!control->setProperty(property, object))
-        throw ZebObjects::Failure(ZebObjects::ErrorNumber::NoSuchProperty,
-                                  QStringLiteral("zeb-hostform"),
-                                  QStringLiteral("%1 does not take %2").arg(identifier,
-                                                                           QLatin1String(property)));
+        throw ZebObjects::Failure(
+            ZebObjects::ErrorNumber::NoSuchProperty, QStringLiteral("zeb-hostform"),
+            QStringLiteral("%1 does not take %2").arg(identifier, QLatin1String(property)));
     return control;
 }
 
@@ -123,8 +123,8 @@ void checkForm(Check& check, const QString& form, QWidget* list, QWidget* panel,
 {
     check.expect(rows(list, "ListView") == 3, form + QStringLiteral(": the list shows 3 remarks"));
     addParagraph(list, QStringLiteral("Delivery in March."));
-    check.expect(job.remarks->Count() == 4 && job.remarks->Item(4)->Text()
-                                                  == QStringLiteral("Delivery in March."),
+    check.expect(job.remarks->Count() == 4
+                     && job.remarks->Item(4)->Text() == QStringLiteral("Delivery in March."),
                  form + QStringLiteral(": Add puts the typed remark into the host's list"));
     check.expect(rows(list, "ListView") == 4, form + QStringLiteral(": the list shows 4 remarks"));
 
@@ -142,13 +142,13 @@ int selfTest(const StderrLog& log, const RecordedBoxes& boxes)
     {
         Job job;
         QWidget form;
-        ZebSubCtl::UserControl* list =
-            place(QStringLiteral("ZebSubmittalControls.ctlTextSelect"), "TextObjects",
-                  QVariant::fromValue(std::shared_ptr<ZebObjects::TextObjects>(job.remarks)), &form);
+        ZebSubCtl::UserControl* list = place(
+            QStringLiteral("ZebSubmittalControls.ctlTextSelect"), "TextObjects",
+            QVariant::fromValue(std::shared_ptr<ZebObjects::TextObjects>(job.remarks)), &form);
         list->setProperty("AllowUpdate", true);
-        ZebSubCtl::UserControl* panel =
-            place(QStringLiteral("ZebSubmittalControls.ctlCustSelect"), "Customers",
-                  QVariant::fromValue(std::shared_ptr<ZebObjects::Customers>(job.customers)), &form);
+        ZebSubCtl::UserControl* panel = place(
+            QStringLiteral("ZebSubmittalControls.ctlCustSelect"), "Customers",
+            QVariant::fromValue(std::shared_ptr<ZebObjects::Customers>(job.customers)), &form);
         panel->setProperty("AllowAdd", true);
         checkForm(check, QStringLiteral("by identifier"), list, panel, job);
     }
@@ -160,10 +160,12 @@ int selfTest(const StderrLog& log, const RecordedBoxes& boxes)
         check.expect(ui.remarks->AllowUpdate() && ui.remarks->MaxLength() == 200
                          && ui.customers->AllowAdd(),
                      QStringLiteral("from a form: the design values of the form are applied"));
-        ui.remarks->setProperty("TextObjects", QVariant::fromValue(
-                                                   std::shared_ptr<ZebObjects::TextObjects>(job.remarks)));
-        ui.customers->setProperty("Customers", QVariant::fromValue(
-                                                   std::shared_ptr<ZebObjects::Customers>(job.customers)));
+        ui.remarks->setProperty(
+            "TextObjects",
+            QVariant::fromValue(std::shared_ptr<ZebObjects::TextObjects>(job.remarks)));
+        ui.customers->setProperty(
+            "Customers",
+            QVariant::fromValue(std::shared_ptr<ZebObjects::Customers>(job.customers)));
         checkForm(check, QStringLiteral("from a form"), ui.remarks, ui.customers, job);
     }
     check.expect(log.failures().isEmpty(), QStringLiteral("no procedure failed"));
@@ -209,17 +211,15 @@ int main(int argc, char* argv[])
     window.setWindowTitle(QStringLiteral("Host form"));
 
     auto* byIdentifier = new QWidget;
-    ZebSubCtl::UserControl* list =
-        place(QStringLiteral("ZebSubmittalControls.ctlTextSelect"), "TextObjects",
-              QVariant::fromValue(std::shared_ptr<ZebObjects::TextObjects>(first.remarks)),
-              byIdentifier);
+    ZebSubCtl::UserControl* list = place(
+        QStringLiteral("ZebSubmittalControls.ctlTextSelect"), "TextObjects",
+        QVariant::fromValue(std::shared_ptr<ZebObjects::TextObjects>(first.remarks)), byIdentifier);
     list->setProperty("AllowUpdate", true);
     list->setProperty("AllowReorder", true);
     list->move(10, 10);
-    ZebSubCtl::UserControl* panel =
-        place(QStringLiteral("ZebSubmittalControls.ctlCustSelect"), "Customers",
-              QVariant::fromValue(std::shared_ptr<ZebObjects::Customers>(first.customers)),
-              byIdentifier);
+    ZebSubCtl::UserControl* panel = place(
+        QStringLiteral("ZebSubmittalControls.ctlCustSelect"), "Customers",
+        QVariant::fromValue(std::shared_ptr<ZebObjects::Customers>(first.customers)), byIdentifier);
     panel->setProperty("AllowAdd", true);
     panel->setProperty("AllowDelete", true);
     panel->move(list->geometry().right() + 10, 10);

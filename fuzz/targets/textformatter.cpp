@@ -76,7 +76,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             one.append(input.at(++i));
         const bool ellipsis = one == QString(QChar(0x2026));
         QString replacement = one;
-        ZEB_FUZZ_CHECK(TextFormatter::reformat(replacement), "an unsupported code point is rewritten");
+        ZEB_FUZZ_CHECK(TextFormatter::reformat(replacement),
+                       "an unsupported code point is rewritten");
         ZEB_FUZZ_CHECK(replacement.size() <= (ellipsis ? 3 : 1),
                        "a code point becomes at most one character, the ellipsis three");
         ZEB_FUZZ_CHECK(text.mid(out, replacement.size()) == replacement,

@@ -35,12 +35,12 @@ public:
     virtual ~CustomerFinder() = default;
 
     /// Answers nothing when no customer was settled on (no match, or the user chose none).
-    virtual std::shared_ptr<CustomerSearchResult>
-    Search(bool includeInactive, bool interactive, bool exactName, bool matchAny,
-           bool sortByAccountNumber, const QVariant& context, const QString& keyword,
-           const QString& accountNumber, const QString& city, const QString& state,
-           const QString& zip, const QString& phone, const QString& type,
-           const QString& category, qint32 maximumResults) = 0;
+    virtual std::shared_ptr<CustomerSearchResult> Search(
+        bool includeInactive, bool interactive, bool exactName, bool matchAny,
+        bool sortByAccountNumber, const QVariant& context, const QString& keyword,
+        const QString& accountNumber, const QString& city, const QString& state, const QString& zip,
+        const QString& phone, const QString& type, const QString& category,
+        qint32 maximumResults) = 0;
 };
 
 }  // namespace ZebObjects

@@ -47,8 +47,8 @@ private:
                          const ErrorInfo& error, qint32 line)
     {
         return QStringLiteral("%1 %2 %3 #%4 [%5] %6 (line %7)")
-            .arg(QLatin1String(kind), module, label, QString::number(error.Number),
-                 error.Source, error.Description, QString::number(line));
+            .arg(QLatin1String(kind), module, label, QString::number(error.Number), error.Source,
+                 error.Description, QString::number(line));
     }
 };
 

@@ -17,11 +17,9 @@ const QString kGroup = QStringLiteral("Submittal Controls");
 }
 
 ControlWidgetPlugin::ControlWidgetPlugin(const QString& identifier, QObject* parent)
-    : QObject(parent),
-      m_identifier(identifier),
+    : QObject(parent), m_identifier(identifier),
       m_metaObject(ControlRegistry::instance().metaObject(identifier))
-{
-}
+{ }
 
 QString ControlWidgetPlugin::classInfo(const char* key) const
 {
@@ -56,8 +54,7 @@ QIcon ControlWidgetPlugin::icon() const
 QString ControlWidgetPlugin::toolTip() const
 {
     const QString text = classInfo("ToolTip");
-    return text.isEmpty() ? bareName() + QStringLiteral(": ") + LibraryInfo::Description()
-                          : text;
+    return text.isEmpty() ? bareName() + QStringLiteral(": ") + LibraryInfo::Description() : text;
 }
 
 QString ControlWidgetPlugin::whatsThis() const

@@ -31,8 +31,7 @@ public:
 
     /// Registers factory under identifierFor(controlName), with the class for designers. Returns
     /// true so that registration can initialise a static.
-    bool add(const QString& controlName, Factory factory,
-             const QMetaObject* metaObject = nullptr);
+    bool add(const QString& controlName, Factory factory, const QMetaObject* metaObject = nullptr);
     /// True when a control is registered under identifier.
     bool contains(const QString& identifier) const;
     /// Registered identifiers, sorted.
@@ -50,12 +49,11 @@ private:
 
 }  // namespace ZebSubCtl
 
-#define ZEB_REGISTER_CONTROL(Class)                                                          \
-    namespace {                                                                              \
-    [[maybe_unused]] const bool zebRegistered_##Class =                                      \
-        ::ZebSubCtl::ControlRegistry::instance().add(                                         \
-            QStringLiteral(#Class), [](QWidget* parent) -> ::ZebSubCtl::UserControl* {        \
-                return new Class(parent);                                                     \
-            },                                                                               \
-            &Class::staticMetaObject);                                                       \
+#define ZEB_REGISTER_CONTROL(Class)                                                                \
+    namespace {                                                                                    \
+    [[maybe_unused]] const bool zebRegistered_##Class =                                            \
+        ::ZebSubCtl::ControlRegistry::instance().add(                                              \
+            QStringLiteral(#Class),                                                                \
+            [](QWidget* parent) -> ::ZebSubCtl::UserControl* { return new Class(parent); },        \
+            &Class::staticMetaObject);                                                             \
     }

@@ -90,12 +90,9 @@ ProcedureScope::~ProcedureScope()
 }
 
 Procedure::Procedure(const QObject* component, QString module, QString label, QString traceLabel)
-    : m_component(component)
-    , m_module(std::move(module))
-    , m_label(std::move(label))
-    , m_traceLabel(std::move(traceLabel))
-{
-}
+    : m_component(component), m_module(std::move(module)), m_label(std::move(label)),
+      m_traceLabel(std::move(traceLabel))
+{ }
 
 Procedure Procedure::traced(QString module, QString name)
 {
@@ -118,7 +115,7 @@ QString Procedure::module() const
     return m_component ? componentName(m_component) : m_module;
 }
 
-Ending::Ending(Kind kind, ReportVariant variant) : m_kind(kind), m_variant(variant) {}
+Ending::Ending(Kind kind, ReportVariant variant) : m_kind(kind), m_variant(variant) { }
 
 Ending Ending::report(ReportVariant variant)
 {
@@ -193,26 +190,18 @@ void ErrorPath::failOrThrow(const Procedure& procedure, const Ending& ending,
     const auto log = ZebObjects::Runtime::diagnosticLog();
     const QString module = procedure.module();
     switch (ending.kind()) {
-    case Ending::Kind::Notice:
-        log->LogNotice(module, procedure.label(), saved, kLine);
-        break;
-    case Ending::Kind::Warning:
-        log->LogWarning(module, procedure.label(), saved, kLine);
-        break;
-    default:
-        log->LogError(module, procedure.label(), saved, kLine);
-        break;
+    case Ending::Kind::Notice: log->LogNotice(module, procedure.label(), saved, kLine); break;
+    case Ending::Kind::Warning: log->LogWarning(module, procedure.label(), saved, kLine); break;
+    default: log->LogError(module, procedure.label(), saved, kLine); break;
     }
     switch (ending.kind()) {
-    case Ending::Kind::Propagate:
-        throw Failure(saved);
+    case Ending::Kind::Propagate: throw Failure(saved);
     case Ending::Kind::Report: {
         const ReportMessage box = ReportMessage::forFailure(ending.variant(), saved);
         MessageBoxes::MsgBox(box.prompt, box.style, box.title);
         break;
     }
-    default:
-        break;
+    default: break;
     }
     if (ending.next())
         ending.next()(saved);

@@ -49,7 +49,7 @@ private:
 class TracedIn {
 public:
     /// Procedures of module (a component's bare name).
-    explicit TracedIn(QString module) : m_module(std::move(module)) {}
+    explicit TracedIn(QString module) : m_module(std::move(module)) { }
     /// The traced procedure name of the module (see Procedure::traced()).
     Procedure operator()(const char* name) const
     {
@@ -65,11 +65,11 @@ class ZEBSUBCTL_EXPORT Ending {
 public:
     /// What the error path does once the failure is logged.
     enum class Kind {
-        Report,     ///< LogError, then one message box; the caller never sees the failure
+        Report,  ///< LogError, then one message box; the caller never sees the failure
         Propagate,  ///< LogError, then the same failure raised again to the caller
-        LogOnly,    ///< LogError; the failure is swallowed
-        Notice,     ///< LogNotice instead of LogError; swallowed
-        Warning,    ///< LogWarning instead of LogError; swallowed (log-and-resume steps)
+        LogOnly,  ///< LogError; the failure is swallowed
+        Notice,  ///< LogNotice instead of LogError; swallowed
+        Warning,  ///< LogWarning instead of LogError; swallowed (log-and-resume steps)
     };
 
     /// LogError, then the message box of variant.
@@ -226,8 +226,7 @@ public:
     /// Steps that run as procedure, each failure ending as ending says.
     ResumeNext(Procedure procedure, Ending ending)
         : m_procedure(std::move(procedure)), m_ending(std::move(ending))
-    {
-    }
+    { }
 
     template <class Step>
     /// Runs one step guarded and returns this helper for the next step.

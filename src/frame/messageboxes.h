@@ -13,12 +13,12 @@ namespace ZebSubCtl {
 /// The styles of the modal message box: icon and buttons.
 namespace MsgBoxStyle {
 inline constexpr int Question_OKCancel = 33;  ///< question icon, OK and Cancel
-inline constexpr int Exclamation = 48;        ///< warning icon, OK
-inline constexpr int Information = 64;        ///< information icon, OK
+inline constexpr int Exclamation = 48;  ///< warning icon, OK
+inline constexpr int Information = 64;  ///< information icon, OK
 }  // namespace MsgBoxStyle
 /// The answers of the modal message box.
 namespace MsgBoxAnswer {
-inline constexpr int OK = 1;      ///< OK was chosen
+inline constexpr int OK = 1;  ///< OK was chosen
 inline constexpr int Cancel = 2;  ///< Cancel was chosen, or the box was closed
 }  // namespace MsgBoxAnswer
 
@@ -45,8 +45,8 @@ public:
     /// One box as it was asked for.
     struct Shown {
         QString prompt;  ///< the text
-        int style = 0;   ///< MsgBoxStyle
-        QString title;   ///< the window title
+        int style = 0;  ///< MsgBoxStyle
+        QString title;  ///< the window title
         /// Equal when prompt, style and title are.
         friend bool operator==(const Shown&, const Shown&) = default;
     };

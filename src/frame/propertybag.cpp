@@ -100,14 +100,12 @@ QVariant PropertyBag::ReadProperty(const QString& key, const QVariant& defaultVa
         return stored;
     case QMetaType::Int:
     case QMetaType::Short:
-    case QMetaType::LongLong:
-        return toWholeNumber(key, stored, defaultValue);
+    case QMetaType::LongLong: return toWholeNumber(key, stored, defaultValue);
     case QMetaType::QString:
         if (stored.typeId() != QMetaType::QString)
             mismatch(key, stored, defaultValue);
         return stored;
-    default:
-        return stored;
+    default: return stored;
     }
 }
 

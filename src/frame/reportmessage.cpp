@@ -38,8 +38,7 @@ ReportMessage ReportMessage::forFailure(ReportVariant variant, const ErrorInfo& 
         return {kCannot + QStringLiteral("  ") + e.Description, warn, errorTitle(e)};
     case ReportVariant::DialogOK:
         return {kCouldNot + e.Description, warn, numberDashDescription(e.Number, e.Description)};
-    case ReportVariant::ItemCheck:
-        return {kCouldNot + e.Description, warn, errorTitle(e)};
+    case ReportVariant::ItemCheck: return {kCouldNot + e.Description, warn, errorTitle(e)};
     case ReportVariant::CustomerRemoved:
         return {QStringLiteral("Unable to remove the customer.  ") + e.Description, warn,
                 errorTitle(e)};

@@ -13,15 +13,15 @@ using ZebObjects::Failure;
 
 // The message boxes an error path may show. Each procedure that reports uses exactly one.
 enum class ReportVariant {
-    Plain,            // every untraced handler that reports
-    TextDelete,       // ctlTextSelect.mnu_Delete_Click
-    DialogOK,         // frmEditText.cmdOK_Click
-    ItemCheck,        // ctlCustSelect.lsvCustomers_ItemCheck
+    Plain,  // every untraced handler that reports
+    TextDelete,  // ctlTextSelect.mnu_Delete_Click
+    DialogOK,  // frmEditText.cmdOK_Click
+    ItemCheck,  // ctlCustSelect.lsvCustomers_ItemCheck
     CustomerRemoved,  // ctlCustSelect.mCustomers_CustomerRemoved
-    Remove,           // ctlCustSelect.cmdRemove_Click
-    RemoveAll,        // ctlCustSelect.cmdRemoveAll_Click
-    Search,           // ctlCustSelect.cmdSearch_Click
-    Add,              // ctlCustSelect.cmdAdd_Click: duplicate (457) or other
+    Remove,  // ctlCustSelect.cmdRemove_Click
+    RemoveAll,  // ctlCustSelect.cmdRemoveAll_Click
+    Search,  // ctlCustSelect.cmdSearch_Click
+    Add,  // ctlCustSelect.cmdAdd_Click: duplicate (457) or other
 };
 
 struct ZEBSUBCTL_EXPORT ReportMessage {

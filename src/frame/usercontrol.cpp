@@ -19,9 +19,9 @@ QString UserControl::Name() const
     return componentName(this);
 }
 
-void UserControl::UserControl_WriteProperties(PropertyBag&) {}
+void UserControl::UserControl_WriteProperties(PropertyBag&) { }
 
-void UserControl::UserControl_ReadProperties(const PropertyBag&) {}
+void UserControl::UserControl_ReadProperties(const PropertyBag&) { }
 
 bool UserControl::isPropertyChanged(const QString& name) const
 {
@@ -46,7 +46,7 @@ void UserControl::PropertyChanged(const QString& name)
     emit propertyChanged(name);
 }
 
-void UserControl::UserControl_Resize() {}
+void UserControl::UserControl_Resize() { }
 
 void UserControl::resizeEvent(QResizeEvent* event)
 {

@@ -39,8 +39,8 @@ QList<StandaloneCustomer::Data> CustomerDirectory::Search(const Query& query) co
     return match(m_records, query);
 }
 
-QList<StandaloneCustomer::Data> CustomerDirectory::match(const QList<StandaloneCustomer::Data>& records,
-                                                         const Query& query)
+QList<StandaloneCustomer::Data> CustomerDirectory::match(
+    const QList<StandaloneCustomer::Data>& records, const Query& query)
 {
     return CustomerSearch::match(records, query);
 }

@@ -9,12 +9,11 @@
 namespace ZebObjects {
 
 StandaloneApplicationServices::StandaloneApplicationServices()
-    : m_issuedBy(SampleData::issuedByNames())
-    , m_searchContext(
-          std::make_shared<StandaloneCustomerSearchContext>(SampleData::searchContextValue()))
-    , m_directory(SampleData::customerDirectory())
-{
-}
+    : m_issuedBy(SampleData::issuedByNames()),
+      m_searchContext(
+          std::make_shared<StandaloneCustomerSearchContext>(SampleData::searchContextValue())),
+      m_directory(SampleData::customerDirectory())
+{ }
 
 std::shared_ptr<CustomerSearchContext> StandaloneApplicationServices::SearchContext() const
 {
@@ -28,8 +27,7 @@ std::shared_ptr<CustomerFinder> StandaloneApplicationServices::CreateCustomerFin
     return std::make_shared<StandaloneCustomerFinder>(m_directory);
 }
 
-void StandaloneApplicationServices::setSearchContext(
-    std::shared_ptr<CustomerSearchContext> context)
+void StandaloneApplicationServices::setSearchContext(std::shared_ptr<CustomerSearchContext> context)
 {
     check("SearchContext=");
     m_searchContext = std::move(context);

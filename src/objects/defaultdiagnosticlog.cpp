@@ -81,8 +81,7 @@ void DefaultDiagnosticLog::Trace(const QString& module, const QString& label, QS
 void DefaultDiagnosticLog::write(QtMsgType type, const QString& text)
 {
     const QString stamped =
-        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz "))
-        + text;
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz ")) + text;
     switch (type) {
     case QtDebugMsg: qCDebug(zebDiagnostics).noquote() << stamped; break;
     case QtInfoMsg: qCInfo(zebDiagnostics).noquote() << stamped; break;

@@ -20,7 +20,8 @@ namespace ZebObjects {
 // "zeb.diagnostics" logging category (traces at debug level, off unless enabled), and appended to
 // a file when the host names one.
 //   2026-11-21 14:20:01.123 TRACE ctlTextSelect Populate() Entering Method...
-//   2026-11-21 14:20:01.125 ERROR ctlTextSelect cmdAdd_Click() #91 [ZebObjects.TextObjects] Object variable not set (line 0)
+//   2026-11-21 14:20:01.125 ERROR ctlTextSelect cmdAdd_Click() #91 [ZebObjects.TextObjects] Object
+//   variable not set (line 0)
 // Member names for fault injection: "LogError", "LogNotice", "LogWarning", "Trace", "File",
 // "File=".
 class ZEBOBJECTS_EXPORT DefaultDiagnosticLog : public DiagnosticLog, public FaultInjectable {
@@ -39,14 +40,13 @@ public:
                    qint32 line) override;
     void LogWarning(const QString& module, const QString& label, const ErrorInfo& error,
                     qint32 line) override;
-    void Trace(const QString& module, const QString& label, QString message,
-               qint32 level) override;
+    void Trace(const QString& module, const QString& label, QString message, qint32 level) override;
 
     // The line as written, without the time stamp.
     static QString formatFailure(const char* kind, const QString& module, const QString& label,
                                  const ErrorInfo& error, qint32 line);
-    static QString formatTrace(const QString& module, const QString& label,
-                               const QString& message, qint32 level);
+    static QString formatTrace(const QString& module, const QString& label, const QString& message,
+                               qint32 level);
 
 private:
     void write(QtMsgType type, const QString& text);

@@ -7,11 +7,12 @@ QString MemoryDiagnosticLog::Entry::toString() const
     if (kind == Kind::Trace)
         return QStringList{QStringLiteral("Trace"), module, label, message, QString::number(level)}
             .join(QLatin1Char('|'));
-    const char* name = kind == Kind::Error ? "LogError"
+    const char* name = kind == Kind::Error    ? "LogError"
                        : kind == Kind::Notice ? "LogNotice"
                                               : "LogWarning";
-    return QStringList{QLatin1String(name), module, label, QString::number(error.Number),
-                       error.Source, error.Description, QString::number(line)}
+    return QStringList{QLatin1String(name),           module,       label,
+                       QString::number(error.Number), error.Source, error.Description,
+                       QString::number(line)}
         .join(QLatin1Char('|'));
 }
 

@@ -36,8 +36,7 @@ public:
                    qint32 line) override;
     void LogWarning(const QString& module, const QString& label, const ErrorInfo& error,
                     qint32 line) override;
-    void Trace(const QString& module, const QString& label, QString message,
-               qint32 level) override;
+    void Trace(const QString& module, const QString& label, QString message, qint32 level) override;
 
     const QList<Entry>& entries() const { return m_entries; }
     // Every entry as toString(), in order.

@@ -13,7 +13,8 @@ class CustomerDirectory;
 // directory and a search context of the sample sales office, until the host puts others in place.
 // Member names for fault injection: "ReformatText", "IssuedByNames", "IssuedByNames=",
 // "SearchContext", "SearchContext=", "CreateCustomerFinder", "CustomerDirectory=".
-class ZEBOBJECTS_EXPORT StandaloneApplicationServices : public ApplicationServices, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneApplicationServices : public ApplicationServices,
+                                                        public FaultInjectable {
 public:
     StandaloneApplicationServices();
     ~StandaloneApplicationServices() override;

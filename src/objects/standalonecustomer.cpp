@@ -2,7 +2,7 @@
 
 namespace ZebObjects {
 
-StandaloneCustomer::StandaloneCustomer(Data data) : m_data(std::move(data)) {}
+StandaloneCustomer::StandaloneCustomer(Data data) : m_data(std::move(data)) { }
 
 QString StandaloneCustomer::Key() const
 {

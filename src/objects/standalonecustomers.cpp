@@ -12,15 +12,15 @@ namespace {
 const QString kSource = QStringLiteral("ZebObjects.Customers");
 }
 
-StandaloneCustomers::StandaloneCustomers(QObject* parent) : Customers(parent) {}
+StandaloneCustomers::StandaloneCustomers(QObject* parent) : Customers(parent) { }
 
 StandaloneCustomers::~StandaloneCustomers() = default;
 
 bool StandaloneCustomers::Add(const QString& key, std::shared_ptr<Customer> customer)
 {
     check("Add");
-    const bool held = std::any_of(m_items.begin(), m_items.end(),
-                                  [&](const auto& i) { return i.first == key; });
+    const bool held =
+        std::any_of(m_items.begin(), m_items.end(), [&](const auto& i) { return i.first == key; });
     CollectionRules::checkCustomerAdd(kSource, customer.get(), key, held, qint64(m_items.size()));
     if (m_addPolicy && !m_addPolicy(key, *customer))
         return false;

@@ -4,8 +4,7 @@ namespace ZebObjects {
 
 StandaloneCustomerSearchContext::StandaloneCustomerSearchContext(QVariant value)
     : m_value(std::move(value))
-{
-}
+{ }
 
 QVariant StandaloneCustomerSearchContext::Value() const
 {

@@ -8,7 +8,8 @@
 namespace ZebObjects {
 
 // Member names for fault injection: "Value".
-class ZEBOBJECTS_EXPORT StandaloneCustomerSearchContext : public CustomerSearchContext, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneCustomerSearchContext : public CustomerSearchContext,
+                                                          public FaultInjectable {
 public:
     explicit StandaloneCustomerSearchContext(QVariant value);
 

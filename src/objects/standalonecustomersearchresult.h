@@ -10,7 +10,8 @@
 namespace ZebObjects {
 
 // Member names for fault injection: "ChosenCustomer".
-class ZEBOBJECTS_EXPORT StandaloneCustomerSearchResult : public CustomerSearchResult, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandaloneCustomerSearchResult : public CustomerSearchResult,
+                                                         public FaultInjectable {
 public:
     StandaloneCustomerSearchResult(std::shared_ptr<Customer> chosen, qint32 matchCount);
 

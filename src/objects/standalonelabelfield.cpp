@@ -6,8 +6,7 @@ namespace ZebObjects {
 
 StandaloneLabelField::StandaloneLabelField(QString key, QString caption, QObject* parent)
     : LabelField(parent), m_key(std::move(key)), m_caption(std::move(caption))
-{
-}
+{ }
 
 QString StandaloneLabelField::Caption() const
 {

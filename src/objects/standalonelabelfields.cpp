@@ -26,7 +26,7 @@ struct StandaloneLabelFields::State {
     }
 };
 
-StandaloneLabelFields::StandaloneLabelFields() : m_state(std::make_shared<State>()) {}
+StandaloneLabelFields::StandaloneLabelFields() : m_state(std::make_shared<State>()) { }
 
 StandaloneLabelFields::~StandaloneLabelFields() = default;
 

@@ -4,7 +4,7 @@
 
 namespace ZebObjects {
 
-StandaloneLabels::StandaloneLabels() : m_fields(std::make_shared<StandaloneLabelFields>()) {}
+StandaloneLabels::StandaloneLabels() : m_fields(std::make_shared<StandaloneLabelFields>()) { }
 
 StandaloneLabels::~StandaloneLabels() = default;
 

@@ -2,7 +2,7 @@
 
 namespace ZebObjects {
 
-StandaloneLineItemComment::StandaloneLineItemComment(QString text) : m_text(std::move(text)) {}
+StandaloneLineItemComment::StandaloneLineItemComment(QString text) : m_text(std::move(text)) { }
 
 QString StandaloneLineItemComment::Text() const
 {
@@ -11,18 +11,13 @@ QString StandaloneLineItemComment::Text() const
 }
 
 StandaloneLineItem::StandaloneLineItem(const Data& data)
-    : m_quantity(data.quantity)
-    , m_type(data.type)
-    , m_brand(data.brand)
-    , m_catalogNumber(data.catalogNumber)
-    , m_description(data.description)
-    , m_group(data.group)
-    , m_mto(data.mto)
-    , m_comment(data.comment ? std::make_shared<StandaloneLineItemComment>(*data.comment)
-                             : nullptr)
-    , m_selected(data.selected)
-{
-}
+    : m_quantity(data.quantity), m_type(data.type), m_brand(data.brand),
+      m_catalogNumber(data.catalogNumber), m_description(data.description), m_group(data.group),
+      m_mto(data.mto),
+      m_comment(data.comment ? std::make_shared<StandaloneLineItemComment>(*data.comment)
+                             : nullptr),
+      m_selected(data.selected)
+{ }
 
 bool StandaloneLineItem::Selected() const
 {

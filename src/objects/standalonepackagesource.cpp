@@ -37,7 +37,8 @@ std::shared_ptr<StandalonePackageSource> StandalonePackageSource::sampleJob(qint
     for (const auto& recipient : job->m_submittal->Recipients()->Enumerate()) {
         for (const auto& record : directory) {
             if (record.name == recipient->Company()) {
-                job->setRecipientAddress(recipient->Name(), recipient->Company(), addressOf(record));
+                job->setRecipientAddress(recipient->Name(), recipient->Company(),
+                                         addressOf(record));
                 break;
             }
         }
@@ -188,13 +189,15 @@ QString StandalonePackageSource::Manufacturer(const ZebObjects::LineItem& line) 
     return m_manufacturers.value(line.Brand());
 }
 
-ZebPackage::PostalAddress StandalonePackageSource::Address(const ZebObjects::Customer& customer) const
+ZebPackage::PostalAddress StandalonePackageSource::Address(
+    const ZebObjects::Customer& customer) const
 {
     check("Address");
     return m_addresses.value(customer.Key());
 }
 
-ZebPackage::PostalAddress StandalonePackageSource::Address(const ZebObjects::Recipient& recipient) const
+ZebPackage::PostalAddress StandalonePackageSource::Address(
+    const ZebObjects::Recipient& recipient) const
 {
     check("RecipientAddress");
     return m_recipientAddresses.value(recipient.Name() + QLatin1Char('\n') + recipient.Company());
@@ -222,12 +225,14 @@ void StandalonePackageSource::setSubmittal(std::shared_ptr<ZebObjects::Submittal
     m_submittal = std::move(submittal);
 }
 
-void StandalonePackageSource::setCoverLetterParagraphs(std::shared_ptr<ZebObjects::TextObjects> paragraphs)
+void StandalonePackageSource::setCoverLetterParagraphs(
+    std::shared_ptr<ZebObjects::TextObjects> paragraphs)
 {
     m_paragraphs = std::move(paragraphs);
 }
 
-void StandalonePackageSource::setCoverLetterRemarks(std::shared_ptr<ZebObjects::TextObjects> remarks)
+void StandalonePackageSource::setCoverLetterRemarks(
+    std::shared_ptr<ZebObjects::TextObjects> remarks)
 {
     m_remarks = std::move(remarks);
 }
@@ -272,7 +277,8 @@ void StandalonePackageSource::setManufacturer(const QString& brand, const QStrin
     m_manufacturers.insert(brand, manufacturer);
 }
 
-void StandalonePackageSource::setAddress(const QString& customerKey, const ZebPackage::PostalAddress& address)
+void StandalonePackageSource::setAddress(const QString& customerKey,
+                                         const ZebPackage::PostalAddress& address)
 {
     m_addresses.insert(customerKey, address);
 }

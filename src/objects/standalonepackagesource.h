@@ -22,7 +22,8 @@ class StandaloneTextObjects;
 // Member names for fault injection: "Submittal", "CoverLetterParagraphs", "CoverLetterRemarks",
 // "BOM", "Labels", "LineItems", "Customers", "JobName", "JobNumber", "PurchaseOrder",
 // "Manufacturer", "Address", "RecipientAddress", "Office".
-class ZEBOBJECTS_EXPORT StandalonePackageSource : public ZebPackage::PackageSource, public FaultInjectable {
+class ZEBOBJECTS_EXPORT StandalonePackageSource : public ZebPackage::PackageSource,
+                                                  public FaultInjectable {
 public:
     // The sample job with every object of SampleData, and lineCount lines: the sample's twenty,
     // repeated under new types when more are asked for (at most 32,767).

@@ -10,8 +10,7 @@ const QString kSource = QStringLiteral("ZebObjects.Recipients");
 
 StandaloneRecipient::StandaloneRecipient(QString name, QString company)
     : m_name(std::move(name)), m_company(std::move(company))
-{
-}
+{ }
 
 QString StandaloneRecipient::Name() const
 {

@@ -4,15 +4,12 @@
 #include "objects/standalonerecipients.h"
 #include "rules/submittalrules.h"
 
-
 namespace ZebObjects {
 
 StandaloneSubmittal::StandaloneSubmittal(QObject* parent)
-    : Submittal(parent)
-    , m_coverLetter(std::make_shared<StandaloneCoverLetter>())
-    , m_recipients(std::make_shared<StandaloneRecipients>())
-{
-}
+    : Submittal(parent), m_coverLetter(std::make_shared<StandaloneCoverLetter>()),
+      m_recipients(std::make_shared<StandaloneRecipients>())
+{ }
 
 StandaloneSubmittal::~StandaloneSubmittal() = default;
 

@@ -12,8 +12,7 @@ const QString kSource = QStringLiteral("ZebObjects.TextObjects");
 
 StandaloneTextObject::StandaloneTextObject(QString key, QString text, bool selected)
     : m_key(std::move(key)), m_text(std::move(text)), m_selected(selected)
-{
-}
+{ }
 
 QString StandaloneTextObject::Key() const
 {
@@ -45,7 +44,7 @@ void StandaloneTextObject::setSelected(bool selected)
     m_selected = selected;
 }
 
-StandaloneTextObjects::StandaloneTextObjects(QObject* parent) : TextObjects(parent) {}
+StandaloneTextObjects::StandaloneTextObjects(QObject* parent) : TextObjects(parent) { }
 
 qint32 StandaloneTextObjects::TextObjectType() const
 {

@@ -57,8 +57,7 @@ public:
     std::shared_ptr<TextObject> Insert(qint32 position, const QString& text, bool selected);
     // Appends a paragraph under a key of the caller's; a key already held fails with 457.
     // Raises ItemAdded like Add.
-    std::shared_ptr<TextObject> addWithKey(const QString& key, const QString& text,
-                                           bool selected);
+    std::shared_ptr<TextObject> addWithKey(const QString& key, const QString& text, bool selected);
     // The concrete object behind a key (for fault injection on one paragraph).
     std::shared_ptr<StandaloneTextObject> object(const QString& key) const;
 

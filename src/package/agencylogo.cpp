@@ -34,8 +34,8 @@ void AgencyLogo::draw(QPainter& painter, const QRectF& box)
     // The shade: a trapezoid on a short stem.
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::white);
-    painter.drawRect(QRectF(lamp.x() - side * 0.02, square.top() + side * 0.08, side * 0.04,
-                            side * 0.12));
+    painter.drawRect(
+        QRectF(lamp.x() - side * 0.02, square.top() + side * 0.08, side * 0.04, side * 0.12));
     QPainterPath shade;
     shade.moveTo(lamp.x() - side * 0.10, square.top() + side * 0.19);
     shade.lineTo(lamp.x() + side * 0.10, square.top() + side * 0.19);

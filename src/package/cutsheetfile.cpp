@@ -22,8 +22,9 @@ const QString kSource = QStringLiteral("ZebPackage.CutSheetFile");
 
 [[noreturn]] void refuse(const QString& fileName, const QString& reason)
 {
-    throw ZebObjects::Failure(ZebObjects::ErrorNumber::BadFileFormat, kSource,
-                              QStringLiteral("The cut sheet \"%1\" is refused: %2.").arg(fileName, reason));
+    throw ZebObjects::Failure(
+        ZebObjects::ErrorNumber::BadFileFormat, kSource,
+        QStringLiteral("The cut sheet \"%1\" is refused: %2.").arg(fileName, reason));
 }
 
 QString warningText(const QPDFExc& e)
@@ -43,13 +44,15 @@ CutSheetFile::Inspection CutSheetFile::inspect(const QString& fileName, const QB
     QPDF doc;
     doc.setSuppressWarnings(true);
     try {
-        doc.processMemoryFile(fileName.toStdString().c_str(), bytes.constData(), std::size_t(bytes.size()));
+        doc.processMemoryFile(fileName.toStdString().c_str(), bytes.constData(),
+                              std::size_t(bytes.size()));
     } catch (const QPDFExc& e) {
         if (e.getErrorCode() == qpdf_e_password)
             refuse(fileName, QStringLiteral("it is encrypted and needs a password"));
         refuse(fileName, QStringLiteral("it is damaged (%1)").arg(warningText(e)));
     } catch (const std::exception& e) {
-        refuse(fileName, QStringLiteral("it is damaged (%1)").arg(QString::fromLocal8Bit(e.what())));
+        refuse(fileName,
+               QStringLiteral("it is damaged (%1)").arg(QString::fromLocal8Bit(e.what())));
     }
     if (doc.isEncrypted())
         refuse(fileName, QStringLiteral("it is encrypted"));
@@ -68,7 +71,8 @@ CutSheetFile::Inspection CutSheetFile::inspect(const QString& fileName, const QB
     } catch (const QPDFExc& e) {
         refuse(fileName, QStringLiteral("it is damaged (%1)").arg(warningText(e)));
     } catch (const std::exception& e) {
-        refuse(fileName, QStringLiteral("it is damaged (%1)").arg(QString::fromLocal8Bit(e.what())));
+        refuse(fileName,
+               QStringLiteral("it is damaged (%1)").arg(QString::fromLocal8Bit(e.what())));
     }
     for (const QPDFExc& w : doc.getWarnings())
         out.warnings << warningText(w);
@@ -81,7 +85,8 @@ CutSheetFile::Inspection CutSheetFile::inspectFile(const QString& path, QByteArr
     const QString name = QFileInfo(path).fileName();
     if (!file.open(QIODevice::ReadOnly))
         throw ZebObjects::Failure(ZebObjects::ErrorNumber::PathFileAccessError, kSource,
-                                  QStringLiteral("The cut sheet \"%1\" cannot be read: %2").arg(path, file.errorString()));
+                                  QStringLiteral("The cut sheet \"%1\" cannot be read: %2")
+                                      .arg(path, file.errorString()));
     const QByteArray data = file.readAll();
     Inspection out = inspect(name, data);
     if (bytes)

@@ -30,7 +30,8 @@ QString printedDate(const QString& iso)
     const QDate date = QDate::fromString(iso, Qt::ISODate);
     if (!date.isValid())
         return iso;
-    return QLocale(QLocale::English, QLocale::UnitedStates).toString(date, QStringLiteral("MMMM d, yyyy"));
+    return QLocale(QLocale::English, QLocale::UnitedStates)
+        .toString(date, QStringLiteral("MMMM d, yyyy"));
 }
 
 // Selected texts in the collection's order; none for no collection.
@@ -46,7 +47,8 @@ QStringList selectedTexts(const std::shared_ptr<ZebObjects::TextObjects>& texts)
     return out;
 }
 
-void readLetter(PackageContent& c, const PackageSource& source, const ZebObjects::Submittal& submittal)
+void readLetter(PackageContent& c, const PackageSource& source,
+                const ZebObjects::Submittal& submittal)
 {
     const auto letter = submittal.CoverLetter();
     c.HasLetterOptions = letter != nullptr;
@@ -59,7 +61,8 @@ void readLetter(PackageContent& c, const PackageSource& source, const ZebObjects
     c.IncludeCarbonCopy = letter->IncludeCarbonCopy();
     if (const auto recipients = submittal.Recipients()) {
         for (const auto& recipient : recipients->Enumerate())
-            c.Recipients.append({recipient->Name(), recipient->Company(), source.Address(*recipient)});
+            c.Recipients.append(
+                {recipient->Name(), recipient->Company(), source.Address(*recipient)});
     }
     if (paragraphs)
         c.Paragraphs = selectedTexts(source.CoverLetterParagraphs());
@@ -250,8 +253,9 @@ PackageContent PackageContent::read(const PackageSource& source)
     c.JobNumber = source.JobNumber();
     const auto submittal = source.Submittal();
     if (!submittal)
-        throw ZebObjects::Failure(ZebObjects::ErrorNumber::ObjectNotSet, kSource,
-                                  QStringLiteral("Object variable not set: the job has no submittal"));
+        throw ZebObjects::Failure(
+            ZebObjects::ErrorNumber::ObjectNotSet, kSource,
+            QStringLiteral("Object variable not set: the job has no submittal"));
     c.IssuedBy = submittal->IssuedBy();
     c.DateIso = submittal->SubmittalDate();
     c.DateText = printedDate(c.DateIso);
@@ -276,12 +280,15 @@ QStringList PackageContent::gaps() const
     if (DateIso.trimmed().isEmpty())
         out << QStringLiteral("The submittal has no date.");
     if (!IncludeCoverLetter && !IncludeBOM && !IncludeLabels)
-        out << QStringLiteral("The submittal includes no cover letter, bill of materials or labels.");
+        out << QStringLiteral(
+            "The submittal includes no cover letter, bill of materials or labels.");
     if (IncludeCoverLetter) {
         if (!HasLetterOptions)
-            out << QStringLiteral("The submittal has no cover letter options, so no cover letter is printed.");
+            out << QStringLiteral(
+                "The submittal has no cover letter options, so no cover letter is printed.");
         else if (Recipients.isEmpty())
-            out << QStringLiteral("The submittal has no recipients, so no cover letter is printed.");
+            out << QStringLiteral(
+                "The submittal has no recipients, so no cover letter is printed.");
     }
     if (IncludeBOM) {
         if (!HasBOMOptions)
@@ -290,9 +297,10 @@ QStringList PackageContent::gaps() const
         else if (Columns.isEmpty())
             out << QStringLiteral("No columns are chosen for the bill of materials.");
         if (HasBOMOptions && Lines.isEmpty())
-            out << (LinesLeftOut > 0 ? QStringLiteral("No line item is ticked, so the bill of materials "
-                                                      "lists no lines.")
-                                     : QStringLiteral("The submittal has no lines."));
+            out << (LinesLeftOut > 0
+                        ? QStringLiteral("No line item is ticked, so the bill of materials "
+                                         "lists no lines.")
+                        : QStringLiteral("The submittal has no lines."));
     }
     if (IncludeLabels) {
         if (!HasLabelFields)
@@ -331,7 +339,8 @@ void PackageContent::markRevision(const RevisionMarks& marks)
         return;
     Columns.prepend(BomColumn::Rev);
     for (Line& line : Lines)
-        line.Cells.prepend(marks.ChangedLines.contains(line.Number) ? RevisionMarks::changeMark() : QString());
+        line.Cells.prepend(marks.ChangedLines.contains(line.Number) ? RevisionMarks::changeMark()
+                                                                    : QString());
 }
 
 }  // namespace ZebPackage

@@ -14,7 +14,18 @@ namespace ZebPackage {
 // A BOM column, in the order the columns print from left to right. The line number leads
 // whenever any column is chosen.
 // A resubmittal's change mark (Rev) leads before the line number.
-enum class BomColumn { Line, Type, Quantity, Brand, Manufacturer, CatalogNumber, Description, GroupCodes, MTO, Rev };
+enum class BomColumn {
+    Line,
+    Type,
+    Quantity,
+    Brand,
+    Manufacturer,
+    CatalogNumber,
+    Description,
+    GroupCodes,
+    MTO,
+    Rev
+};
 
 // Everything a package prints, read from the job's objects in one go, so that a failing object
 // stops the export before a file is touched.

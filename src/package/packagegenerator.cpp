@@ -46,7 +46,9 @@ QByteArray xmpMetadata(const PackageContent& c)
         xml += QStringLiteral("<dc:date><rdf:Seq><rdf:li>%1</rdf:li></rdf:Seq></dc:date>\n")
                    .arg(c.DateIso.toHtmlEscaped());
     xml += QStringLiteral("<pdf:Keywords>%1</pdf:Keywords>\n")
-               .arg(QStringList{c.JobName, c.JobNumber, c.Purpose, c.DateText}.join(QStringLiteral("; ")).toHtmlEscaped());
+               .arg(QStringList{c.JobName, c.JobNumber, c.Purpose, c.DateText}
+                        .join(QStringLiteral("; "))
+                        .toHtmlEscaped());
     xml += QStringLiteral("<xmp:CreatorTool>ZebSubmittalControls</xmp:CreatorTool>\n"
                           "</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end=\"w\"?>");
     return xml.toUtf8();
@@ -62,10 +64,7 @@ struct PackageGenerator::Private {
     RevisionMarks revision;
 };
 
-PackageGenerator::PackageGenerator()
-    : d(std::make_unique<Private>())
-{
-}
+PackageGenerator::PackageGenerator() : d(std::make_unique<Private>()) { }
 
 PackageGenerator::~PackageGenerator() = default;
 
@@ -165,10 +164,12 @@ bool PackageGenerator::Generate(const PackageSource& source, const QString& path
     PdfFinish::Info info;
     info.title = content.JobName;
     info.author = content.IssuedBy;
-    info.subject = content.JobNumber.isEmpty()
-                       ? QStringLiteral("Submittal: ") + content.Purpose
-                       : QStringLiteral("Submittal of job %1: %2").arg(content.JobNumber, content.Purpose);
-    QStringList keywords{QStringLiteral("submittal"), content.JobNumber, content.JobName, content.Purpose};
+    info.subject =
+        content.JobNumber.isEmpty()
+            ? QStringLiteral("Submittal: ") + content.Purpose
+            : QStringLiteral("Submittal of job %1: %2").arg(content.JobNumber, content.Purpose);
+    QStringList keywords{QStringLiteral("submittal"), content.JobNumber, content.JobName,
+                         content.Purpose};
     if (!content.Office.Name.isEmpty())
         keywords << content.Office.Name;
     keywords.removeAll(QString());

@@ -165,13 +165,19 @@ private:
         QPen rule(QColor(0xb0, 0xb0, 0xb0));
         rule.setWidthF(pt(0.5));
         p.setPen(rule);
-        p.drawLine(QPointF(m_margin, m_footerTop - pt(3)), QPointF(m_margin + m_bodyWidth, m_footerTop - pt(3)));
+        p.drawLine(QPointF(m_margin, m_footerTop - pt(3)),
+                   QPointF(m_margin + m_bodyWidth, m_footerTop - pt(3)));
         p.setPen(QColor(0x30, 0x30, 0x30));
         const qreal baseline = m_footerTop + metrics.ascent();
-        p.drawText(QPointF(m_margin, baseline), metrics.elidedText(job, Qt::ElideRight, jobWidth - gap));
+        p.drawText(QPointF(m_margin, baseline),
+                   metrics.elidedText(job, Qt::ElideRight, jobWidth - gap));
         const QString partText = metrics.elidedText(part, Qt::ElideRight, partWidth - gap);
-        p.drawText(QPointF(m_margin + jobWidth + (partWidth - metrics.horizontalAdvance(partText)) / 2, baseline), partText);
-        p.drawText(QPointF(m_margin + m_bodyWidth - metrics.horizontalAdvance(page), baseline), page);
+        p.drawText(
+            QPointF(m_margin + jobWidth + (partWidth - metrics.horizontalAdvance(partText)) / 2,
+                    baseline),
+            partText);
+        p.drawText(QPointF(m_margin + m_bodyWidth - metrics.horizontalAdvance(page), baseline),
+                   page);
         p.restore();
     }
 
@@ -200,8 +206,7 @@ private:
             QPointF at;
         };
 
-        Flow(const Private& owner, qreal firstTop)
-            : m_owner(owner), m_y(firstTop), m_top(firstTop)
+        Flow(const Private& owner, qreal firstTop) : m_owner(owner), m_y(firstTop), m_top(firstTop)
         {
             m_pages.emplace_back();
         }
@@ -219,7 +224,8 @@ private:
             layout->setCacheEnabled(true);
             layout->beginLayout();
             qreal local = 0;
-            for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
+            for (QTextLine line = layout->createLine(); line.isValid();
+                 line = layout->createLine()) {
                 line.setLeadingIncluded(true);
                 line.setLineWidth(m_owner.m_bodyWidth - indent);
                 line.setPosition(QPointF(0, local));
@@ -237,7 +243,8 @@ private:
                     m_top = m_owner.m_margin;
                     m_y = m_top;
                 }
-                m_pages.back().push_back({layout, i, QPointF(m_owner.m_margin + indent, m_y - line.y())});
+                m_pages.back().push_back(
+                    {layout, i, QPointF(m_owner.m_margin + indent, m_y - line.y())});
                 m_y += line.height();
             }
             m_y += spaceAfter;
@@ -364,7 +371,8 @@ private:
             lines << reach.join(QStringLiteral("  \u00b7  "));
         if (!lines.isEmpty())
             out.lines = block(lines.join(QLatin1Char('\n')), makeFont(9), width);
-        const qreal height = std::max(logo ? inch(0.75) : 0, out.name.height() + out.lines.height());
+        const qreal height =
+            std::max(logo ? inch(0.75) : 0, out.name.height() + out.lines.height());
         out.height = height > 0 ? height + pt(18) : 0;
         return out;
     }
@@ -558,8 +566,8 @@ private:
 
     static Qt::Alignment bomAlignment(BomColumn column)
     {
-        return column == BomColumn::Quantity || column == BomColumn::MTO || column == BomColumn::Line
-                       || column == BomColumn::Rev
+        return column == BomColumn::Quantity || column == BomColumn::MTO
+                       || column == BomColumn::Line || column == BomColumn::Rev
                    ? Qt::AlignHCenter
                    : Qt::AlignLeft;
     }
@@ -598,8 +606,8 @@ private:
                 }
                 row.height = h + 2 * pad;
                 if (!line.Comment.trimmed().isEmpty()) {
-                    row.comment = block(line.Comment, commentFont,
-                                        m_bodyWidth - commentIndent - 2 * pad);
+                    row.comment =
+                        block(line.Comment, commentFont, m_bodyWidth - commentIndent - 2 * pad);
                     row.height += row.comment.height() + pad;
                 }
                 t.rows.push_back(std::move(row));
@@ -610,9 +618,11 @@ private:
         t.remarksHeading = block(QStringLiteral("Remarks"), headFont, m_bodyWidth);
         if (m_c.Revision.isResubmittal()) {
             for (const QString& text : m_c.Revision.RemovedLines)
-                t.removed.push_back(block(QStringLiteral("\u2022  ") + text, cellFont, m_bodyWidth));
-            t.removedHeading = block(QStringLiteral("Removed Since Revision %1").arg(m_c.Revision.Revision - 1),
-                                     headFont, m_bodyWidth);
+                t.removed.push_back(
+                    block(QStringLiteral("\u2022  ") + text, cellFont, m_bodyWidth));
+            t.removedHeading =
+                block(QStringLiteral("Removed Since Revision %1").arg(m_c.Revision.Revision - 1),
+                      headFont, m_bodyWidth);
         }
 
         QString message;
@@ -631,14 +641,16 @@ private:
         if (m_c.Revision.isResubmittal())
             job += QStringLiteral("  \u2014  ") + m_c.Revision.title();
         t.job = block(job, makeFont(9), m_bodyWidth);
-        t.purpose = block(QStringLiteral("Purpose: ") + m_c.Purpose, makeFont(10.5, true), m_bodyWidth);
+        t.purpose =
+            block(QStringLiteral("Purpose: ") + m_c.Purpose, makeFont(10.5, true), m_bodyWidth);
         t.headGap = pt(10);
         return out;
     }
 
     qreal bomHeadHeight(const BomTable& t, bool first) const
     {
-        return t.title.height() + t.job.height() + (first ? pt(4) + t.purpose.height() : 0) + t.headGap;
+        return t.title.height() + t.job.height() + (first ? pt(4) + t.purpose.height() : 0)
+               + t.headGap;
     }
 
     // Break the rows, then the remarks, into pages.
@@ -669,7 +681,8 @@ private:
         if (!t.remarks.empty()) {
             y += pt(12);
             for (std::size_t i = 0; i < t.remarks.size(); ++i) {
-                const qreal need = t.remarks[i].height() + (i == 0 ? t.remarksHeading.height() + pt(3) : 0);
+                const qreal need =
+                    t.remarks[i].height() + (i == 0 ? t.remarksHeading.height() + pt(3) : 0);
                 if (y + need > limit)
                     newPage();
                 if (i == 0) {
@@ -683,7 +696,8 @@ private:
         if (!t.removed.empty()) {
             y += pt(12);
             for (std::size_t i = 0; i < t.removed.size(); ++i) {
-                const qreal need = t.removed[i].height() + (i == 0 ? t.removedHeading.height() + pt(3) : 0);
+                const qreal need =
+                    t.removed[i].height() + (i == 0 ? t.removedHeading.height() + pt(3) : 0);
                 if (y + need > limit)
                     newPage();
                 if (i == 0) {
@@ -720,7 +734,8 @@ private:
         rule.setWidthF(pt(0.5));
         if (!page.rows.empty()) {
             p.setPen(Qt::black);
-            p.fillRect(QRectF(m_margin, top, m_bodyWidth, t.header.height), QColor(0xe4, 0xe9, 0xf0));
+            p.fillRect(QRectF(m_margin, top, m_bodyWidth, t.header.height),
+                       QColor(0xe4, 0xe9, 0xf0));
             for (std::size_t c = 0; c < t.header.cells.size(); ++c)
                 t.header.cells[c].draw(p, QPointF(xs[c] + pad, top + pad));
             top += t.header.height;
@@ -735,7 +750,8 @@ private:
                     cellsHeight = std::max(cellsHeight, row.cells[c].height());
                 }
                 if (!row.comment.isEmpty())
-                    row.comment.draw(p, QPointF(m_margin + pt(18) + pad, top + 2 * pad + cellsHeight));
+                    row.comment.draw(p,
+                                     QPointF(m_margin + pt(18) + pad, top + 2 * pad + cellsHeight));
                 top += row.height;
                 p.setPen(rule);
                 p.drawLine(QPointF(m_margin, top), QPointF(m_margin + m_bodyWidth, top));
@@ -779,7 +795,8 @@ private:
             return;
         }
         const qsizetype perSheet = kLabelColumns * kLabelRows;
-        const qreal gridWidth = inch(kLabelColumns * kLabelWidth + (kLabelColumns - 1) * kLabelColumnGap);
+        const qreal gridWidth =
+            inch(kLabelColumns * kLabelWidth + (kLabelColumns - 1) * kLabelColumnGap);
         const qreal gridHeight = inch(kLabelRows * kLabelHeight);
         const qreal left = (m_pageWidth - gridWidth) / 2;
         const qreal top = (m_pageHeight - gridHeight) / 2;
@@ -787,7 +804,8 @@ private:
             const QList<QStringList> sheet = m_c.Labels.mid(first, perSheet);
             addPage([=, this](QPainter& p) {
                 for (qsizetype i = 0; i < sheet.size(); ++i) {
-                    const qreal x = left + inch((i % kLabelColumns) * (kLabelWidth + kLabelColumnGap));
+                    const qreal x =
+                        left + inch((i % kLabelColumns) * (kLabelWidth + kLabelColumnGap));
                     const qreal y = top + inch(qreal(i / kLabelColumns) * kLabelHeight);
                     drawLabel(p, QRectF(x, y, inch(kLabelWidth), inch(kLabelHeight)), sheet[i]);
                 }
@@ -804,7 +822,8 @@ private:
         // One size for the whole label, small enough for its lines to fit its height.
         qreal size = kLabelFontSize;
         while (size > kLabelSmallestFontSize
-               && QFontMetricsF(makeFont(size), &m_device).height() * lines.size() > inside.height())
+               && QFontMetricsF(makeFont(size), &m_device).height() * lines.size()
+                      > inside.height())
             size -= 0.5;
         const qreal rowHeight = QFontMetricsF(makeFont(size), &m_device).height();
         qreal y = inside.top() + (inside.height() - rowHeight * lines.size()) / 2;
@@ -824,7 +843,9 @@ private:
             }
             const QString text = metrics.elidedText(lines[i], Qt::ElideRight, inside.width());
             p.setFont(font);
-            p.drawText(QPointF(inside.left(), y + (rowHeight - metrics.height()) / 2 + metrics.ascent()), text);
+            p.drawText(
+                QPointF(inside.left(), y + (rowHeight - metrics.height()) / 2 + metrics.ascent()),
+                text);
             y += rowHeight;
         }
         p.restore();
@@ -853,7 +874,8 @@ private:
             m_outline.append({title, next(), 1});
             QString stamp = QStringLiteral("Type ") + type.Type + QStringLiteral("  \u00b7  ");
             if (!m_c.JobNumber.isEmpty())
-                stamp = QStringLiteral("Job ") + m_c.JobNumber + QStringLiteral("  \u00b7  ") + stamp;
+                stamp =
+                    QStringLiteral("Job ") + m_c.JobNumber + QStringLiteral("  \u00b7  ") + stamp;
             for (const CutSheet& sheet : type.Sheets) {
                 m_outline.append({sheet.FileName, next(), 2});
                 m_sheets.append({sheet.FileName, sheet.Pdf, sheet.PageCount, stamp});
@@ -872,7 +894,8 @@ private:
     void planContents()
     {
         const QFont entryFont = makeFont(11);
-        const TextBlock title = block(QStringLiteral("Submittal Package"), makeFont(20, true), m_bodyWidth);
+        const TextBlock title =
+            block(QStringLiteral("Submittal Package"), makeFont(20, true), m_bodyWidth);
         const TextBlock job = block(m_c.JobName, makeFont(14, true), m_bodyWidth);
         QStringList factLines;
         if (!m_c.Office.Name.isEmpty())
@@ -887,31 +910,38 @@ private:
         if (!m_c.DateText.isEmpty())
             factLines << QStringLiteral("Date: ") + m_c.DateText;
         const TextBlock facts = block(factLines.join(QLatin1Char('\n')), makeFont(11), m_bodyWidth);
-        const TextBlock heading = block(QStringLiteral("Contents"), makeFont(14, true), m_bodyWidth);
-        const TextBlock continued = block(QStringLiteral("Contents (continued)"), makeFont(14, true), m_bodyWidth);
-        const TextBlock none = block(QStringLiteral("The submittal includes no cover letter, bill of "
-                                                    "materials or labels."),
-                                     entryFont, m_bodyWidth);
+        const TextBlock heading =
+            block(QStringLiteral("Contents"), makeFont(14, true), m_bodyWidth);
+        const TextBlock continued =
+            block(QStringLiteral("Contents (continued)"), makeFont(14, true), m_bodyWidth);
+        const TextBlock none =
+            block(QStringLiteral("The submittal includes no cover letter, bill of "
+                                 "materials or labels."),
+                  entryFont, m_bodyWidth);
         // Lines that are not ticked stay off the bill of materials; the reader learns how many.
         TextBlock leftOut;
         if (m_c.IncludeBOM && m_c.LinesLeftOut > 0) {
             const qint32 all = qint32(m_c.Lines.size()) + m_c.LinesLeftOut;
-            leftOut = block(m_c.LinesLeftOut == 1
-                                ? QStringLiteral("1 of the job's %1 lines is not ticked and is left "
-                                                 "out of the bill of materials.").arg(all)
-                                : QStringLiteral("%1 of the job's %2 lines are not ticked and are "
-                                                 "left out of the bill of materials.")
-                                      .arg(m_c.LinesLeftOut)
-                                      .arg(all),
-                            makeFont(10, false, true), m_bodyWidth);
+            leftOut =
+                block(m_c.LinesLeftOut == 1
+                          ? QStringLiteral("1 of the job's %1 lines is not ticked and is left "
+                                           "out of the bill of materials.")
+                                .arg(all)
+                          : QStringLiteral("%1 of the job's %2 lines are not ticked and are "
+                                           "left out of the bill of materials.")
+                                .arg(m_c.LinesLeftOut)
+                                .arg(all),
+                      makeFont(10, false, true), m_bodyWidth);
         }
         const qreal noteHeight = leftOut.isEmpty() ? 0 : leftOut.height() + pt(12);
         const qreal rowHeight = QFontMetricsF(entryFont, &m_device).height() + pt(6);
         const qreal firstTop = m_margin + title.height() + pt(6) + job.height() + pt(8)
                                + facts.height() + pt(24) + heading.height() + pt(10);
         const qreal nextTop = m_margin + continued.height() + pt(10);
-        const qsizetype firstRows = std::max<qsizetype>(1, qsizetype((bodyBottom() - noteHeight - firstTop) / rowHeight));
-        const qsizetype nextRows = std::max<qsizetype>(1, qsizetype((bodyBottom() - nextTop) / rowHeight));
+        const qsizetype firstRows =
+            std::max<qsizetype>(1, qsizetype((bodyBottom() - noteHeight - firstTop) / rowHeight));
+        const qsizetype nextRows =
+            std::max<qsizetype>(1, qsizetype((bodyBottom() - nextTop) / rowHeight));
         qsizetype pages = 1;
         if (m_entries.size() > firstRows)
             pages += (m_entries.size() - firstRows + nextRows - 1) / nextRows;
@@ -930,43 +960,50 @@ private:
             for (qsizetype i = from; i < std::min(entries.size(), from + count); ++i) {
                 if (entries[i].Page == 0)
                     continue;
-                const QRectF row(m_margin, top + qreal(i - from) * rowHeight, m_bodyWidth, rowHeight);
+                const QRectF row(m_margin, top + qreal(i - from) * rowHeight, m_bodyWidth,
+                                 rowHeight);
                 m_links.append({qint32(page), row, entries[i].Page - 1 - qint32(pages)});
             }
-            m_contentsPages.push_back({[=, this](QPainter& p) {
-                qreal y = m_margin;
-                if (page == 0) {
-                    title.draw(p, QPointF(m_margin, y));
-                    y += title.height() + pt(6);
-                    job.draw(p, QPointF(m_margin, y));
-                    y += job.height() + pt(8);
-                    facts.draw(p, QPointF(m_margin, y));
-                    y += facts.height() + pt(24);
-                    heading.draw(p, QPointF(m_margin, y));
-                    y += heading.height() + pt(10);
-                    if (entries.isEmpty())
-                        none.draw(p, QPointF(m_margin, y));
-                } else {
-                    continued.draw(p, QPointF(m_margin, y));
-                    y += continued.height() + pt(10);
-                }
-                p.setFont(entryFont);
-                p.setPen(Qt::black);
-                const QFontMetricsF metrics(entryFont, &m_device);
-                for (qsizetype i = from; i < std::min(entries.size(), from + count); ++i) {
-                    const qreal indent = pt(18) * entries[i].Level;
-                    const QString text = metrics.elidedText(entries[i].Title, Qt::ElideRight,
-                                                            m_bodyWidth - numberWidth - pt(12) - indent);
-                    p.drawText(QRectF(m_margin + indent, y, m_bodyWidth - numberWidth - indent, rowHeight),
-                               Qt::AlignLeft | Qt::AlignVCenter, text);
-                    if (entries[i].Page > 0)
-                        p.drawText(QRectF(m_margin + m_bodyWidth - numberWidth, y, numberWidth, rowHeight),
-                                   Qt::AlignRight | Qt::AlignVCenter, QString::number(entries[i].Page));
-                    y += rowHeight;
-                }
-                if (page == 0 && !leftOut.isEmpty())
-                    leftOut.draw(p, QPointF(m_margin, y + pt(12)));
-            }, QStringLiteral("Contents")});
+            m_contentsPages.push_back(
+                {[=, this](QPainter& p) {
+                     qreal y = m_margin;
+                     if (page == 0) {
+                         title.draw(p, QPointF(m_margin, y));
+                         y += title.height() + pt(6);
+                         job.draw(p, QPointF(m_margin, y));
+                         y += job.height() + pt(8);
+                         facts.draw(p, QPointF(m_margin, y));
+                         y += facts.height() + pt(24);
+                         heading.draw(p, QPointF(m_margin, y));
+                         y += heading.height() + pt(10);
+                         if (entries.isEmpty())
+                             none.draw(p, QPointF(m_margin, y));
+                     } else {
+                         continued.draw(p, QPointF(m_margin, y));
+                         y += continued.height() + pt(10);
+                     }
+                     p.setFont(entryFont);
+                     p.setPen(Qt::black);
+                     const QFontMetricsF metrics(entryFont, &m_device);
+                     for (qsizetype i = from; i < std::min(entries.size(), from + count); ++i) {
+                         const qreal indent = pt(18) * entries[i].Level;
+                         const QString text =
+                             metrics.elidedText(entries[i].Title, Qt::ElideRight,
+                                                m_bodyWidth - numberWidth - pt(12) - indent);
+                         p.drawText(QRectF(m_margin + indent, y, m_bodyWidth - numberWidth - indent,
+                                           rowHeight),
+                                    Qt::AlignLeft | Qt::AlignVCenter, text);
+                         if (entries[i].Page > 0)
+                             p.drawText(QRectF(m_margin + m_bodyWidth - numberWidth, y, numberWidth,
+                                               rowHeight),
+                                        Qt::AlignRight | Qt::AlignVCenter,
+                                        QString::number(entries[i].Page));
+                         y += rowHeight;
+                     }
+                     if (page == 0 && !leftOut.isEmpty())
+                         leftOut.draw(p, QPointF(m_margin, y + pt(12)));
+                 },
+                 QStringLiteral("Contents")});
         }
     }
 
@@ -988,10 +1025,10 @@ private:
     qint32 m_sheetPages = 0;
 };
 
-PackageLayout::PackageLayout(const PackageContent& content, QPdfWriter& device, const QSizeF& paperInches)
+PackageLayout::PackageLayout(const PackageContent& content, QPdfWriter& device,
+                             const QSizeF& paperInches)
     : d(std::make_unique<Private>(content, device, paperInches))
-{
-}
+{ }
 
 PackageLayout::~PackageLayout() = default;
 

@@ -62,9 +62,10 @@ QByteArray PdfFinish::finish(const QByteArray& pdf, const Info& info, const Navi
         dict = doc.makeIndirectObject(QPDFObjectHandle::newDictionary());
         trailer.replaceKey("/Info", dict);
     }
-    const std::pair<const char*, QString> facts[] = {
-        {"/Title", info.title}, {"/Author", info.author}, {"/Subject", info.subject},
-        {"/Keywords", info.keywords}};
+    const std::pair<const char*, QString> facts[] = {{"/Title", info.title},
+                                                     {"/Author", info.author},
+                                                     {"/Subject", info.subject},
+                                                     {"/Keywords", info.keywords}};
     for (const auto& [key, value] : facts) {
         if (value.isEmpty())
             dict.removeKey(key);
@@ -105,7 +106,8 @@ QByteArray PdfFinish::finish(const QByteArray& pdf, const Info& info, const Navi
             node.object.replaceKey("/First", nodes[node.children.front()].object);
             node.object.replaceKey("/Last", nodes[node.children.back()].object);
             // Open: every bookmark shows.
-            node.object.replaceKey("/Count", QPDFObjectHandle::newInteger(static_cast<long long>(node.children.size())));
+            node.object.replaceKey("/Count", QPDFObjectHandle::newInteger(
+                                                 static_cast<long long>(node.children.size())));
         }
         root.replaceKey("/Outlines", outlines);
         root.replaceKey("/PageMode", QPDFObjectHandle::newName("/UseOutlines"));
@@ -167,7 +169,8 @@ QList<PdfFinish::Bookmark> PdfFinish::outline(const QByteArray& pdf)
             for (QPDFOutlineObjectHelper& item : items) {
                 QPDFObjectHandle page = item.getDestPage();
                 const auto at = page.isDictionary() ? pageOf.find(page.getObjGen()) : pageOf.end();
-                out.append({QString::fromStdString(item.getTitle()), at == pageOf.end() ? -1 : at->second, level});
+                out.append({QString::fromStdString(item.getTitle()),
+                            at == pageOf.end() ? -1 : at->second, level});
                 walk(item.getKids(), level + 1);
             }
         };

@@ -3,7 +3,6 @@
 #include <qpdf/QPDFPageDocumentHelper.hh>
 #include <qpdf/QPDFPageObjectHelper.hh>
 
-
 #include <set>
 #include <stdexcept>
 
@@ -18,17 +17,24 @@ struct Matrix {
     // This matrix applied after other, as a content stream's "cm" concatenates.
     Matrix after(const Matrix& other) const
     {
-        return {other.a * a + other.b * c,           other.a * b + other.b * d,
-                other.c * a + other.d * c,           other.c * b + other.d * d,
-                other.e * a + other.f * c + e,       other.e * b + other.f * d + f};
+        return {other.a * a + other.b * c,     other.a * b + other.b * d,
+                other.c * a + other.d * c,     other.c * b + other.d * d,
+                other.e * a + other.f * c + e, other.e * b + other.f * d + f};
     }
-    std::pair<double, double> map(double x, double y) const { return {a * x + c * y + e, b * x + d * y + f}; }
+    std::pair<double, double> map(double x, double y) const
+    {
+        return {a * x + c * y + e, b * x + d * y + f};
+    }
 
     std::string cm() const
     {
         return QStringLiteral("%1 %2 %3 %4 %5 %6 cm\n")
-            .arg(a, 0, 'f', 4).arg(b, 0, 'f', 4).arg(c, 0, 'f', 4)
-            .arg(d, 0, 'f', 4).arg(e, 0, 'f', 4).arg(f, 0, 'f', 4)
+            .arg(a, 0, 'f', 4)
+            .arg(b, 0, 'f', 4)
+            .arg(c, 0, 'f', 4)
+            .arg(d, 0, 'f', 4)
+            .arg(e, 0, 'f', 4)
+            .arg(f, 0, 'f', 4)
             .toStdString();
     }
 };
@@ -100,8 +106,8 @@ void SheetAppender::append(QPDF& doc, const QList<PdfFinish::Sheet>& sheets)
             auto opened = std::make_unique<QPDF>();
             opened->setSuppressWarnings(true);
             try {
-                opened->processMemoryFile(sheet.fileName.toStdString().c_str(), sheet.pdf.constData(),
-                                       std::size_t(sheet.pdf.size()));
+                opened->processMemoryFile(sheet.fileName.toStdString().c_str(),
+                                          sheet.pdf.constData(), std::size_t(sheet.pdf.size()));
                 opened->pushInheritedAttributesToPage();
             } catch (const std::exception& e) {
                 throw sheetFailure(sheet, std::string("cannot be read: ") + e.what());
@@ -136,11 +142,14 @@ void SheetAppender::append(QPDF& doc, const QList<PdfFinish::Sheet>& sheets)
 
             // The content shrinks toward the top, centred, so the strip at the foot is free.
             const double strip = PdfFinish::StampStrip;
-            const double scale = view.height > 2 * strip ? (view.height - strip) / view.height : 1.0;
-            const Matrix shrink{scale, 0, 0, scale, view.width * (1 - scale) / 2, view.height * (1 - scale)};
-            std::string content = "q\n" + view.toPage.cm() + shrink.cm() + view.fromPage.cm()
-                                  + "/ZebSheet Do\nQ\n";
-            const QString stamp = QStringLiteral("%1Page %2 of %3").arg(sheet.stamp).arg(number).arg(total);
+            const double scale =
+                view.height > 2 * strip ? (view.height - strip) / view.height : 1.0;
+            const Matrix shrink{
+                scale, 0, 0, scale, view.width * (1 - scale) / 2, view.height * (1 - scale)};
+            std::string content =
+                "q\n" + view.toPage.cm() + shrink.cm() + view.fromPage.cm() + "/ZebSheet Do\nQ\n";
+            const QString stamp =
+                QStringLiteral("%1Page %2 of %3").arg(sheet.stamp).arg(number).arg(total);
             content += "q\n" + view.toPage.cm() + "BT\n/ZebStamp 7 Tf\n0.25 g\n18 4.5 Td\n"
                        + literal(stamp) + " Tj\nET\nQ\n";
 
@@ -156,11 +165,14 @@ void SheetAppender::append(QPDF& doc, const QList<PdfFinish::Sheet>& sheets)
                 for (QPDFObjectHandle annot : page.getKey("/Annots").aitems()) {
                     if (!annot.isDictionary() || !annot.getKey("/Rect").isRectangle())
                         continue;
-                    const QPDFObjectHandle::Rectangle old = annot.getKey("/Rect").getArrayAsRectangle();
+                    const QPDFObjectHandle::Rectangle old =
+                        annot.getKey("/Rect").getArrayAsRectangle();
                     const auto [x1, y1] = moved.map(old.llx, old.lly);
                     const auto [x2, y2] = moved.map(old.urx, old.ury);
-                    annot.replaceKey("/Rect", QPDFObjectHandle::newArray(QPDFObjectHandle::Rectangle(
-                                                  std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2))));
+                    annot.replaceKey("/Rect",
+                                     QPDFObjectHandle::newArray(QPDFObjectHandle::Rectangle(
+                                         std::min(x1, x2), std::min(y1, y2), std::max(x1, x2),
+                                         std::max(y1, y2))));
                     if (annot.hasKey("/P"))
                         annot.replaceKey("/P", page);
                 }
@@ -191,18 +203,20 @@ void SheetAppender::append(QPDF& doc, const QList<PdfFinish::Sheet>& sheets)
         for (std::size_t i = 0; i < own.size() && i < added.size(); ++i) {
             QPDFObjectHandle theirs = QPDFObjectHandle(own[i].getObjectHandle()).getKey("/Annots");
             QPDFObjectHandle ours = added[i].getKey("/Annots");
-            if (!theirs.isArray() || !ours.isArray() || theirs.getArrayNItems() != ours.getArrayNItems())
+            if (!theirs.isArray() || !ours.isArray()
+                || theirs.getArrayNItems() != ours.getArrayNItems())
                 continue;
             for (int j = 0; j < theirs.getArrayNItems(); ++j) {
                 QPDFObjectHandle from = theirs.getArrayItem(j);
                 QPDFObjectHandle to = ours.getArrayItem(j);
                 if (!from.isDictionary() || !to.isDictionary())
                     continue;
-                if (const std::ptrdiff_t t = targetOf(from.getKey("/Dest")); t >= 0 && to.getKey("/Dest").isArray())
+                if (const std::ptrdiff_t t = targetOf(from.getKey("/Dest"));
+                    t >= 0 && to.getKey("/Dest").isArray())
                     to.getKey("/Dest").setArrayItem(0, added[std::size_t(t)]);
                 if (from.getKey("/A").isDictionary() && to.getKey("/A").isDictionary()) {
-                    if (const std::ptrdiff_t t = targetOf(from.getKey("/A").getKey("/D")); t >= 0
-                                                                                          && to.getKey("/A").getKey("/D").isArray())
+                    if (const std::ptrdiff_t t = targetOf(from.getKey("/A").getKey("/D"));
+                        t >= 0 && to.getKey("/A").getKey("/D").isArray())
                         to.getKey("/A").getKey("/D").setArrayItem(0, added[std::size_t(t)]);
                 }
             }

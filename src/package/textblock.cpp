@@ -5,8 +5,8 @@
 
 namespace ZebPackage {
 
-TextBlock::TextBlock(const QString& text, const QFont& font, qreal width, const QPaintDevice* device,
-                     Qt::Alignment alignment)
+TextBlock::TextBlock(const QString& text, const QFont& font, qreal width,
+                     const QPaintDevice* device, Qt::Alignment alignment)
 {
     QString plain = text;
     plain.replace(QStringLiteral("\r\n"), QString(QChar::LineSeparator));

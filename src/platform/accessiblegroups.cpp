@@ -36,7 +36,7 @@ QAccessibleInterface* groupInterface(const QWidget* panel, int index);
 
 class GroupAccessible : public QAccessibleInterface {
 public:
-    GroupAccessible(QWidget* panel, int index) : m_panel(panel), m_index(index) {}
+    GroupAccessible(QWidget* panel, int index) : m_panel(panel), m_index(index) { }
 
     const Group* group() const
     {
@@ -84,7 +84,7 @@ public:
     {
         return t == QAccessible::Name && group() ? group()->name : QString();
     }
-    void setText(QAccessible::Text, const QString&) override {}
+    void setText(QAccessible::Text, const QString&) override { }
     QRect rect() const override
     {
         QRect r;
@@ -127,7 +127,7 @@ QAccessibleInterface* groupInterface(const QWidget* panel, int index)
 // The panel shows each group where its first member would be, and the members inside it.
 class GroupedPanelAccessible : public QAccessibleWidget {
 public:
-    explicit GroupedPanelAccessible(QWidget* panel) : QAccessibleWidget(panel) {}
+    explicit GroupedPanelAccessible(QWidget* panel) : QAccessibleWidget(panel) { }
 
     QList<QAccessibleInterface*> shown() const
     {
@@ -160,8 +160,7 @@ class GroupMemberAccessible : public QAccessibleWidget {
 public:
     GroupMemberAccessible(QAbstractButton* button, QAccessible::Role role)
         : QAccessibleWidget(button, role)
-    {
-    }
+    { }
 
     QAbstractButton* button() const { return static_cast<QAbstractButton*>(widget()); }
 

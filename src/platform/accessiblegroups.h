@@ -17,6 +17,7 @@ namespace ZebSubCtl {
 // for its accessible interface), and groupForScreenReaders() once the members exist. Members are
 // the panel's own check boxes and option buttons.
 ZEBSUBCTL_EXPORT void declareGroupedPanel(QWidget* panel);
-ZEBSUBCTL_EXPORT void groupForScreenReaders(QWidget* panel, const QString& name, const QList<QWidget*>& members);
+ZEBSUBCTL_EXPORT void groupForScreenReaders(QWidget* panel, const QString& name,
+                                            const QList<QWidget*>& members);
 
 }  // namespace ZebSubCtl

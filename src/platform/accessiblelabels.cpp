@@ -26,8 +26,7 @@ class LabelledLineEditAccessible : public QAccessibleWidget,
 public:
     explicit LabelledLineEditAccessible(QLineEdit* box)
         : QAccessibleWidget(box, QAccessible::EditableText)
-    {
-    }
+    { }
 
     QLineEdit* box() const { return static_cast<QLineEdit*>(widget()); }
 
@@ -60,7 +59,8 @@ public:
         }
         QString fixed = text;
         int pos = 0;
-        if (box()->validator() && box()->validator()->validate(fixed, pos) != QValidator::Acceptable)
+        if (box()->validator()
+            && box()->validator()->validate(fixed, pos) != QValidator::Acceptable)
             return;
         box()->setText(fixed);
     }
@@ -75,8 +75,8 @@ public:
         return s;
     }
 
-    QList<std::pair<QAccessibleInterface*, QAccessible::Relation>>
-    relations(QAccessible::Relation match) const override
+    QList<std::pair<QAccessibleInterface*, QAccessible::Relation>> relations(
+        QAccessible::Relation match) const override
     {
         auto rels = QAccessibleWidget::relations(match);
         if (match & QAccessible::Label) {
@@ -157,10 +157,7 @@ public:
     {
         replaceText(startOffset, endOffset, QString());
     }
-    void insertText(int offset, const QString& text) override
-    {
-        replaceText(offset, offset, text);
-    }
+    void insertText(int offset, const QString& text) override { replaceText(offset, offset, text); }
     void replaceText(int startOffset, int endOffset, const QString& text) override
     {
         QString changed = box()->text();

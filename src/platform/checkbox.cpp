@@ -4,7 +4,7 @@
 
 namespace ZebSubCtl {
 
-CheckBox::CheckBox(QWidget* parent) : CheckBox(QString(), parent) {}
+CheckBox::CheckBox(QWidget* parent) : CheckBox(QString(), parent) { }
 
 CheckBox::CheckBox(const QString& text, QWidget* parent) : QCheckBox(text, parent)
 {
@@ -28,8 +28,7 @@ void CheckBox::setValue(int value)
     case 0: setCheckState(Qt::Unchecked); break;
     case 1: setCheckState(Qt::Checked); break;
     case 2: setCheckState(Qt::PartiallyChecked); break;
-    default:
-        throw ZebObjects::Failure::invalidPropertyValue();
+    default: throw ZebObjects::Failure::invalidPropertyValue();
     }
 }
 

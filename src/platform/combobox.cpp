@@ -13,7 +13,7 @@ namespace {
 // By"); this one is named by its accessible name, and the text is its value.
 class ComboBoxAccessible : public QAccessibleWidget {
 public:
-    explicit ComboBoxAccessible(ComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
+    explicit ComboBoxAccessible(ComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) { }
 
     ComboBox* box() const { return static_cast<ComboBox*>(widget()); }
 

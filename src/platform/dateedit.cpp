@@ -75,11 +75,8 @@ QCalendarWidget* makeCalendar(QWidget* parent)
 }  // namespace
 
 DateEdit::DateEdit(QWidget* parent)
-    : QWidget(parent)
-    , m_edit(new QLineEdit(this))
-    , m_button(new QToolButton(this))
-    , m_popup(new QFrame(this, Qt::Popup))
-    , m_calendar(makeCalendar(m_popup))
+    : QWidget(parent), m_edit(new QLineEdit(this)), m_button(new QToolButton(this)),
+      m_popup(new QFrame(this, Qt::Popup)), m_calendar(makeCalendar(m_popup))
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -88,9 +85,8 @@ DateEdit::DateEdit(QWidget* parent)
     layout->addWidget(m_button);
 
     m_edit->setObjectName(QStringLiteral("dateText"));
-    m_edit->setValidator(
-        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9/-]{0,10}")),
-                                        m_edit));
+    m_edit->setValidator(new QRegularExpressionValidator(
+        QRegularExpression(QStringLiteral("[0-9/-]{0,10}")), m_edit));
     m_edit->installEventFilter(this);
     setFocusProxy(m_edit);
     setFocusPolicy(Qt::StrongFocus);
@@ -128,8 +124,7 @@ DateEdit::DateEdit(QWidget* parent)
         if (auto* part = m_calendar->findChild<QWidget*>(QLatin1String(objectName)))
             part->setAccessibleName(QLatin1String(partName));
     }
-    connect(m_calendar, &QCalendarWidget::clicked, this,
-            [this](QDate d) { takeFromCalendar(d); });
+    connect(m_calendar, &QCalendarWidget::clicked, this, [this](QDate d) { takeFromCalendar(d); });
     connect(m_calendar, &QCalendarWidget::activated, this,
             [this](QDate d) { takeFromCalendar(d); });
 }
@@ -193,7 +188,7 @@ void DateEdit::setAccessibleTexts(const QString& name, const QString& descriptio
 {
     const QString keys = QStringLiteral("Up and Down change the month, day or year under the "
                                         "cursor; Alt+Down or F4 opens the calendar.");
-    const QString said = description.isEmpty() ? keys
+    const QString said = description.isEmpty()        ? keys
                          : description.endsWith(u'.') ? description + u' ' + keys
                                                       : description + QStringLiteral(". ") + keys;
     setAccessibleName(name);
@@ -237,7 +232,8 @@ void DateEdit::showCalendar()
         const QRect area = s->availableGeometry();
         if (at.y() + m_popup->height() > area.bottom())
             at.setY(mapToGlobal(QPoint(0, 0)).y() - m_popup->height());
-        at.setX(std::clamp(at.x(), area.left(), std::max(area.left(), area.right() - m_popup->width())));
+        at.setX(std::clamp(at.x(), area.left(),
+                           std::max(area.left(), area.right() - m_popup->width())));
     }
     m_popup->move(at);
     m_popup->show();
@@ -340,8 +336,7 @@ bool DateEdit::handleKey(QKeyEvent* event)
             return true;
         }
         return false;
-    default:
-        return false;
+    default: return false;
     }
 }
 

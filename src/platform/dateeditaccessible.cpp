@@ -30,16 +30,16 @@ DateEdit* dateEditOf(const QWidget* w)
 // as its value and the calendar, while open, among its parts.
 class DateEditAccessible : public QAccessibleWidget {
 public:
-    explicit DateEditAccessible(DateEdit* edit) : QAccessibleWidget(edit, QAccessible::ComboBox) {}
+    explicit DateEditAccessible(DateEdit* edit) : QAccessibleWidget(edit, QAccessible::ComboBox) { }
 
     DateEdit* edit() const { return static_cast<DateEdit*>(widget()); }
 
     QString text(QAccessible::Text t) const override
     {
         if (t == QAccessible::Value)
-            return edit()->isNull() ? QStringLiteral("no date")
-                                    : kEnglish.toString(edit()->date(),
-                                                        QStringLiteral("dddd, MMMM d, yyyy"));
+            return edit()->isNull()
+                       ? QStringLiteral("no date")
+                       : kEnglish.toString(edit()->date(), QStringLiteral("dddd, MMMM d, yyyy"));
         return QAccessibleWidget::text(t);
     }
 
@@ -64,8 +64,7 @@ public:
 class CalendarPopupAccessible : public QAccessibleWidget {
 public:
     explicit CalendarPopupAccessible(QWidget* popup) : QAccessibleWidget(popup, QAccessible::Dialog)
-    {
-    }
+    { }
 
     QString text(QAccessible::Text t) const override
     {
@@ -89,7 +88,7 @@ public:
 // The month grid: weekday headings over the days, each day named with its month and year.
 class DayGridAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
-    explicit DayGridAccessible(QTableView* view) : QAccessibleWidget(view, QAccessible::Table) {}
+    explicit DayGridAccessible(QTableView* view) : QAccessibleWidget(view, QAccessible::Table) { }
     ~DayGridAccessible() override
     {
         for (const unsigned id : std::as_const(m_cells))
@@ -191,7 +190,7 @@ public:
     bool selectColumn(int) override { return false; }
     bool unselectRow(int) override { return false; }
     bool unselectColumn(int) override { return false; }
-    void modelChange(QAccessibleTableModelChangeEvent*) override {}
+    void modelChange(QAccessibleTableModelChangeEvent*) override { }
 
 private:
     mutable QHash<int, unsigned> m_cells;
@@ -201,13 +200,12 @@ class DayCellAccessible : public QAccessibleInterface, public QAccessibleTableCe
 public:
     DayCellAccessible(QTableView* view, int row, int column)
         : m_view(view), m_row(row), m_column(column)
-    {
-    }
+    { }
 
     DayGridAccessible* grid() const
     {
         return m_view ? static_cast<DayGridAccessible*>(
-                            QAccessible::queryAccessibleInterface(m_view.data()))
+                   QAccessible::queryAccessibleInterface(m_view.data()))
                       : nullptr;
     }
     bool isValid() const override { return m_view != nullptr; }
@@ -218,7 +216,7 @@ public:
     int childCount() const override { return 0; }
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    void setText(QAccessible::Text, const QString&) override {}
+    void setText(QAccessible::Text, const QString&) override { }
     // Model row 0 holds the weekday letters; row -1 and column -1 are the view's hidden headers.
     bool isHeading() const { return m_row <= 0 || m_column < 0; }
     QAccessible::Role role() const override
@@ -274,8 +272,9 @@ public:
     bool isSelected() const override { return state().selected; }
     QList<QAccessibleInterface*> columnHeaderCells() const override
     {
-        return !isHeading() && grid() ? QList<QAccessibleInterface*>{grid()->cellInterface(0, m_column)}
-                                   : QList<QAccessibleInterface*>{};
+        return !isHeading() && grid()
+                   ? QList<QAccessibleInterface*>{grid()->cellInterface(0, m_column)}
+                   : QList<QAccessibleInterface*>{};
     }
     QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
     int columnIndex() const override { return m_column; }

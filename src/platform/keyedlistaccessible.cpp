@@ -11,8 +11,7 @@ namespace {
 
 QAccessibleInterface* keyedListFactory(const QString& className, QObject* object)
 {
-    if (className == QLatin1String("ZebSubCtl::KeyedListView") && object
-        && object->isWidgetType())
+    if (className == QLatin1String("ZebSubCtl::KeyedListView") && object && object->isWidgetType())
         return new KeyedListAccessible(static_cast<KeyedListView*>(object));
     return nullptr;
 }
@@ -32,8 +31,7 @@ QString cellText(const KeyedListView* view, int row, int column)
 
 KeyedListAccessible::KeyedListAccessible(KeyedListView* view)
     : QAccessibleWidget(view, QAccessible::Table)
-{
-}
+{ }
 
 void KeyedListAccessible::install()
 {
@@ -181,8 +179,7 @@ bool KeyedListAccessible::unselectRow(int row)
 
 KeyedListCellAccessible::KeyedListCellAccessible(KeyedListView* view, int row, int column)
     : m_view(view), m_row(row), m_column(column)
-{
-}
+{ }
 
 bool KeyedListCellAccessible::isValid() const
 {
@@ -237,12 +234,12 @@ QString KeyedListCellAccessible::text(QAccessible::Text t) const
     }
     case QAccessible::Value:
         if (isCheckCell())
-            return m_view->isChecked(m_row) ? QStringLiteral("ticked") : QStringLiteral("not ticked");
+            return m_view->isChecked(m_row) ? QStringLiteral("ticked")
+                                            : QStringLiteral("not ticked");
         return {};
     case QAccessible::Help:
         return m_view->model()->index(m_row, m_column).data(Qt::ToolTipRole).toString();
-    default:
-        return {};
+    default: return {};
     }
 }
 
@@ -284,8 +281,7 @@ QAccessible::State KeyedListCellAccessible::state() const
     s.selected = m_view->selectedRow() == m_row;
     // Only the list that has the focus has a focused row.
     const QModelIndex current = m_view->currentIndex();
-    s.focused = m_view->hasFocus() && current.isValid() && current.row() == m_row
-                && m_column == 0;
+    s.focused = m_view->hasFocus() && current.isValid() && current.row() == m_row && m_column == 0;
     if (isCheckCell()) {
         s.checkable = true;
         s.checked = m_view->isChecked(m_row);

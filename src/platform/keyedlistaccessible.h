@@ -14,7 +14,8 @@ class KeyedListView;
 // check boxes is checkable and toggles like a click on its box. Cell objects are made once per
 // cell and kept until rows or columns are added, removed or reset, so reading a list again and
 // again costs no new objects.
-class ZEBSUBCTL_EXPORT KeyedListAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
+class ZEBSUBCTL_EXPORT KeyedListAccessible : public QAccessibleWidget,
+                                             public QAccessibleTableInterface {
 public:
     explicit KeyedListAccessible(KeyedListView* view);
 
@@ -47,7 +48,7 @@ public:
     bool selectColumn(int) override { return false; }
     bool unselectRow(int row) override;
     bool unselectColumn(int) override { return false; }
-    void modelChange(QAccessibleTableModelChangeEvent*) override {}
+    void modelChange(QAccessibleTableModelChangeEvent*) override { }
 
 private:
     KeyedListView* view() const;
@@ -56,8 +57,8 @@ private:
 
 // One cell of a keyed list view; row -1 is the column heading.
 class ZEBSUBCTL_EXPORT KeyedListCellAccessible : public QAccessibleInterface,
-                                public QAccessibleTableCellInterface,
-                                public QAccessibleActionInterface {
+                                                 public QAccessibleTableCellInterface,
+                                                 public QAccessibleActionInterface {
 public:
     KeyedListCellAccessible(KeyedListView* view, int row, int column);
 
@@ -70,7 +71,7 @@ public:
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QAccessibleInterface* childAt(int, int) const override { return nullptr; }
     QString text(QAccessible::Text t) const override;
-    void setText(QAccessible::Text, const QString&) override {}
+    void setText(QAccessible::Text, const QString&) override { }
     QRect rect() const override;
     QAccessible::Role role() const override;
     QAccessible::State state() const override;

@@ -65,7 +65,7 @@ struct Column {
 // announced as one model reset; outside a batch each change is announced on its own.
 class KeyedListView::Model : public QAbstractItemModel {
 public:
-    explicit Model(QObject* parent) : QAbstractItemModel(parent) {}
+    explicit Model(QObject* parent) : QAbstractItemModel(parent) { }
 
     std::vector<Row> rows;
     QHash<QString, int> rowOfKey;
@@ -117,8 +117,7 @@ public:
             if (!r.toolTip.isEmpty())
                 return r.toolTip;
             return {};
-        default:
-            return {};
+        default: return {};
         }
     }
 
@@ -590,9 +589,8 @@ void KeyedListView::setSelectedRow(int row)
         return;
     }
     m_model->checkRow(row);
-    selectionModel()->setCurrentIndex(m_model->index(row, 0),
-                                      QItemSelectionModel::ClearAndSelect
-                                          | QItemSelectionModel::Rows);
+    selectionModel()->setCurrentIndex(m_model->index(row, 0), QItemSelectionModel::ClearAndSelect
+                                                                  | QItemSelectionModel::Rows);
 }
 
 int KeyedListView::uniformRowHeight() const

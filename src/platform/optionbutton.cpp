@@ -7,7 +7,7 @@
 
 namespace ZebSubCtl {
 
-OptionButton::OptionButton(QWidget* parent) : OptionButton(QString(), parent) {}
+OptionButton::OptionButton(QWidget* parent) : OptionButton(QString(), parent) { }
 
 OptionButton::OptionButton(const QString& text, QWidget* parent) : QRadioButton(text, parent)
 {
@@ -56,8 +56,7 @@ void OptionButton::keyPressEvent(QKeyEvent* event)
             m_group->step(this, true);
             event->accept();
             return;
-        default:
-            break;
+        default: break;
         }
     }
     QRadioButton::keyPressEvent(event);

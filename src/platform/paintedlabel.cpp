@@ -12,8 +12,7 @@ class PaintedLabelAccessible : public QAccessibleWidget {
 public:
     explicit PaintedLabelAccessible(PaintedLabel* label)
         : QAccessibleWidget(label, QAccessible::StaticText)
-    {
-    }
+    { }
 
     QString text(QAccessible::Text t) const override
     {
@@ -47,7 +46,7 @@ void PaintedLabel::installAccessibility()
     installFactoryOnce();
 }
 
-PaintedLabel::PaintedLabel(QWidget* parent) : PaintedLabel(QString(), parent) {}
+PaintedLabel::PaintedLabel(QWidget* parent) : PaintedLabel(QString(), parent) { }
 
 PaintedLabel::PaintedLabel(const QString& caption, QWidget* parent)
     : QWidget(parent), m_caption(caption)
@@ -86,8 +85,8 @@ void PaintedLabel::paintEvent(QPaintEvent*)
     if (m_caption.isEmpty())
         return;
     QPainter painter(this);
-    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled,
-                                   QPalette::WindowText));
+    painter.setPen(
+        palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
     // A caption longer than its box ends in an ellipsis rather than running into the next one.
     const QString shown = fontMetrics().elidedText(m_caption, Qt::ElideRight, width());
     painter.drawText(rect(), int(m_alignment) | Qt::TextSingleLine, shown);

@@ -7,8 +7,8 @@
 namespace ZebSubCtl {
 
 // A one-line label that paints its caption itself, top left, over whatever its parent paints; a
-// caption wider than its box ends in an ellipsis. Lighter than QLabel for lists that hold many of them. It takes no focus;
-// screen readers read it as static text named by its caption.
+// caption wider than its box ends in an ellipsis. Lighter than QLabel for lists that hold many of
+// them. It takes no focus; screen readers read it as static text named by its caption.
 class ZEBSUBCTL_EXPORT PaintedLabel : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString Caption READ Caption WRITE setCaption)

@@ -2,7 +2,7 @@
 
 namespace ZebSubCtl {
 
-Picture::Picture(QWidget* parent) : Picture(PictureImage::None, parent) {}
+Picture::Picture(QWidget* parent) : Picture(PictureImage::None, parent) { }
 
 Picture::Picture(PictureImage image, QWidget* parent) : QLabel(parent)
 {

@@ -10,14 +10,14 @@ namespace ZebSubCtl {
 // The panels' own small pictures, kept as resources of the library.
 enum class PictureImage {
     None,
-    Check,            // a ticked box, beside an include list
-    PeopleEnabled,    // two recipients, while the recipient choice is available
-    PeopleDisabled,   // the same two recipients greyed
+    Check,  // a ticked box, beside an include list
+    PeopleEnabled,  // two recipients, while the recipient choice is available
+    PeopleDisabled,  // the same two recipients greyed
     BillOfMaterials,  // a sheet with a ruled table
-    Contents,         // documents stacked: what a submittal holds
-    Purpose,          // a target: what a submittal is for
-    Details,          // a calendar page and a person: who issues it and when
-    LabelSheet,       // a sheet of mailing labels
+    Contents,  // documents stacked: what a submittal holds
+    Purpose,  // a target: what a submittal is for
+    Details,  // a calendar page and a person: who issues it and when
+    LabelSheet,  // a sheet of mailing labels
 };
 
 // A picture placed at a design position: shows one PictureImage at its own size (the widget

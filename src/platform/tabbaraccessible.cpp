@@ -25,7 +25,7 @@ QString withoutAccessKey(const QString& caption)
 
 class TabAccessible : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
-    TabAccessible(QTabBar* bar, int index) : m_bar(bar), m_index(index) {}
+    TabAccessible(QTabBar* bar, int index) : m_bar(bar), m_index(index) { }
 
     bool isValid() const override { return m_bar && m_index < m_bar->count(); }
     QObject* object() const override { return nullptr; }
@@ -39,7 +39,7 @@ public:
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QAccessibleInterface* childAt(int, int) const override { return nullptr; }
     QAccessible::Role role() const override { return QAccessible::PageTab; }
-    void setText(QAccessible::Text, const QString&) override {}
+    void setText(QAccessible::Text, const QString&) override { }
 
     QString text(QAccessible::Text t) const override
     {
@@ -52,10 +52,8 @@ public:
                 name = withoutAccessKey(m_bar->tabText(m_index));
             return name;
         }
-        case QAccessible::Description:
-            return m_bar->tabToolTip(m_index);
-        default:
-            return {};
+        case QAccessible::Description: return m_bar->tabToolTip(m_index);
+        default: return {};
         }
     }
 
@@ -108,7 +106,7 @@ private:
 // children (the scroll buttons) follow.
 class TabBarAccessible : public QAccessibleWidget {
 public:
-    explicit TabBarAccessible(QTabBar* bar) : QAccessibleWidget(bar, QAccessible::PageTabList) {}
+    explicit TabBarAccessible(QTabBar* bar) : QAccessibleWidget(bar, QAccessible::PageTabList) { }
     ~TabBarAccessible() override
     {
         for (const unsigned id : std::as_const(m_tabs))

@@ -240,8 +240,7 @@ bool ToolTipRegistry::eventFilter(QObject* watched, QEvent* event)
             d->shownWindow = nullptr;
         }
         break;
-    default:
-        break;
+    default: break;
     }
     return QObject::eventFilter(watched, event);
 }
@@ -259,8 +258,7 @@ void ToolTipRegistry::showPending()
         return;
     }
     const Tool* t = toolsOf(window)->find(*tool);
-    QToolTip::showText(window->mapToGlobal(m_pendingPos), t->text, window, t->rect,
-                       m_displayTime);
+    QToolTip::showText(window->mapToGlobal(m_pendingPos), t->text, window, t->rect, m_displayTime);
     d->shownWindow = window;
     d->shownTool = *tool;
 }

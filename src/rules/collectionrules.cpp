@@ -14,9 +14,9 @@ Failure CollectionRules::duplicateKey(const QString& source, const QString& key)
 
 Failure CollectionRules::missingKey(const QString& source, const QString& what, const QString& key)
 {
-    return Failure(ErrorNumber::SubscriptOutOfRange, source,
-                   QStringLiteral("Subscript out of range: no %1 has the key \"%2\"")
-                       .arg(what, key));
+    return Failure(
+        ErrorNumber::SubscriptOutOfRange, source,
+        QStringLiteral("Subscript out of range: no %1 has the key \"%2\"").arg(what, key));
 }
 
 Failure CollectionRules::noPosition(const QString& source, const QString& what, qint64 position,

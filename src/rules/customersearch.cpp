@@ -43,9 +43,8 @@ QList<CustomerRecord> CustomerSearch::match(const QList<CustomerRecord>& records
         if (query.exactName)
             tests.push_back([keyword](const auto& r) { return sameText(r.name, keyword); });
         else
-            tests.push_back([keyword](const auto& r) {
-                return r.name.contains(keyword, Qt::CaseInsensitive);
-            });
+            tests.push_back(
+                [keyword](const auto& r) { return r.name.contains(keyword, Qt::CaseInsensitive); });
     }
     const QString account = query.accountNumber.trimmed();
     if (!account.isEmpty())

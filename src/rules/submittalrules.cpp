@@ -25,9 +25,9 @@ QStringList SubmittalRules::purposeCaptions()
 QString SubmittalRules::selectPurpose(Purpose& purpose, qint16 index, bool& indexChanged)
 {
     if (index < 0 || index > OtherPurpose)
-        throw Failure(ErrorNumber::SubscriptOutOfRange, kSource,
-                      QStringLiteral("Subscript out of range: there is no purpose option %1")
-                          .arg(index));
+        throw Failure(
+            ErrorNumber::SubscriptOutOfRange, kSource,
+            QStringLiteral("Subscript out of range: there is no purpose option %1").arg(index));
     const QString text = index == OtherPurpose ? purpose.otherText : purposeCaptions().at(index);
     indexChanged = index != purpose.index;
     purpose.index = index;

@@ -143,18 +143,20 @@ constexpr std::array<Place, 24> kPlaces = {{
 }};
 
 constexpr std::array<const char*, 30> kStems = {
-    "Alder", "Basalt", "Beacon", "Blue Heron", "Cedar Hollow", "Columbia", "Copper Ridge",
-    "Elk Creek", "Fir Point", "Granite", "Harbor", "Hawthorne", "Juniper", "Keystone", "Lakeside",
-    "Madrona", "Marquam", "North Fork", "Orchard", "Pinecrest", "Quarry", "Ridgeline", "Salmon Run",
-    "Silver Falls", "Summit View", "Timberline", "Union Station", "Valley", "Westgate", "Yew Street"};
+    "Alder",        "Basalt",     "Beacon",        "Blue Heron", "Cedar Hollow", "Columbia",
+    "Copper Ridge", "Elk Creek",  "Fir Point",     "Granite",    "Harbor",       "Hawthorne",
+    "Juniper",      "Keystone",   "Lakeside",      "Madrona",    "Marquam",      "North Fork",
+    "Orchard",      "Pinecrest",  "Quarry",        "Ridgeline",  "Salmon Run",   "Silver Falls",
+    "Summit View",  "Timberline", "Union Station", "Valley",     "Westgate",     "Yew Street"};
 
-constexpr std::array<const char*, 12> kFirstNames = {
-    "Avery", "Blake", "Carmen", "Diego", "Erin", "Farah", "Gideon", "Helena", "Isaac", "Jun",
-    "Keira", "Leo"};
-constexpr std::array<const char*, 11> kLastNames = {
-    "Almeida", "Brooks", "Chen", "Duarte", "Ellison", "Foster", "Gallagher", "Haddad", "Iversen",
-    "Jovanovic", "Kowalski"};
-constexpr std::array<const char*, 5> kStreetKinds = {"Street", "Avenue", "Road", "Way", "Boulevard"};
+constexpr std::array<const char*, 12> kFirstNames = {"Avery", "Blake", "Carmen", "Diego",
+                                                     "Erin",  "Farah", "Gideon", "Helena",
+                                                     "Isaac", "Jun",   "Keira",  "Leo"};
+constexpr std::array<const char*, 11> kLastNames = {"Almeida", "Brooks",    "Chen",      "Duarte",
+                                                    "Ellison", "Foster",    "Gallagher", "Haddad",
+                                                    "Iversen", "Jovanovic", "Kowalski"};
+constexpr std::array<const char*, 5> kStreetKinds = {"Street", "Avenue", "Road", "Way",
+                                                     "Boulevard"};
 
 struct Trade {
     const char* suffix;
@@ -262,22 +264,26 @@ QList<StandaloneCustomer::Data> SampleOffice::directory()
             d.accountNumber = QString::number(200000 + n * 37);
             d.city = QString::fromUtf8(place.city);
             d.state = QString::fromUtf8(place.state);
-            d.zip = QStringLiteral("%1%2").arg(QString::fromUtf8(place.zip)).arg(10 + n % 89, 2, 10,
-                                                                                 QChar(u'0'));
+            d.zip = QStringLiteral("%1%2")
+                        .arg(QString::fromUtf8(place.zip))
+                        .arg(10 + n % 89, 2, 10, QChar(u'0'));
             d.phone = QStringLiteral("(%1) 555-%2")
                           .arg(QString::fromUtf8(place.area))
                           .arg(100 + (n * 13) % 900, 4, 10, QChar(u'0'));
             d.type = QString::fromUtf8(trade.type);
             d.category = QString::fromUtf8(trade.category);
-            d.displayText = d.name + QStringLiteral(" - ") + d.city + QStringLiteral(", ") + d.state;
+            d.displayText =
+                d.name + QStringLiteral(" - ") + d.city + QStringLiteral(", ") + d.state;
             d.active = n % 17 != 0;
             // Someone to write to, and a street to write to.
-            d.attention = QStringLiteral("%1 %2").arg(QString::fromUtf8(kFirstNames[std::size_t(n) % kFirstNames.size()]),
-                                                      QString::fromUtf8(kLastNames[std::size_t(n * 7) % kLastNames.size()]));
-            d.street = QStringLiteral("%1 %2 %3")
-                           .arg(100 + (n * 37) % 9800)
-                           .arg(QString::fromUtf8(kStems[s]),
-                                QString::fromUtf8(kStreetKinds[std::size_t(n) % kStreetKinds.size()]));
+            d.attention = QStringLiteral("%1 %2").arg(
+                QString::fromUtf8(kFirstNames[std::size_t(n) % kFirstNames.size()]),
+                QString::fromUtf8(kLastNames[std::size_t(n * 7) % kLastNames.size()]));
+            d.street =
+                QStringLiteral("%1 %2 %3")
+                    .arg(100 + (n * 37) % 9800)
+                    .arg(QString::fromUtf8(kStems[s]),
+                         QString::fromUtf8(kStreetKinds[std::size_t(n) % kStreetKinds.size()]));
             if (n % 4 == 1)
                 d.street2 = QStringLiteral("Suite %1").arg(100 + (n * 13) % 800);
             d.email = SampleData::emailFor(d.attention, d.name);
@@ -296,18 +302,20 @@ JobContents SampleOffice::smallJob()
     c.purpose.index = 4;
     c.purpose.text = SubmittalRules::purposeCaptions().at(4);
     c.purchaseOrder = QStringLiteral("ESD-55821");
-    c.recipients = {recipientAt(QStringLiteral("Lena Fairbanks"), QStringLiteral("Evergreen School District"))};
+    c.recipients = {
+        recipientAt(QStringLiteral("Lena Fairbanks"), QStringLiteral("Evergreen School District"))};
     c.lines = {
         {18, QStringLiteral("HB1"), QStringLiteral("Northgate Lighting"),
          QStringLiteral("NG-HB-24K-50K-WG"), QStringLiteral("LED high bay, 24000 lm, wire guard"),
          QStringLiteral("GYM"), false, std::nullopt, true},
         {4, QStringLiteral("W1"), QStringLiteral("Solace Exterior"),
-         QStringLiteral("SX-WP-30L-40K-BRZ"), QStringLiteral("Wall pack, full cutoff, 3000 lm, 4000K"),
-         QStringLiteral("SITE"), false, std::nullopt, true},
+         QStringLiteral("SX-WP-30L-40K-BRZ"),
+         QStringLiteral("Wall pack, full cutoff, 3000 lm, 4000K"), QStringLiteral("SITE"), false,
+         std::nullopt, true},
         {2, QStringLiteral("X1"), QStringLiteral("Northgate Lighting"),
          QStringLiteral("NG-EXIT-RD-SF-EM"),
-         QStringLiteral("LED exit sign, red letters, single face, battery"), QStringLiteral("EGRESS"),
-         false, QStringLiteral("Match existing mounting."), true},
+         QStringLiteral("LED exit sign, red letters, single face, battery"),
+         QStringLiteral("EGRESS"), false, QStringLiteral("Match existing mounting."), true},
         {6, QStringLiteral("EM1"), QStringLiteral("Northgate Lighting"),
          QStringLiteral("NG-EBU-2H-WT"), QStringLiteral("Emergency unit, two heads, white"),
          QStringLiteral("EGRESS"), false, std::nullopt, false},

@@ -51,8 +51,7 @@ qint64 newCollection(StoreConnection& db, const QVariant& submittal, qint32 kind
 
 Store::Store(std::shared_ptr<StoreConnection> db)
     : m_db(std::move(db)), m_services(std::make_shared<StoreApplicationServices>(m_db))
-{
-}
+{ }
 
 Store::~Store() = default;
 
@@ -72,26 +71,50 @@ std::shared_ptr<Store> Store::open(const QString& path, OpenMode mode, const Opt
         new Store(StoreConnection::open(path, connectionMode(mode), timeouts)));
 }
 
-QString Store::path() const { return m_db->path(); }
+QString Store::path() const
+{
+    return m_db->path();
+}
 
-StoreCutSheets Store::cutSheets() const { return StoreCutSheets(m_db); }
-bool Store::isServer() const { return m_db->dialect().isServer(); }
+StoreCutSheets Store::cutSheets() const
+{
+    return StoreCutSheets(m_db);
+}
+bool Store::isServer() const
+{
+    return m_db->dialect().isServer();
+}
 
 bool Store::watchOtherWorkstations(std::function<void()> onCommit)
 {
     return m_db->watchCommits(std::move(onCommit));
 }
-QString Store::connectionName() const { return m_db->connectionName(); }
-quint64 Store::commitCount() const { return m_db->commitCount(); }
-quint64 Store::statementCount() const { return m_db->statementCount(); }
+QString Store::connectionName() const
+{
+    return m_db->connectionName();
+}
+quint64 Store::commitCount() const
+{
+    return m_db->commitCount();
+}
+quint64 Store::statementCount() const
+{
+    return m_db->statementCount();
+}
 
 void Store::watchWrites(std::function<void(const Failure*)> onWrite)
 {
     m_db->watchWrites(std::move(onWrite));
 }
 
-bool Store::isReadOnly() const { return m_db->isReadOnly(); }
-Failure Store::readOnlyFailure() const { return m_db->readOnlyFailure(); }
+bool Store::isReadOnly() const
+{
+    return m_db->isReadOnly();
+}
+Failure Store::readOnlyFailure() const
+{
+    return m_db->readOnlyFailure();
+}
 
 QList<JobSummary> Store::jobs() const
 {
@@ -101,8 +124,13 @@ QList<JobSummary> Store::jobs() const
              "(SELECT COUNT(*) FROM submittal_customers c WHERE c.submittal_id = s.id), "
              "(SELECT COUNT(*) FROM line_items l WHERE l.submittal_id = s.id), j.archived "
              "FROM jobs j JOIN submittals s ON s.job_id = j.id ORDER BY j.number")))
-        out.append({r[0].toLongLong(), r[1].toString(), r[2].toString(), r[3].toInt(),
-                    r[4].toInt(), r[5].toBool(), {}});
+        out.append({r[0].toLongLong(),
+                    r[1].toString(),
+                    r[2].toString(),
+                    r[3].toInt(),
+                    r[4].toInt(),
+                    r[5].toBool(),
+                    {}});
     // Every job's customers in one statement, not one per job.
     QHash<qint64, qsizetype> at;
     for (qsizetype i = 0; i < out.size(); ++i)
@@ -246,9 +274,15 @@ std::shared_ptr<TextObjects> Store::library(qint32 kind)
     return std::make_shared<StoreTextObjects>(m_db, id);
 }
 
-std::shared_ptr<ApplicationServices> Store::applicationServices() const { return m_services; }
+std::shared_ptr<ApplicationServices> Store::applicationServices() const
+{
+    return m_services;
+}
 
-QStringList Store::issuedByNames() const { return StoreDirectory::issuedByNames(*m_db); }
+QStringList Store::issuedByNames() const
+{
+    return StoreDirectory::issuedByNames(*m_db);
+}
 
 void Store::setIssuedByNames(const QStringList& names)
 {
@@ -281,8 +315,8 @@ const LetterheadSetting kLetterhead[] = {
 ZebPackage::Letterhead Store::letterhead() const
 {
     ZebPackage::Letterhead out;
-    for (const QVariantList& r : m_db->rows(QStringLiteral(
-             "SELECT name, value FROM settings WHERE name LIKE 'office%'"))) {
+    for (const QVariantList& r :
+         m_db->rows(QStringLiteral("SELECT name, value FROM settings WHERE name LIKE 'office%'"))) {
         const QString name = r[0].toString();
         if (name == QLatin1String("office_logo")) {
             out.Logo = QByteArray::fromBase64(r[1].toString().toLatin1());
@@ -310,7 +344,10 @@ void Store::setLetterhead(const ZebPackage::Letterhead& letterhead)
     });
 }
 
-QVariant Store::searchContextValue() const { return StoreDirectory::searchContextValue(*m_db); }
+QVariant Store::searchContextValue() const
+{
+    return StoreDirectory::searchContextValue(*m_db);
+}
 
 void Store::setSearchContextValue(const QVariant& value)
 {
@@ -339,7 +376,10 @@ QList<CustomerRecord> Store::directoryCustomers() const
     return StoreDirectory::records(*m_db);
 }
 
-qint32 Store::directoryCount() const { return StoreDirectory::count(*m_db); }
+qint32 Store::directoryCount() const
+{
+    return StoreDirectory::count(*m_db);
+}
 
 void Store::writeAll(const std::function<void()>& body)
 {
@@ -354,8 +394,14 @@ bool Store::isEmpty() const
            == 0;
 }
 
-void Store::seal() { m_db->seal(); }
+void Store::seal()
+{
+    m_db->seal();
+}
 
-bool Store::settle(const QString& path) { return StoreConnection::settle(path); }
+bool Store::settle(const QString& path)
+{
+    return StoreConnection::settle(path);
+}
 
 }  // namespace ZebObjects

@@ -16,7 +16,7 @@ namespace {
 // The search context of the office's users, as the file holds it.
 class StoreSearchContext : public CustomerSearchContext {
 public:
-    explicit StoreSearchContext(QVariant value) : m_value(std::move(value)) {}
+    explicit StoreSearchContext(QVariant value) : m_value(std::move(value)) { }
     QVariant Value() const override { return m_value; }
 
 private:
@@ -25,7 +25,7 @@ private:
 
 class StoreSearchResult : public CustomerSearchResult {
 public:
-    explicit StoreSearchResult(std::shared_ptr<Customer> chosen) : m_chosen(std::move(chosen)) {}
+    explicit StoreSearchResult(std::shared_ptr<Customer> chosen) : m_chosen(std::move(chosen)) { }
     std::shared_ptr<Customer> ChosenCustomer() const override { return m_chosen; }
 
 private:
@@ -34,19 +34,27 @@ private:
 
 }  // namespace
 
-StoreCustomerFinder::StoreCustomerFinder(std::shared_ptr<StoreConnection> db)
-    : m_db(std::move(db))
-{
-}
+StoreCustomerFinder::StoreCustomerFinder(std::shared_ptr<StoreConnection> db) : m_db(std::move(db))
+{ }
 
 std::shared_ptr<CustomerSearchResult> StoreCustomerFinder::Search(
-    bool includeInactive, bool interactive, bool exactName, bool matchAny,
-    bool sortByAccountNumber, const QVariant& /*context*/, const QString& keyword,
-    const QString& accountNumber, const QString& city, const QString& state, const QString& zip,
-    const QString& phone, const QString& type, const QString& category, qint32 maximumResults)
+    bool includeInactive, bool interactive, bool exactName, bool matchAny, bool sortByAccountNumber,
+    const QVariant& /*context*/, const QString& keyword, const QString& accountNumber,
+    const QString& city, const QString& state, const QString& zip, const QString& phone,
+    const QString& type, const QString& category, qint32 maximumResults)
 {
-    const CustomerQuery query{includeInactive, exactName, matchAny, sortByAccountNumber,
-                              keyword, accountNumber, city, state, zip, phone, type, category,
+    const CustomerQuery query{includeInactive,
+                              exactName,
+                              matchAny,
+                              sortByAccountNumber,
+                              keyword,
+                              accountNumber,
+                              city,
+                              state,
+                              zip,
+                              phone,
+                              type,
+                              category,
                               maximumResults};
     const auto matches = CustomerSearch::match(StoreDirectory::records(*m_db), query);
     const qsizetype chosen = CustomerChoice::settle(matches, interactive);
@@ -62,8 +70,7 @@ std::shared_ptr<CustomerSearchResult> StoreCustomerFinder::Search(
 
 StoreApplicationServices::StoreApplicationServices(std::shared_ptr<StoreConnection> db)
     : m_db(std::move(db))
-{
-}
+{ }
 
 bool StoreApplicationServices::ReformatText(QString& text)
 {
@@ -77,8 +84,7 @@ QStringList StoreApplicationServices::IssuedByNames() const
 
 std::shared_ptr<CustomerSearchContext> StoreApplicationServices::SearchContext() const
 {
-    return std::make_shared<StoreSearchContext>(
-        StoreDirectory::searchContextValue(*m_db));
+    return std::make_shared<StoreSearchContext>(StoreDirectory::searchContextValue(*m_db));
 }
 
 std::shared_ptr<CustomerFinder> StoreApplicationServices::CreateCustomerFinder()

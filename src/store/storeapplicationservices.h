@@ -17,12 +17,12 @@ class ZEBSTORE_EXPORT StoreCustomerFinder : public CustomerFinder {
 public:
     explicit StoreCustomerFinder(std::shared_ptr<StoreConnection> db);
 
-    std::shared_ptr<CustomerSearchResult>
-    Search(bool includeInactive, bool interactive, bool exactName, bool matchAny,
-           bool sortByAccountNumber, const QVariant& context, const QString& keyword,
-           const QString& accountNumber, const QString& city, const QString& state,
-           const QString& zip, const QString& phone, const QString& type,
-           const QString& category, qint32 maximumResults) override;
+    std::shared_ptr<CustomerSearchResult> Search(
+        bool includeInactive, bool interactive, bool exactName, bool matchAny,
+        bool sortByAccountNumber, const QVariant& context, const QString& keyword,
+        const QString& accountNumber, const QString& city, const QString& state, const QString& zip,
+        const QString& phone, const QString& type, const QString& category,
+        qint32 maximumResults) override;
 
 private:
     std::shared_ptr<StoreConnection> m_db;

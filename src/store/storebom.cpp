@@ -8,8 +8,7 @@ namespace ZebObjects {
 
 StoreBOM::StoreBOM(std::shared_ptr<StoreConnection> db, qint64 submittalId, QObject* parent)
     : BOM(parent), m_db(std::move(db)), m_id(submittalId)
-{
-}
+{ }
 
 StoreBOM::~StoreBOM() = default;
 
@@ -32,10 +31,22 @@ void StoreBOM::setFlag(const char* name, bool value)
                     m_id, int(value), int(column(name).toBool()));
 }
 
-bool StoreBOM::IncludeQuantity() const { return column("include_quantity").toBool(); }
-void StoreBOM::setIncludeQuantity(bool include) { setFlag("include_quantity", include); }
-bool StoreBOM::IncludeType() const { return column("include_type").toBool(); }
-void StoreBOM::setIncludeType(bool include) { setFlag("include_type", include); }
+bool StoreBOM::IncludeQuantity() const
+{
+    return column("include_quantity").toBool();
+}
+void StoreBOM::setIncludeQuantity(bool include)
+{
+    setFlag("include_quantity", include);
+}
+bool StoreBOM::IncludeType() const
+{
+    return column("include_type").toBool();
+}
+void StoreBOM::setIncludeType(bool include)
+{
+    setFlag("include_type", include);
+}
 bool StoreBOM::IncludeDefaultRemarks() const
 {
     return column("include_default_remarks").toBool();
@@ -44,26 +55,62 @@ void StoreBOM::setIncludeDefaultRemarks(bool include)
 {
     setFlag("include_default_remarks", include);
 }
-bool StoreBOM::IncludeBrand() const { return column("include_brand").toBool(); }
-void StoreBOM::setIncludeBrand(bool include) { setFlag("include_brand", include); }
-bool StoreBOM::IncludeManufacturer() const { return column("include_manufacturer").toBool(); }
-void StoreBOM::setIncludeManufacturer(bool include) { setFlag("include_manufacturer", include); }
-bool StoreBOM::IncludeCatalogNumber() const { return column("include_catalog_number").toBool(); }
+bool StoreBOM::IncludeBrand() const
+{
+    return column("include_brand").toBool();
+}
+void StoreBOM::setIncludeBrand(bool include)
+{
+    setFlag("include_brand", include);
+}
+bool StoreBOM::IncludeManufacturer() const
+{
+    return column("include_manufacturer").toBool();
+}
+void StoreBOM::setIncludeManufacturer(bool include)
+{
+    setFlag("include_manufacturer", include);
+}
+bool StoreBOM::IncludeCatalogNumber() const
+{
+    return column("include_catalog_number").toBool();
+}
 void StoreBOM::setIncludeCatalogNumber(bool include)
 {
     setFlag("include_catalog_number", include);
 }
-bool StoreBOM::IncludeDescription() const { return column("include_description").toBool(); }
-void StoreBOM::setIncludeDescription(bool include) { setFlag("include_description", include); }
-bool StoreBOM::IncludeLineComments() const { return column("include_line_comments").toBool(); }
+bool StoreBOM::IncludeDescription() const
+{
+    return column("include_description").toBool();
+}
+void StoreBOM::setIncludeDescription(bool include)
+{
+    setFlag("include_description", include);
+}
+bool StoreBOM::IncludeLineComments() const
+{
+    return column("include_line_comments").toBool();
+}
 void StoreBOM::setIncludeLineComments(bool include)
 {
     setFlag("include_line_comments", include);
 }
-bool StoreBOM::IncludeMTO() const { return column("include_mto").toBool(); }
-void StoreBOM::setIncludeMTO(bool include) { setFlag("include_mto", include); }
-bool StoreBOM::IncludeGroupCodes() const { return column("include_group_codes").toBool(); }
-void StoreBOM::setIncludeGroupCodes(bool include) { setFlag("include_group_codes", include); }
+bool StoreBOM::IncludeMTO() const
+{
+    return column("include_mto").toBool();
+}
+void StoreBOM::setIncludeMTO(bool include)
+{
+    setFlag("include_mto", include);
+}
+bool StoreBOM::IncludeGroupCodes() const
+{
+    return column("include_group_codes").toBool();
+}
+void StoreBOM::setIncludeGroupCodes(bool include)
+{
+    setFlag("include_group_codes", include);
+}
 
 std::shared_ptr<TextObjects> StoreBOM::DefaultRemarks() const
 {

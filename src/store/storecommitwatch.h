@@ -24,7 +24,8 @@ public:
 
     // Called (from the event loop) for each commit of another connection.
     void setOnCommit(std::function<void()> onCommit);
-    // Tells onCommit now: after the connection was made again, commits may have gone by unannounced.
+    // Tells onCommit now: after the connection was made again, commits may have gone by
+    // unannounced.
     void tell();
 
     // Listens on the connection as it is now; does nothing without a server connection.

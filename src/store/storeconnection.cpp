@@ -40,15 +40,38 @@ const QString kSource = QStringLiteral("ZebObjects.Store");
 // SQLite's result codes as the driver reports them: extended codes, whose low byte is the
 // primary code.
 enum SqliteCode {
-    Perm = 3, Busy = 5, Locked = 6, ReadOnly = 8, IoErr = 10, Corrupt = 11, Full = 13,
-    CantOpen = 14, NotADb = 26,
-    ReadOnlyRecovery = 264, ReadOnlyCantLock = 520, ReadOnlyRollback = 776, ReadOnlyDbMoved = 1032,
-    ReadOnlyCantInit = 1288, ReadOnlyDirectory = 1544,
-    IoErrRead = 266, IoErrShortRead = 522, IoErrWrite = 778, IoErrFsync = 1034,
-    IoErrDirFsync = 1290, IoErrTruncate = 1546, IoErrUnlock = 2058, IoErrRdLock = 2314,
-    IoErrNoMem = 3082, IoErrCheckReservedLock = 3594, IoErrLock = 3850, IoErrShmOpen = 4618,
-    IoErrShmSize = 4874, IoErrShmLock = 5130, IoErrShmMap = 5386,
-    CantOpenNoTempDir = 270, CantOpenIsDir = 526,
+    Perm = 3,
+    Busy = 5,
+    Locked = 6,
+    ReadOnly = 8,
+    IoErr = 10,
+    Corrupt = 11,
+    Full = 13,
+    CantOpen = 14,
+    NotADb = 26,
+    ReadOnlyRecovery = 264,
+    ReadOnlyCantLock = 520,
+    ReadOnlyRollback = 776,
+    ReadOnlyDbMoved = 1032,
+    ReadOnlyCantInit = 1288,
+    ReadOnlyDirectory = 1544,
+    IoErrRead = 266,
+    IoErrShortRead = 522,
+    IoErrWrite = 778,
+    IoErrFsync = 1034,
+    IoErrDirFsync = 1290,
+    IoErrTruncate = 1546,
+    IoErrUnlock = 2058,
+    IoErrRdLock = 2314,
+    IoErrNoMem = 3082,
+    IoErrCheckReservedLock = 3594,
+    IoErrLock = 3850,
+    IoErrShmOpen = 4618,
+    IoErrShmSize = 4874,
+    IoErrShmLock = 5130,
+    IoErrShmMap = 5386,
+    CantOpenNoTempDir = 270,
+    CantOpenIsDir = 526,
 };
 
 // The server could not be reached (the runtime's "device unavailable").
@@ -59,7 +82,7 @@ constexpr int kAnswerGraceMs = 2000;
 // Less room than a few pages is a full disk.
 bool diskFull(const QString& folder)
 {
-    struct statvfs s {};
+    struct statvfs s { };
     if (::statvfs(QFile::encodeName(folder).constData(), &s) != 0)
         return false;
     return qint64(s.f_bavail) * qint64(s.f_frsize) < 64 * 1024;
@@ -69,8 +92,9 @@ Failure fileFailure(qint32 number, const QString& path, const QString& cause)
 {
     if (StoreDialect::isServerLocation(path))
         return Failure(number, kSource, QStringLiteral("The database \"%1\" %2").arg(path, cause));
-    return Failure(number, kSource,
-                   QStringLiteral("The database file \"%1\" %2").arg(QDir::toNativeSeparators(path), cause));
+    return Failure(
+        number, kSource,
+        QStringLiteral("The database file \"%1\" %2").arg(QDir::toNativeSeparators(path), cause));
 }
 
 // A value for the client library's connection settings, quoted as it reads them.
@@ -96,7 +120,7 @@ QString quotedIdentifier(const QString& name)
 // that went silent (no reset, no answer) returns as a lost connection.
 class StoreConnection::AnswerWatch {
 public:
-    AnswerWatch() : m_thread([this] { loop(); }) {}
+    AnswerWatch() : m_thread([this] { loop(); }) { }
     ~AnswerWatch()
     {
         {
@@ -193,8 +217,7 @@ void StoreConnection::armWatch()
 
 StoreConnection::StoreConnection(StoreDialect dialect, QString path, QString name)
     : m_dialect(dialect), m_path(std::move(path)), m_name(std::move(name))
-{
-}
+{ }
 
 StoreConnection::~StoreConnection()
 {
@@ -294,9 +317,9 @@ std::shared_ptr<StoreConnection> StoreConnection::open(const QString& path, Mode
     }
     const int busyTimeoutMs = timeouts.lockMs;
     const QString absolute = QFileInfo(path).absoluteFilePath();
-    std::shared_ptr<StoreConnection> c(new StoreConnection(
-        StoreDialect(StoreDialect::Kind::Sqlite), absolute,
-        QStringLiteral("ZebStore-%1").arg(++serial)));
+    std::shared_ptr<StoreConnection> c(
+        new StoreConnection(StoreDialect(StoreDialect::Kind::Sqlite), absolute,
+                            QStringLiteral("ZebStore-%1").arg(++serial)));
 
     const QFileInfo info(absolute);
     if (mode != Mode::OpenOrCreate && !info.exists())
@@ -363,7 +386,8 @@ void StoreConnection::checkWhole(const QString& check)
     // under a heading that names the schema.
     QStringList problems;
     for (const QVariantList& r : rows(QStringLiteral("PRAGMA %1").arg(check)))
-        for (const QString& line : r.value(0).toString().split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        for (const QString& line :
+             r.value(0).toString().split(QLatin1Char('\n'), Qt::SkipEmptyParts))
             if (!line.startsWith(QLatin1String("*** in database")))
                 problems.append(line.trimmed());
     if (problems.isEmpty() || (problems.size() == 1 && problems.first() == QLatin1String("ok")))
@@ -424,7 +448,10 @@ void StoreConnection::checkVersion(int version) const
                               .arg(StoreSchema::CurrentVersion));
 }
 
-bool StoreConnection::hasTables() { return m_dialect.hasTables(*this); }
+bool StoreConnection::hasTables()
+{
+    return m_dialect.hasTables(*this);
+}
 
 void StoreConnection::openServer(Mode mode)
 {
@@ -457,9 +484,9 @@ void StoreConnection::openServer(Mode mode)
             QSqlDatabase::removeDatabase(maintenance);
         }
         if (!failed.isEmpty())
-            throw fileFailure(ErrorNumber::PathFileAccessError, m_path,
-                              QStringLiteral("does not exist and cannot be created (%1)")
-                                  .arg(failed.trimmed()));
+            throw fileFailure(
+                ErrorNumber::PathFileAccessError, m_path,
+                QStringLiteral("does not exist and cannot be created (%1)").arg(failed.trimmed()));
         if (!made || !m_db.open())
             throw refusedOrUnreachable(made ? m_db.lastError().text() : cause);
     }
@@ -565,10 +592,10 @@ void StoreConnection::lose()
 
 Failure StoreConnection::unreachable(const QString& cause) const
 {
-    const QString why =
-        m_watch && m_watch->fired()
-            ? QStringLiteral("no answer within %1 seconds").arg((m_timeouts.answerMs + kAnswerGraceMs) / 1000.0)
-            : cause.trimmed();
+    const QString why = m_watch && m_watch->fired()
+                            ? QStringLiteral("no answer within %1 seconds")
+                                  .arg((m_timeouts.answerMs + kAnswerGraceMs) / 1000.0)
+                            : cause.trimmed();
     return Failure(kUnreachable, kSource,
                    QStringLiteral("The database server of \"%1\" cannot be reached, so nothing "
                                   "was read or saved; work goes on once the server answers "
@@ -619,8 +646,9 @@ Failure StoreConnection::failure(const QSqlError& error) const
         if (m_dialect.isConnectionLost(error))
             return unreachable(cause);
         if (m_dialect.isLockTimeout(error))
-            return fileFailure(ErrorNumber::PermissionDenied, m_path,
-                               QStringLiteral("is locked by another writer (%1)").arg(cause.trimmed()));
+            return fileFailure(
+                ErrorNumber::PermissionDenied, m_path,
+                QStringLiteral("is locked by another writer (%1)").arg(cause.trimmed()));
         if (error.nativeErrorCode() == QLatin1String("25006"))
             return fileFailure(ErrorNumber::PathFileAccessError, m_path,
                                QStringLiteral("is read-only: the change cannot be saved (%1)")
@@ -645,8 +673,9 @@ Failure StoreConnection::sqliteFailure(int code, const QString& path, const QStr
     // The extended code says more than its primary one (its low byte): which file or folder.
     switch (code) {
     case ReadOnlyDirectory:
-        return file(ErrorNumber::PermissionDenied,
-                    QStringLiteral("cannot be changed: its folder \"%1\" is read-only").arg(folder));
+        return file(
+            ErrorNumber::PermissionDenied,
+            QStringLiteral("cannot be changed: its folder \"%1\" is read-only").arg(folder));
     case ReadOnlyDbMoved:
         return file(ErrorNumber::PathFileAccessError,
                     QStringLiteral("was moved or deleted while it was open: the change cannot be "
@@ -694,8 +723,7 @@ Failure StoreConnection::sqliteFailure(int code, const QString& path, const QStr
     case CantOpenNoTempDir:
         return file(ErrorNumber::PathFileAccessError,
                     QStringLiteral("cannot be opened: there is no folder for temporary files"));
-    default:
-        break;
+    default: break;
     }
     switch (code & 0xff) {
     case Busy:
@@ -704,20 +732,15 @@ Failure StoreConnection::sqliteFailure(int code, const QString& path, const QStr
     case ReadOnly:
         return file(ErrorNumber::PathFileAccessError,
                     QStringLiteral("is read-only: the change cannot be saved"));
-    case Perm:
-        return file(ErrorNumber::PermissionDenied, QStringLiteral("may not be accessed"));
-    case Full:
-        return file(ErrorNumber::DiskFull, QStringLiteral("cannot grow: the disk is full"));
-    case Corrupt:
-        return file(ErrorNumber::BadFileFormat, QStringLiteral("is damaged"));
-    case NotADb:
-        return file(ErrorNumber::BadFileFormat, QStringLiteral("is not a database"));
+    case Perm: return file(ErrorNumber::PermissionDenied, QStringLiteral("may not be accessed"));
+    case Full: return file(ErrorNumber::DiskFull, QStringLiteral("cannot grow: the disk is full"));
+    case Corrupt: return file(ErrorNumber::BadFileFormat, QStringLiteral("is damaged"));
+    case NotADb: return file(ErrorNumber::BadFileFormat, QStringLiteral("is not a database"));
     case CantOpen:
         return file(ErrorNumber::PathFileAccessError, QStringLiteral("cannot be opened"));
     case IoErr:
         return file(ErrorNumber::DeviceIOError, QStringLiteral("could not be read or written"));
-    default:
-        return file(ErrorNumber::InternalError, QStringLiteral("answered an error"));
+    default: return file(ErrorNumber::InternalError, QStringLiteral("answered an error"));
     }
 }
 
@@ -737,8 +760,8 @@ bool StoreConnection::changesNothing(const QString& sql, const QVariantList& arg
 {
     // "UPDATE t SET a = ?, b = ? WHERE k = ?" changes nothing when the row already holds the
     // values (or is not there); any other change is taken as one.
-    static const QRegularExpression update(QStringLiteral(
-        "^UPDATE (\\w+) SET (\\w+ = \\?(?:, \\w+ = \\?)*) WHERE (\\w+) = \\?$"));
+    static const QRegularExpression update(
+        QStringLiteral("^UPDATE (\\w+) SET (\\w+ = \\?(?:, \\w+ = \\?)*) WHERE (\\w+) = \\?$"));
     const QRegularExpressionMatch m = update.match(sql);
     if (!m.hasMatch())
         return false;
@@ -826,7 +849,8 @@ QSqlQuery& StoreConnection::execOnce(const QString& sql, const QVariantList& arg
             // A change of rows in a write; what SQLite answers for any other statement is the
             // count of the last change before it.
             if (m_depth > 0 && !m_dialect.isServer()
-                && (sql.startsWith(QLatin1String("UPDATE")) || sql.startsWith(QLatin1String("INSERT"))
+                && (sql.startsWith(QLatin1String("UPDATE"))
+                    || sql.startsWith(QLatin1String("INSERT"))
                     || sql.startsWith(QLatin1String("DELETE")))
                 && q.numRowsAffected() != 0)
                 m_rowsChanged = true;
@@ -851,8 +875,7 @@ void StoreConnection::drain(QSqlQuery& q)
     // The server's answer is read to its end: a server connection holds back what comes
     // after an answer read in part, announcements of other workstations' commits included.
     if (m_dialect.isServer())
-        while (q.next()) {
-        }
+        while (q.next()) { }
     q.finish();
 }
 
@@ -953,9 +976,9 @@ bool StoreConnection::settle(const QString& path)
             if (q.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")) && q.next()) {
                 database = true;
                 if (q.value(0).toInt() != 0)
-                    failed = std::make_unique<Failure>(fileFailure(
-                        ErrorNumber::PermissionDenied, info.absoluteFilePath(),
-                        QStringLiteral("is in use by another program")));
+                    failed = std::make_unique<Failure>(
+                        fileFailure(ErrorNumber::PermissionDenied, info.absoluteFilePath(),
+                                    QStringLiteral("is in use by another program")));
             } else {
                 const int code = q.lastError().nativeErrorCode().toInt() & 0xff;
                 // A file that is no database, or a damaged one, has nothing to keep; any other
@@ -977,8 +1000,9 @@ bool StoreConnection::settle(const QString& path)
 
 Failure StoreConnection::readOnlyFailure() const
 {
-    return fileFailure(ErrorNumber::PathFileAccessError, m_path,
-                       QStringLiteral("is read-only: the change cannot be saved (it is open read-only)"));
+    return fileFailure(
+        ErrorNumber::PathFileAccessError, m_path,
+        QStringLiteral("is read-only: the change cannot be saved (it is open read-only)"));
 }
 
 void StoreConnection::watchWrites(std::function<void(const Failure*)> onWrite)
@@ -1001,8 +1025,7 @@ void StoreConnection::writeEnded(bool committed)
         // A write that changed nothing committed nothing: there is nothing to tell.
         if (m_changedSomething)
             m_onWrite(nullptr);
-    }
-    else if (m_writeFailure)
+    } else if (m_writeFailure)
         m_onWrite(m_writeFailure.get());
 }
 
@@ -1021,7 +1044,10 @@ quint64 StoreConnection::snapshot()
     return m_snapshot;
 }
 
-void StoreConnection::endSnapshot() { m_snapshot = 0; }
+void StoreConnection::endSnapshot()
+{
+    m_snapshot = 0;
+}
 
 void StoreConnection::setColumn(const QString& table, const QString& column,
                                 const QString& keyColumn, const QVariant& key,

@@ -11,13 +11,11 @@ const QString kSource = QStringLiteral("ZebObjects.Customers");
 
 StoreCustomer::StoreCustomer(std::shared_ptr<StoreConnection> db, qint64 id)
     : m_db(std::move(db)), m_id(id)
-{
-}
+{ }
 
 StoreCustomer::StoreCustomer(std::shared_ptr<StoreConnection> db, CustomerRecord record)
     : m_db(std::move(db)), m_record(std::move(record))
-{
-}
+{ }
 
 void StoreCustomer::adopt(qint64 id)
 {
@@ -51,14 +49,26 @@ QString StoreCustomer::DisplayText() const
 {
     return text("display_text", &CustomerRecord::displayText);
 }
-QString StoreCustomer::Name() const { return text("name", &CustomerRecord::name); }
+QString StoreCustomer::Name() const
+{
+    return text("name", &CustomerRecord::name);
+}
 QString StoreCustomer::AccountNumber() const
 {
     return text("account_number", &CustomerRecord::accountNumber);
 }
-QString StoreCustomer::City() const { return text("city", &CustomerRecord::city); }
-QString StoreCustomer::State() const { return text("state", &CustomerRecord::state); }
-QString StoreCustomer::Type() const { return text("type", &CustomerRecord::type); }
+QString StoreCustomer::City() const
+{
+    return text("city", &CustomerRecord::city);
+}
+QString StoreCustomer::State() const
+{
+    return text("state", &CustomerRecord::state);
+}
+QString StoreCustomer::Type() const
+{
+    return text("type", &CustomerRecord::type);
+}
 QString StoreCustomer::Category() const
 {
     return text("category", &CustomerRecord::category);
@@ -81,8 +91,7 @@ void StoreCustomer::setIncluded(bool included)
 StoreCustomers::StoreCustomers(std::shared_ptr<StoreConnection> db, qint64 submittalId,
                                QObject* parent)
     : Customers(parent), m_db(std::move(db)), m_id(submittalId)
-{
-}
+{ }
 
 StoreCustomers::~StoreCustomers() = default;
 
@@ -97,13 +106,14 @@ std::shared_ptr<Customer> StoreCustomers::customer(qint64 id) const
 qint64 StoreCustomers::append(StoreConnection& db, qint64 submittal, const QString& key,
                               const Customer& c)
 {
-    return db.insert(QStringLiteral("INSERT INTO submittal_customers (submittal_id, position, key, "
-                          "customer_key, display_text, name, account_number, city, state, type, "
-                          "category, included) SELECT ?, COALESCE(MAX(position), 0) + 1, ?, ?, "
-                          "?, ?, ?, ?, ?, ?, ?, ? FROM submittal_customers WHERE "
-                          "submittal_id = ?"),
-           {submittal, key, c.Key(), c.DisplayText(), c.Name(), c.AccountNumber(), c.City(),
-            c.State(), c.Type(), c.Category(), int(c.Included()), submittal});
+    return db.insert(
+        QStringLiteral("INSERT INTO submittal_customers (submittal_id, position, key, "
+                       "customer_key, display_text, name, account_number, city, state, type, "
+                       "category, included) SELECT ?, COALESCE(MAX(position), 0) + 1, ?, ?, "
+                       "?, ?, ?, ?, ?, ?, ?, ? FROM submittal_customers WHERE "
+                       "submittal_id = ?"),
+        {submittal, key, c.Key(), c.DisplayText(), c.Name(), c.AccountNumber(), c.City(), c.State(),
+         c.Type(), c.Category(), int(c.Included()), submittal});
 }
 
 bool StoreCustomers::Add(const QString& key, std::shared_ptr<Customer> c)

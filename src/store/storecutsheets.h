@@ -39,7 +39,8 @@ public:
 
     // Adds pdf to the library unless a sheet with its SHA-256 is there; answers the sheet's id
     // either way (the first file name and adder stay).
-    qint64 add(const QString& fileName, const QByteArray& pdf, qint32 pageCount, const QString& addedBy);
+    qint64 add(const QString& fileName, const QByteArray& pdf, qint32 pageCount,
+               const QString& addedBy);
     // Attaches the sheet to the job's type, after the sheets the type has; a sheet the type
     // already has stays where it is. A job or sheet that is not in the store fails with 35601.
     void attach(qint64 jobId, const QString& type, qint64 sheetId);

@@ -115,6 +115,9 @@ bool StoreDialect::isLockTimeout(const QSqlError& error) const
     return m_kind == Kind::Postgres && error.nativeErrorCode() == QLatin1String("55P03");
 }
 
-QString StoreDialect::changeChannel() { return QStringLiteral("zeb_store_changed"); }
+QString StoreDialect::changeChannel()
+{
+    return QStringLiteral("zeb_store_changed");
+}
 
 }  // namespace ZebObjects

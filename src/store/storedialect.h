@@ -20,7 +20,7 @@ class ZEBSTORE_EXPORT StoreDialect {
 public:
     enum class Kind { Sqlite, Postgres };
 
-    explicit StoreDialect(Kind kind) : m_kind(kind) {}
+    explicit StoreDialect(Kind kind) : m_kind(kind) { }
     // A location naming a server database ("postgresql://user@host:port/db").
     static bool isServerLocation(const QString& location);
 

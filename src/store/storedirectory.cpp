@@ -42,8 +42,7 @@ void StoreDirectory::add(StoreConnection& db, const CustomerRecord& d)
 {
     if (db.value(QStringLiteral("SELECT 1 FROM directory_customers WHERE key = ?"), {d.key})
             .isValid())
-        throw CollectionRules::duplicateKey(QStringLiteral("ZebObjects.CustomerDirectory"),
-                                            d.key);
+        throw CollectionRules::duplicateKey(QStringLiteral("ZebObjects.CustomerDirectory"), d.key);
     db.run(QStringLiteral("INSERT INTO directory_customers (key, display_text, name, "
                           "account_number, city, state, type, category, zip, phone, active, "
                           "attention, street, street2, email) "

@@ -116,7 +116,8 @@ QString IssuedLine::summary() const
     QString s = QStringLiteral("Line %1:").arg(number);
     if (!type.isEmpty())
         s += QStringLiteral(" Type ") + type + QLatin1Char(',');
-    s += QStringLiteral(" %1 x %2").arg(quantity, catalogNumber.isEmpty() ? description : catalogNumber);
+    s += QStringLiteral(" %1 x %2")
+             .arg(quantity, catalogNumber.isEmpty() ? description : catalogNumber);
     return s;
 }
 
@@ -132,8 +133,7 @@ QString IssuedRevision::statusText(Status status)
 
 StoreHistory::StoreHistory(std::shared_ptr<StoreConnection> db, qint64 jobId)
     : m_db(std::move(db)), m_job(jobId)
-{
-}
+{ }
 
 qint64 StoreHistory::submittalId() const
 {
@@ -274,8 +274,9 @@ QByteArray StoreHistory::settingsSnapshot() const
                        "include_labels, purpose_index, purpose, other_purpose FROM submittals "
                        "WHERE id = ?"),
         {s});
-    const char* const subNames[] = {"issuedBy", "submittalDate", "includeCoverLetter", "includeBOM",
-                                    "includeLabels", "purposeIndex", "purpose", "otherPurpose"};
+    const char* const subNames[] = {"issuedBy",   "submittalDate", "includeCoverLetter",
+                                    "includeBOM", "includeLabels", "purposeIndex",
+                                    "purpose",    "otherPurpose"};
     for (qsizetype i = 0; i < sub.size(); ++i)
         o.insert(QLatin1String(subNames[i]), QJsonValue::fromVariant(sub[i]));
     const QVariantList letter = m_db->row(
@@ -289,15 +290,15 @@ QByteArray StoreHistory::settingsSnapshot() const
     for (qsizetype i = 0; i < letter.size(); ++i)
         letterObject.insert(QLatin1String(letterNames[i]), letter[i].toBool());
     o.insert(QStringLiteral("coverLetter"), letterObject);
-    const QVariantList bom = m_db->row(
-        QStringLiteral("SELECT include_quantity, include_type, include_default_remarks, "
-                       "include_brand, include_manufacturer, include_catalog_number, "
-                       "include_description, include_line_comments, include_mto, "
-                       "include_group_codes FROM boms WHERE submittal_id = ?"),
-        {s});
-    const char* const bomNames[] = {"quantity", "type", "defaultRemarks", "brand", "manufacturer",
-                                    "catalogNumber", "description", "lineComments", "mto",
-                                    "groupCodes"};
+    const QVariantList bom =
+        m_db->row(QStringLiteral("SELECT include_quantity, include_type, include_default_remarks, "
+                                 "include_brand, include_manufacturer, include_catalog_number, "
+                                 "include_description, include_line_comments, include_mto, "
+                                 "include_group_codes FROM boms WHERE submittal_id = ?"),
+                  {s});
+    const char* const bomNames[] = {
+        "quantity",      "type",        "defaultRemarks", "brand", "manufacturer",
+        "catalogNumber", "description", "lineComments",   "mto",   "groupCodes"};
     QJsonObject bomObject;
     for (qsizetype i = 0; i < bom.size(); ++i)
         bomObject.insert(QLatin1String(bomNames[i]), bom[i].toBool());
@@ -312,8 +313,8 @@ IssuedRevision StoreHistory::issue(const PdfMaker& makePdf, const QDateTime& whe
     // the record; a number taken meanwhile means one more try with the next.
     for (;;) {
         const QByteArray pdf = makePdf(number);
-        const QString sha = QString::fromLatin1(
-            QCryptographicHash::hash(pdf, QCryptographicHash::Sha256).toHex());
+        const QString sha =
+            QString::fromLatin1(QCryptographicHash::hash(pdf, QCryptographicHash::Sha256).toHex());
         try {
             m_db->write([&] {
                 StoreConnection& db = *m_db;
@@ -339,9 +340,9 @@ IssuedRevision StoreHistory::issue(const PdfMaker& makePdf, const QDateTime& whe
                     QStringLiteral("INSERT INTO issued_revisions (job_id, revision, issued_at, "
                                    "issued_by, purpose, recipients, settings, pdf, sha256, "
                                    "pdf_size) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-                    {m_job, number, when.toUTC().toString(Qt::ISODate), sub.value(0),
-                     sub.value(1), recipients.join(QLatin1Char('\n')),
-                     QString::fromUtf8(settingsSnapshot()), pdf, sha, qint64(pdf.size())});
+                    {m_job, number, when.toUTC().toString(Qt::ISODate), sub.value(0), sub.value(1),
+                     recipients.join(QLatin1Char('\n')), QString::fromUtf8(settingsSnapshot()), pdf,
+                     sha, qint64(pdf.size())});
                 // Many rows per statement: a large job's lines go in a few round trips.
                 const QList<IssuedLine> printed = currentLines();
                 constexpr qsizetype kRowsPerInsert = 50;
@@ -353,7 +354,8 @@ IssuedRevision StoreHistory::issue(const PdfMaker& makePdf, const QDateTime& whe
                         const IssuedLine& l = printed[i];
                         values << QStringLiteral("(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
                         args << id << l.lineItemId << l.number << l.quantity << l.type << l.brand
-                             << l.catalogNumber << l.description << l.group << int(l.mto) << l.comment;
+                             << l.catalogNumber << l.description << l.group << int(l.mto)
+                             << l.comment;
                     }
                     db.run(QStringLiteral("INSERT INTO issued_lines (revision_id, line_item_id, "
                                           "number, quantity, type, brand, catalog_number, "
@@ -402,8 +404,8 @@ void StoreHistory::recordReview(qint32 number, const QList<LineReview>& reviews,
                    {r.action, r.note, id, r.number});
         }
         QStringList actions;
-        for (const QVariantList& r : db.rows(
-                 QStringLiteral("SELECT action FROM issued_lines WHERE revision_id = ?"), {id}))
+        for (const QVariantList& r :
+             db.rows(QStringLiteral("SELECT action FROM issued_lines WHERE revision_id = ?"), {id}))
             actions << r[0].toString();
         // A revision already answered by the next one stays closed.
         db.run(QStringLiteral("UPDATE issued_revisions SET status = CASE WHEN status = 2 THEN 2 "
@@ -419,10 +421,12 @@ qint32 StoreHistory::tickForResubmittal(qint32 from)
     return m_db->write([&] {
         qint32 ticked = 0;
         for (const IssuedLine& l : printed) {
-            const bool approved = l.action == ReviewAction::Approved
-                                  || l.action == ReviewAction::ApprovedAsNoted;
+            const bool approved =
+                l.action == ReviewAction::Approved || l.action == ReviewAction::ApprovedAsNoted;
             // A line the job no longer has stays gone.
-            if (!m_db->value(QStringLiteral("SELECT 1 FROM line_items WHERE id = ?"), {l.lineItemId}).isValid())
+            if (!m_db->value(QStringLiteral("SELECT 1 FROM line_items WHERE id = ?"),
+                             {l.lineItemId})
+                     .isValid())
                 continue;
             m_db->run(QStringLiteral("UPDATE line_items SET selected = ? WHERE id = ? AND "
                                      "selected <> ?"),
@@ -436,12 +440,11 @@ qint32 StoreHistory::tickForResubmittal(qint32 from)
 
 QByteArray StoreHistory::csv() const
 {
-    const QStringList header{QStringLiteral("Revision"),      QStringLiteral("Sent"),
-                             QStringLiteral("Issued By"),     QStringLiteral("Purpose"),
-                             QStringLiteral("Recipients"),    QStringLiteral("Lines"),
-                             QStringLiteral("Status"),        QStringLiteral("Returned"),
-                             QStringLiteral("Review Days"),   QStringLiteral("Verdict"),
-                             QStringLiteral("SHA-256")};
+    const QStringList header{
+        QStringLiteral("Revision"), QStringLiteral("Sent"),       QStringLiteral("Issued By"),
+        QStringLiteral("Purpose"),  QStringLiteral("Recipients"), QStringLiteral("Lines"),
+        QStringLiteral("Status"),   QStringLiteral("Returned"),   QStringLiteral("Review Days"),
+        QStringLiteral("Verdict"),  QStringLiteral("SHA-256")};
     const auto line = [](const QStringList& fields) {
         QByteArrayList out;
         for (const QString& f : fields)

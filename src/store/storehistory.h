@@ -117,7 +117,8 @@ public:
     // workstation took that number meanwhile it is called again with the next one. The earlier
     // revisions that came back are closed. Answers the revision recorded.
     using PdfMaker = std::function<QByteArray(qint32 revision)>;
-    IssuedRevision issue(const PdfMaker& makePdf, const QDateTime& when = QDateTime::currentDateTimeUtc());
+    IssuedRevision issue(const PdfMaker& makePdf,
+                         const QDateTime& when = QDateTime::currentDateTimeUtc());
 
     // Records the review of a revision: the action and note of each line (by printed number;
     // a line not named keeps what it had), the date it came back and the reviewer's note. The

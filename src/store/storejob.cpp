@@ -15,8 +15,7 @@ namespace ZebObjects {
 
 StoreJob::StoreJob(std::shared_ptr<StoreConnection> db, qint64 id, qint64 submittalId)
     : m_db(std::move(db)), m_id(id), m_submittalId(submittalId)
-{
-}
+{ }
 
 StoreJob::~StoreJob() = default;
 

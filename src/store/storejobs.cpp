@@ -177,9 +177,9 @@ qint64 Store::duplicateJob(qint64 id, const JobDetails& d, bool withLines)
 namespace {
 Failure noCustomer(const QString& key)
 {
-    return Failure(ErrorNumber::ElementNotFound, QStringLiteral("ZebObjects.CustomerDirectory"),
-                   QStringLiteral("Element not found: the directory has no customer \"%1\"")
-                       .arg(key));
+    return Failure(
+        ErrorNumber::ElementNotFound, QStringLiteral("ZebObjects.CustomerDirectory"),
+        QStringLiteral("Element not found: the directory has no customer \"%1\"").arg(key));
 }
 
 void writeCustomer(StoreConnection& db, const CustomerRecord& d)
@@ -222,12 +222,10 @@ void Store::mergeDirectoryCustomers(const QString& keep, const QString& drop)
         if (keep == drop)
             return;
         QString CustomerRecord::*const fields[] = {
-            &CustomerRecord::name, &CustomerRecord::accountNumber,
-            &CustomerRecord::city, &CustomerRecord::state,
-            &CustomerRecord::type, &CustomerRecord::category,
-            &CustomerRecord::zip, &CustomerRecord::phone,
-            &CustomerRecord::attention, &CustomerRecord::street,
-            &CustomerRecord::street2, &CustomerRecord::email};
+            &CustomerRecord::name,   &CustomerRecord::accountNumber, &CustomerRecord::city,
+            &CustomerRecord::state,  &CustomerRecord::type,          &CustomerRecord::category,
+            &CustomerRecord::zip,    &CustomerRecord::phone,         &CustomerRecord::attention,
+            &CustomerRecord::street, &CustomerRecord::street2,       &CustomerRecord::email};
         for (const auto field : fields)
             if (((*kept).*field).isEmpty())
                 (*kept).*field = (*dropped).*field;

@@ -19,8 +19,7 @@ StoreLabelField::StoreLabelField(std::shared_ptr<StoreConnection> db, qint64 id,
                                  std::shared_ptr<QHash<qint64, qint16>> seen, QObject* parent)
     : LabelField(parent), m_db(std::move(db)), m_id(id), m_key(std::move(key)),
       m_seen(std::move(seen))
-{
-}
+{ }
 
 void StoreLabelField::seen(quint64 snapshot, const QString& caption, qint16 order)
 {
@@ -41,8 +40,14 @@ QVariantList StoreLabelField::fieldRow() const
     return r;
 }
 
-QString StoreLabelField::Caption() const { return fieldRow()[0].toString(); }
-QString StoreLabelField::Key() const { return m_key; }
+QString StoreLabelField::Caption() const
+{
+    return fieldRow()[0].toString();
+}
+QString StoreLabelField::Key() const
+{
+    return m_key;
+}
 qint16 StoreLabelField::seenOrder(const QVariantList& row) const
 {
     const qint16 order = qint16(row[1].toInt());
@@ -50,8 +55,14 @@ qint16 StoreLabelField::seenOrder(const QVariantList& row) const
     return order;
 }
 
-bool StoreLabelField::Included() const { return seenOrder(fieldRow()) != 0; }
-qint16 StoreLabelField::PrintOrder() const { return seenOrder(fieldRow()); }
+bool StoreLabelField::Included() const
+{
+    return seenOrder(fieldRow()) != 0;
+}
+qint16 StoreLabelField::PrintOrder() const
+{
+    return seenOrder(fieldRow());
+}
 
 void StoreLabelField::setPrintOrder(qint16 order)
 {
@@ -90,28 +101,27 @@ void StoreLabelField::setPrintOrder(qint16 order)
                            "AND print_order <> 0), COALESCE((SELECT maximum_included FROM labels "
                            "WHERE submittal_id = ?), ?)"),
             {r[2], r[2], LabelRules::DefaultMaximum});
-        if (!LabelRules::admits(current, order, qint16(label[0].toInt()),
-                                qint16(label[1].toInt())))
+        if (!LabelRules::admits(current, order, qint16(label[0].toInt()), qint16(label[1].toInt())))
             return;
         m_db->run(QStringLiteral("UPDATE label_fields SET print_order = ? WHERE id = ?"),
                   {int(order), m_id});
         m_seen->insert(m_id, order);
     });
     if (changedElsewhere)
-        throw m_db->refused(Failure(StoreLastRead::ChangedElsewhere, kSource,
-                      QStringLiteral("Another workstation changed the fields on the labels after "
-                                     "they were shown here, so the print order %1 of \"%2\" was "
-                                     "not saved. The other workstation's fields are shown once "
-                                     "the job is refreshed; make the change again if it still "
-                                     "applies.")
-                          .arg(order)
-                          .arg(caption)));
+        throw m_db->refused(
+            Failure(StoreLastRead::ChangedElsewhere, kSource,
+                    QStringLiteral("Another workstation changed the fields on the labels after "
+                                   "they were shown here, so the print order %1 of \"%2\" was "
+                                   "not saved. The other workstation's fields are shown once "
+                                   "the job is refreshed; make the change again if it still "
+                                   "applies.")
+                        .arg(order)
+                        .arg(caption)));
 }
 
 StoreLabelFields::StoreLabelFields(std::shared_ptr<StoreConnection> db, qint64 submittalId)
     : m_db(std::move(db)), m_id(submittalId)
-{
-}
+{ }
 
 StoreLabelFields::~StoreLabelFields() = default;
 
@@ -159,10 +169,11 @@ LabelFieldList StoreLabelFields::Enumerate() const
     };
     // One statement: one state of the file, whatever another program commits meanwhile.
     std::vector<Row> rows;
-    for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT id, key, print_order, caption "
-                                                           "FROM label_fields WHERE "
-                                                           "submittal_id = ? ORDER BY position, id"),
-                                            {m_id}))
+    for (const QVariantList& r :
+         m_db->rows(QStringLiteral("SELECT id, key, print_order, caption "
+                                   "FROM label_fields WHERE "
+                                   "submittal_id = ? ORDER BY position, id"),
+                    {m_id}))
         rows.push_back({r[0].toLongLong(), r[1].toString(), qint16(r[2].toInt()), r[3].toString()});
     m_snapshot = m_db->snapshot();
     m_seenByKey.clear();
@@ -191,11 +202,13 @@ qint16 StoreLabelFields::includedCount() const
 
 StoreLabels::StoreLabels(std::shared_ptr<StoreConnection> db, qint64 submittalId)
     : m_fields(std::make_shared<StoreLabelFields>(std::move(db), submittalId))
-{
-}
+{ }
 
 StoreLabels::~StoreLabels() = default;
 
-std::shared_ptr<LabelFields> StoreLabels::LabelFields() const { return m_fields; }
+std::shared_ptr<LabelFields> StoreLabels::LabelFields() const
+{
+    return m_fields;
+}
 
 }  // namespace ZebObjects

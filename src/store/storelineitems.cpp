@@ -21,20 +21,19 @@ Failure gone(const StoreConnection& db)
 
 StoreLineItemComment::StoreLineItemComment(std::shared_ptr<StoreConnection> db, qint64 lineId)
     : m_db(std::move(db)), m_id(lineId)
-{
-}
+{ }
 
 QString StoreLineItemComment::Text() const
 {
-    return m_db->value(QStringLiteral("SELECT text FROM line_item_comments WHERE line_item_id = ?"),
-                       {m_id})
+    return m_db
+        ->value(QStringLiteral("SELECT text FROM line_item_comments WHERE line_item_id = ?"),
+                {m_id})
         .toString();
 }
 
 StoreLineItem::StoreLineItem(std::shared_ptr<StoreConnection> db, qint64 id)
     : m_db(std::move(db)), m_id(id)
-{
-}
+{ }
 
 QVariant StoreLineItem::column(const char* name) const
 {
@@ -45,7 +44,10 @@ QVariant StoreLineItem::column(const char* name) const
     return v;
 }
 
-bool StoreLineItem::Selected() const { return column("selected").toBool(); }
+bool StoreLineItem::Selected() const
+{
+    return column("selected").toBool();
+}
 
 void StoreLineItem::setSelected(bool selected)
 {
@@ -58,12 +60,30 @@ QString StoreLineItem::Quantity() const
     return QString::number(column("quantity").toLongLong());
 }
 
-QString StoreLineItem::Type() const { return column("type").toString(); }
-QString StoreLineItem::Brand() const { return column("brand").toString(); }
-QString StoreLineItem::CatalogNumber() const { return column("catalog_number").toString(); }
-QString StoreLineItem::Description() const { return column("description").toString(); }
-QString StoreLineItem::Group() const { return column("group_code").toString(); }
-bool StoreLineItem::MTO() const { return column("mto").toBool(); }
+QString StoreLineItem::Type() const
+{
+    return column("type").toString();
+}
+QString StoreLineItem::Brand() const
+{
+    return column("brand").toString();
+}
+QString StoreLineItem::CatalogNumber() const
+{
+    return column("catalog_number").toString();
+}
+QString StoreLineItem::Description() const
+{
+    return column("description").toString();
+}
+QString StoreLineItem::Group() const
+{
+    return column("group_code").toString();
+}
+bool StoreLineItem::MTO() const
+{
+    return column("mto").toBool();
+}
 
 std::shared_ptr<LineItemComment> StoreLineItem::Comment() const
 {
@@ -78,8 +98,7 @@ std::shared_ptr<LineItemComment> StoreLineItem::Comment() const
 
 StoreLineItems::StoreLineItems(std::shared_ptr<StoreConnection> db, qint64 submittalId)
     : m_db(std::move(db)), m_id(submittalId)
-{
-}
+{ }
 
 StoreLineItems::~StoreLineItems() = default;
 
@@ -153,8 +172,7 @@ QList<StoreLineItems::Row> StoreLineItems::rows() const
     return out;
 }
 
-QList<qint64> StoreLineItems::importLines(const QList<LineItemRecord>& lines,
-                                          bool replace)
+QList<qint64> StoreLineItems::importLines(const QList<LineItemRecord>& lines, bool replace)
 {
     return m_db->write([&] {
         if (replace)
@@ -163,8 +181,7 @@ QList<qint64> StoreLineItems::importLines(const QList<LineItemRecord>& lines,
     });
 }
 
-QList<qint64> StoreLineItems::insertLines(qint32 position,
-                                          const QList<LineItemRecord>& lines)
+QList<qint64> StoreLineItems::insertLines(qint32 position, const QList<LineItemRecord>& lines)
 {
     return m_db->write([&] {
         const qint32 count = Count();
@@ -196,8 +213,7 @@ QList<qint64> StoreLineItems::insertLines(qint32 position,
     });
 }
 
-void StoreLineItems::putBack(const QList<qint32>& positions,
-                             const QList<LineItemRecord>& lines)
+void StoreLineItems::putBack(const QList<qint32>& positions, const QList<LineItemRecord>& lines)
 {
     m_db->write([&] {
         for (qsizetype i = 0; i < positions.size() && i < lines.size(); ++i)

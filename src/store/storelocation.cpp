@@ -157,7 +157,8 @@ StoreLocation StoreLocation::parse(const QString& location)
         }
         bool ok = false;
         const int port = text.toInt(&ok);
-        const bool digits = std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+        const bool digits =
+            std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
         if (!ok || !digits || port < 1 || port > 65535)
             throw badLocation(out.shownWith(portTexts),
                               QStringLiteral("names the port \"%1\", which is not a number from "
@@ -174,11 +175,9 @@ StoreLocation StoreLocation::parse(const QString& location)
                               .arg(example.shown()));
     }
     for (const auto& [key, value] : out.m_parameters)
-        if (key.isEmpty() || !std::all_of(key.begin(), key.end(),
-                                          [](QChar c) {
-                                              return c.isLetterOrNumber()
-                                                     || c == QLatin1Char('_');
-                                          }))
+        if (key.isEmpty() || !std::all_of(key.begin(), key.end(), [](QChar c) {
+                return c.isLetterOrNumber() || c == QLatin1Char('_');
+            }))
             throw badLocation(out.shown(),
                               QStringLiteral("has the parameter \"%1\", which is not a setting "
                                              "of the PostgreSQL client")
@@ -219,7 +218,7 @@ QString StoreLocation::shownWith(const QStringList& ports) const
     const QStringList hosts = socket ? QStringList{QString()} : m_host.split(QLatin1Char(','));
     QStringList servers;
     for (qsizetype i = 0; i < hosts.size(); ++i) {
-        const QString port = i < ports.size()   ? ports[i]
+        const QString port = i < ports.size()  ? ports[i]
                              : ports.isEmpty() ? QString::number(kDefaultPort)
                                                : ports.back();
         servers << hostText(encode(hosts[i], ":")) + QLatin1Char(':') + port;

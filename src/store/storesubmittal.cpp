@@ -24,15 +24,14 @@ Failure gone(const StoreConnection& db)
 
 StoreCoverLetter::StoreCoverLetter(std::shared_ptr<StoreConnection> db, qint64 submittalId)
     : m_db(std::move(db)), m_id(submittalId)
-{
-}
+{ }
 
 bool StoreCoverLetter::flag(const char* column) const
 {
-    const QVariant v = m_db->value(
-        QStringLiteral("SELECT %1 FROM cover_letters WHERE submittal_id = ?")
-            .arg(QLatin1String(column)),
-        {m_id});
+    const QVariant v =
+        m_db->value(QStringLiteral("SELECT %1 FROM cover_letters WHERE submittal_id = ?")
+                        .arg(QLatin1String(column)),
+                    {m_id});
     if (!v.isValid())
         throw gone(*m_db);
     return v.toBool();
@@ -44,8 +43,14 @@ void StoreCoverLetter::setFlag(const char* column, bool value)
                     QStringLiteral("submittal_id"), m_id, int(value), int(flag(column)));
 }
 
-bool StoreCoverLetter::IncludeLogo() const { return flag("include_logo"); }
-void StoreCoverLetter::setIncludeLogo(bool include) { setFlag("include_logo", include); }
+bool StoreCoverLetter::IncludeLogo() const
+{
+    return flag("include_logo");
+}
+void StoreCoverLetter::setIncludeLogo(bool include)
+{
+    setFlag("include_logo", include);
+}
 bool StoreCoverLetter::IncludeDefaultParagraphs() const
 {
     return flag("include_default_paragraphs");
@@ -54,14 +59,26 @@ void StoreCoverLetter::setIncludeDefaultParagraphs(bool include)
 {
     setFlag("include_default_paragraphs", include);
 }
-bool StoreCoverLetter::IncludeRemarks() const { return flag("include_remarks"); }
-void StoreCoverLetter::setIncludeRemarks(bool include) { setFlag("include_remarks", include); }
-bool StoreCoverLetter::SeparateLetters() const { return flag("separate_letters"); }
+bool StoreCoverLetter::IncludeRemarks() const
+{
+    return flag("include_remarks");
+}
+void StoreCoverLetter::setIncludeRemarks(bool include)
+{
+    setFlag("include_remarks", include);
+}
+bool StoreCoverLetter::SeparateLetters() const
+{
+    return flag("separate_letters");
+}
 void StoreCoverLetter::setSeparateLetters(bool separate)
 {
     setFlag("separate_letters", separate);
 }
-bool StoreCoverLetter::IncludeCarbonCopy() const { return flag("include_carbon_copy"); }
+bool StoreCoverLetter::IncludeCarbonCopy() const
+{
+    return flag("include_carbon_copy");
+}
 void StoreCoverLetter::setIncludeCarbonCopy(bool include)
 {
     setFlag("include_carbon_copy", include);
@@ -70,8 +87,8 @@ void StoreCoverLetter::setIncludeCarbonCopy(bool include)
 // Recipients ------------------------------------------------------------------------------------
 
 namespace {
-const QString kRecipientColumns = QStringLiteral(
-    "name, company, street, street2, city, state, zip, phone, email");
+const QString kRecipientColumns =
+    QStringLiteral("name, company, street, street2, city, state, zip, phone, email");
 
 std::shared_ptr<StoreRecipient> recipientOf(const QVariantList& r)
 {
@@ -89,18 +106,20 @@ std::shared_ptr<StoreRecipient> recipientOf(const QVariantList& r)
 }
 }  // namespace
 
-StoreRecipient::StoreRecipient(JobContents::Recipient data)
-    : m_data(std::move(data))
-{
-}
+StoreRecipient::StoreRecipient(JobContents::Recipient data) : m_data(std::move(data)) { }
 
-QString StoreRecipient::Name() const { return m_data.name; }
-QString StoreRecipient::Company() const { return m_data.company; }
+QString StoreRecipient::Name() const
+{
+    return m_data.name;
+}
+QString StoreRecipient::Company() const
+{
+    return m_data.company;
+}
 
 StoreRecipients::StoreRecipients(std::shared_ptr<StoreConnection> db, qint64 submittalId)
     : m_db(std::move(db)), m_id(submittalId)
-{
-}
+{ }
 
 qint16 StoreRecipients::Count() const
 {
@@ -112,12 +131,13 @@ qint16 StoreRecipients::Count() const
 
 std::shared_ptr<Recipient> StoreRecipients::Item(qint16 position) const
 {
-    const QVariantList r =
-        position < 1 ? QVariantList()
-                     : m_db->row(QStringLiteral("SELECT %1 FROM recipients WHERE "
-                                                "submittal_id = ? ORDER BY position, id "
-                                                "LIMIT 1 OFFSET ?").arg(kRecipientColumns),
-                                 {m_id, int(position) - 1});
+    const QVariantList r = position < 1
+                               ? QVariantList()
+                               : m_db->row(QStringLiteral("SELECT %1 FROM recipients WHERE "
+                                                          "submittal_id = ? ORDER BY position, id "
+                                                          "LIMIT 1 OFFSET ?")
+                                               .arg(kRecipientColumns),
+                                           {m_id, int(position) - 1});
     if (r.isEmpty())
         throw CollectionRules::noPosition(QStringLiteral("ZebObjects.Recipients"),
                                           QStringLiteral("recipient"), position, Count());
@@ -129,7 +149,8 @@ RecipientList StoreRecipients::Enumerate() const
     RecipientList out;
     for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT %1 FROM recipients "
                                                            "WHERE submittal_id = ? ORDER BY "
-                                                           "position, id").arg(kRecipientColumns),
+                                                           "position, id")
+                                                .arg(kRecipientColumns),
                                             {m_id}))
         out.append(recipientOf(r));
     return out;
@@ -167,13 +188,10 @@ void StoreRecipients::Remove(qint16 position)
 // Submittal -------------------------------------------------------------------------------------
 
 StoreSubmittal::StoreSubmittal(std::shared_ptr<StoreConnection> db, qint64 id, QObject* parent)
-    : Submittal(parent)
-    , m_db(std::move(db))
-    , m_id(id)
-    , m_coverLetter(std::make_shared<StoreCoverLetter>(m_db, id))
-    , m_recipients(std::make_shared<StoreRecipients>(m_db, id))
-{
-}
+    : Submittal(parent), m_db(std::move(db)), m_id(id),
+      m_coverLetter(std::make_shared<StoreCoverLetter>(m_db, id)),
+      m_recipients(std::make_shared<StoreRecipients>(m_db, id))
+{ }
 
 StoreSubmittal::~StoreSubmittal() = default;
 
@@ -214,9 +232,9 @@ void StoreSubmittal::change(const char* name, const QVariant& value, void (Submi
         }
         if (now == value)
             return;
-        m_db->run(QStringLiteral("UPDATE submittals SET %1 = ? WHERE id = ?")
-                      .arg(QLatin1String(name)),
-                  {value, m_id});
+        m_db->run(
+            QStringLiteral("UPDATE submittals SET %1 = ? WHERE id = ?").arg(QLatin1String(name)),
+            {value, m_id});
         outcome = Written;
     });
     m_lastRead.remember(key, outcome == Written ? value : now);
@@ -227,14 +245,20 @@ void StoreSubmittal::change(const char* name, const QVariant& value, void (Submi
         throw m_db->refused(StoreLastRead::conflict(kSource, QLatin1String(what), now, value));
 }
 
-QString StoreSubmittal::IssuedBy() const { return column("issued_by").toString(); }
+QString StoreSubmittal::IssuedBy() const
+{
+    return column("issued_by").toString();
+}
 
 void StoreSubmittal::setIssuedBy(const QString& name)
 {
     change("issued_by", name, &Submittal::IssuedByChanged, "the issuer");
 }
 
-QString StoreSubmittal::SubmittalDate() const { return column("submittal_date").toString(); }
+QString StoreSubmittal::SubmittalDate() const
+{
+    return column("submittal_date").toString();
+}
 
 void StoreSubmittal::setSubmittalDate(const QString& date)
 {
@@ -249,29 +273,43 @@ bool StoreSubmittal::IncludeCoverLetter() const
 
 void StoreSubmittal::setIncludeCoverLetter(bool include)
 {
-    change("include_cover_letter", int(include), &Submittal::CoverLetterChanged,
-           "Cover Letter");
+    change("include_cover_letter", int(include), &Submittal::CoverLetterChanged, "Cover Letter");
 }
 
-std::shared_ptr<CoverLetter> StoreSubmittal::CoverLetter() const { return m_coverLetter; }
+std::shared_ptr<CoverLetter> StoreSubmittal::CoverLetter() const
+{
+    return m_coverLetter;
+}
 
-bool StoreSubmittal::IncludeBOM() const { return column("include_bom").toBool(); }
+bool StoreSubmittal::IncludeBOM() const
+{
+    return column("include_bom").toBool();
+}
 
 void StoreSubmittal::setIncludeBOM(bool include)
 {
     change("include_bom", int(include), &Submittal::BOMChanged, "Bill of Materials");
 }
 
-bool StoreSubmittal::IncludeLabels() const { return column("include_labels").toBool(); }
+bool StoreSubmittal::IncludeLabels() const
+{
+    return column("include_labels").toBool();
+}
 
 void StoreSubmittal::setIncludeLabels(bool include)
 {
     change("include_labels", int(include), &Submittal::LabelsChanged, "Labels");
 }
 
-std::shared_ptr<Recipients> StoreSubmittal::Recipients() const { return m_recipients; }
+std::shared_ptr<Recipients> StoreSubmittal::Recipients() const
+{
+    return m_recipients;
+}
 
-QString StoreSubmittal::SubmittalPurpose() const { return column("purpose").toString(); }
+QString StoreSubmittal::SubmittalPurpose() const
+{
+    return column("purpose").toString();
+}
 
 namespace {
 

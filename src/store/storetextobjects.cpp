@@ -14,8 +14,7 @@ const QString kWhat = QStringLiteral("text object");
 
 StoreTextObject::StoreTextObject(std::shared_ptr<StoreConnection> db, qint64 id, QString key)
     : m_db(std::move(db)), m_id(id), m_key(std::move(key))
-{
-}
+{ }
 
 QVariant StoreTextObject::column(const char* name) const
 {
@@ -26,7 +25,10 @@ QVariant StoreTextObject::column(const char* name) const
     return v;
 }
 
-QString StoreTextObject::Key() const { return m_key; }
+QString StoreTextObject::Key() const
+{
+    return m_key;
+}
 QString StoreTextObject::Text() const
 {
     if (m_db->holds(m_snapshot))
@@ -77,11 +79,9 @@ void StoreTextObject::setSelected(bool selected)
                     int(selected), int(column("selected").toBool()));
 }
 
-StoreTextObjects::StoreTextObjects(std::shared_ptr<StoreConnection> db, qint64 id,
-                                   QObject* parent)
+StoreTextObjects::StoreTextObjects(std::shared_ptr<StoreConnection> db, qint64 id, QObject* parent)
     : TextObjects(parent), m_db(std::move(db)), m_id(id)
-{
-}
+{ }
 
 StoreTextObjects::~StoreTextObjects() = default;
 
@@ -89,8 +89,8 @@ qint32 StoreTextObjects::TextObjectType() const
 {
     if (m_shownType)
         return *m_shownType;
-    return m_db->value(QStringLiteral("SELECT text_type FROM text_collections WHERE id = ?"),
-                       {m_id})
+    return m_db
+        ->value(QStringLiteral("SELECT text_type FROM text_collections WHERE id = ?"), {m_id})
         .toInt();
 }
 
@@ -115,7 +115,10 @@ bool StoreTextObjects::IsDirty() const
         .toBool();
 }
 
-bool StoreTextObjects::inSnapshot() const { return m_db->holds(m_snapshot); }
+bool StoreTextObjects::inSnapshot() const
+{
+    return m_db->holds(m_snapshot);
+}
 
 std::shared_ptr<StoreTextObject> StoreTextObjects::object(qint64 id, const QString& key) const
 {
@@ -166,8 +169,7 @@ qint32 StoreTextObjects::Count() const
 {
     if (inSnapshot())
         return qint32(m_seen.size());
-    return m_db->value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE collection_id = ?"),
-                       {m_id})
+    return m_db->value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE collection_id = ?"), {m_id})
         .toInt();
 }
 
@@ -175,9 +177,9 @@ void StoreTextObjects::append(StoreConnection& db, qint64 collection, const QStr
                               bool selected)
 {
     // Keys are never handed out twice, not even after a removal.
-    qint64 next = db.value(QStringLiteral("SELECT next_key FROM text_collections WHERE id = ?"),
-                           {collection})
-                      .toLongLong();
+    qint64 next =
+        db.value(QStringLiteral("SELECT next_key FROM text_collections WHERE id = ?"), {collection})
+            .toLongLong();
     while (db.value(QStringLiteral("SELECT 1 FROM texts WHERE collection_id = ? AND key = ?"),
                     {collection, QString::number(next)})
                .isValid())
@@ -234,8 +236,7 @@ void StoreTextObjects::move(const QString& key, int step)
         // A move past either end is accepted and changes nothing.
         if (neighbour.isEmpty())
             return false;
-        m_db->run(QStringLiteral("UPDATE texts SET position = ? WHERE id = ?"),
-                  {neighbour[1], id});
+        m_db->run(QStringLiteral("UPDATE texts SET position = ? WHERE id = ?"), {neighbour[1], id});
         m_db->run(QStringLiteral("UPDATE texts SET position = ? WHERE id = ?"),
                   {position, neighbour[0]});
         m_db->run(QStringLiteral("UPDATE text_collections SET dirty = 1 WHERE id = ?"), {m_id});
@@ -247,8 +248,14 @@ void StoreTextObjects::move(const QString& key, int step)
     emit Changed();
 }
 
-void StoreTextObjects::MoveDown(const QString& key) { move(key, +1); }
-void StoreTextObjects::MoveUp(const QString& key) { move(key, -1); }
+void StoreTextObjects::MoveDown(const QString& key)
+{
+    move(key, +1);
+}
+void StoreTextObjects::MoveUp(const QString& key)
+{
+    move(key, -1);
+}
 
 void StoreTextObjects::SaveOrder()
 {

@@ -70,8 +70,7 @@ public:
     qint64 id() const { return m_id; }
 
     // Appends a paragraph inside the caller's transaction, without events (for filling).
-    static void append(StoreConnection& db, qint64 collection, const QString& text,
-                       bool selected);
+    static void append(StoreConnection& db, qint64 collection, const QString& text, bool selected);
 
 private:
     std::shared_ptr<StoreTextObject> object(qint64 id, const QString& key) const;

@@ -50,7 +50,8 @@ class Implementation {
 public:
     virtual ~Implementation() = default;
     // A submittal with nothing chosen, purpose option 0, and these recipients.
-    virtual std::shared_ptr<Submittal> submittal(const QList<JobContents::Recipient>& recipients = {}) = 0;
+    virtual std::shared_ptr<Submittal> submittal(
+        const QList<JobContents::Recipient>& recipients = {}) = 0;
     virtual std::shared_ptr<TextObjects> texts() = 0;
     virtual std::shared_ptr<BOM> bom() = 0;
     virtual void populateRemarks(BOM& bom, const QStringList& texts) = 0;
@@ -189,13 +190,18 @@ class TextEvents {
 public:
     explicit TextEvents(TextObjects& c)
     {
-        QObject::connect(&c, &TextObjects::Changed, [this] { events << QStringLiteral("Changed"); });
-        QObject::connect(&c, &TextObjects::ItemAdded,
-                         [this](const QString& k) { events << QStringLiteral("ItemAdded(%1)").arg(k); });
-        QObject::connect(&c, &TextObjects::ItemDeleted,
-                         [this](const QString& k) { events << QStringLiteral("ItemDeleted(%1)").arg(k); });
-        QObject::connect(&c, &TextObjects::ItemMoved, [this] { events << QStringLiteral("ItemMoved"); });
-        QObject::connect(&c, &TextObjects::OrderSaved, [this] { events << QStringLiteral("OrderSaved"); });
+        QObject::connect(&c, &TextObjects::Changed,
+                         [this] { events << QStringLiteral("Changed"); });
+        QObject::connect(&c, &TextObjects::ItemAdded, [this](const QString& k) {
+            events << QStringLiteral("ItemAdded(%1)").arg(k);
+        });
+        QObject::connect(&c, &TextObjects::ItemDeleted, [this](const QString& k) {
+            events << QStringLiteral("ItemDeleted(%1)").arg(k);
+        });
+        QObject::connect(&c, &TextObjects::ItemMoved,
+                         [this] { events << QStringLiteral("ItemMoved"); });
+        QObject::connect(&c, &TextObjects::OrderSaved,
+                         [this] { events << QStringLiteral("OrderSaved"); });
     }
     QStringList events;
 };
@@ -319,13 +325,13 @@ private slots:
         s->setIncludeLabels(true);
         s->setIncludeBOM(false);
         s->setSubmittalDate(QString());
-        QCOMPARE(log.events, (QStringList{QStringLiteral("IssuedByChanged:Marta Halloran"),
-                                          QStringLiteral("SubmittalDateChanged:2026-11-21"),
-                                          QStringLiteral("CoverLetterChanged:1"),
-                                          QStringLiteral("BOMChanged:1"),
-                                          QStringLiteral("LabelsChanged:1"),
-                                          QStringLiteral("BOMChanged:0"),
-                                          QStringLiteral("SubmittalDateChanged:")}));
+        QCOMPARE(
+            log.events,
+            (QStringList{QStringLiteral("IssuedByChanged:Marta Halloran"),
+                         QStringLiteral("SubmittalDateChanged:2026-11-21"),
+                         QStringLiteral("CoverLetterChanged:1"), QStringLiteral("BOMChanged:1"),
+                         QStringLiteral("LabelsChanged:1"), QStringLiteral("BOMChanged:0"),
+                         QStringLiteral("SubmittalDateChanged:")}));
     }
 
     void writingTheValueAMemberHoldsRaisesNothing()
@@ -366,8 +372,9 @@ private slots:
         const ErrorInfo e = failureOf([&] { s->setSubmittalDate(text); });
         QCOMPARE(e.Number, 13);
         QCOMPARE(e.Source, QStringLiteral("ZebObjects.Submittal"));
-        QCOMPARE(e.Description,
-                 QStringLiteral("Type mismatch: \"%1\" is not a date of the form yyyy-mm-dd").arg(text));
+        QCOMPARE(
+            e.Description,
+            QStringLiteral("Type mismatch: \"%1\" is not a date of the form yyyy-mm-dd").arg(text));
         QCOMPARE(s->SubmittalDate(), QStringLiteral("2026-11-21"));
         QVERIFY(log.events.isEmpty());
     }
@@ -409,8 +416,9 @@ private slots:
         for (qint16 index : {qint16(-1), qint16(8), qint16(32767)}) {
             const ErrorInfo e = failureOf([&] { s->SelectPurpose(index); });
             QCOMPARE(e.Number, 9);
-            QCOMPARE(e.Description,
-                     QStringLiteral("Subscript out of range: there is no purpose option %1").arg(index));
+            QCOMPARE(
+                e.Description,
+                QStringLiteral("Subscript out of range: there is no purpose option %1").arg(index));
         }
         QCOMPARE(s->SubmittalPurposeIndex(), qint16(3));
         QVERIFY(log.events.isEmpty());
@@ -422,9 +430,10 @@ private slots:
         const auto s = impl->submittal();
         SubmittalEvents log(*s);
         s->setSubmittalPurpose(s->SelectPurpose(1));
-        QCOMPARE(log.events,
-                 (QStringList{QStringLiteral("SubmittalPurposeChanged(1):1:Request For Prior Approval"),
-                              QStringLiteral("SubmittalPurposeChanged(1):1:Request For Approval")}));
+        QCOMPARE(
+            log.events,
+            (QStringList{QStringLiteral("SubmittalPurposeChanged(1):1:Request For Prior Approval"),
+                         QStringLiteral("SubmittalPurposeChanged(1):1:Request For Approval")}));
     }
 
     void coverLetterOptionsAreKeptEachOnItsOwn()
@@ -465,7 +474,8 @@ private slots:
         QCOMPARE(r->Item(2)->Name(), QStringLiteral("B"));
         const ErrorInfo e = failureOf([&] { r->Item(3); });
         QCOMPARE(e.Number, 9);
-        QCOMPARE(e.Description, QStringLiteral("Subscript out of range: no recipient at position 3 of 2"));
+        QCOMPARE(e.Description,
+                 QStringLiteral("Subscript out of range: no recipient at position 3 of 2"));
     }
 
     // Texts ------------------------------------------------------------------------------------
@@ -477,7 +487,8 @@ private slots:
         TextEvents log(*c);
         const auto first = c->Add(QStringLiteral("First"), true);
         const auto second = c->Add(QStringLiteral("Second\r\nline"), false);
-        QCOMPARE(textsOf(*c), (QStringList{QStringLiteral("First"), QStringLiteral("Second\r\nline")}));
+        QCOMPARE(textsOf(*c),
+                 (QStringList{QStringLiteral("First"), QStringLiteral("Second\r\nline")}));
         QCOMPARE(first->Selected(), true);
         QCOMPARE(second->Selected(), false);
         QVERIFY(first->Key() != second->Key());
@@ -517,10 +528,13 @@ private slots:
         const auto c = impl->texts();
         c->Add(QStringLiteral("a"), false);
         ErrorInfo e = failureOf([&] { c->Item(QStringLiteral("nope")); });
-        QCOMPARE(e, (ErrorInfo{9, QStringLiteral("ZebObjects.TextObjects"),
-                               QStringLiteral("Subscript out of range: no text object has the key \"nope\"")}));
+        QCOMPARE(
+            e, (ErrorInfo{
+                   9, QStringLiteral("ZebObjects.TextObjects"),
+                   QStringLiteral("Subscript out of range: no text object has the key \"nope\"")}));
         e = failureOf([&] { c->Item(2); });
-        QCOMPARE(e.Description, QStringLiteral("Subscript out of range: no text object at position 2 of 1"));
+        QCOMPARE(e.Description,
+                 QStringLiteral("Subscript out of range: no text object at position 2 of 1"));
         e = failureOf([&] { c->Remove(QStringLiteral("zz")); });
         QCOMPARE(e.Number, 9);
         QCOMPARE(c->Count(), 1);
@@ -531,13 +545,15 @@ private slots:
         const auto impl = implementation();
         const auto c = impl->texts();
         QStringList seen;
-        connect(c.get(), &TextObjects::ItemAdded, this,
-                [&](const QString& key) { seen << c->Item(key)->Text() << QString::number(c->Count()); });
+        connect(c.get(), &TextObjects::ItemAdded, this, [&](const QString& key) {
+            seen << c->Item(key)->Text() << QString::number(c->Count());
+        });
         connect(c.get(), &TextObjects::ItemDeleted, this,
                 [&](const QString&) { seen << QString::number(c->Count()); });
         const auto o = c->Add(QStringLiteral("x"), false);
         c->Remove(o->Key());
-        QCOMPARE(seen, (QStringList{QStringLiteral("x"), QStringLiteral("1"), QStringLiteral("0")}));
+        QCOMPARE(seen,
+                 (QStringList{QStringLiteral("x"), QStringLiteral("1"), QStringLiteral("0")}));
     }
 
     void removeDeletesAndRaisesItemDeletedThenChanged()
@@ -563,20 +579,23 @@ private slots:
         QVERIFY(!c->IsDirty());
         TextEvents log(*c);
         c->MoveUp(b->Key());
-        QCOMPARE(textsOf(*c), (QStringList{QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("c")}));
+        QCOMPARE(textsOf(*c),
+                 (QStringList{QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("c")}));
         QVERIFY(c->IsDirty());
         c->MoveDown(b->Key());
         c->MoveDown(b->Key());
-        QCOMPARE(textsOf(*c), (QStringList{QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("b")}));
+        QCOMPARE(textsOf(*c),
+                 (QStringList{QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("b")}));
         bool dirtyWhenSaved = true;
         connect(c.get(), &TextObjects::OrderSaved, this, [&] { dirtyWhenSaved = c->IsDirty(); });
         c->SaveOrder();
         QVERIFY(!c->IsDirty());
         QVERIFY(!dirtyWhenSaved);
-        QCOMPARE(log.events, (QStringList{QStringLiteral("ItemMoved"), QStringLiteral("Changed"),
-                                          QStringLiteral("ItemMoved"), QStringLiteral("Changed"),
-                                          QStringLiteral("ItemMoved"), QStringLiteral("Changed"),
-                                          QStringLiteral("OrderSaved"), QStringLiteral("Changed")}));
+        QCOMPARE(log.events,
+                 (QStringList{QStringLiteral("ItemMoved"), QStringLiteral("Changed"),
+                              QStringLiteral("ItemMoved"), QStringLiteral("Changed"),
+                              QStringLiteral("ItemMoved"), QStringLiteral("Changed"),
+                              QStringLiteral("OrderSaved"), QStringLiteral("Changed")}));
     }
 
     void moveAtEitherEndChangesNothingAndRaisesNothing()
@@ -671,13 +690,14 @@ private slots:
             auto* list = modal->findChild<QTreeWidget*>(QStringLiteral("lsvMatches"));
             offered = QString::number(list->topLevelItemCount());
             list->setCurrentItem(list->topLevelItem(1));
-            QTest::mouseClick(modal->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+            QTest::mouseClick(modal->findChild<QPushButton*>(QStringLiteral("cmdOK")),
+                              Qt::LeftButton);
         });
         answer.start();
-        const auto found = finder->Search(false, true, false, false, false,
-                                          services->SearchContext()->Value(), QString(), QString(),
-                                          QStringLiteral("Seattle"), QString(), QString(), QString(),
-                                          QString(), QString(), 0);
+        const auto found =
+            finder->Search(false, true, false, false, false, services->SearchContext()->Value(),
+                           QString(), QString(), QStringLiteral("Seattle"), QString(), QString(),
+                           QString(), QString(), QString(), 0);
         // Seattle, by name: Harborview, Nordic Light, Summit (Pioneer Square's account is closed).
         QCOMPARE(offered, QStringLiteral("3"));
         QVERIFY(found);
@@ -724,7 +744,8 @@ private slots:
         QCOMPARE(fields->Count(), qint16(7));
         const ErrorInfo e = failureOf([&] { fields->Item(QStringLiteral("F8")); });
         QCOMPARE(e, (ErrorInfo{9, QStringLiteral("ZebObjects.LabelFields"),
-                               QStringLiteral("Subscript out of range: no label field has the key \"F8\"")}));
+                               QStringLiteral(
+                                   "Subscript out of range: no label field has the key \"F8\"")}));
         QCOMPARE(fields->Item(QStringLiteral("F3"))->Caption(), QStringLiteral("Field 3"));
     }
 
@@ -769,12 +790,15 @@ private slots:
         for (qint16 i = 1; i <= 3; ++i)
             fields->Item(QStringLiteral("F%1").arg(i))->setPrintOrder(i);
         fields->Item(QStringLiteral("F2"))->setPrintOrder(0);
-        QVERIFY(fields->Item(QStringLiteral("F3"))->setProperty("PrintOrder", QVariant::fromValue<qint32>(1)));
+        QVERIFY(fields->Item(QStringLiteral("F3"))
+                    ->setProperty("PrintOrder", QVariant::fromValue<qint32>(1)));
         QCOMPARE(fields->Item(QStringLiteral("F3"))->PrintOrder(), qint16(1));
         QCOMPARE(fields->Item(QStringLiteral("F1"))->PrintOrder(), qint16(1));
-        fields->Item(QStringLiteral("F1"))->setProperty("PrintOrder", QVariant::fromValue<qint32>(2));
-        QCOMPARE(orderOf(*fields).mid(0, 3),
-                 (QStringList{QStringLiteral("F3:1"), QStringLiteral("F1:2"), QStringLiteral("F2:0")}));
+        fields->Item(QStringLiteral("F1"))
+            ->setProperty("PrintOrder", QVariant::fromValue<qint32>(2));
+        QCOMPARE(
+            orderOf(*fields).mid(0, 3),
+            (QStringList{QStringLiteral("F3:1"), QStringLiteral("F1:2"), QStringLiteral("F2:0")}));
     }
 
     void printOrderThatDoesNotFitOrIsNegativeFails()
@@ -798,10 +822,10 @@ private slots:
         given[4].printOrder = 1;
         given[1].printOrder = 2;
         const auto fields = impl->labels(given)->LabelFields();
-        QCOMPARE(orderOf(*fields),
-                 (QStringList{QStringLiteral("F5:1"), QStringLiteral("F2:2"), QStringLiteral("F1:0"),
-                              QStringLiteral("F3:0"), QStringLiteral("F4:0"), QStringLiteral("F6:0"),
-                              QStringLiteral("F7:0")}));
+        QCOMPARE(orderOf(*fields), (QStringList{QStringLiteral("F5:1"), QStringLiteral("F2:2"),
+                                                QStringLiteral("F1:0"), QStringLiteral("F3:0"),
+                                                QStringLiteral("F4:0"), QStringLiteral("F6:0"),
+                                                QStringLiteral("F7:0")}));
     }
 
     // Lines ------------------------------------------------------------------------------------
@@ -814,21 +838,29 @@ private slots:
         QStringList types;
         for (const auto& i : items->Enumerate())
             types << i->Type();
-        QCOMPARE(types, (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")}));
+        QCOMPARE(types,
+                 (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")}));
         QCOMPARE(items->Count(), qint16(3));
         QCOMPARE(items->Item(2)->Type(), QStringLiteral("B"));
         QCOMPARE(items->Item(2), items->Enumerate().at(1));
         const ErrorInfo e = failureOf([&] { items->Item(4); });
-        QCOMPARE(e, (ErrorInfo{9, QStringLiteral("ZebObjects.LineItems"),
-                               QStringLiteral("Subscript out of range: no line at position 4 of 3")}));
+        QCOMPARE(e,
+                 (ErrorInfo{9, QStringLiteral("ZebObjects.LineItems"),
+                            QStringLiteral("Subscript out of range: no line at position 4 of 3")}));
     }
 
     void lineMembersAnswerWhatTheLineHolds()
     {
         const auto impl = implementation();
-        StandaloneLineItem::Data d{1200, QStringLiteral("A1E"), QStringLiteral("Varnholt"),
-                                   QStringLiteral("VH-2X2"), QStringLiteral("Troffer"),
-                                   QStringLiteral("LVL1"), true, QStringLiteral("Battery"), true};
+        StandaloneLineItem::Data d{1200,
+                                   QStringLiteral("A1E"),
+                                   QStringLiteral("Varnholt"),
+                                   QStringLiteral("VH-2X2"),
+                                   QStringLiteral("Troffer"),
+                                   QStringLiteral("LVL1"),
+                                   true,
+                                   QStringLiteral("Battery"),
+                                   true};
         StandaloneLineItem::Data empty;
         empty.comment = QString();
         const auto items = impl->lines({d, empty, line(0, "")});
@@ -916,7 +948,8 @@ private slots:
         const auto impl = implementation();
         const auto c = impl->customers();
         c->Add(QStringLiteral("A"), customer(QStringLiteral("A")));
-        const ErrorInfo e = failureOf([&] { c->Add(QStringLiteral("A"), customer(QStringLiteral("A"))); });
+        const ErrorInfo e =
+            failureOf([&] { c->Add(QStringLiteral("A"), customer(QStringLiteral("A"))); });
         QCOMPARE(e, (ErrorInfo{457, QStringLiteral("ZebObjects.Customers"),
                                QStringLiteral("This key is already associated with an element of "
                                               "this collection: \"A\"")}));
@@ -932,12 +965,14 @@ private slots:
         for (const char* k : {"A", "B", "C"})
             c->Add(QString::fromLatin1(k), customer(QString::fromLatin1(k)));
         QStringList seen;
-        connect(c.get(), &Customers::CustomerRemoved, this,
-                [&](qint16 index) { seen << QStringLiteral("%1:%2").arg(index).arg(keysOf(*c).join(QLatin1Char(','))); });
+        connect(c.get(), &Customers::CustomerRemoved, this, [&](qint16 index) {
+            seen << QStringLiteral("%1:%2").arg(index).arg(keysOf(*c).join(QLatin1Char(',')));
+        });
         c->Remove(2);
         QCOMPARE(seen, QStringList{QStringLiteral("2:A,C")});
         const ErrorInfo e = failureOf([&] { c->Remove(3); });
-        QCOMPARE(e.Description, QStringLiteral("Subscript out of range: no customer at position 3 of 2"));
+        QCOMPARE(e.Description,
+                 QStringLiteral("Subscript out of range: no customer at position 3 of 2"));
         QCOMPARE(seen.size(), 1);
     }
 

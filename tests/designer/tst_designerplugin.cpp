@@ -46,9 +46,13 @@ QList<Placed> placedControls()
 {
     auto id = [](const char* name) { return ControlRegistry::identifierFor(QLatin1String(name)); };
     return {
-        {"textSelect", id("ctlTextSelect"),
-         {{"AllowUpdate", true}, {"AllowReorder", true}, {"MaxLength", qint32(40)},
-          {"TextObjectType", qint32(3)}, {"AllowSave", true}}},
+        {"textSelect",
+         id("ctlTextSelect"),
+         {{"AllowUpdate", true},
+          {"AllowReorder", true},
+          {"MaxLength", qint32(40)},
+          {"TextObjectType", qint32(3)},
+          {"AllowSave", true}}},
         {"custSelect", id("ctlCustSelect"), {{"AllowAdd", true}, {"AllowDelete", true}}},
         {"generalInfo", id("ctlGeneralInfo"), {}},
         {"cvrLtrCriteria", id("ctlCvrLtrCriteria"), {}},
@@ -69,7 +73,7 @@ QMap<QString, QSet<QString>> persistedProperties()
     expected[ControlRegistry::identifierFor(QStringLiteral("ctlTextSelect"))] = {
         "AllowUpdate", "AllowReorder", "MaxLength", "TextObjectType", "AllowSave"};
     expected[ControlRegistry::identifierFor(QStringLiteral("ctlCustSelect"))] = {"AllowAdd",
-                                                                                  "AllowDelete"};
+                                                                                 "AllowDelete"};
     return expected;
 }
 
@@ -188,8 +192,8 @@ QDesignerCustomWidgetCollectionInterface* tst_DesignerPlugin::collection()
 {
     if (!m_loader) {
         const QDir dir(kPluginDir);
-        const QStringList files = dir.entryList({QStringLiteral("*zebsubctl_designer*")},
-                                                QDir::Files);
+        const QStringList files =
+            dir.entryList({QStringLiteral("*zebsubctl_designer*")}, QDir::Files);
         if (files.size() != 1)
             return nullptr;
         m_loader.reset(new QPluginLoader(dir.filePath(files.first())));
@@ -235,11 +239,11 @@ void tst_DesignerPlugin::entriesCarryGroupIconTextsAndInclude()
         QVERIFY2(header.exists(), qPrintable(header.filePath()));
         QFile file(header.filePath());
         QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY2(file.readAll().contains(
-                     "class ZEBSUBCTL_EXPORT "
-                     + widget->name().section(QStringLiteral("::"), 1).toLatin1()
-                     + " : public UserControl"),
-                 name);
+        QVERIFY2(
+            file.readAll().contains("class ZEBSUBCTL_EXPORT "
+                                    + widget->name().section(QStringLiteral("::"), 1).toLatin1()
+                                    + " : public UserControl"),
+            name);
     }
 }
 
@@ -279,8 +283,7 @@ void tst_DesignerPlugin::newControlOnFormTakesItsDesignSize()
             ControlRegistry::instance().create(identifierOf(widget)));
         const QDomElement rect = element.firstChildElement(QStringLiteral("property"))
                                      .firstChildElement(QStringLiteral("rect"));
-        QCOMPARE(rect.firstChildElement(QStringLiteral("width")).text().toInt(),
-                 control->width());
+        QCOMPARE(rect.firstChildElement(QStringLiteral("width")).text().toInt(), control->width());
         QCOMPARE(rect.firstChildElement(QStringLiteral("height")).text().toInt(),
                  control->height());
     }
@@ -358,8 +361,8 @@ void tst_DesignerPlugin::uiLoaderFindsTheControlsThroughThePlugin()
     loader.addPluginPath(kPluginDir);
     const QStringList available = loader.availableWidgets();
     for (const QString& identifier : ControlRegistry::instance().identifiers()) {
-        const QString className = QString::fromLatin1(
-            ControlRegistry::instance().metaObject(identifier)->className());
+        const QString className =
+            QString::fromLatin1(ControlRegistry::instance().metaObject(identifier)->className());
         QVERIFY2(available.contains(className), qPrintable(className));
     }
 }
@@ -384,11 +387,10 @@ void tst_DesignerPlugin::uiLoaderFormAppliesDesignValuesLikeTheBag()
         // The same values restored from a host's property bag give the same control.
         PropertyBag bag;
         for (auto it = placed.design.cbegin(); it != placed.design.cend(); ++it)
-            bag.WriteProperty(it.key(), it.value(), it.value().typeId() == QMetaType::Bool
-                                                        ? QVariant(false)
-                                                        : QVariant(qint32(0)));
-        QScopedPointer<UserControl> restored(
-            ControlRegistry::instance().create(placed.identifier));
+            bag.WriteProperty(it.key(), it.value(),
+                              it.value().typeId() == QMetaType::Bool ? QVariant(false)
+                                                                     : QVariant(qint32(0)));
+        QScopedPointer<UserControl> restored(ControlRegistry::instance().create(placed.identifier));
         restored->resize(control->size());
         restored->UserControl_ReadProperties(bag);
         QCOMPARE(savedDesign(control).toJson(), bag.toJson());
@@ -429,8 +431,8 @@ void tst_DesignerPlugin::formSavedAndLoadedAgainKeepsDesignValues()
     QVERIFY(saved.open(QIODevice::WriteOnly));
     builder.save(&saved, form.data());
     saved.close();
-    QVERIFY(saved.data().contains(
-        "<widget class=\"ZebSubCtl::ctlTextSelect\" name=\"textSelect\""));
+    QVERIFY(
+        saved.data().contains("<widget class=\"ZebSubCtl::ctlTextSelect\" name=\"textSelect\""));
     QVERIFY2(!saved.data().contains("cmdAdd"), saved.data().constData());
     QVERIFY(saved.open(QIODevice::ReadOnly));
     QScopedPointer<QWidget> again(builder.load(&saved));
@@ -472,9 +474,9 @@ void tst_DesignerPlugin::formMaxLengthTakesTheSameSetterAsCode()
     QUiLoader loader;
     loader.clearPluginPaths();
     loader.addPluginPath(kPluginDir);
-    QScopedPointer<QWidget> form(loadForm(
-        loader, "<widget class=\"ZebSubCtl::ctlTextSelect\" name=\"t\">"
-                "<property name=\"MaxLength\"><number>12</number></property></widget>"));
+    QScopedPointer<QWidget> form(
+        loadForm(loader, "<widget class=\"ZebSubCtl::ctlTextSelect\" name=\"t\">"
+                         "<property name=\"MaxLength\"><number>12</number></property></widget>"));
     QVERIFY(form);
     auto* text = form->findChild<ctlTextSelect*>(QStringLiteral("t"));
     QVERIFY(text);
@@ -491,10 +493,10 @@ void tst_DesignerPlugin::formMaxLengthBeyondSixteenBitsIsReportedAndLeavesTheLen
     loader.clearPluginPaths();
     loader.addPluginPath(kPluginDir);
     m_harness->log().clear();
-    QScopedPointer<QWidget> form(loadForm(
-        loader, "<widget class=\"ZebSubCtl::ctlTextSelect\" name=\"t\">"
-                "<property name=\"MaxLength\"><number>40000</number></property>"
-                "<property name=\"AllowSave\"><bool>true</bool></property></widget>"));
+    QScopedPointer<QWidget> form(
+        loadForm(loader, "<widget class=\"ZebSubCtl::ctlTextSelect\" name=\"t\">"
+                         "<property name=\"MaxLength\"><number>40000</number></property>"
+                         "<property name=\"AllowSave\"><bool>true</bool></property></widget>"));
     QVERIFY(form);
     auto* text = form->findChild<ctlTextSelect*>(QStringLiteral("t"));
     QVERIFY(text);

@@ -77,9 +77,9 @@ void tst_ControlRegistry::registeredControlsClassIsKnownWithoutMakingOne()
 {
     const QString id = QStringLiteral("ZebSubmittalControls.ctlRegistryProbe");
     QCOMPARE(ControlRegistry::instance().metaObject(id), &ctlRegistryProbe::staticMetaObject);
-    QCOMPARE(ControlRegistry::instance().metaObject(
-                 QStringLiteral("ZebSubmittalControls.ctlNoSuch")),
-             nullptr);
+    QCOMPARE(
+        ControlRegistry::instance().metaObject(QStringLiteral("ZebSubmittalControls.ctlNoSuch")),
+        nullptr);
 }
 
 QTEST_MAIN(tst_ControlRegistry)

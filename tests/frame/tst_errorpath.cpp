@@ -20,8 +20,8 @@ class ctlProbe : public QObject {
     Q_OBJECT
 };
 
-const ErrorInfo kFailure = error(91, QStringLiteral("ZebObjects.TextObjects"),
-                                 QStringLiteral("Object variable not set"));
+const ErrorInfo kFailure =
+    error(91, QStringLiteral("ZebObjects.TextObjects"), QStringLiteral("Object variable not set"));
 
 [[noreturn]] void throwFailure(const ErrorInfo& e = kFailure)
 {
@@ -72,22 +72,23 @@ void tst_ErrorPath::firstFailureInFreshProcessCreatesTheLogBeforeLoggingIt()
     });
     QVERIFY(!ZebObjects::Runtime::hasDiagnosticLog());
 
-    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlProbe"), QStringLiteral("cmdAdd_Click()")),
-                   Ending::logOnly(), [] { throwFailure(); });
+    ErrorPath::run(
+        Procedure::untraced(QStringLiteral("ctlProbe"), QStringLiteral("cmdAdd_Click()")),
+        Ending::logOnly(), [] { throwFailure(); });
 
     QCOMPARE(created, 1);
     QVERIFY(ZebObjects::Runtime::hasDiagnosticLog());
-    QCOMPARE(fresh->lines(),
-             QStringList{QStringLiteral("LogError|ctlProbe|cmdAdd_Click()|91|ZebObjects.TextObjects|"
-                                        "Object variable not set|0")});
+    QCOMPARE(fresh->lines(), QStringList{QStringLiteral(
+                                 "LogError|ctlProbe|cmdAdd_Click()|91|ZebObjects.TextObjects|"
+                                 "Object variable not set|0")});
 }
 
 void tst_ErrorPath::tracedProcedureTracesEntryAndExit()
 {
     ZebTest::Harness h;
-    const int value = ErrorPath::run(Procedure::traced(QStringLiteral("ctlTextSelect"),
-                                                       QStringLiteral("Populate")),
-                                     Ending::propagate(), [] { return 42; });
+    const int value = ErrorPath::run(
+        Procedure::traced(QStringLiteral("ctlTextSelect"), QStringLiteral("Populate")),
+        Ending::propagate(), [] { return 42; });
     QCOMPARE(value, 42);
     QCOMPARE(h.log().lines(),
              (QStringList{QStringLiteral("Trace|ctlTextSelect|Populate()|Entering Method...|0"),
@@ -97,9 +98,9 @@ void tst_ErrorPath::tracedProcedureTracesEntryAndExit()
 void tst_ErrorPath::tracedFailureLogsEntryAndErrorButNoExit()
 {
     ZebTest::Harness h;
-    ErrorPath::run(Procedure::traced(QStringLiteral("ctlCustSelect"),
-                                     QStringLiteral("cmdSearch_Click")),
-                   Ending::logOnly(), [] { throwFailure(); });
+    ErrorPath::run(
+        Procedure::traced(QStringLiteral("ctlCustSelect"), QStringLiteral("cmdSearch_Click")),
+        Ending::logOnly(), [] { throwFailure(); });
     QCOMPARE(h.log().lines(),
              (QStringList{
                  QStringLiteral("Trace|ctlCustSelect|cmdSearch_Click()|Entering Method...|0"),
@@ -141,21 +142,20 @@ void tst_ErrorPath::reportShowsPlainBoxAndReturnsNormally()
                        after = true;
                    });
     QVERIFY(!after);
-    QCOMPARE(h.boxes().shown(),
-             (QList<ScriptedMessageBoxService::Shown>{
-                 {QStringLiteral("The requested operation cannot be completed."), 48,
-                  QStringLiteral("91 - Object variable not set")}}));
+    QCOMPARE(h.boxes().shown(), (QList<ScriptedMessageBoxService::Shown>{
+                                    {QStringLiteral("The requested operation cannot be completed."),
+                                     48, QStringLiteral("91 - Object variable not set")}}));
     QVERIFY(h.lastResort().isEmpty());
 }
 
 void tst_ErrorPath::negativeNumberKeepsItsMinusSignInTitle()
 {
     ZebTest::Harness h;
-    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlProbe"), QStringLiteral("x()")),
-                   Ending::report(), [] {
-                       throwFailure(error(-2147217900, QStringLiteral("db"),
-                                   QStringLiteral("Syntax error")));
-                   });
+    ErrorPath::run(
+        Procedure::untraced(QStringLiteral("ctlProbe"), QStringLiteral("x()")), Ending::report(),
+        [] {
+            throwFailure(error(-2147217900, QStringLiteral("db"), QStringLiteral("Syntax error")));
+        });
     QCOMPARE(h.boxes().shown().at(0).title, QStringLiteral("-2147217900 - Syntax error"));
     QCOMPARE(h.log().failureLines(),
              QStringList{QStringLiteral("LogError|ctlProbe|x()|-2147217900|db|Syntax error|0")});
@@ -165,9 +165,9 @@ void tst_ErrorPath::propagateRaisesTheSameFailureAgain()
 {
     ZebTest::Harness h;
     try {
-        ErrorPath::run(Procedure::traced(QStringLiteral("ctlTextSelect"),
-                                         QStringLiteral("AllowUpdate")),
-                       Ending::propagate(), [] { throwFailure(); });
+        ErrorPath::run(
+            Procedure::traced(QStringLiteral("ctlTextSelect"), QStringLiteral("AllowUpdate")),
+            Ending::propagate(), [] { throwFailure(); });
         QFAIL("the failure did not reach the caller");
     } catch (const Failure& f) {
         QCOMPARE(f.info(), kFailure);
@@ -184,7 +184,8 @@ void tst_ErrorPath::logOnlySwallowsAndYieldsDefaultValue()
     const qint16 lines = ErrorPath::run(
         Procedure::untraced(QStringLiteral("ctlSubLineDsp"), QStringLiteral("ViewableLines")),
         Ending::logOnly(), []() -> qint16 {
-            throwFailure(error(11, QStringLiteral("ZebSubCtl"), QStringLiteral("Division by zero")));
+            throwFailure(
+                error(11, QStringLiteral("ZebSubCtl"), QStringLiteral("Division by zero")));
         });
     QCOMPARE(lines, qint16(0));
     QVERIFY(h.boxes().shown().isEmpty());
@@ -194,9 +195,9 @@ void tst_ErrorPath::logOnlySwallowsAndYieldsDefaultValue()
 void tst_ErrorPath::noticeEndingLogsThroughLogNotice()
 {
     ZebTest::Harness h;
-    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlSubLine"),
-                                       QStringLiteral("UserControl_Resize()")),
-                   Ending::notice(), [] { throwFailure(); });
+    ErrorPath::run(
+        Procedure::untraced(QStringLiteral("ctlSubLine"), QStringLiteral("UserControl_Resize()")),
+        Ending::notice(), [] { throwFailure(); });
     QCOMPARE(h.log().lines(),
              QStringList{QStringLiteral("LogNotice|ctlSubLine|UserControl_Resize()|91|"
                                         "ZebObjects.TextObjects|Object variable not set|0")});
@@ -207,20 +208,20 @@ void tst_ErrorPath::failureInInternalOperationIsLoggedTwiceAndShownOnce()
 {
     ZebTest::Harness h;
     auto moveItemUp = [] {
-        ErrorPath::run(Procedure::traced(QStringLiteral("ctlTextSelect"),
-                                         QStringLiteral("moveItemUp")),
-                       Ending::propagate(), [] { throwFailure(); });
+        ErrorPath::run(
+            Procedure::traced(QStringLiteral("ctlTextSelect"), QStringLiteral("moveItemUp")),
+            Ending::propagate(), [] { throwFailure(); });
     };
-    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlTextSelect"),
-                                       QStringLiteral("cmdMoveUp_Click()")),
-                   Ending::report(), moveItemUp);
-    QCOMPARE(h.log().lines(),
-             (QStringList{
-                 QStringLiteral("Trace|ctlTextSelect|moveItemUp()|Entering Method...|0"),
-                 QStringLiteral("LogError|ctlTextSelect|moveItemUp|91|ZebObjects.TextObjects|"
-                                "Object variable not set|0"),
-                 QStringLiteral("LogError|ctlTextSelect|cmdMoveUp_Click()|91|"
-                                "ZebObjects.TextObjects|Object variable not set|0")}));
+    ErrorPath::run(
+        Procedure::untraced(QStringLiteral("ctlTextSelect"), QStringLiteral("cmdMoveUp_Click()")),
+        Ending::report(), moveItemUp);
+    QCOMPARE(
+        h.log().lines(),
+        (QStringList{QStringLiteral("Trace|ctlTextSelect|moveItemUp()|Entering Method...|0"),
+                     QStringLiteral("LogError|ctlTextSelect|moveItemUp|91|ZebObjects.TextObjects|"
+                                    "Object variable not set|0"),
+                     QStringLiteral("LogError|ctlTextSelect|cmdMoveUp_Click()|91|"
+                                    "ZebObjects.TextObjects|Object variable not set|0")}));
     QCOMPARE(h.boxes().shown().size(), 1);
 }
 
@@ -230,14 +231,14 @@ void tst_ErrorPath::thenRunsAfterTheBoxWithTheSavedFailure()
     QStringList order;
     h.log().faults().setRecording(true);
     ErrorInfo seen;
-    ErrorPath::run(Procedure::traced(QStringLiteral("ctlCustSelect"),
-                                     QStringLiteral("cmdAdd_Click")),
-                   Ending::report(ReportVariant::Add).then([&](const ErrorInfo& e) {
-                       seen = e;
-                       order = h.log().faults().calls();
-                       order.append(QString::number(h.boxes().shown().size()));
-                   }),
-                   [] { throwFailure(error(457, QStringLiteral("Customers"), QStringLiteral("dup"))); });
+    ErrorPath::run(
+        Procedure::traced(QStringLiteral("ctlCustSelect"), QStringLiteral("cmdAdd_Click")),
+        Ending::report(ReportVariant::Add).then([&](const ErrorInfo& e) {
+            seen = e;
+            order = h.log().faults().calls();
+            order.append(QString::number(h.boxes().shown().size()));
+        }),
+        [] { throwFailure(error(457, QStringLiteral("Customers"), QStringLiteral("dup"))); });
     QCOMPARE(seen.Number, 457);
     QCOMPARE(order, (QStringList{QStringLiteral("Trace"), QStringLiteral("LogError"),
                                  QStringLiteral("1")}));
@@ -250,12 +251,12 @@ void tst_ErrorPath::failingEntryTraceIsAnOrdinaryFailure()
     h.log().faults().failNext(QStringLiteral("Trace"),
                               error(5, QStringLiteral("Log"), QStringLiteral("Log is full")));
     bool ran = false;
-    ErrorPath::run(Procedure::traced(QStringLiteral("ctlTextSelect"),
-                                     QStringLiteral("mnu_Delete_Click")),
-                   Ending::report(ReportVariant::TextDelete), [&] { ran = true; });
+    ErrorPath::run(
+        Procedure::traced(QStringLiteral("ctlTextSelect"), QStringLiteral("mnu_Delete_Click")),
+        Ending::report(ReportVariant::TextDelete), [&] { ran = true; });
     QVERIFY(!ran);
-    QCOMPARE(h.log().lines(),
-             QStringList{QStringLiteral("LogError|ctlTextSelect|mnu_Delete_Click|5|Log|Log is full|0")});
+    QCOMPARE(h.log().lines(), QStringList{QStringLiteral(
+                                  "LogError|ctlTextSelect|mnu_Delete_Click|5|Log|Log is full|0")});
     QCOMPARE(h.boxes().shown().at(0).title, QStringLiteral("Error: 5 - Log is full"));
 }
 
@@ -265,9 +266,9 @@ void tst_ErrorPath::failingLogErrorLeavesAPropagatingProcedureTowardsTheCaller()
     h.log().faults().failNext(QStringLiteral("LogError"),
                               error(75, QStringLiteral("Log"), QStringLiteral("Disk full")));
     try {
-        ErrorPath::run(Procedure::traced(QStringLiteral("ctlCustSelect"),
-                                         QStringLiteral("Customers")),
-                       Ending::propagate(), [] { throwFailure(); });
+        ErrorPath::run(
+            Procedure::traced(QStringLiteral("ctlCustSelect"), QStringLiteral("Customers")),
+            Ending::propagate(), [] { throwFailure(); });
         QFAIL("nothing reached the caller");
     } catch (const Failure& f) {
         QCOMPARE(f.Number(), 75);
@@ -281,9 +282,9 @@ void tst_ErrorPath::failingLogErrorInAHandlerEndsAtTheLastResortHook()
     ZebTest::Harness h;
     h.log().faults().failNext(QStringLiteral("LogError"),
                               error(75, QStringLiteral("Log"), QStringLiteral("Disk full")));
-    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlTextSelect"),
-                                       QStringLiteral("cmdAdd_Click()")),
-                   Ending::report(), [] { throwFailure(); });
+    ErrorPath::run(
+        Procedure::untraced(QStringLiteral("ctlTextSelect"), QStringLiteral("cmdAdd_Click()")),
+        Ending::report(), [] { throwFailure(); });
     QVERIFY(h.boxes().shown().isEmpty());
     QCOMPARE(h.lastResort().size(), 1);
     QCOMPARE(h.lastResort().at(0).Number, 75);
@@ -292,13 +293,14 @@ void tst_ErrorPath::failingLogErrorInAHandlerEndsAtTheLastResortHook()
 void tst_ErrorPath::searchNumberOutsideSixteenBitsEndsAtLastResortUnreported()
 {
     ZebTest::Harness h;
-    ErrorPath::run(Procedure::traced(QStringLiteral("ctlCustSelect"),
-                                     QStringLiteral("cmdSearch_Click")),
-                   Ending::report(ReportVariant::Search),
-                   [] { throwFailure(error(32768, QStringLiteral("Finder"), QStringLiteral("Busy"))); });
+    ErrorPath::run(
+        Procedure::traced(QStringLiteral("ctlCustSelect"), QStringLiteral("cmdSearch_Click")),
+        Ending::report(ReportVariant::Search),
+        [] { throwFailure(error(32768, QStringLiteral("Finder"), QStringLiteral("Busy"))); });
     QVERIFY(h.boxes().shown().isEmpty());
-    QCOMPARE(h.log().failureLines(),
-             QStringList{QStringLiteral("LogError|ctlCustSelect|cmdSearch_Click|32768|Finder|Busy|0")});
+    QCOMPARE(
+        h.log().failureLines(),
+        QStringList{QStringLiteral("LogError|ctlCustSelect|cmdSearch_Click|32768|Finder|Busy|0")});
     QCOMPARE(h.lastResort().size(), 1);
     QCOMPARE(h.lastResort().at(0).Number, 6);
     QCOMPARE(h.lastResort().at(0).Description, QStringLiteral("Overflow"));
@@ -308,12 +310,11 @@ void tst_ErrorPath::resumeNextLogsWarningAndRunsTheNextStep()
 {
     ZebTest::Harness h;
     QStringList ran;
-    ResumeNext steps(Procedure::untraced(QStringLiteral("ctlSubLines"),
-                                         QStringLiteral("UserControl_Resize()")),
-                     Ending::warning());
-    steps([&] { ran << QStringLiteral("1"); })([&] { throwFailure(); })([&] {
-        ran << QStringLiteral("3");
-    });
+    ResumeNext steps(
+        Procedure::untraced(QStringLiteral("ctlSubLines"), QStringLiteral("UserControl_Resize()")),
+        Ending::warning());
+    steps([&] { ran << QStringLiteral("1"); })([&] { throwFailure(); })(
+        [&] { ran << QStringLiteral("3"); });
     QCOMPARE(ran, (QStringList{QStringLiteral("1"), QStringLiteral("3")}));
     QCOMPARE(h.log().lines(),
              QStringList{QStringLiteral("LogWarning|ctlSubLines|UserControl_Resize()|91|"
@@ -374,18 +375,18 @@ void tst_ErrorPath::runOrThrowSendsAFailingLogOnlyErrorPathToTheCaller()
     h.log().faults().failNext(QStringLiteral("LogError"),
                               error(75, QStringLiteral("Log"), QStringLiteral("Disk full")));
     try {
-        ErrorPath::runOrThrow(Procedure::untraced(QStringLiteral("ctlLabelCriteria"),
-                                                  QStringLiteral("addField()")),
-                              Ending::logOnly(), [] { throwFailure(); });
+        ErrorPath::runOrThrow(
+            Procedure::untraced(QStringLiteral("ctlLabelCriteria"), QStringLiteral("addField()")),
+            Ending::logOnly(), [] { throwFailure(); });
         QFAIL("no failure");
     } catch (const Failure& e) {
         QCOMPARE(e.info().Number, 75);
     }
     QVERIFY(h.lastResort().isEmpty());
     // Without a failing log it swallows like run().
-    ErrorPath::runOrThrow(Procedure::untraced(QStringLiteral("ctlLabelCriteria"),
-                                              QStringLiteral("addField()")),
-                          Ending::logOnly(), [] { throwFailure(); });
+    ErrorPath::runOrThrow(
+        Procedure::untraced(QStringLiteral("ctlLabelCriteria"), QStringLiteral("addField()")),
+        Ending::logOnly(), [] { throwFailure(); });
     QCOMPARE(h.log().failureLines().size(), 1);
 }
 
@@ -405,13 +406,12 @@ void tst_ErrorPath::procedureStackListsTheRunningProceduresInnermostLast()
     ctlProbe probe;
     ProcedureStack::setEnabled(true);
     QList<ProcedureStack::Frame> inner;
-    ErrorPath::run(Procedure::untraced(&probe, QStringLiteral("cmdAdd_Click()")), Ending::report(),
-                   [&] {
-                       ErrorPath::run(Procedure::traced(QStringLiteral("ctlProbe"),
-                                                        QStringLiteral("Populate")),
-                                      Ending::propagate(),
-                                      [&] { inner = ProcedureStack::current(); });
-                   });
+    ErrorPath::run(
+        Procedure::untraced(&probe, QStringLiteral("cmdAdd_Click()")), Ending::report(), [&] {
+            ErrorPath::run(
+                Procedure::traced(QStringLiteral("ctlProbe"), QStringLiteral("Populate")),
+                Ending::propagate(), [&] { inner = ProcedureStack::current(); });
+        });
     QCOMPARE(inner.size(), 2);
     QCOMPARE(ProcedureStack::depth(), 0);
     QCOMPARE(inner.at(0).module, QStringLiteral("ctlProbe"));
@@ -426,16 +426,15 @@ void tst_ErrorPath::procedureStackIsLeftOnFailureAndInResumeSteps()
     ZebTest::Harness h;
     ProcedureStack::setEnabled(true);
     QList<ProcedureStack::Frame> inStep;
-    ErrorPath::run(Procedure::untraced(QStringLiteral("ctlA"), QStringLiteral("a()")),
-                   Ending::report(), [&] {
-                       ErrorPath::run(Procedure::untraced(QStringLiteral("ctlA"),
-                                                          QStringLiteral("b()")),
-                                      Ending::propagate(), [] { throwFailure(); });
-                   });
+    ErrorPath::run(
+        Procedure::untraced(QStringLiteral("ctlA"), QStringLiteral("a()")), Ending::report(), [&] {
+            ErrorPath::run(Procedure::untraced(QStringLiteral("ctlA"), QStringLiteral("b()")),
+                           Ending::propagate(), [] { throwFailure(); });
+        });
     QVERIFY(ProcedureStack::current().isEmpty());
-    ResumeNext steps(Procedure::untraced(QStringLiteral("ctlSubLines"),
-                                         QStringLiteral("UserControl_Resize()")),
-                     Ending::warning());
+    ResumeNext steps(
+        Procedure::untraced(QStringLiteral("ctlSubLines"), QStringLiteral("UserControl_Resize()")),
+        Ending::warning());
     steps([&] { throwFailure(); })([&] { inStep = ProcedureStack::current(); });
     QCOMPARE(inStep.size(), 1);
     QCOMPARE(inStep.at(0).label, QStringLiteral("UserControl_Resize()"));

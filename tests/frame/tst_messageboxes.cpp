@@ -51,8 +51,9 @@ void tst_MessageBoxes::style48IsWarningWithOk()
     QtMessageBoxService service;
     Seen seen;
     answerNextBox(seen, QMessageBox::Ok);
-    const int answer = service.MsgBox(QStringLiteral("The requested operation cannot be completed."),
-                                      48, QStringLiteral("91 - Object variable not set"));
+    const int answer =
+        service.MsgBox(QStringLiteral("The requested operation cannot be completed."), 48,
+                       QStringLiteral("91 - Object variable not set"));
     QCOMPARE(answer, MsgBoxAnswer::OK);
     QCOMPARE(seen.title, QStringLiteral("91 - Object variable not set"));
     QCOMPARE(seen.text, QStringLiteral("The requested operation cannot be completed."));
@@ -95,9 +96,9 @@ void tst_MessageBoxes::scriptedServiceRecordsAndAnswersFromItsQueue()
     service.queueAnswer(MsgBoxAnswer::Cancel);
     QCOMPARE(service.MsgBox(QStringLiteral("a"), 33, QStringLiteral("A")), MsgBoxAnswer::Cancel);
     QCOMPARE(service.MsgBox(QStringLiteral("b"), 48, QStringLiteral("B")), MsgBoxAnswer::OK);
-    QCOMPARE(service.shown(),
-             (QList<ScriptedMessageBoxService::Shown>{{QStringLiteral("a"), 33, QStringLiteral("A")},
-                                                      {QStringLiteral("b"), 48, QStringLiteral("B")}}));
+    QCOMPARE(service.shown(), (QList<ScriptedMessageBoxService::Shown>{
+                                  {QStringLiteral("a"), 33, QStringLiteral("A")},
+                                  {QStringLiteral("b"), 48, QStringLiteral("B")}}));
 }
 
 void tst_MessageBoxes::processServiceCanBeReplaced()

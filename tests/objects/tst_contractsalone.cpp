@@ -28,7 +28,7 @@ namespace {
 
 class HostText : public TextObject {
 public:
-    HostText(QString key, QString text) : m_key(std::move(key)), m_text(std::move(text)) {}
+    HostText(QString key, QString text) : m_key(std::move(key)), m_text(std::move(text)) { }
     QString Key() const override { return m_key; }
     QString Text() const override { return m_text; }
     void setText(const QString& text) override { m_text = text; }
@@ -51,9 +51,13 @@ public:
         for (const auto& t : m_items)
             if (t->Key() == key)
                 return t;
-        throw Failure(ErrorNumber::SubscriptOutOfRange, QStringLiteral("Host"), QStringLiteral("missing"));
+        throw Failure(ErrorNumber::SubscriptOutOfRange, QStringLiteral("Host"),
+                      QStringLiteral("missing"));
     }
-    std::shared_ptr<TextObject> Item(qint32 position) const override { return m_items.at(position - 1); }
+    std::shared_ptr<TextObject> Item(qint32 position) const override
+    {
+        return m_items.at(position - 1);
+    }
     qint32 Count() const override { return qint32(m_items.size()); }
     std::shared_ptr<TextObject> Add(const QString& text, bool selected) override
     {
@@ -64,9 +68,13 @@ public:
         emit Changed();
         return t;
     }
-    void Remove(const QString& key) override { m_items.removeOne(Item(key)); emit ItemDeleted(key); }
-    void MoveDown(const QString&) override {}
-    void MoveUp(const QString&) override {}
+    void Remove(const QString& key) override
+    {
+        m_items.removeOne(Item(key));
+        emit ItemDeleted(key);
+    }
+    void MoveDown(const QString&) override { }
+    void MoveUp(const QString&) override { }
     void SaveOrder() override { emit OrderSaved(); }
     TextObjectList Enumerate() const override { return m_items; }
 
@@ -92,7 +100,8 @@ public:
     std::shared_ptr<LabelField> Item(const QString& key) const override
     {
         if (key != m_field->Key())
-            throw Failure(ErrorNumber::SubscriptOutOfRange, QStringLiteral("Host"), QStringLiteral("missing"));
+            throw Failure(ErrorNumber::SubscriptOutOfRange, QStringLiteral("Host"),
+                          QStringLiteral("missing"));
         return m_field;
     }
     qint16 Count() const override { return 1; }
@@ -113,13 +122,13 @@ private:
 class HostLetter : public CoverLetter {
 public:
     bool IncludeLogo() const override { return true; }
-    void setIncludeLogo(bool) override {}
+    void setIncludeLogo(bool) override { }
     bool IncludeDefaultParagraphs() const override { return false; }
-    void setIncludeDefaultParagraphs(bool) override {}
+    void setIncludeDefaultParagraphs(bool) override { }
     bool IncludeRemarks() const override { return false; }
-    void setIncludeRemarks(bool) override {}
+    void setIncludeRemarks(bool) override { }
     bool SeparateLetters() const override { return false; }
-    void setSeparateLetters(bool) override {}
+    void setSeparateLetters(bool) override { }
     bool IncludeCarbonCopy() const override { return false; }
 };
 
@@ -132,7 +141,10 @@ public:
 class HostRecipients : public Recipients {
 public:
     qint16 Count() const override { return 1; }
-    std::shared_ptr<Recipient> Item(qint16) const override { return std::make_shared<HostRecipient>(); }
+    std::shared_ptr<Recipient> Item(qint16) const override
+    {
+        return std::make_shared<HostRecipient>();
+    }
     RecipientList Enumerate() const override { return {Item(1)}; }
 };
 
@@ -148,14 +160,20 @@ public:
     void setSubmittalDate(const QString&) override { emit SubmittalDateChanged(); }
     bool IncludeCoverLetter() const override { return false; }
     void setIncludeCoverLetter(bool) override { emit CoverLetterChanged(); }
-    std::shared_ptr<ZebObjects::CoverLetter> CoverLetter() const override { return std::make_shared<HostLetter>(); }
+    std::shared_ptr<ZebObjects::CoverLetter> CoverLetter() const override
+    {
+        return std::make_shared<HostLetter>();
+    }
     bool IncludeBOM() const override { return false; }
     void setIncludeBOM(bool) override { emit BOMChanged(); }
     bool IncludeLabels() const override { return false; }
     void setIncludeLabels(bool) override { emit LabelsChanged(); }
-    std::shared_ptr<ZebObjects::Recipients> Recipients() const override { return std::make_shared<HostRecipients>(); }
+    std::shared_ptr<ZebObjects::Recipients> Recipients() const override
+    {
+        return std::make_shared<HostRecipients>();
+    }
     QString SubmittalPurpose() const override { return {}; }
-    void setSubmittalPurpose(const QString&) override {}
+    void setSubmittalPurpose(const QString&) override { }
     QString SelectPurpose(qint16 index) override
     {
         m_index = index;
@@ -172,26 +190,26 @@ private:
 class HostBOM : public BOM {
 public:
     bool IncludeQuantity() const override { return true; }
-    void setIncludeQuantity(bool) override {}
+    void setIncludeQuantity(bool) override { }
     bool IncludeType() const override { return true; }
-    void setIncludeType(bool) override {}
+    void setIncludeType(bool) override { }
     bool IncludeDefaultRemarks() const override { return true; }
-    void setIncludeDefaultRemarks(bool) override {}
+    void setIncludeDefaultRemarks(bool) override { }
     std::shared_ptr<TextObjects> DefaultRemarks() const override { return m_remarks; }
     bool IncludeBrand() const override { return true; }
-    void setIncludeBrand(bool) override {}
+    void setIncludeBrand(bool) override { }
     bool IncludeManufacturer() const override { return true; }
-    void setIncludeManufacturer(bool) override {}
+    void setIncludeManufacturer(bool) override { }
     bool IncludeCatalogNumber() const override { return true; }
-    void setIncludeCatalogNumber(bool) override {}
+    void setIncludeCatalogNumber(bool) override { }
     bool IncludeDescription() const override { return true; }
-    void setIncludeDescription(bool) override {}
+    void setIncludeDescription(bool) override { }
     bool IncludeLineComments() const override { return true; }
-    void setIncludeLineComments(bool) override {}
+    void setIncludeLineComments(bool) override { }
     bool IncludeMTO() const override { return true; }
-    void setIncludeMTO(bool) override {}
+    void setIncludeMTO(bool) override { }
     bool IncludeGroupCodes() const override { return true; }
-    void setIncludeGroupCodes(bool) override {}
+    void setIncludeGroupCodes(bool) override { }
     void refill()
     {
         m_remarks = std::make_shared<HostTexts>();
@@ -218,7 +236,10 @@ public:
     QString Description() const override { return {}; }
     QString Group() const override { return {}; }
     bool MTO() const override { return false; }
-    std::shared_ptr<LineItemComment> Comment() const override { return std::make_shared<HostComment>(); }
+    std::shared_ptr<LineItemComment> Comment() const override
+    {
+        return std::make_shared<HostComment>();
+    }
 
 private:
     bool m_selected = false;
@@ -278,15 +299,19 @@ private:
 
 class HostResult : public CustomerSearchResult {
 public:
-    std::shared_ptr<Customer> ChosenCustomer() const override { return std::make_shared<HostCustomer>(); }
+    std::shared_ptr<Customer> ChosenCustomer() const override
+    {
+        return std::make_shared<HostCustomer>();
+    }
 };
 
 class HostFinder : public CustomerFinder {
 public:
-    std::shared_ptr<CustomerSearchResult> Search(bool, bool, bool, bool, bool, const QVariant& context,
-                                                 const QString& keyword, const QString&, const QString&,
+    std::shared_ptr<CustomerSearchResult> Search(bool, bool, bool, bool, bool,
+                                                 const QVariant& context, const QString& keyword,
                                                  const QString&, const QString&, const QString&,
-                                                 const QString&, const QString&, qint32) override
+                                                 const QString&, const QString&, const QString&,
+                                                 const QString&, qint32) override
     {
         lastContext = context;
         if (keyword.isEmpty())
@@ -305,8 +330,14 @@ class HostServices : public ApplicationServices {
 public:
     bool ReformatText(QString&) override { return false; }
     QStringList IssuedByNames() const override { return {QStringLiteral("Host Issuer")}; }
-    std::shared_ptr<CustomerSearchContext> SearchContext() const override { return std::make_shared<HostContext>(); }
-    std::shared_ptr<CustomerFinder> CreateCustomerFinder() override { return std::make_shared<HostFinder>(); }
+    std::shared_ptr<CustomerSearchContext> SearchContext() const override
+    {
+        return std::make_shared<HostContext>();
+    }
+    std::shared_ptr<CustomerFinder> CreateCustomerFinder() override
+    {
+        return std::make_shared<HostFinder>();
+    }
 };
 
 class HostLog : public DiagnosticLog {
@@ -315,9 +346,9 @@ public:
     {
         lines << m + QLatin1Char('|') + l + QLatin1Char('|') + QString::number(e.Number);
     }
-    void LogNotice(const QString&, const QString&, const ErrorInfo&, qint32) override {}
-    void LogWarning(const QString&, const QString&, const ErrorInfo&, qint32) override {}
-    void Trace(const QString&, const QString&, QString, qint32) override {}
+    void LogNotice(const QString&, const QString&, const ErrorInfo&, qint32) override { }
+    void LogWarning(const QString&, const QString&, const ErrorInfo&, qint32) override { }
+    void Trace(const QString&, const QString&, QString, qint32) override { }
     QStringList lines;
 };
 
@@ -353,8 +384,10 @@ private slots:
         } catch (const Failure& f) {
             QCOMPARE(f.Number(), ErrorNumber::Overflow);
             QCOMPARE(f.Source(), QStringLiteral("ZebObjects.LabelField"));
-            QCOMPARE(f.Description(), QStringLiteral("Overflow: a print order of 65536 does not fit 16 bits"));
-            QCOMPARE(QByteArray(f.what()), QByteArray("6 - Overflow: a print order of 65536 does not fit 16 bits"));
+            QCOMPARE(f.Description(),
+                     QStringLiteral("Overflow: a print order of 65536 does not fit 16 bits"));
+            QCOMPARE(QByteArray(f.what()),
+                     QByteArray("6 - Overflow: a print order of 65536 does not fit 16 bits"));
         }
         QCOMPARE(field->PrintOrder(), qint16(4));
     }
@@ -401,10 +434,12 @@ private slots:
     {
         HostServices services;
         auto finder = services.CreateCustomerFinder();
-        const auto result = finder->Search(false, true, false, false, false, services.SearchContext()->Value(),
-                                           QStringLiteral("kw"), {}, {}, {}, {}, {}, {}, {}, 0);
+        const auto result =
+            finder->Search(false, true, false, false, false, services.SearchContext()->Value(),
+                           QStringLiteral("kw"), {}, {}, {}, {}, {}, {}, {}, 0);
         QCOMPARE(result->ChosenCustomer()->Name(), QStringLiteral("Host"));
-        QCOMPARE(static_cast<HostFinder&>(*finder).lastContext, QVariant(QStringLiteral("host-user")));
+        QCOMPARE(static_cast<HostFinder&>(*finder).lastContext,
+                 QVariant(QStringLiteral("host-user")));
         HostLog log;
         log.LogError(QStringLiteral("m"), QStringLiteral("l"), ErrorInfo{9, {}, {}}, 0);
         QCOMPARE(log.lines, QStringList{QStringLiteral("m|l|9")});

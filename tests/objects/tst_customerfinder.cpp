@@ -165,7 +165,8 @@ private slots:
         const auto d = directory();
         QCOMPARE(keys(d->Search(keyword(QStringLiteral("ELECTRIC")))),
                  (QStringList{QStringLiteral("K2"), QStringLiteral("K5"), QStringLiteral("K1")}));
-        QCOMPARE(keys(d->Search(keyword(QStringLiteral("ridge")))), QStringList{QStringLiteral("K4")});
+        QCOMPARE(keys(d->Search(keyword(QStringLiteral("ridge")))),
+                 QStringList{QStringLiteral("K4")});
     }
 
     void accountNumberMatchesExactly()
@@ -186,7 +187,8 @@ private slots:
         CustomerDirectory::Query q;
         q.accountNumber = QStringLiteral(" 300 ");
         QCOMPARE(keys(d->Search(q)), QStringList{QStringLiteral("K1")});
-        QCOMPARE(keys(d->Search(keyword(QStringLiteral("  cedar ")))), QStringList{QStringLiteral("K4")});
+        QCOMPARE(keys(d->Search(keyword(QStringLiteral("  cedar ")))),
+                 QStringList{QStringLiteral("K4")});
     }
 
     void allGivenCriteriaMustMatchUnlessMatchAny()
@@ -199,7 +201,7 @@ private slots:
         QVERIFY(d->Search(q).isEmpty());
         q.matchAny = true;
         QCOMPARE(keys(d->Search(q)), (QStringList{QStringLiteral("K4"), QStringLiteral("K2"),
-                                                 QStringLiteral("K5"), QStringLiteral("K1")}));
+                                                  QStringLiteral("K5"), QStringLiteral("K1")}));
     }
 
     void exactNameWantsTheWholeName()
@@ -226,10 +228,10 @@ private slots:
         const auto d = directory();
         CustomerDirectory::Query q = keyword(QStringLiteral("e"));
         QCOMPARE(keys(d->Search(q)), (QStringList{QStringLiteral("K4"), QStringLiteral("K2"),
-                                                 QStringLiteral("K5"), QStringLiteral("K1")}));
+                                                  QStringLiteral("K5"), QStringLiteral("K1")}));
         q.sortByAccountNumber = true;
         QCOMPARE(keys(d->Search(q)), (QStringList{QStringLiteral("K2"), QStringLiteral("K1"),
-                                                 QStringLiteral("K4"), QStringLiteral("K5")}));
+                                                  QStringLiteral("K4"), QStringLiteral("K5")}));
     }
 
     void maximumResultsLimitsTheMatchesAndANegativeOneFails()
@@ -244,7 +246,8 @@ private slots:
             QFAIL("no failure");
         } catch (const Failure& f) {
             QCOMPARE(f.Number(), 5);
-            QCOMPARE(f.Description(), QStringLiteral("Invalid procedure call or argument: at most -1 results"));
+            QCOMPARE(f.Description(),
+                     QStringLiteral("Invalid procedure call or argument: at most -1 results"));
         }
     }
 
@@ -398,8 +401,10 @@ private slots:
                     cells << list->topLevelItem(r)->text(i);
                 rows << cells.join(QLatin1Char('|'));
             }
-            QCOMPARE(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"))->text(), QStringLiteral("OK"));
-            QCOMPARE(dialog->findChild<QPushButton*>(QStringLiteral("cmdCancel"))->text(), QStringLiteral("Cancel"));
+            QCOMPARE(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK"))->text(),
+                     QStringLiteral("OK"));
+            QCOMPARE(dialog->findChild<QPushButton*>(QStringLiteral("cmdCancel"))->text(),
+                     QStringLiteral("Cancel"));
             clickButton(dialog, "cmdCancel");
         });
         QVERIFY(search(finder, QStringLiteral("electric")) == nullptr);
@@ -509,11 +514,19 @@ private slots:
         const auto& call = *finder.lastCall();
         QCOMPARE(call.context, QVariant(context));
         QCOMPARE(call.interactive, false);
-        CustomerDirectory::Query expected{true, true, true, true,
-                                          QStringLiteral("kw"), QStringLiteral("acct"),
-                                          QStringLiteral("city"), QStringLiteral("st"),
-                                          QStringLiteral("zip"), QStringLiteral("phone"),
-                                          QStringLiteral("type"), QStringLiteral("cat"), 7};
+        CustomerDirectory::Query expected{true,
+                                          true,
+                                          true,
+                                          true,
+                                          QStringLiteral("kw"),
+                                          QStringLiteral("acct"),
+                                          QStringLiteral("city"),
+                                          QStringLiteral("st"),
+                                          QStringLiteral("zip"),
+                                          QStringLiteral("phone"),
+                                          QStringLiteral("type"),
+                                          QStringLiteral("cat"),
+                                          7};
         QVERIFY(call.query == expected);
     }
 
@@ -536,9 +549,9 @@ private slots:
         const auto finder = services.CreateCustomerFinder();
         QVERIFY(finder);
         QVERIFY(finder != services.CreateCustomerFinder());
-        const auto result = finder->Search(false, true, false, false, false,
-                                           services.SearchContext()->Value(), {},
-                                           QStringLiteral("100457"), {}, {}, {}, {}, {}, {}, 0);
+        const auto result =
+            finder->Search(false, true, false, false, false, services.SearchContext()->Value(), {},
+                           QStringLiteral("100457"), {}, {}, {}, {}, {}, {}, 0);
         QVERIFY(result);
         QCOMPARE(result->ChosenCustomer()->Name(), QStringLiteral("Halvorsen Electric Co."));
     }
@@ -548,12 +561,14 @@ private slots:
         StandaloneApplicationServices services;
         auto context = std::make_shared<StandaloneCustomerSearchContext>(QVariant(42));
         services.setSearchContext(context);
-        QCOMPARE(services.SearchContext(), std::static_pointer_cast<CustomerSearchContext>(context));
+        QCOMPARE(services.SearchContext(),
+                 std::static_pointer_cast<CustomerSearchContext>(context));
         QCOMPARE(services.SearchContext()->Value(), QVariant(42));
         auto d = directory();
         services.setCustomerDirectory(d);
         QCOMPARE(services.customerDirectory(), d);
-        const auto finder = std::dynamic_pointer_cast<StandaloneCustomerFinder>(services.CreateCustomerFinder());
+        const auto finder =
+            std::dynamic_pointer_cast<StandaloneCustomerFinder>(services.CreateCustomerFinder());
         QCOMPARE(finder->directory(), d);
     }
 };

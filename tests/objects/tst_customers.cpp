@@ -113,7 +113,8 @@ private slots:
         } catch (const Failure& f) {
             QCOMPARE(f.Number(), 91);
             QCOMPARE(f.Description(),
-                     QStringLiteral("Object variable or With block variable not set: no customer to add"));
+                     QStringLiteral(
+                         "Object variable or With block variable not set: no customer to add"));
         }
         QCOMPARE(c.Count(), qint16(0));
     }
@@ -139,7 +140,8 @@ private slots:
     {
         auto c = filled({QStringLiteral("A")});
         c->setAddPolicy([](const QString&, const Customer&) { return false; });
-        QVERIFY_THROWS_EXCEPTION(Failure, c->Add(QStringLiteral("A"), customer(QStringLiteral("A"))));
+        QVERIFY_THROWS_EXCEPTION(Failure,
+                                 c->Add(QStringLiteral("A"), customer(QStringLiteral("A"))));
     }
 
     void removeTakesOutTheCustomerAndRaisesCustomerRemovedAfterwards()
@@ -149,7 +151,8 @@ private slots:
         connect(c.get(), &Customers::CustomerRemoved, this, [&] { countSeen = c->Count(); });
         QSignalSpy removed(c.get(), &Customers::CustomerRemoved);
         c->Remove(2);
-        QCOMPARE(keysOf(*c), (QStringList{QStringLiteral("A"), QStringLiteral("C"), QStringLiteral("D")}));
+        QCOMPARE(keysOf(*c),
+                 (QStringList{QStringLiteral("A"), QStringLiteral("C"), QStringLiteral("D")}));
         QCOMPARE(removed.count(), 1);
         QCOMPARE(removed.at(0).at(0).value<qint16>(), qint16(2));
         QCOMPARE(countSeen, qint16(3));
@@ -173,7 +176,8 @@ private slots:
         } catch (const Failure& f) {
             QCOMPARE(f.Number(), 9);
             QCOMPARE(f.Description(),
-                     QStringLiteral("Subscript out of range: no customer at position %1 of 4").arg(index));
+                     QStringLiteral("Subscript out of range: no customer at position %1 of 4")
+                         .arg(index));
         }
         QCOMPARE(removed.count(), 0);
         QCOMPARE(c->Count(), qint16(4));
@@ -214,12 +218,14 @@ private slots:
             QFAIL("no failure");
         } catch (const Failure& f) {
             QCOMPARE(f.Number(), 70);
-            QCOMPARE(f.Description(), QStringLiteral("Permission denied: the submittal must keep \"B\""));
+            QCOMPARE(f.Description(),
+                     QStringLiteral("Permission denied: the submittal must keep \"B\""));
         }
         QCOMPARE(removed.count(), 0);
         QCOMPARE(c->Count(), qint16(4));
         c->Remove(1);
-        QCOMPARE(keysOf(*c), (QStringList{QStringLiteral("B"), QStringLiteral("C"), QStringLiteral("D")}));
+        QCOMPARE(keysOf(*c),
+                 (QStringList{QStringLiteral("B"), QStringLiteral("C"), QStringLiteral("D")}));
     }
 
     void removeAllTakesOutTheOthersThenFailsForTheProtectedOnes()

@@ -10,12 +10,14 @@ using namespace ZebObjects;
 
 namespace {
 
-const ErrorInfo kError{91, QStringLiteral("ZebObjects.TextObjects"), QStringLiteral("Object variable not set")};
+const ErrorInfo kError{91, QStringLiteral("ZebObjects.TextObjects"),
+                       QStringLiteral("Object variable not set")};
 
 // A logged line without its time stamp; a line without one comes back marked.
 QString withoutTime(const QString& line)
 {
-    static const QRegularExpression stamp(QStringLiteral(R"(^\d{4}-\d{2}-\d{2} \d{2}:\d{2}:\d{2}\.\d{3} )"));
+    static const QRegularExpression stamp(
+        QStringLiteral(R"(^\d{4}-\d{2}-\d{2} \d{2}:\d{2}:\d{2}\.\d{3} )"));
     const auto m = stamp.match(line);
     return m.hasMatch() ? line.mid(m.capturedLength()) : QStringLiteral("<no time stamp> ") + line;
 }
@@ -92,14 +94,16 @@ private slots:
                                                      QStringLiteral("cmdAdd_Click()"), kError, 0),
                  QStringLiteral("ERROR ctlTextSelect cmdAdd_Click() #91 [ZebObjects.TextObjects] "
                                 "Object variable not set (line 0)"));
-        QCOMPARE(DefaultDiagnosticLog::formatFailure("WARNING", QStringLiteral("m"), QStringLiteral("l"),
-                                                     ErrorInfo{-5, QString(), QStringLiteral("d")}, 12),
-                 QStringLiteral("WARNING m l #-5 [] d (line 12)"));
+        QCOMPARE(
+            DefaultDiagnosticLog::formatFailure("WARNING", QStringLiteral("m"), QStringLiteral("l"),
+                                                ErrorInfo{-5, QString(), QStringLiteral("d")}, 12),
+            QStringLiteral("WARNING m l #-5 [] d (line 12)"));
     }
 
     void traceLinesShowALevelOnlyWhenItIsNotZero()
     {
-        QCOMPARE(DefaultDiagnosticLog::formatTrace(QStringLiteral("ctlCustSelect"), QStringLiteral("Customers()"),
+        QCOMPARE(DefaultDiagnosticLog::formatTrace(QStringLiteral("ctlCustSelect"),
+                                                   QStringLiteral("Customers()"),
                                                    QStringLiteral("Entering Method..."), 0),
                  QStringLiteral("TRACE ctlCustSelect Customers() Entering Method..."));
         QCOMPARE(DefaultDiagnosticLog::formatTrace(QStringLiteral("m"), QStringLiteral("l()"),
@@ -115,16 +119,22 @@ private slots:
         QCOMPARE(log.file(), QString());
         log.setFile(path);
         QCOMPARE(log.file(), path);
-        log.Trace(QStringLiteral("ctlTextSelect"), QStringLiteral("Populate()"), QStringLiteral("Entering Method..."), 0);
+        log.Trace(QStringLiteral("ctlTextSelect"), QStringLiteral("Populate()"),
+                  QStringLiteral("Entering Method..."), 0);
         log.LogError(QStringLiteral("ctlTextSelect"), QStringLiteral("cmdAdd_Click()"), kError, 0);
-        log.LogNotice(QStringLiteral("ctlSubLine"), QStringLiteral("UserControl_Resize()"), kError, 0);
-        log.LogWarning(QStringLiteral("ctlSubLines"), QStringLiteral("UserControl_Resize()"), kError, 0);
+        log.LogNotice(QStringLiteral("ctlSubLine"), QStringLiteral("UserControl_Resize()"), kError,
+                      0);
+        log.LogWarning(QStringLiteral("ctlSubLines"), QStringLiteral("UserControl_Resize()"),
+                       kError, 0);
         QCOMPARE(fileLines(path),
                  (QStringList{
                      QStringLiteral("TRACE ctlTextSelect Populate() Entering Method..."),
-                     QStringLiteral("ERROR ctlTextSelect cmdAdd_Click() #91 [ZebObjects.TextObjects] Object variable not set (line 0)"),
-                     QStringLiteral("NOTICE ctlSubLine UserControl_Resize() #91 [ZebObjects.TextObjects] Object variable not set (line 0)"),
-                     QStringLiteral("WARNING ctlSubLines UserControl_Resize() #91 [ZebObjects.TextObjects] Object variable not set (line 0)")}));
+                     QStringLiteral("ERROR ctlTextSelect cmdAdd_Click() #91 "
+                                    "[ZebObjects.TextObjects] Object variable not set (line 0)"),
+                     QStringLiteral("NOTICE ctlSubLine UserControl_Resize() #91 "
+                                    "[ZebObjects.TextObjects] Object variable not set (line 0)"),
+                     QStringLiteral("WARNING ctlSubLines UserControl_Resize() #91 "
+                                    "[ZebObjects.TextObjects] Object variable not set (line 0)")}));
     }
 
     void defaultLogAppendsToAFileThatExists()
@@ -170,7 +180,8 @@ private slots:
             QCOMPARE(f.Number(), 75);
             QCOMPARE(f.Source(), QStringLiteral("ZebObjects.DiagnosticLog"));
             QVERIFY(f.Description().startsWith(
-                QStringLiteral("Path/File access error: cannot open the log file \"%1\": ").arg(path)));
+                QStringLiteral("Path/File access error: cannot open the log file \"%1\": ")
+                    .arg(path)));
         }
         QCOMPARE(log.file(), QString());
     }
@@ -187,7 +198,8 @@ private slots:
         QCOMPARE(g_captured[0].type, QtCriticalMsg);
         QCOMPARE(g_captured[0].category, QStringLiteral("zeb.diagnostics"));
         QCOMPARE(withoutTime(g_captured[0].text),
-                 QStringLiteral("ERROR m l #91 [ZebObjects.TextObjects] Object variable not set (line 0)"));
+                 QStringLiteral(
+                     "ERROR m l #91 [ZebObjects.TextObjects] Object variable not set (line 0)"));
         QCOMPARE(g_captured[1].type, QtWarningMsg);
         QVERIFY(withoutTime(g_captured[1].text).startsWith(QStringLiteral("WARNING m l #91")));
         QCOMPARE(g_captured[2].type, QtInfoMsg);
@@ -199,10 +211,12 @@ private slots:
         qInstallMessageHandler(capture);
         enableLevels({QtInfoMsg, QtWarningMsg, QtCriticalMsg});
         DefaultDiagnosticLog log;
-        log.Trace(QStringLiteral("m"), QStringLiteral("l()"), QStringLiteral("Entering Method..."), 0);
+        log.Trace(QStringLiteral("m"), QStringLiteral("l()"), QStringLiteral("Entering Method..."),
+                  0);
         QVERIFY(g_captured.isEmpty());
         enableLevels({QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg});
-        log.Trace(QStringLiteral("m"), QStringLiteral("l()"), QStringLiteral("Exiting Method..."), 0);
+        log.Trace(QStringLiteral("m"), QStringLiteral("l()"), QStringLiteral("Exiting Method..."),
+                  0);
         QCOMPARE(g_captured.size(), 1);
         QCOMPARE(g_captured[0].type, QtDebugMsg);
         QCOMPARE(withoutTime(g_captured[0].text), QStringLiteral("TRACE m l() Exiting Method..."));
@@ -211,21 +225,28 @@ private slots:
     void memoryLogKeepsEveryEntryInOrder()
     {
         MemoryDiagnosticLog log;
-        log.Trace(QStringLiteral("ctlCustSelect"), QStringLiteral("cmdAdd_Click()"), QStringLiteral("Entering Method..."), 0);
+        log.Trace(QStringLiteral("ctlCustSelect"), QStringLiteral("cmdAdd_Click()"),
+                  QStringLiteral("Entering Method..."), 0);
         log.LogError(QStringLiteral("ctlCustSelect"), QStringLiteral("cmdAdd_Click"), kError, 0);
-        log.LogNotice(QStringLiteral("ctlSubLine"), QStringLiteral("UserControl_Resize()"), ErrorInfo{6, QStringLiteral("s"), QStringLiteral("Overflow")}, 7);
-        log.LogWarning(QStringLiteral("ctlSubLines"), QStringLiteral("UserControl_Resize()"), ErrorInfo{-1, QString(), QString()}, 0);
+        log.LogNotice(QStringLiteral("ctlSubLine"), QStringLiteral("UserControl_Resize()"),
+                      ErrorInfo{6, QStringLiteral("s"), QStringLiteral("Overflow")}, 7);
+        log.LogWarning(QStringLiteral("ctlSubLines"), QStringLiteral("UserControl_Resize()"),
+                       ErrorInfo{-1, QString(), QString()}, 0);
         log.Trace(QStringLiteral("m"), QStringLiteral("l"), QStringLiteral("msg"), 2);
-        QCOMPARE(log.lines(),
-                 (QStringList{QStringLiteral("Trace|ctlCustSelect|cmdAdd_Click()|Entering Method...|0"),
-                              QStringLiteral("LogError|ctlCustSelect|cmdAdd_Click|91|ZebObjects.TextObjects|Object variable not set|0"),
-                              QStringLiteral("LogNotice|ctlSubLine|UserControl_Resize()|6|s|Overflow|7"),
-                              QStringLiteral("LogWarning|ctlSubLines|UserControl_Resize()|-1|||0"),
-                              QStringLiteral("Trace|m|l|msg|2")}));
-        QCOMPARE(log.failureLines(),
-                 (QStringList{QStringLiteral("LogError|ctlCustSelect|cmdAdd_Click|91|ZebObjects.TextObjects|Object variable not set|0"),
-                              QStringLiteral("LogNotice|ctlSubLine|UserControl_Resize()|6|s|Overflow|7"),
-                              QStringLiteral("LogWarning|ctlSubLines|UserControl_Resize()|-1|||0")}));
+        QCOMPARE(
+            log.lines(),
+            (QStringList{QStringLiteral("Trace|ctlCustSelect|cmdAdd_Click()|Entering Method...|0"),
+                         QStringLiteral("LogError|ctlCustSelect|cmdAdd_Click|91|ZebObjects."
+                                        "TextObjects|Object variable not set|0"),
+                         QStringLiteral("LogNotice|ctlSubLine|UserControl_Resize()|6|s|Overflow|7"),
+                         QStringLiteral("LogWarning|ctlSubLines|UserControl_Resize()|-1|||0"),
+                         QStringLiteral("Trace|m|l|msg|2")}));
+        QCOMPARE(
+            log.failureLines(),
+            (QStringList{QStringLiteral("LogError|ctlCustSelect|cmdAdd_Click|91|ZebObjects."
+                                        "TextObjects|Object variable not set|0"),
+                         QStringLiteral("LogNotice|ctlSubLine|UserControl_Resize()|6|s|Overflow|7"),
+                         QStringLiteral("LogWarning|ctlSubLines|UserControl_Resize()|-1|||0")}));
         QCOMPARE(log.entries().size(), 5);
         QCOMPARE(log.entries()[1].kind, MemoryDiagnosticLog::Kind::Error);
         QCOMPARE(log.entries()[1].error, kError);
@@ -239,8 +260,11 @@ private slots:
     void aFailingLogOperationReachesItsCaller()
     {
         MemoryDiagnosticLog log;
-        log.faults().failNext(QStringLiteral("LogError"), ErrorInfo{70, QStringLiteral("log"), QStringLiteral("Permission denied")});
-        QVERIFY_THROWS_EXCEPTION(Failure, log.LogError(QStringLiteral("m"), QStringLiteral("l"), kError, 0));
+        log.faults().failNext(
+            QStringLiteral("LogError"),
+            ErrorInfo{70, QStringLiteral("log"), QStringLiteral("Permission denied")});
+        QVERIFY_THROWS_EXCEPTION(Failure,
+                                 log.LogError(QStringLiteral("m"), QStringLiteral("l"), kError, 0));
         QVERIFY(log.entries().isEmpty());
         log.LogError(QStringLiteral("m"), QStringLiteral("l"), kError, 0);
         QCOMPARE(log.entries().size(), 1);

@@ -25,9 +25,11 @@ void tst_Failure::namesAreTheRunTimesNumbers()
 
 void tst_Failure::invalidPropertyValueIs380()
 {
-    QCOMPARE(Failure::invalidPropertyValue().info(),
-             (ErrorInfo{380, QStringLiteral("ZebSubCtl"), QStringLiteral("Invalid property value")}));
-    QCOMPARE(Failure::invalidPropertyValue(QStringLiteral("Host")).Source(), QStringLiteral("Host"));
+    QCOMPARE(
+        Failure::invalidPropertyValue().info(),
+        (ErrorInfo{380, QStringLiteral("ZebSubCtl"), QStringLiteral("Invalid property value")}));
+    QCOMPARE(Failure::invalidPropertyValue(QStringLiteral("Host")).Source(),
+             QStringLiteral("Host"));
 }
 
 void tst_Failure::controlArrayElementMissingIs340NamingTheIndex()

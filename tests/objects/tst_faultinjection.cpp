@@ -59,7 +59,8 @@ QList<Case> allCases()
     const auto unique = [counter] { return QStringLiteral("k%1").arg(++*counter); };
 
     {
-        auto o = std::make_shared<StandaloneTextObject>(QStringLiteral("1"), QStringLiteral("t"), false);
+        auto o =
+            std::make_shared<StandaloneTextObject>(QStringLiteral("1"), QStringLiteral("t"), false);
         const QString n = QStringLiteral("TextObject");
         add(cases, n, o, QStringLiteral("Key"), [o] { o->Key(); });
         add(cases, n, o, QStringLiteral("Text"), [o] { o->Text(); });
@@ -90,9 +91,11 @@ QList<Case> allCases()
         c = make();
         add(cases, n, c, QStringLiteral("Add"), [c] { c->Add(QStringLiteral("x"), false); });
         c = make();
-        add(cases, n, c, QStringLiteral("Add"), [c, unique] { c->addWithKey(unique(), QStringLiteral("x"), false); });
+        add(cases, n, c, QStringLiteral("Add"),
+            [c, unique] { c->addWithKey(unique(), QStringLiteral("x"), false); });
         c = make();
-        add(cases, n, c, QStringLiteral("Remove"), [c] { c->Remove(c->Add(QStringLiteral("x"), false)->Key()); });
+        add(cases, n, c, QStringLiteral("Remove"),
+            [c] { c->Remove(c->Add(QStringLiteral("x"), false)->Key()); });
         c = make();
         add(cases, n, c, QStringLiteral("MoveDown"), [c] { c->MoveDown(QStringLiteral("a")); });
         c = make();
@@ -102,18 +105,25 @@ QList<Case> allCases()
         c = make();
         add(cases, n, c, QStringLiteral("Enumerate"), [c] { c->Enumerate(); });
         c = make();
-        add(cases, n, c, QStringLiteral("Insert"), [c] { c->Insert(1, QStringLiteral("x"), false); });
+        add(cases, n, c, QStringLiteral("Insert"),
+            [c] { c->Insert(1, QStringLiteral("x"), false); });
     }
     {
         const QString n = QStringLiteral("ApplicationServices");
         auto s = std::make_shared<StandaloneApplicationServices>();
-        add(cases, n, s, QStringLiteral("ReformatText"), [s] { QString t = QStringLiteral("x"); s->ReformatText(t); });
+        add(cases, n, s, QStringLiteral("ReformatText"), [s] {
+            QString t = QStringLiteral("x");
+            s->ReformatText(t);
+        });
         add(cases, n, s, QStringLiteral("IssuedByNames"), [s] { s->IssuedByNames(); });
-        add(cases, n, s, QStringLiteral("IssuedByNames="), [s] { s->setIssuedByNames({QStringLiteral("A")}); });
+        add(cases, n, s, QStringLiteral("IssuedByNames="),
+            [s] { s->setIssuedByNames({QStringLiteral("A")}); });
         add(cases, n, s, QStringLiteral("SearchContext"), [s] { s->SearchContext(); });
         add(cases, n, s, QStringLiteral("SearchContext="), [s] { s->setSearchContext(nullptr); });
-        add(cases, n, s, QStringLiteral("CreateCustomerFinder"), [s] { s->CreateCustomerFinder(); });
-        add(cases, n, s, QStringLiteral("CustomerDirectory="), [s] { s->setCustomerDirectory(s->customerDirectory()); });
+        add(cases, n, s, QStringLiteral("CreateCustomerFinder"),
+            [s] { s->CreateCustomerFinder(); });
+        add(cases, n, s, QStringLiteral("CustomerDirectory="),
+            [s] { s->setCustomerDirectory(s->customerDirectory()); });
     }
     {
         const QString n = QStringLiteral("MemoryDiagnosticLog");
@@ -139,9 +149,11 @@ QList<Case> allCases()
         add(cases, n, s, QStringLiteral("IssuedBy"), [s] { s->IssuedBy(); });
         add(cases, n, s, QStringLiteral("IssuedBy="), [s] { s->setIssuedBy(QStringLiteral("A")); });
         add(cases, n, s, QStringLiteral("SubmittalDate"), [s] { s->SubmittalDate(); });
-        add(cases, n, s, QStringLiteral("SubmittalDate="), [s] { s->setSubmittalDate(QStringLiteral("2026-01-02")); });
+        add(cases, n, s, QStringLiteral("SubmittalDate="),
+            [s] { s->setSubmittalDate(QStringLiteral("2026-01-02")); });
         add(cases, n, s, QStringLiteral("IncludeCoverLetter"), [s] { s->IncludeCoverLetter(); });
-        add(cases, n, s, QStringLiteral("IncludeCoverLetter="), [s] { s->setIncludeCoverLetter(true); });
+        add(cases, n, s, QStringLiteral("IncludeCoverLetter="),
+            [s] { s->setIncludeCoverLetter(true); });
         add(cases, n, s, QStringLiteral("CoverLetter"), [s] { s->CoverLetter(); });
         add(cases, n, s, QStringLiteral("CoverLetter="), [s] { s->setCoverLetter(nullptr); });
         add(cases, n, s, QStringLiteral("IncludeBOM"), [s] { s->IncludeBOM(); });
@@ -151,23 +163,28 @@ QList<Case> allCases()
         add(cases, n, s, QStringLiteral("Recipients"), [s] { s->Recipients(); });
         add(cases, n, s, QStringLiteral("Recipients="), [s] { s->setRecipients(nullptr); });
         add(cases, n, s, QStringLiteral("SubmittalPurpose"), [s] { s->SubmittalPurpose(); });
-        add(cases, n, s, QStringLiteral("SubmittalPurpose="), [s] { s->setSubmittalPurpose(QStringLiteral("P")); });
+        add(cases, n, s, QStringLiteral("SubmittalPurpose="),
+            [s] { s->setSubmittalPurpose(QStringLiteral("P")); });
         add(cases, n, s, QStringLiteral("SelectPurpose"), [s] { s->SelectPurpose(3); });
-        add(cases, n, s, QStringLiteral("SubmittalPurposeIndex"), [s] { s->SubmittalPurposeIndex(); });
+        add(cases, n, s, QStringLiteral("SubmittalPurposeIndex"),
+            [s] { s->SubmittalPurposeIndex(); });
     }
     {
         const QString n = QStringLiteral("CoverLetter");
         auto c = std::make_shared<StandaloneCoverLetter>();
         add(cases, n, c, QStringLiteral("IncludeLogo"), [c] { c->IncludeLogo(); });
         add(cases, n, c, QStringLiteral("IncludeLogo="), [c] { c->setIncludeLogo(true); });
-        add(cases, n, c, QStringLiteral("IncludeDefaultParagraphs"), [c] { c->IncludeDefaultParagraphs(); });
-        add(cases, n, c, QStringLiteral("IncludeDefaultParagraphs="), [c] { c->setIncludeDefaultParagraphs(true); });
+        add(cases, n, c, QStringLiteral("IncludeDefaultParagraphs"),
+            [c] { c->IncludeDefaultParagraphs(); });
+        add(cases, n, c, QStringLiteral("IncludeDefaultParagraphs="),
+            [c] { c->setIncludeDefaultParagraphs(true); });
         add(cases, n, c, QStringLiteral("IncludeRemarks"), [c] { c->IncludeRemarks(); });
         add(cases, n, c, QStringLiteral("IncludeRemarks="), [c] { c->setIncludeRemarks(true); });
         add(cases, n, c, QStringLiteral("SeparateLetters"), [c] { c->SeparateLetters(); });
         add(cases, n, c, QStringLiteral("SeparateLetters="), [c] { c->setSeparateLetters(true); });
         add(cases, n, c, QStringLiteral("IncludeCarbonCopy"), [c] { c->IncludeCarbonCopy(); });
-        add(cases, n, c, QStringLiteral("IncludeCarbonCopy="), [c] { c->setIncludeCarbonCopy(true); });
+        add(cases, n, c, QStringLiteral("IncludeCarbonCopy="),
+            [c] { c->setIncludeCarbonCopy(true); });
     }
     {
         const QString n = QStringLiteral("Recipients");
@@ -176,14 +193,17 @@ QList<Case> allCases()
         add(cases, n, r, QStringLiteral("Count"), [r] { r->Count(); });
         add(cases, n, r, QStringLiteral("Item"), [r] { r->Item(1); });
         add(cases, n, r, QStringLiteral("Enumerate"), [r] { r->Enumerate(); });
-        add(cases, n, r, QStringLiteral("Add"), [r] { r->Add(QStringLiteral("B"), QStringLiteral("b")); });
+        add(cases, n, r, QStringLiteral("Add"),
+            [r] { r->Add(QStringLiteral("B"), QStringLiteral("b")); });
         add(cases, n, r, QStringLiteral("Remove"), [r] {
             r->Add(QStringLiteral("B"), QStringLiteral("b"));
             r->Remove(2);
         });
         auto one = std::make_shared<StandaloneRecipient>(QStringLiteral("A"), QStringLiteral("a"));
-        add(cases, QStringLiteral("Recipient"), one, QStringLiteral("Name"), [one] { one->Name(); });
-        add(cases, QStringLiteral("Recipient"), one, QStringLiteral("Company"), [one] { one->Company(); });
+        add(cases, QStringLiteral("Recipient"), one, QStringLiteral("Name"),
+            [one] { one->Name(); });
+        add(cases, QStringLiteral("Recipient"), one, QStringLiteral("Company"),
+            [one] { one->Company(); });
     }
     {
         const QString n = QStringLiteral("BOM");
@@ -191,36 +211,49 @@ QList<Case> allCases()
         using G = bool (StandaloneBOM::*)() const;
         using S = void (StandaloneBOM::*)(bool);
         const std::tuple<const char*, G, S> flags[] = {
-            {"IncludeQuantity", &StandaloneBOM::IncludeQuantity, &StandaloneBOM::setIncludeQuantity},
+            {"IncludeQuantity", &StandaloneBOM::IncludeQuantity,
+             &StandaloneBOM::setIncludeQuantity},
             {"IncludeType", &StandaloneBOM::IncludeType, &StandaloneBOM::setIncludeType},
-            {"IncludeDefaultRemarks", &StandaloneBOM::IncludeDefaultRemarks, &StandaloneBOM::setIncludeDefaultRemarks},
+            {"IncludeDefaultRemarks", &StandaloneBOM::IncludeDefaultRemarks,
+             &StandaloneBOM::setIncludeDefaultRemarks},
             {"IncludeBrand", &StandaloneBOM::IncludeBrand, &StandaloneBOM::setIncludeBrand},
-            {"IncludeManufacturer", &StandaloneBOM::IncludeManufacturer, &StandaloneBOM::setIncludeManufacturer},
-            {"IncludeCatalogNumber", &StandaloneBOM::IncludeCatalogNumber, &StandaloneBOM::setIncludeCatalogNumber},
-            {"IncludeDescription", &StandaloneBOM::IncludeDescription, &StandaloneBOM::setIncludeDescription},
-            {"IncludeLineComments", &StandaloneBOM::IncludeLineComments, &StandaloneBOM::setIncludeLineComments},
+            {"IncludeManufacturer", &StandaloneBOM::IncludeManufacturer,
+             &StandaloneBOM::setIncludeManufacturer},
+            {"IncludeCatalogNumber", &StandaloneBOM::IncludeCatalogNumber,
+             &StandaloneBOM::setIncludeCatalogNumber},
+            {"IncludeDescription", &StandaloneBOM::IncludeDescription,
+             &StandaloneBOM::setIncludeDescription},
+            {"IncludeLineComments", &StandaloneBOM::IncludeLineComments,
+             &StandaloneBOM::setIncludeLineComments},
             {"IncludeMTO", &StandaloneBOM::IncludeMTO, &StandaloneBOM::setIncludeMTO},
-            {"IncludeGroupCodes", &StandaloneBOM::IncludeGroupCodes, &StandaloneBOM::setIncludeGroupCodes},
+            {"IncludeGroupCodes", &StandaloneBOM::IncludeGroupCodes,
+             &StandaloneBOM::setIncludeGroupCodes},
         };
         for (const auto& [name, get, set] : flags) {
             add(cases, n, b, QString::fromLatin1(name), [b, get = get] { ((*b).*get)(); });
-            add(cases, n, b, QString::fromLatin1(name) + QLatin1Char('='), [b, set = set] { ((*b).*set)(true); });
+            add(cases, n, b, QString::fromLatin1(name) + QLatin1Char('='),
+                [b, set = set] { ((*b).*set)(true); });
         }
         add(cases, n, b, QStringLiteral("DefaultRemarks"), [b] { b->DefaultRemarks(); });
-        add(cases, n, b, QStringLiteral("PopulateRemarks"), [b] { b->PopulateRemarks({QStringLiteral("r")}); });
-        add(cases, n, b, QStringLiteral("DefaultRemarks="), [b] { b->setDefaultRemarks(b->DefaultRemarks()); });
+        add(cases, n, b, QStringLiteral("PopulateRemarks"),
+            [b] { b->PopulateRemarks({QStringLiteral("r")}); });
+        add(cases, n, b, QStringLiteral("DefaultRemarks="),
+            [b] { b->setDefaultRemarks(b->DefaultRemarks()); });
     }
     {
         auto l = std::make_shared<StandaloneLabels>();
-        add(cases, QStringLiteral("Labels"), l, QStringLiteral("LabelFields"), [l] { l->LabelFields(); });
-        add(cases, QStringLiteral("Labels"), l, QStringLiteral("LabelFields="), [l] { l->setLabelFields(l->LabelFields()); });
+        add(cases, QStringLiteral("Labels"), l, QStringLiteral("LabelFields"),
+            [l] { l->LabelFields(); });
+        add(cases, QStringLiteral("Labels"), l, QStringLiteral("LabelFields="),
+            [l] { l->setLabelFields(l->LabelFields()); });
         const QString n = QStringLiteral("LabelFields");
         auto f = std::make_shared<StandaloneLabelFields>();
         f->Add(QStringLiteral("A"), QStringLiteral("a"));
         add(cases, n, f, QStringLiteral("Item"), [f] { f->Item(QStringLiteral("A")); });
         add(cases, n, f, QStringLiteral("Count"), [f] { f->Count(); });
         add(cases, n, f, QStringLiteral("Enumerate"), [f] { f->Enumerate(); });
-        add(cases, n, f, QStringLiteral("Add"), [f, unique] { f->Add(unique(), QStringLiteral("x")); });
+        add(cases, n, f, QStringLiteral("Add"),
+            [f, unique] { f->Add(unique(), QStringLiteral("x")); });
         const QString m = QStringLiteral("LabelField");
         auto field = f->field(QStringLiteral("A"));
         add(cases, m, field, QStringLiteral("Caption"), [field] { field->Caption(); });
@@ -258,12 +291,14 @@ QList<Case> allCases()
         add(cases, m, line, QStringLiteral("MTO"), [line] { line->MTO(); });
         add(cases, m, line, QStringLiteral("Comment"), [line] { line->Comment(); });
         auto comment = std::static_pointer_cast<StandaloneLineItemComment>(line->Comment());
-        add(cases, QStringLiteral("LineItemComment"), comment, QStringLiteral("Text"), [comment] { comment->Text(); });
+        add(cases, QStringLiteral("LineItemComment"), comment, QStringLiteral("Text"),
+            [comment] { comment->Text(); });
     }
     {
         const QString n = QStringLiteral("Customers");
         auto c = std::make_shared<StandaloneCustomers>();
-        c->Add(QStringLiteral("A"), std::make_shared<StandaloneCustomer>(customerData(QStringLiteral("A"))));
+        c->Add(QStringLiteral("A"),
+               std::make_shared<StandaloneCustomer>(customerData(QStringLiteral("A"))));
         add(cases, n, c, QStringLiteral("Add"), [c, unique] {
             const QString k = unique();
             c->Add(k, std::make_shared<StandaloneCustomer>(customerData(k)));
@@ -309,14 +344,17 @@ QList<Case> allCases()
                            {}, {}, {}, {}, 0);
         });
         auto context = std::make_shared<StandaloneCustomerSearchContext>(QVariant(1));
-        add(cases, QStringLiteral("CustomerSearchContext"), context, QStringLiteral("Value"), [context] { context->Value(); });
+        add(cases, QStringLiteral("CustomerSearchContext"), context, QStringLiteral("Value"),
+            [context] { context->Value(); });
         auto result = std::make_shared<StandaloneCustomerSearchResult>(nullptr, 0);
-        add(cases, QStringLiteral("CustomerSearchResult"), result, QStringLiteral("ChosenCustomer"), [result] { result->ChosenCustomer(); });
+        add(cases, QStringLiteral("CustomerSearchResult"), result, QStringLiteral("ChosenCustomer"),
+            [result] { result->ChosenCustomer(); });
     }
     return cases;
 }
 
-const ErrorInfo kError{-2147221504 + 513, QStringLiteral("Test.Source"), QStringLiteral("Injected failure")};
+const ErrorInfo kError{-2147221504 + 513, QStringLiteral("Test.Source"),
+                       QStringLiteral("Injected failure")};
 
 void expectFailure(const Case& c, const ErrorInfo& error)
 {
@@ -339,7 +377,8 @@ private slots:
         QTest::addColumn<int>("index");
         const auto cases = allCases();
         for (int i = 0; i < cases.size(); ++i)
-            QTest::addRow("%d %s.%s", i, qPrintable(cases[i].object), qPrintable(cases[i].member)) << i;
+            QTest::addRow("%d %s.%s", i, qPrintable(cases[i].object), qPrintable(cases[i].member))
+                << i;
     }
     void everyMemberFailsOnItsNextCallOnlyWithTheGivenError()
     {
@@ -352,12 +391,16 @@ private slots:
         c.call();
     }
 
-    void everyMemberFailsOnEveryCallUntilCleared_data() { everyMemberFailsOnItsNextCallOnlyWithTheGivenError_data(); }
+    void everyMemberFailsOnEveryCallUntilCleared_data()
+    {
+        everyMemberFailsOnItsNextCallOnlyWithTheGivenError_data();
+    }
     void everyMemberFailsOnEveryCallUntilCleared()
     {
         QFETCH(int, index);
         const Case c = allCases().at(index);
-        const ErrorInfo error{91, QStringLiteral("ZebObjects.Test"), QStringLiteral("Object variable not set")};
+        const ErrorInfo error{91, QStringLiteral("ZebObjects.Test"),
+                              QStringLiteral("Object variable not set")};
         c.faults->failAlways(c.member, error);
         for (int i = 0; i < 3; ++i)
             expectFailure(c, error);
@@ -365,14 +408,18 @@ private slots:
         c.call();
     }
 
-    void everyMemberIsRecordedUnderItsName_data() { everyMemberFailsOnItsNextCallOnlyWithTheGivenError_data(); }
+    void everyMemberIsRecordedUnderItsName_data()
+    {
+        everyMemberFailsOnItsNextCallOnlyWithTheGivenError_data();
+    }
     void everyMemberIsRecordedUnderItsName()
     {
         QFETCH(int, index);
         const Case c = allCases().at(index);
         c.faults->setRecording(true);
         c.call();
-        QVERIFY2(c.faults->calls().contains(c.member), qPrintable(c.faults->calls().join(QLatin1Char(','))));
+        QVERIFY2(c.faults->calls().contains(c.member),
+                 qPrintable(c.faults->calls().join(QLatin1Char(','))));
     }
 
     void aFaultOnOneMemberLeavesTheOthersWorking()
@@ -428,7 +475,8 @@ private slots:
     void aFailingRemoveAllRemovesNothingAndRaisesNothing()
     {
         StandaloneCustomers c;
-        c.Add(QStringLiteral("A"), std::make_shared<StandaloneCustomer>(customerData(QStringLiteral("A"))));
+        c.Add(QStringLiteral("A"),
+              std::make_shared<StandaloneCustomer>(customerData(QStringLiteral("A"))));
         QSignalSpy removed(&c, &Customers::CustomerRemoved);
         c.faults().failNext(QStringLiteral("RemoveAll"), kError);
         QVERIFY_THROWS_EXCEPTION(Failure, c.RemoveAll());
@@ -459,8 +507,9 @@ private slots:
         item.Quantity();
         item.Type();
         item.setSelected(true);
-        QCOMPARE(item.faults().calls(), (QStringList{QStringLiteral("Selected"), QStringLiteral("Quantity"),
-                                                     QStringLiteral("Type"), QStringLiteral("Selected=")}));
+        QCOMPARE(item.faults().calls(),
+                 (QStringList{QStringLiteral("Selected"), QStringLiteral("Quantity"),
+                              QStringLiteral("Type"), QStringLiteral("Selected=")}));
         item.faults().clearCalls();
         QVERIFY(item.faults().calls().isEmpty());
         item.faults().setRecording(false);

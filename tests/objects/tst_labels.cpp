@@ -41,7 +41,8 @@ private slots:
         QVERIFY(labels.LabelFields() != nullptr);
         QCOMPARE(labels.LabelFields()->Count(), qint16(0));
         QVERIFY(labels.LabelFields()->Enumerate().isEmpty());
-        QCOMPARE(labels.standaloneFields(), std::dynamic_pointer_cast<StandaloneLabelFields>(labels.LabelFields()));
+        QCOMPARE(labels.standaloneFields(),
+                 std::dynamic_pointer_cast<StandaloneLabelFields>(labels.LabelFields()));
     }
 
     void setLabelFieldsPutsTheCollectionInPlace()
@@ -215,8 +216,9 @@ private slots:
         } catch (const Failure& e) {
             QCOMPARE(e.Number(), 6);
             QCOMPARE(e.Source(), QStringLiteral("ZebObjects.LabelField"));
-            QCOMPARE(e.Description(),
-                     QStringLiteral("Overflow: a print order of %1 does not fit 16 bits").arg(value));
+            QCOMPARE(
+                e.Description(),
+                QStringLiteral("Overflow: a print order of %1 does not fit 16 bits").arg(value));
         }
         QCOMPARE(f->PrintOrder(), qint16(2));
         // The object is still usable by name afterwards.
@@ -242,8 +244,10 @@ private slots:
             QFAIL("no failure");
         } catch (const Failure& e) {
             QCOMPARE(e.Number(), 5);
-            QCOMPARE(e.Description(),
-                     QStringLiteral("Invalid procedure call or argument: the print order of \"F1\" cannot be -1"));
+            QCOMPARE(
+                e.Description(),
+                QStringLiteral(
+                    "Invalid procedure call or argument: the print order of \"F1\" cannot be -1"));
         }
         QCOMPARE(f->Included(), false);
     }
@@ -254,8 +258,9 @@ private slots:
         fields->Item(QStringLiteral("F6"))->setPrintOrder(1);
         fields->Item(QStringLiteral("F2"))->setPrintOrder(3);
         fields->Item(QStringLiteral("F4"))->setPrintOrder(2);
-        const QStringList expected{QStringLiteral("F6:1"), QStringLiteral("F4:2"), QStringLiteral("F2:3"),
-                                   QStringLiteral("F1:0"), QStringLiteral("F3:0"), QStringLiteral("F5:0"),
+        const QStringList expected{QStringLiteral("F6:1"), QStringLiteral("F4:2"),
+                                   QStringLiteral("F2:3"), QStringLiteral("F1:0"),
+                                   QStringLiteral("F3:0"), QStringLiteral("F5:0"),
                                    QStringLiteral("F7:0")};
         QCOMPARE(order(*fields), expected);
         // Stable while nothing changes.

@@ -49,8 +49,9 @@ private slots:
             } catch (const Failure& f) {
                 QCOMPARE(f.Number(), 9);
                 QCOMPARE(f.Source(), QStringLiteral("ZebObjects.LineItems"));
-                QCOMPARE(f.Description(),
-                         QStringLiteral("Subscript out of range: no line at position %1 of 1").arg(p));
+                QCOMPARE(
+                    f.Description(),
+                    QStringLiteral("Subscript out of range: no line at position %1 of 1").arg(p));
             }
         }
     }

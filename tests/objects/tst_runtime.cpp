@@ -57,7 +57,8 @@ private slots:
         Runtime::setDiagnosticLog(mine);
         QVERIFY(Runtime::hasDiagnosticLog());
         QCOMPARE(Runtime::diagnosticLog(), std::static_pointer_cast<DiagnosticLog>(mine));
-        Runtime::diagnosticLog()->Trace(QStringLiteral("m"), QStringLiteral("l()"), QStringLiteral("x"), 0);
+        Runtime::diagnosticLog()->Trace(QStringLiteral("m"), QStringLiteral("l()"),
+                                        QStringLiteral("x"), 0);
         QCOMPARE(mine->lines(), QStringList{QStringLiteral("Trace|m|l()|x|0")});
     }
 
@@ -92,7 +93,8 @@ private slots:
         auto mine = std::make_shared<StandaloneApplicationServices>();
         mine->setIssuedByNames({QStringLiteral("Only Me")});
         Runtime::setApplicationServices(mine);
-        QCOMPARE(Runtime::applicationServices()->IssuedByNames(), QStringList{QStringLiteral("Only Me")});
+        QCOMPARE(Runtime::applicationServices()->IssuedByNames(),
+                 QStringList{QStringLiteral("Only Me")});
 
         int calls = 0;
         Runtime::setApplicationServicesFactory([&] {
@@ -102,9 +104,11 @@ private slots:
             return s;
         });
         // The one in place stays until the slot is emptied.
-        QCOMPARE(Runtime::applicationServices(), std::static_pointer_cast<ApplicationServices>(mine));
+        QCOMPARE(Runtime::applicationServices(),
+                 std::static_pointer_cast<ApplicationServices>(mine));
         Runtime::setApplicationServices(nullptr);
-        QCOMPARE(Runtime::applicationServices()->IssuedByNames(), QStringList{QStringLiteral("Made")});
+        QCOMPARE(Runtime::applicationServices()->IssuedByNames(),
+                 QStringList{QStringLiteral("Made")});
         Runtime::applicationServices();
         QCOMPARE(calls, 1);
 

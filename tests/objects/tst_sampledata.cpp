@@ -145,9 +145,11 @@ private slots:
         QCOMPARE(QSet<QString>(keys.begin(), keys.end()).size(), keys.size());
         for (const char* k : {"COMPANY", "ATTENTION", "STREET", "CITYSTATEZIP", "JOBNAME"})
             QVERIFY2(keys.contains(QString::fromLatin1(k)), k);
-        QCOMPARE(fields->Item(QStringLiteral("CITYSTATEZIP"))->Caption(), QStringLiteral("City, State Zip"));
-        QCOMPARE(included, (QStringList{QStringLiteral("COMPANY:1"), QStringLiteral("ATTENTION:2"),
-                                        QStringLiteral("STREET:3"), QStringLiteral("CITYSTATEZIP:4")}));
+        QCOMPARE(fields->Item(QStringLiteral("CITYSTATEZIP"))->Caption(),
+                 QStringLiteral("City, State Zip"));
+        QCOMPARE(included,
+                 (QStringList{QStringLiteral("COMPANY:1"), QStringLiteral("ATTENTION:2"),
+                              QStringLiteral("STREET:3"), QStringLiteral("CITYSTATEZIP:4")}));
         QVERIFY(fields->Count() > 6);
         QCOMPARE(l->standaloneFields()->maximumIncluded(), qint16(5));
     }
@@ -236,8 +238,9 @@ private slots:
         const auto records = SampleData::customerDirectory()->Records();
         for (const auto& x : c->Enumerate()) {
             QCOMPARE(x->Included(), true);
-            QVERIFY(std::any_of(records.begin(), records.end(),
-                                [&](const auto& r) { return r.key == x->Key() && r.name == x->Name(); }));
+            QVERIFY(std::any_of(records.begin(), records.end(), [&](const auto& r) {
+                return r.key == x->Key() && r.name == x->Name();
+            }));
         }
     }
 

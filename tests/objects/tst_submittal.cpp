@@ -27,7 +27,8 @@ class TestSubmittal : public QObject {
 private slots:
     void purposeCaptionsAreTheEightOptionTexts()
     {
-        QCOMPARE(StandaloneSubmittal::purposeCaptions(), kCaptions + QStringList{QStringLiteral("Other")});
+        QCOMPARE(StandaloneSubmittal::purposeCaptions(),
+                 kCaptions + QStringList{QStringLiteral("Other")});
     }
 
     void issuedByWriteRaisesIssuedByChangedAfterTheChange()
@@ -87,10 +88,10 @@ private slots:
         s.setIncludeBOM(true);
         s.setIncludeLabels(true);
         s.setIncludeBOM(false);
-        QCOMPARE(log.events, (QStringList{QStringLiteral("CoverLetterChanged:1"),
-                                          QStringLiteral("BOMChanged:1"),
-                                          QStringLiteral("LabelsChanged:1"),
-                                          QStringLiteral("BOMChanged:0")}));
+        QCOMPARE(
+            log.events,
+            (QStringList{QStringLiteral("CoverLetterChanged:1"), QStringLiteral("BOMChanged:1"),
+                         QStringLiteral("LabelsChanged:1"), QStringLiteral("BOMChanged:0")}));
         QCOMPARE(s.IncludeCoverLetter(), true);
         QCOMPARE(s.IncludeBOM(), false);
         QCOMPARE(s.IncludeLabels(), true);
@@ -109,8 +110,8 @@ private slots:
         StandaloneSubmittal s;
         EventLog log(s);
         s.SelectPurpose(5);
-        QCOMPARE(log.events,
-                 QStringList{QStringLiteral("SubmittalPurposeChanged(5):5:Request For Prior Approval")});
+        QCOMPARE(log.events, QStringList{QStringLiteral(
+                                 "SubmittalPurposeChanged(5):5:Request For Prior Approval")});
     }
 
     void selectPurposeOtherAnswersTheCustomPurpose()
@@ -210,7 +211,8 @@ private slots:
         QStringList names;
         for (const auto& x : r.Enumerate())
             names << x->Name();
-        QCOMPARE(names, (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")}));
+        QCOMPARE(names,
+                 (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")}));
         QCOMPARE(qsizetype(r.Count()), r.Enumerate().size());
         QCOMPARE(r.Item(3)->Name(), QStringLiteral("C"));
     }
@@ -226,7 +228,8 @@ private slots:
             } catch (const Failure& f) {
                 QCOMPARE(f.Number(), 9);
                 QCOMPARE(f.Description(),
-                         QStringLiteral("Subscript out of range: no recipient at position %1 of 1").arg(p));
+                         QStringLiteral("Subscript out of range: no recipient at position %1 of 1")
+                             .arg(p));
             }
             QVERIFY_THROWS_EXCEPTION(Failure, r.Remove(p));
         }

@@ -14,9 +14,11 @@ private slots:
         QTest::newRow("empty") << QString();
         QTest::newRow("ascii") << QStringLiteral("All fixtures are 120-277V unless noted.");
         QTest::newRow("crlf and tab") << QStringLiteral("line 1\r\nline 2\tcolumn\n");
-        QTest::newRow("latin-1 letters") << QStringLiteral(u"Caf\u00e9 \u00c5ngstr\u00f6m \u00bd\" \u00b0F \u00a9");
-        QTest::newRow("every printable ascii")
-            << QStringLiteral(" !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~");
+        QTest::newRow("latin-1 letters")
+            << QStringLiteral(u"Caf\u00e9 \u00c5ngstr\u00f6m \u00bd\" \u00b0F \u00a9");
+        QTest::newRow("every printable ascii") << QStringLiteral(
+            " !\"#$%&'()*+,-./"
+            "0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~");
     }
     void supportedTextIsLeftUnchangedAndAnswersFalse()
     {
@@ -33,20 +35,32 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("curly single quotes") << QStringLiteral(u"\u2018it\u2019s\u2019") << QStringLiteral("'it's'");
-        QTest::newRow("curly double quotes") << QStringLiteral(u"\u201cLED\u201d \u201e") << QStringLiteral("\"LED\" \"");
+        QTest::newRow("curly single quotes")
+            << QStringLiteral(u"\u2018it\u2019s\u2019") << QStringLiteral("'it's'");
+        QTest::newRow("curly double quotes")
+            << QStringLiteral(u"\u201cLED\u201d \u201e") << QStringLiteral("\"LED\" \"");
         QTest::newRow("primes") << QStringLiteral(u"4\u2032 6\u2033") << QStringLiteral("4' 6\"");
-        QTest::newRow("dashes and minus") << QStringLiteral(u"120\u2013277V \u2014 \u2212 5") << QStringLiteral("120-277V - - 5");
-        QTest::newRow("ellipsis") << QStringLiteral(u"and so on\u2026") << QStringLiteral("and so on...");
-        QTest::newRow("bullets") << QStringLiteral(u"\u2022 one\r\n\u25cf two") << QStringLiteral("* one\r\n* two");
-        QTest::newRow("no-break and thin spaces") << QStringLiteral(u"10\u00a0ft\u2009x\u202f2") << QStringLiteral("10 ft x 2");
-        QTest::newRow("zero width dropped") << QStringLiteral(u"\ufeffab\u200bc\u200d") << QStringLiteral("abc");
-        QTest::newRow("other bmp character") << QStringLiteral(u"3500\u212a \u4e2d") << QStringLiteral("3500? ?");
-        QTest::newRow("surrogate pair counts once") << QStringLiteral(u"lamp \U0001F4A1!") << QStringLiteral("lamp ?!");
-        QTest::newRow("control characters") << QStringLiteral(u"a\u0007b\u0085c") << QStringLiteral("a?b?c");
-        QTest::newRow("lone surrogate") << QString(QChar(0xD800)) + QStringLiteral("z") << QStringLiteral("?z");
+        QTest::newRow("dashes and minus")
+            << QStringLiteral(u"120\u2013277V \u2014 \u2212 5") << QStringLiteral("120-277V - - 5");
+        QTest::newRow("ellipsis") << QStringLiteral(u"and so on\u2026")
+                                  << QStringLiteral("and so on...");
+        QTest::newRow("bullets") << QStringLiteral(u"\u2022 one\r\n\u25cf two")
+                                 << QStringLiteral("* one\r\n* two");
+        QTest::newRow("no-break and thin spaces")
+            << QStringLiteral(u"10\u00a0ft\u2009x\u202f2") << QStringLiteral("10 ft x 2");
+        QTest::newRow("zero width dropped")
+            << QStringLiteral(u"\ufeffab\u200bc\u200d") << QStringLiteral("abc");
+        QTest::newRow("other bmp character")
+            << QStringLiteral(u"3500\u212a \u4e2d") << QStringLiteral("3500? ?");
+        QTest::newRow("surrogate pair counts once")
+            << QStringLiteral(u"lamp \U0001F4A1!") << QStringLiteral("lamp ?!");
+        QTest::newRow("control characters")
+            << QStringLiteral(u"a\u0007b\u0085c") << QStringLiteral("a?b?c");
+        QTest::newRow("lone surrogate")
+            << QString(QChar(0xD800)) + QStringLiteral("z") << QStringLiteral("?z");
         QTest::newRow("unsupported after supported run keeps the run")
-            << QStringLiteral(u"Fixture type A \u2013 2x4") << QStringLiteral("Fixture type A - 2x4");
+            << QStringLiteral(u"Fixture type A \u2013 2x4")
+            << QStringLiteral("Fixture type A - 2x4");
     }
     void unsupportedTextIsRewrittenAndAnswersTrue()
     {
@@ -57,7 +71,10 @@ private slots:
         QCOMPARE(copy, expected);
     }
 
-    void reformattedTextPassesASecondCheck_data() { unsupportedTextIsRewrittenAndAnswersTrue_data(); }
+    void reformattedTextPassesASecondCheck_data()
+    {
+        unsupportedTextIsRewrittenAndAnswersTrue_data();
+    }
     void reformattedTextPassesASecondCheck()
     {
         QFETCH(QString, text);

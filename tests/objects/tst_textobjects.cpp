@@ -29,17 +29,21 @@ class EventLog {
 public:
     explicit EventLog(TextObjects& c)
     {
-        QObject::connect(&c, &TextObjects::Changed, [this] { events << QStringLiteral("Changed"); });
-        QObject::connect(&c, &TextObjects::ItemAdded,
-                         [this](const QString& k) { events << QStringLiteral("ItemAdded(%1)").arg(k); });
+        QObject::connect(&c, &TextObjects::Changed,
+                         [this] { events << QStringLiteral("Changed"); });
+        QObject::connect(&c, &TextObjects::ItemAdded, [this](const QString& k) {
+            events << QStringLiteral("ItemAdded(%1)").arg(k);
+        });
         QObject::connect(&c, &TextObjects::ItemDeleted, [this](const QString& k) {
             events << QStringLiteral("ItemDeleted(%1)").arg(k);
         });
         QObject::connect(&c, &TextObjects::ItemInserted, [this](const QString& k, qint32 p) {
             events << QStringLiteral("ItemInserted(%1,%2)").arg(k).arg(p);
         });
-        QObject::connect(&c, &TextObjects::ItemMoved, [this] { events << QStringLiteral("ItemMoved"); });
-        QObject::connect(&c, &TextObjects::OrderSaved, [this] { events << QStringLiteral("OrderSaved"); });
+        QObject::connect(&c, &TextObjects::ItemMoved,
+                         [this] { events << QStringLiteral("ItemMoved"); });
+        QObject::connect(&c, &TextObjects::OrderSaved,
+                         [this] { events << QStringLiteral("OrderSaved"); });
     }
     QStringList events;
 };
@@ -64,7 +68,8 @@ private slots:
         QSignalSpy added(&c, &TextObjects::ItemAdded);
         const auto first = c.Add(QStringLiteral("First"), true);
         const auto second = c.Add(QStringLiteral("Second\r\nline"), false);
-        QCOMPARE(texts(c), (QStringList{QStringLiteral("First"), QStringLiteral("Second\r\nline")}));
+        QCOMPARE(texts(c),
+                 (QStringList{QStringLiteral("First"), QStringLiteral("Second\r\nline")}));
         QCOMPARE(first->Selected(), true);
         QCOMPARE(second->Selected(), false);
         QCOMPARE(added.count(), 2);
@@ -124,9 +129,10 @@ private slots:
                 QFAIL("no failure");
             } catch (const Failure& f) {
                 QCOMPARE(f.Number(), 9);
-                QCOMPARE(f.Description(),
-                         QStringLiteral("Subscript out of range: no text object at position %1 of 1")
-                             .arg(position));
+                QCOMPARE(
+                    f.Description(),
+                    QStringLiteral("Subscript out of range: no text object at position %1 of 1")
+                        .arg(position));
             }
         }
     }
@@ -170,7 +176,8 @@ private slots:
         c.Add(QStringLiteral("c"), false);
         EventLog log(c);
         c.MoveUp(b->Key());
-        QCOMPARE(texts(c), (QStringList{QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("c")}));
+        QCOMPARE(texts(c),
+                 (QStringList{QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("c")}));
         QVERIFY(c.IsDirty());
         QCOMPARE(log.events, (QStringList{QStringLiteral("ItemMoved"), QStringLiteral("Changed")}));
     }
@@ -183,7 +190,8 @@ private slots:
         c.Add(QStringLiteral("c"), false);
         EventLog log(c);
         c.MoveDown(b->Key());
-        QCOMPARE(texts(c), (QStringList{QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("b")}));
+        QCOMPARE(texts(c),
+                 (QStringList{QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("b")}));
         QVERIFY(c.IsDirty());
         QCOMPARE(log.events, (QStringList{QStringLiteral("ItemMoved"), QStringLiteral("Changed")}));
     }
@@ -243,7 +251,8 @@ private slots:
         QVERIFY(!c.IsDirty());
         QVERIFY(!dirtyWhenSaved);
         QCOMPARE(texts(c), (QStringList{QStringLiteral("b"), QStringLiteral("a")}));
-        QCOMPARE(log.events, (QStringList{QStringLiteral("OrderSaved"), QStringLiteral("Changed")}));
+        QCOMPARE(log.events,
+                 (QStringList{QStringLiteral("OrderSaved"), QStringLiteral("Changed")}));
     }
 
     void insertPutsTextAtOneBasedPositionAndRaisesItemInsertedThenChanged()
@@ -253,7 +262,8 @@ private slots:
         c.Add(QStringLiteral("c"), false);
         EventLog log(c);
         const auto b = c.Insert(2, QStringLiteral("b"), true);
-        QCOMPARE(texts(c), (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+        QCOMPARE(texts(c),
+                 (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
         QCOMPARE(b->Selected(), true);
         QVERIFY(c.IsDirty());
         QCOMPARE(log.events, (QStringList{QStringLiteral("ItemInserted(%1,2)").arg(b->Key()),

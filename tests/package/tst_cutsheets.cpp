@@ -53,8 +53,8 @@ Run run(const QString& program, const QStringList& arguments)
 
 // A manufacturer's sheet: a marker word on each page near the top ("alpha-p1") and one at the
 // very foot ("alpha-foot1"), where a stamp would land if it were put on top of the content.
-QByteArray makeSheet(const QString& marker, QPageSize::PageSizeId size, QPageLayout::Orientation orientation,
-                     int pages, bool image = false)
+QByteArray makeSheet(const QString& marker, QPageSize::PageSizeId size,
+                     QPageLayout::Orientation orientation, int pages, bool image = false)
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
@@ -73,7 +73,8 @@ QByteArray makeSheet(const QString& marker, QPageSize::PageSizeId size, QPageLay
             p.setFont(QFont(QStringLiteral("DejaVu Sans"), 14));
             p.drawText(QPointF(72, 90), QStringLiteral("%1-p%2").arg(marker).arg(k));
             p.setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
-            p.drawText(QPointF(24, page.height() - 3), QStringLiteral("%1-foot%2").arg(marker).arg(k));
+            p.drawText(QPointF(24, page.height() - 3),
+                       QStringLiteral("%1-foot%2").arg(marker).arg(k));
             p.drawRect(QRectF(36, 120, page.width() - 72, 60));
             if (image) {
                 QImage picture(200, 120, QImage::Format_RGB32);
@@ -89,8 +90,8 @@ QByteArray makeSheet(const QString& marker, QPageSize::PageSizeId size, QPageLay
 
 QString pdfInfo(const QString& path, int page)
 {
-    return run(QStringLiteral("pdfinfo"), {QStringLiteral("-f"), QString::number(page), QStringLiteral("-l"),
-                                           QString::number(page), path})
+    return run(QStringLiteral("pdfinfo"), {QStringLiteral("-f"), QString::number(page),
+                                           QStringLiteral("-l"), QString::number(page), path})
         .out;
 }
 
@@ -102,13 +103,16 @@ struct Word {
 // Word boxes come in the page as it shows, turned by its rotation; the size is the unturned one.
 QList<Word> words(const QString& path, int page, QSizeF* size = nullptr)
 {
-    const QString html = run(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), QStringLiteral("-f"),
-                                                          QString::number(page), QStringLiteral("-l"),
-                                                          QString::number(page), path, QStringLiteral("-")})
-                             .out;
-    static const QRegularExpression word(QStringLiteral(
-        "<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" yMax=\"([0-9.]+)\">([^<]*)</word>"));
-    static const QRegularExpression pageBox(QStringLiteral("<page width=\"([0-9.]+)\" height=\"([0-9.]+)\""));
+    const QString html =
+        run(QStringLiteral("pdftotext"),
+            {QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
+             QStringLiteral("-l"), QString::number(page), path, QStringLiteral("-")})
+            .out;
+    static const QRegularExpression word(
+        QStringLiteral("<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" "
+                       "yMax=\"([0-9.]+)\">([^<]*)</word>"));
+    static const QRegularExpression pageBox(
+        QStringLiteral("<page width=\"([0-9.]+)\" height=\"([0-9.]+)\""));
     if (size) {
         const auto m = pageBox.match(html);
         *size = QSizeF(m.captured(1).toDouble(), m.captured(2).toDouble());
@@ -125,8 +129,9 @@ QList<Word> words(const QString& path, int page, QSizeF* size = nullptr)
 
 QStringList pageTexts(const QString& path)
 {
-    QStringList pages = run(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")})
-                            .out.split(QLatin1Char('\f'));
+    QStringList pages =
+        run(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")})
+            .out.split(QLatin1Char('\f'));
     if (!pages.isEmpty() && pages.last().trimmed().isEmpty())
         pages.removeLast();
     for (QString& page : pages)
@@ -170,10 +175,11 @@ private:
     // A sheet whose second page is turned a quarter: a landscape drawing in a portrait file.
     QByteArray rotatedSheet()
     {
-        write(QStringLiteral("upright.pdf"), makeSheet(QStringLiteral("charlie"), QPageSize::Letter,
-                                                       QPageLayout::Portrait, 2));
-        const Run r = run(QStringLiteral("qpdf"), {file(QStringLiteral("upright.pdf")), QStringLiteral("--rotate=+90:2"),
-                                                   QStringLiteral("--"), file(QStringLiteral("charlie.pdf"))});
+        write(QStringLiteral("upright.pdf"),
+              makeSheet(QStringLiteral("charlie"), QPageSize::Letter, QPageLayout::Portrait, 2));
+        const Run r = run(QStringLiteral("qpdf"),
+                          {file(QStringLiteral("upright.pdf")), QStringLiteral("--rotate=+90:2"),
+                           QStringLiteral("--"), file(QStringLiteral("charlie.pdf"))});
         return r.code == 0 ? read(QStringLiteral("charlie.pdf")) : QByteArray();
     }
 
@@ -207,7 +213,8 @@ private slots:
 
     void goodSheetIsTakenWithItsPageCount()
     {
-        const QByteArray pdf = makeSheet(QStringLiteral("echo"), QPageSize::Letter, QPageLayout::Portrait, 12);
+        const QByteArray pdf =
+            makeSheet(QStringLiteral("echo"), QPageSize::Letter, QPageLayout::Portrait, 12);
         const CutSheetFile::Inspection got = CutSheetFile::inspect(QStringLiteral("echo.pdf"), pdf);
         QCOMPARE(got.pageCount, 12);
         QCOMPARE(got.warnings, QStringList());
@@ -218,31 +225,40 @@ private slots:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("description");
         QTest::newRow("plain text renamed .pdf")
-            << "text" << "The cut sheet \"bad.pdf\" is refused: it is not a PDF file.";
-        QTest::newRow("encrypted") << "encrypted"
-                                   << "The cut sheet \"bad.pdf\" is refused: it is encrypted and needs a password.";
-        QTest::newRow("no pages") << "empty" << "The cut sheet \"bad.pdf\" is refused: it has no pages.";
-        QTest::newRow("truncated") << "truncated" << "The cut sheet \"bad.pdf\" is refused: it is damaged";
+            << "text"
+            << "The cut sheet \"bad.pdf\" is refused: it is not a PDF file.";
+        QTest::newRow("encrypted")
+            << "encrypted"
+            << "The cut sheet \"bad.pdf\" is refused: it is encrypted and needs a password.";
+        QTest::newRow("no pages") << "empty"
+                                  << "The cut sheet \"bad.pdf\" is refused: it has no pages.";
+        QTest::newRow("truncated") << "truncated"
+                                   << "The cut sheet \"bad.pdf\" is refused: it is damaged";
     }
 
     void badSheetIsRefusedNamingTheFileAndTheReason()
     {
         QFETCH(QString, kind);
         QFETCH(QString, description);
-        const QByteArray good = write(QStringLiteral("good.pdf"), makeSheet(QStringLiteral("alpha"), QPageSize::A4,
-                                                                             QPageLayout::Portrait, 3, true));
+        const QByteArray good =
+            write(QStringLiteral("good.pdf"), makeSheet(QStringLiteral("alpha"), QPageSize::A4,
+                                                        QPageLayout::Portrait, 3, true));
         QByteArray bad;
         if (kind == QLatin1String("text")) {
             bad = "Fixture schedule, see the drawings.\n";
         } else if (kind == QLatin1String("encrypted")) {
-            QCOMPARE(run(QStringLiteral("qpdf"), {QStringLiteral("--encrypt"), QStringLiteral("user"), QStringLiteral("owner"),
-                                                  QStringLiteral("256"), QStringLiteral("--"), file(QStringLiteral("good.pdf")),
-                                                  file(QStringLiteral("bad.pdf"))})
+            QCOMPARE(run(QStringLiteral("qpdf"),
+                         {QStringLiteral("--encrypt"), QStringLiteral("user"),
+                          QStringLiteral("owner"), QStringLiteral("256"), QStringLiteral("--"),
+                          file(QStringLiteral("good.pdf")), file(QStringLiteral("bad.pdf"))})
                          .code,
                      0);
             bad = read(QStringLiteral("bad.pdf"));
         } else if (kind == QLatin1String("empty")) {
-            QCOMPARE(run(QStringLiteral("qpdf"), {QStringLiteral("--empty"), file(QStringLiteral("bad.pdf"))}).code, 0);
+            QCOMPARE(run(QStringLiteral("qpdf"),
+                         {QStringLiteral("--empty"), file(QStringLiteral("bad.pdf"))})
+                         .code,
+                     0);
             bad = read(QStringLiteral("bad.pdf"));
         } else {
             bad = good.left(good.size() * 2 / 5);
@@ -256,7 +272,8 @@ private slots:
             QCOMPARE(f.Source(), QStringLiteral("ZebPackage.CutSheetFile"));
             if (kind == QLatin1String("truncated")) {
                 // qpdf's own words follow in brackets.
-                QVERIFY2(f.Description().startsWith(description + QStringLiteral(" (")), qPrintable(f.Description()));
+                QVERIFY2(f.Description().startsWith(description + QStringLiteral(" (")),
+                         qPrintable(f.Description()));
                 QVERIFY(f.Description().endsWith(QStringLiteral(").")));
             } else {
                 QCOMPARE(f.Description(), description);
@@ -266,7 +283,8 @@ private slots:
 
     void sheetThatOpensOnlyWithWarningsIsTakenAndTheWarningsShown()
     {
-        QByteArray pdf = makeSheet(QStringLiteral("golf"), QPageSize::Letter, QPageLayout::Portrait, 2);
+        QByteArray pdf =
+            makeSheet(QStringLiteral("golf"), QPageSize::Letter, QPageLayout::Portrait, 2);
         // The cross-reference table's offset points nowhere: readers rebuild it, with a warning.
         const qsizetype at = pdf.lastIndexOf("startxref");
         QVERIFY(at > 0);
@@ -274,7 +292,8 @@ private slots:
         const CutSheetFile::Inspection got = CutSheetFile::inspect(QStringLiteral("golf.pdf"), pdf);
         QCOMPARE(got.pageCount, 2);
         QVERIFY(!got.warnings.isEmpty());
-        QVERIFY2(got.warnings.join(QLatin1Char('\n')).contains(QStringLiteral("xref")), qPrintable(got.warnings.join(QLatin1Char('\n'))));
+        QVERIFY2(got.warnings.join(QLatin1Char('\n')).contains(QStringLiteral("xref")),
+                 qPrintable(got.warnings.join(QLatin1Char('\n'))));
         // It prints like any other.
         auto j = job();
         j->setCutSheets({{QStringLiteral("A"), QStringLiteral("golf.pdf"), pdf, got.pageCount}});
@@ -288,12 +307,16 @@ private slots:
 
     void packageHoldsEverySheetAfterItsOwnPagesWithContentsOutlineAndStamps()
     {
-        const QByteArray alpha = makeSheet(QStringLiteral("alpha"), QPageSize::A4, QPageLayout::Portrait, 2);
-        const QByteArray delta = makeSheet(QStringLiteral("delta"), QPageSize::Letter, QPageLayout::Portrait, 1, true);
-        const QByteArray bravo = makeSheet(QStringLiteral("bravo"), QPageSize::Letter, QPageLayout::Landscape, 1);
+        const QByteArray alpha =
+            makeSheet(QStringLiteral("alpha"), QPageSize::A4, QPageLayout::Portrait, 2);
+        const QByteArray delta =
+            makeSheet(QStringLiteral("delta"), QPageSize::Letter, QPageLayout::Portrait, 1, true);
+        const QByteArray bravo =
+            makeSheet(QStringLiteral("bravo"), QPageSize::Letter, QPageLayout::Landscape, 1);
         const QByteArray charlie = rotatedSheet();
         QVERIFY(!charlie.isEmpty());
-        const QByteArray echo = makeSheet(QStringLiteral("echo"), QPageSize::Letter, QPageLayout::Portrait, 12);
+        const QByteArray echo =
+            makeSheet(QStringLiteral("echo"), QPageSize::Letter, QPageLayout::Portrait, 12);
         auto j = job();
         // Attached by type as the office did it; "C" reuses A's first sheet. Type "A1E" has none.
         j->setCutSheets({sheet(QStringLiteral("A"), QStringLiteral("alpha.pdf"), alpha),
@@ -366,14 +389,17 @@ private slots:
         QCOMPARE(rotation(a + 5), 90);
 
         // The outline has the tree of the contents, down to each file.
-        const QJsonObject json = qpdfJson(path, {QStringLiteral("outlines"), QStringLiteral("pages"),
-                                                 QStringLiteral("pagelabels")});
+        const QJsonObject json =
+            qpdfJson(path, {QStringLiteral("outlines"), QStringLiteral("pages"),
+                            QStringLiteral("pagelabels")});
         QStringList outline;
-        const std::function<void(const QJsonArray&, int)> walk = [&](const QJsonArray& items, int level) {
+        const std::function<void(const QJsonArray&, int)> walk = [&](const QJsonArray& items,
+                                                                     int level) {
             for (const auto& item : items) {
                 const QJsonObject o = item.toObject();
                 outline << QStringLiteral("%1%2 -> %3")
-                               .arg(QString(level * 2, QLatin1Char(' ')), o.value(QStringLiteral("title")).toString())
+                               .arg(QString(level * 2, QLatin1Char(' ')),
+                                    o.value(QStringLiteral("title")).toString())
                                .arg(o.value(QStringLiteral("destpageposfrom1")).toInt());
                 walk(o.value(QStringLiteral("kids")).toArray(), level + 1);
             }
@@ -401,16 +427,23 @@ private slots:
         const QJsonArray pageLabels = json.value(QStringLiteral("pagelabels")).toArray();
         QCOMPARE(pageLabels.size(), 1);
         QCOMPARE(pageLabels[0].toObject().value(QStringLiteral("index")).toInt(), 0);
-        QCOMPARE(pageLabels[0].toObject().value(QStringLiteral("label")).toObject().value(QStringLiteral("/S")).toString(),
+        QCOMPARE(pageLabels[0]
+                     .toObject()
+                     .value(QStringLiteral("label"))
+                     .toObject()
+                     .value(QStringLiteral("/S"))
+                     .toString(),
                  QStringLiteral("/D"));
-        QVERIFY(pages[labels - 1].contains(QStringLiteral("Page %1 of %2").arg(labels).arg(generator.pageCount())));
+        QVERIFY(pages[labels - 1].contains(
+            QStringLiteral("Page %1 of %2").arg(labels).arg(generator.pageCount())));
 
         // Each sheet page carries its stamp in the strip at its foot, clear of every word of the
         // sheet, even the one printed at the sheet's very edge.
-        const QHash<qint32, QString> typeOf{{a, QStringLiteral("A")},      {a + 2, QStringLiteral("A")},
-                                            {a + 3, QStringLiteral("A1")}, {a + 4, QStringLiteral("B")},
-                                            {a + 5, QStringLiteral("B")},  {a + 6, QStringLiteral("B1")},
-                                            {a + 18, QStringLiteral("C")}};
+        const QHash<qint32, QString> typeOf{
+            {a, QStringLiteral("A")},      {a + 2, QStringLiteral("A")},
+            {a + 3, QStringLiteral("A1")}, {a + 4, QStringLiteral("B")},
+            {a + 5, QStringLiteral("B")},  {a + 6, QStringLiteral("B1")},
+            {a + 18, QStringLiteral("C")}};
         QString type;
         for (qint32 page = a; page <= generator.pageCount(); ++page) {
             type = typeOf.value(page, type);
@@ -420,18 +453,26 @@ private slots:
             QList<Word> stamp;
             QList<Word> sheet;
             for (const Word& w : all)
-                (w.box.top() >= height - ZebPackage::PdfFinish::StampStrip ? stamp : sheet).append(w);
+                (w.box.top() >= height - ZebPackage::PdfFinish::StampStrip ? stamp : sheet)
+                    .append(w);
             QStringList stampText;
             for (const Word& w : stamp)
                 stampText << w.text;
             QCOMPARE(stampText.join(QLatin1Char(' ')),
-                     QStringLiteral("Job PDX-26-0147 \u00b7 Type %1 \u00b7 Page %2 of %3").arg(type).arg(page).arg(generator.pageCount()));
-            QVERIFY2(std::any_of(sheet.begin(), sheet.end(), [](const Word& w) { return w.text.contains(QStringLiteral("-foot")); }),
-                     qPrintable(QStringLiteral("page %1 lost the sheet's foot").arg(page)));
+                     QStringLiteral("Job PDX-26-0147 \u00b7 Type %1 \u00b7 Page %2 of %3")
+                         .arg(type)
+                         .arg(page)
+                         .arg(generator.pageCount()));
+            QVERIFY2(
+                std::any_of(sheet.begin(), sheet.end(),
+                            [](const Word& w) { return w.text.contains(QStringLiteral("-foot")); }),
+                qPrintable(QStringLiteral("page %1 lost the sheet's foot").arg(page)));
             for (const Word& s : stamp) {
                 for (const Word& w : sheet)
                     QVERIFY2(!s.box.intersects(w.box),
-                             qPrintable(QStringLiteral("page %1: the stamp's \"%2\" covers \"%3\"").arg(page).arg(s.text, w.text)));
+                             qPrintable(QStringLiteral("page %1: the stamp's \"%2\" covers \"%3\"")
+                                            .arg(page)
+                                            .arg(s.text, w.text)));
             }
         }
     }
@@ -446,29 +487,44 @@ private slots:
         const QByteArray innerPdf = read(QStringLiteral("inner.pdf"));
         const auto links = [&](const QString& path) {
             // Each link as its page, rectangle and the page it opens, all from 1.
-            const QJsonObject json = qpdfJson(path, {QStringLiteral("pages"), QStringLiteral("qpdf")});
+            const QJsonObject json =
+                qpdfJson(path, {QStringLiteral("pages"), QStringLiteral("qpdf")});
             QHash<QString, int> pageOf;
             for (const auto& page : json.value(QStringLiteral("pages")).toArray())
                 pageOf.insert(page.toObject().value(QStringLiteral("object")).toString(),
                               page.toObject().value(QStringLiteral("pageposfrom1")).toInt());
-            const QJsonObject objects = json.value(QStringLiteral("qpdf")).toArray().at(1).toObject();
+            const QJsonObject objects =
+                json.value(QStringLiteral("qpdf")).toArray().at(1).toObject();
             QList<std::tuple<int, QRectF, int>> out;
             for (const auto& page : json.value(QStringLiteral("pages")).toArray()) {
-                const QJsonObject dict = objects.value(QStringLiteral("obj:") + page.toObject().value(QStringLiteral("object")).toString())
-                                             .toObject().value(QStringLiteral("value")).toObject();
+                const QJsonObject dict =
+                    objects
+                        .value(QStringLiteral("obj:")
+                               + page.toObject().value(QStringLiteral("object")).toString())
+                        .toObject()
+                        .value(QStringLiteral("value"))
+                        .toObject();
                 QJsonValue annots = dict.value(QStringLiteral("/Annots"));
                 // The list itself may be an object of its own.
                 if (annots.isString())
-                    annots = objects.value(QStringLiteral("obj:") + annots.toString()).toObject().value(QStringLiteral("value"));
+                    annots = objects.value(QStringLiteral("obj:") + annots.toString())
+                                 .toObject()
+                                 .value(QStringLiteral("value"));
                 for (const auto& ref : annots.toArray()) {
                     const QJsonObject annot = objects.value(QStringLiteral("obj:") + ref.toString())
-                                                  .toObject().value(QStringLiteral("value")).toObject();
-                    if (annot.value(QStringLiteral("/Subtype")).toString() != QLatin1String("/Link"))
+                                                  .toObject()
+                                                  .value(QStringLiteral("value"))
+                                                  .toObject();
+                    if (annot.value(QStringLiteral("/Subtype")).toString()
+                        != QLatin1String("/Link"))
                         continue;
                     const QJsonArray r = annot.value(QStringLiteral("/Rect")).toArray();
-                    out.append({page.toObject().value(QStringLiteral("pageposfrom1")).toInt(),
-                                QRectF(QPointF(r[0].toDouble(), r[1].toDouble()), QPointF(r[2].toDouble(), r[3].toDouble())),
-                                pageOf.value(annot.value(QStringLiteral("/Dest")).toArray().at(0).toString())});
+                    out.append(
+                        {page.toObject().value(QStringLiteral("pageposfrom1")).toInt(),
+                         QRectF(QPointF(r[0].toDouble(), r[1].toDouble()),
+                                QPointF(r[2].toDouble(), r[3].toDouble())),
+                         pageOf.value(
+                             annot.value(QStringLiteral("/Dest")).toArray().at(0).toString())});
                 }
             }
             return out;
@@ -480,7 +536,10 @@ private slots:
         outer->setCutSheets({sheet(QStringLiteral("A"), QStringLiteral("inner.pdf"), innerPdf)});
         PackageGenerator second;
         QVERIFY(second.Generate(*outer, file(QStringLiteral("outer.pdf"))));
-        QCOMPARE(run(QStringLiteral("qpdf"), {QStringLiteral("--check"), file(QStringLiteral("outer.pdf"))}).code, 0);
+        QCOMPARE(run(QStringLiteral("qpdf"),
+                     {QStringLiteral("--check"), file(QStringLiteral("outer.pdf"))})
+                     .code,
+                 0);
         qint32 a = 0;
         for (const auto& entry : second.contents())
             a = entry.Title == QLatin1String("Type A") ? entry.Page : a;
@@ -498,21 +557,30 @@ private slots:
             const auto& [newPage, newRect, newTarget] = after[i];
             QCOMPARE(newPage, page + a - 1);
             QCOMPARE(newTarget, target + a - 1);
-            const QRectF expected(rect.left() * scale + 612 * (1 - scale) / 2, rect.top() * scale + 792 * (1 - scale),
-                                  rect.width() * scale, rect.height() * scale);
-            QVERIFY2(qAbs(newRect.left() - expected.left()) < 0.01 && qAbs(newRect.top() - expected.top()) < 0.01
-                         && qAbs(newRect.width() - expected.width()) < 0.01 && qAbs(newRect.height() - expected.height()) < 0.01,
-                     qPrintable(QStringLiteral("link %1 at %2,%3 %4x%5").arg(i).arg(newRect.left()).arg(newRect.top())
-                                    .arg(newRect.width()).arg(newRect.height())));
+            const QRectF expected(rect.left() * scale + 612 * (1 - scale) / 2,
+                                  rect.top() * scale + 792 * (1 - scale), rect.width() * scale,
+                                  rect.height() * scale);
+            QVERIFY2(qAbs(newRect.left() - expected.left()) < 0.01
+                         && qAbs(newRect.top() - expected.top()) < 0.01
+                         && qAbs(newRect.width() - expected.width()) < 0.01
+                         && qAbs(newRect.height() - expected.height()) < 0.01,
+                     qPrintable(QStringLiteral("link %1 at %2,%3 %4x%5")
+                                    .arg(i)
+                                    .arg(newRect.left())
+                                    .arg(newRect.top())
+                                    .arg(newRect.width())
+                                    .arg(newRect.height())));
         }
     }
 
     void typeWithoutSheetIsListedByThePreExportCheck()
     {
         auto j = job();
-        QVERIFY(!PackageGenerator::Check(*j).contains(QStringLiteral("Type A1E has no cut sheet attached.")));
-        j->setCutSheets({sheet(QStringLiteral("A"), QStringLiteral("alpha.pdf"),
-                               makeSheet(QStringLiteral("alpha"), QPageSize::A4, QPageLayout::Portrait, 1))});
+        QVERIFY(!PackageGenerator::Check(*j).contains(
+            QStringLiteral("Type A1E has no cut sheet attached.")));
+        j->setCutSheets(
+            {sheet(QStringLiteral("A"), QStringLiteral("alpha.pdf"),
+                   makeSheet(QStringLiteral("alpha"), QPageSize::A4, QPageLayout::Portrait, 1))});
         const QStringList gaps = PackageGenerator::Check(*j);
         QVERIFY(!gaps.contains(QStringLiteral("Type A has no cut sheet attached.")));
         QVERIFY(gaps.contains(QStringLiteral("Type A1E has no cut sheet attached.")));
@@ -525,7 +593,8 @@ private slots:
         PackageGenerator generator;
         QVERIFY(generator.Generate(*j, file(QStringLiteral("package.pdf"))));
         for (const auto& entry : generator.contents())
-            QVERIFY2(!entry.Title.startsWith(QStringLiteral("Cut Sheets")) && !entry.Title.startsWith(QStringLiteral("Type ")),
+            QVERIFY2(!entry.Title.startsWith(QStringLiteral("Cut Sheets"))
+                         && !entry.Title.startsWith(QStringLiteral("Type ")),
                      qPrintable(entry.Title));
     }
 
@@ -537,10 +606,12 @@ private slots:
             if (line->Type() == QLatin1String("B"))
                 line->setSelected(false);
         }
-        j->setCutSheets({sheet(QStringLiteral("B"), QStringLiteral("bravo.pdf"),
-                               makeSheet(QStringLiteral("bravo"), QPageSize::Letter, QPageLayout::Portrait, 1)),
-                         sheet(QStringLiteral("A"), QStringLiteral("alpha.pdf"),
-                               makeSheet(QStringLiteral("alpha"), QPageSize::Letter, QPageLayout::Portrait, 1))});
+        j->setCutSheets(
+            {sheet(QStringLiteral("B"), QStringLiteral("bravo.pdf"),
+                   makeSheet(QStringLiteral("bravo"), QPageSize::Letter, QPageLayout::Portrait, 1)),
+             sheet(
+                 QStringLiteral("A"), QStringLiteral("alpha.pdf"),
+                 makeSheet(QStringLiteral("alpha"), QPageSize::Letter, QPageLayout::Portrait, 1))});
         PackageGenerator generator;
         QVERIFY(generator.Generate(*j, file(QStringLiteral("package.pdf"))));
         const QString all = pageTexts(file(QStringLiteral("package.pdf"))).join(QLatin1Char(' '));
@@ -551,8 +622,9 @@ private slots:
     void cancellingDuringTheMergeLeavesNoFile()
     {
         auto j = job();
-        j->setCutSheets({sheet(QStringLiteral("A"), QStringLiteral("echo.pdf"),
-                               makeSheet(QStringLiteral("echo"), QPageSize::Letter, QPageLayout::Portrait, 12))});
+        j->setCutSheets({sheet(
+            QStringLiteral("A"), QStringLiteral("echo.pdf"),
+            makeSheet(QStringLiteral("echo"), QPageSize::Letter, QPageLayout::Portrait, 12))});
         PackageGenerator generator;
         qint32 calls = 0;
         qint32 total = 0;

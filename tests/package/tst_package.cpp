@@ -70,9 +70,9 @@ Pdf readPdf(const QString& path)
 {
     Pdf pdf;
     pdf.path = path;
-    const QString text = run(QStringLiteral("pdftotext"),
-                             {QStringLiteral("-layout"), QStringLiteral("-enc"), QStringLiteral("UTF-8"),
-                              path, QStringLiteral("-")});
+    const QString text =
+        run(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
+                                          QStringLiteral("UTF-8"), path, QStringLiteral("-")});
     QStringList pages = text.split(QLatin1Char('\f'));
     if (!pages.isEmpty() && pages.last().trimmed().isEmpty())
         pages.removeLast();
@@ -97,11 +97,11 @@ bool inOrder(const QString& text, const QStringList& needles, QString* missing =
     return true;
 }
 
-#define VERIFY_IN_ORDER(text, ...)                                                   \
-    do {                                                                             \
-        QString missing_;                                                            \
-        QVERIFY2(inOrder((text), QStringList{__VA_ARGS__}, &missing_),               \
-                 qPrintable(QStringLiteral("missing or out of order: ") + missing_)); \
+#define VERIFY_IN_ORDER(text, ...)                                                                 \
+    do {                                                                                           \
+        QString missing_;                                                                          \
+        QVERIFY2(inOrder((text), QStringList{__VA_ARGS__}, &missing_),                             \
+                 qPrintable(QStringLiteral("missing or out of order: ") + missing_));              \
     } while (false)
 
 StandaloneSubmittal& submittalOf(const StandalonePackageSource& job)
@@ -167,12 +167,15 @@ struct Word {
 // inch) unless asked for.
 QList<Word> wordsOnPage(const QString& path, int page, bool footer = false)
 {
-    const QString html = run(QStringLiteral("pdftotext"),
-                             {QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
-                              QStringLiteral("-l"), QString::number(page), path, QStringLiteral("-")});
-    static const QRegularExpression word(QStringLiteral(
-        "<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" yMax=\"([0-9.]+)\">([^<]*)</word>"));
-    static const QRegularExpression pageBox(QStringLiteral("<page width=\"([0-9.]+)\" height=\"([0-9.]+)\""));
+    const QString html =
+        run(QStringLiteral("pdftotext"),
+            {QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
+             QStringLiteral("-l"), QString::number(page), path, QStringLiteral("-")});
+    static const QRegularExpression word(
+        QStringLiteral("<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" "
+                       "yMax=\"([0-9.]+)\">([^<]*)</word>"));
+    static const QRegularExpression pageBox(
+        QStringLiteral("<page width=\"([0-9.]+)\" height=\"([0-9.]+)\""));
     const qreal height = pageBox.match(html).captured(2).toDouble();
     QList<Word> out;
     for (auto it = word.globalMatch(html); it.hasNext();) {
@@ -216,9 +219,9 @@ private:
     {
         const QString prefix = m_dir->filePath(QStringLiteral("render"));
         run(QStringLiteral("pdftoppm"),
-            {QStringLiteral("-png"), QStringLiteral("-r"), QString::number(dpi), QStringLiteral("-f"),
-             QString::number(page), QStringLiteral("-l"), QString::number(page),
-             QStringLiteral("-singlefile"), path, prefix});
+            {QStringLiteral("-png"), QStringLiteral("-r"), QString::number(dpi),
+             QStringLiteral("-f"), QString::number(page), QStringLiteral("-l"),
+             QString::number(page), QStringLiteral("-singlefile"), path, prefix});
         QImage image(prefix + QStringLiteral(".png"));
         return image.convertToFormat(QImage::Format_RGB32);
     }
@@ -247,13 +250,15 @@ private slots:
         QCOMPARE(job->Manufacturer(*lines[0]), QStringLiteral("Varnholt Lighting Works"));
         QCOMPARE(job->JobName(), QStringLiteral("Riverside Medical Office Building"));
         const ZebPackage::PostalAddress address = job->Address(*job->Customers()->Item(2));
-        QCOMPARE(address, (ZebPackage::PostalAddress{QStringLiteral("Priya Raman"), QStringLiteral("520 SW Yamhill Street"),
-                                                     QStringLiteral("Suite 1100"), QStringLiteral("Portland"),
-                                                     QStringLiteral("OR"), QStringLiteral("97204"),
-                                                     QStringLiteral("(503) 555-0119"),
-                                                     QStringLiteral("priya.raman@cedarridge.example")}));
+        QCOMPARE(address,
+                 (ZebPackage::PostalAddress{
+                     QStringLiteral("Priya Raman"), QStringLiteral("520 SW Yamhill Street"),
+                     QStringLiteral("Suite 1100"), QStringLiteral("Portland"), QStringLiteral("OR"),
+                     QStringLiteral("97204"), QStringLiteral("(503) 555-0119"),
+                     QStringLiteral("priya.raman@cedarridge.example")}));
         // Facts the job does not know are empty, not failures.
-        StandaloneLineItem unknown(StandaloneLineItem::Data{1, QStringLiteral("Z"), QStringLiteral("Nobody"), {}, {}, {}, false, {}, false});
+        StandaloneLineItem unknown(StandaloneLineItem::Data{
+            1, QStringLiteral("Z"), QStringLiteral("Nobody"), {}, {}, {}, false, {}, false});
         QVERIFY(job->Manufacturer(unknown).isEmpty());
         StandaloneCustomer::Data strangerData;
         strangerData.key = QStringLiteral("NONE");
@@ -285,13 +290,15 @@ private slots:
         QCOMPARE(contents.size(), 5);
         for (const auto& entry : contents) {
             // The page number stands beside the title, and the page holds that part.
-            QVERIFY2(pdf.page(1).contains(entry.Title + QLatin1Char(' ') + QString::number(entry.Page)),
-                     qPrintable(entry.Title));
+            QVERIFY2(
+                pdf.page(1).contains(entry.Title + QLatin1Char(' ') + QString::number(entry.Page)),
+                qPrintable(entry.Title));
             const QString page = pdf.page(entry.Page);
             if (entry.Title.startsWith(QStringLiteral("Cover Letter: ")))
                 QVERIFY(page.contains(entry.Title.mid(14).section(QStringLiteral(", "), 0, 0)));
             else if (entry.Title == QLatin1String("Labels"))
-                QVERIFY(page.startsWith(QStringLiteral("Halvorsen Electric Co. Cedar Ridge Architects")));
+                QVERIFY(page.startsWith(
+                    QStringLiteral("Halvorsen Electric Co. Cedar Ridge Architects")));
             else
                 QVERIFY2(page.startsWith(entry.Title), qPrintable(page.left(80)));
         }
@@ -315,11 +322,16 @@ private slots:
         auto job = StandalonePackageSource::sampleJob();
         const Pdf pdf = generate(*job);
         const QString info = run(QStringLiteral("pdfinfo"), {pdf.path});
-        QVERIFY2(info.contains(QRegularExpression(QStringLiteral("Title:\\s+Riverside Medical Office Building\\n"))),
+        QVERIFY2(info.contains(QRegularExpression(
+                     QStringLiteral("Title:\\s+Riverside Medical Office Building\\n"))),
                  qPrintable(info));
         const QString meta = run(QStringLiteral("pdfinfo"), {QStringLiteral("-meta"), pdf.path});
-        QVERIFY(meta.contains(QStringLiteral("<dc:title><rdf:Alt><rdf:li xml:lang=\"x-default\">Riverside Medical Office Building</rdf:li>")));
-        QVERIFY(meta.contains(QStringLiteral("<dc:description><rdf:Alt><rdf:li xml:lang=\"x-default\">Request For Approval</rdf:li>")));
+        QVERIFY(meta.contains(
+            QStringLiteral("<dc:title><rdf:Alt><rdf:li xml:lang=\"x-default\">Riverside Medical "
+                           "Office Building</rdf:li>")));
+        QVERIFY(
+            meta.contains(QStringLiteral("<dc:description><rdf:Alt><rdf:li "
+                                         "xml:lang=\"x-default\">Request For Approval</rdf:li>")));
         QVERIFY(meta.contains(QStringLiteral("<dc:date><rdf:Seq><rdf:li>2026-11-21</rdf:li>")));
     }
 
@@ -329,7 +341,8 @@ private slots:
         PackageGenerator generator;
         QCOMPARE(generator.paperSize(), PackageGenerator::PaperSize::Letter);
         Pdf pdf = generate(*job);
-        QVERIFY(run(QStringLiteral("pdfinfo"), {pdf.path}).contains(QStringLiteral("612 x 792 pts (letter)")));
+        QVERIFY(run(QStringLiteral("pdfinfo"), {pdf.path})
+                    .contains(QStringLiteral("612 x 792 pts (letter)")));
         pdf = generate(*job, PackageGenerator::PaperSize::A4);
         QVERIFY(run(QStringLiteral("pdfinfo"), {pdf.path}).contains(QStringLiteral("(A4)")));
         VERIFY_IN_ORDER(pdf.all(), "Contents", "Request For Approval", "Bill of Materials");
@@ -355,7 +368,8 @@ private slots:
         const QString all = pdf.all();
         QCOMPARE(all.contains(QStringLiteral("Sincerely,")), letter);
         QCOMPARE(pdf.pagesStartingWith(QStringLiteral("Bill of Materials")).isEmpty(), !bom);
-        QCOMPARE(all.contains(QStringLiteral("Dana Whitcomb Priya Raman 2210 NW Front Avenue")), labels);
+        QCOMPARE(all.contains(QStringLiteral("Dana Whitcomb Priya Raman 2210 NW Front Avenue")),
+                 labels);
         // Parts follow one another in the package's order.
         QStringList order;
         if (letter)
@@ -376,12 +390,11 @@ private slots:
         letterOf(*job).setSeparateLetters(false);
         const Pdf pdf = generate(*job);
         QCOMPARE(pdf.count(), 2);
-        VERIFY_IN_ORDER(pdf.page(2), "November 21, 2026", "To:",
-                        "Dana Whitcomb, Halvorsen Electric Co.",
-                        "Priya Raman, Cedar Ridge Architects",
-                        "Tom Okafor, Benton Consulting Engineers",
-                        "Re: Riverside Medical Office Building (Job PDX-26-0147)",
-                        "Purpose: Request For Approval", "Sincerely,", "Marta Halloran");
+        VERIFY_IN_ORDER(
+            pdf.page(2), "November 21, 2026", "To:", "Dana Whitcomb, Halvorsen Electric Co.",
+            "Priya Raman, Cedar Ridge Architects", "Tom Okafor, Benton Consulting Engineers",
+            "Re: Riverside Medical Office Building (Job PDX-26-0147)",
+            "Purpose: Request For Approval", "Sincerely,", "Marta Halloran");
         QVERIFY(!pdf.all().contains(QStringLiteral("cc:")));
     }
 
@@ -440,9 +453,9 @@ private slots:
         onlyPart(*job, true, false, false);
         auto& paragraphs = static_cast<StandaloneTextObjects&>(*job->CoverLetterParagraphs());
         Pdf pdf = generate(*job);
-        VERIFY_IN_ORDER(pdf.page(2), "Purpose: Request For Approval", "Enclosed please find our submittal",
-                        "Fixtures are submitted as specified", "Made to order fixtures cannot be cancelled",
-                        "Sincerely,");
+        VERIFY_IN_ORDER(pdf.page(2), "Purpose: Request For Approval",
+                        "Enclosed please find our submittal", "Fixtures are submitted as specified",
+                        "Made to order fixtures cannot be cancelled", "Sincerely,");
         // Not ticked: left out.
         QVERIFY(!pdf.all().contains(QStringLiteral("Mounting heights")));
         QVERIFY(!pdf.all().contains(QStringLiteral("Thank you for the opportunity")));
@@ -468,7 +481,8 @@ private slots:
         letterOf(*job).setIncludeDefaultParagraphs(false);
         const Pdf pdf = generate(*job);
         QVERIFY(!pdf.all().contains(QStringLiteral("Enclosed please find")));
-        VERIFY_IN_ORDER(pdf.page(2), "Purpose: Request For Approval", "Sincerely,", "Marta Halloran");
+        VERIFY_IN_ORDER(pdf.page(2), "Purpose: Request For Approval", "Sincerely,",
+                        "Marta Halloran");
     }
 
     void remarksOnlyWhenChosenAndSelected_data()
@@ -486,7 +500,8 @@ private slots:
         const Pdf pdf = generate(*job);
         const QString page = pdf.page(2);
         QCOMPARE(page.contains(QStringLiteral("Remarks:")), include);
-        QCOMPARE(page.contains(QStringLiteral("Approval is required within 10 working days")), include);
+        QCOMPARE(page.contains(QStringLiteral("Approval is required within 10 working days")),
+                 include);
         QCOMPARE(page.contains(QStringLiteral("Dimming is 0-10V throughout")), include);
         QVERIFY(!page.contains(QStringLiteral("Emergency battery packs")));
         QVERIFY(!page.contains(QStringLiteral("Exterior poles")));
@@ -537,7 +552,8 @@ private slots:
         const auto words = wordsOnPage(pdf.path, 2);
         QVERIFY(!words.isEmpty());
         QCOMPARE(words.first().text, QStringLiteral("Northlight"));
-        QVERIFY2(include ? words.first().box.left() > 54 + 54 + 11 : qAbs(words.first().box.left() - 54) < 2,
+        QVERIFY2(include ? words.first().box.left() > 54 + 54 + 11
+                         : qAbs(words.first().box.left() - 54) < 2,
                  qPrintable(QString::number(words.first().box.left())));
         QVERIFY(words.first().box.top() < 54 + 6);
         for (const Word& w : words) {
@@ -553,16 +569,18 @@ private slots:
         letterOf(*job).setSeparateLetters(true);
         const Pdf pdf = generate(*job);
         // The office at the head of every letter, the recipient's whole address under the date.
-        VERIFY_IN_ORDER(pdf.page(2), "Northlight Lighting Sales", "1120 NW Couch Street", "Suite 450",
-                        "Portland, OR 97209", "Phone (503) 555-0100", "submittals@northlight.example",
-                        "November 21, 2026", "Dana Whitcomb", "Halvorsen Electric Co.",
-                        "2210 NW Front Avenue", "Suite 300", "Portland, OR 97210", "Re: Riverside",
-                        "Sincerely,", "Marta Halloran", "Northlight Lighting Sales");
+        VERIFY_IN_ORDER(pdf.page(2), "Northlight Lighting Sales", "1120 NW Couch Street",
+                        "Suite 450", "Portland, OR 97209", "Phone (503) 555-0100",
+                        "submittals@northlight.example", "November 21, 2026", "Dana Whitcomb",
+                        "Halvorsen Electric Co.", "2210 NW Front Avenue", "Suite 300",
+                        "Portland, OR 97210", "Re: Riverside", "Sincerely,", "Marta Halloran",
+                        "Northlight Lighting Sales");
         bool found = false;
         for (const QString& page : pdf.pages) {
             if (page.contains(QStringLiteral("Priya Raman Cedar Ridge Architects"))) {
-                VERIFY_IN_ORDER(page, "Northlight Lighting Sales", "Priya Raman", "Cedar Ridge Architects",
-                                "520 SW Yamhill Street", "Suite 1100", "Portland, OR 97204");
+                VERIFY_IN_ORDER(page, "Northlight Lighting Sales", "Priya Raman",
+                                "Cedar Ridge Architects", "520 SW Yamhill Street", "Suite 1100",
+                                "Portland, OR 97204");
                 found = true;
             }
         }
@@ -597,8 +615,9 @@ private slots:
         submittalOf(*job).setCoverLetter(nullptr);
         const Pdf pdf = generate(*job);
         QCOMPARE(pdf.count(), 2);
-        VERIFY_IN_ORDER(pdf.page(2), "Cover Letter",
-                        "The submittal has no cover letter options, so no cover letter is printed.");
+        VERIFY_IN_ORDER(
+            pdf.page(2), "Cover Letter",
+            "The submittal has no cover letter options, so no cover letter is printed.");
     }
 
     void noDateLeavesTheDateOut()
@@ -618,8 +637,11 @@ private slots:
         onlyPart(*job, true, false, false);
         auto& paragraphs = static_cast<StandaloneTextObjects&>(*job->CoverLetterParagraphs());
         for (int i = 1; i <= 40; ++i)
-            paragraphs.Add(QStringLiteral("Paragraph number %1 of the long letter, long enough to take "
-                                          "two lines of the page at the letter's size of type.").arg(i), true);
+            paragraphs.Add(
+                QStringLiteral("Paragraph number %1 of the long letter, long enough to take "
+                               "two lines of the page at the letter's size of type.")
+                    .arg(i),
+                true);
         const Pdf pdf = generate(*job);
         QVERIFY(pdf.count() >= 3);
         QList<QString> expected;
@@ -636,27 +658,46 @@ private slots:
         QTest::addColumn<QString>("column");
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("value");
-        QTest::newRow("Type") << "Type" << "Type" << "A1E";
-        QTest::newRow("Quantity") << "Quantity" << "Qty" << " 22 ";
-        QTest::newRow("Brand") << "Brand" << "Brand" << "Quenza Architectural";
-        QTest::newRow("Manufacturer") << "Manufacturer" << "Manufacturer" << "Quenza Lighting Group";
-        QTest::newRow("CatalogNumber") << "CatalogNumber" << "Catalog Number" << "QA-DL4-15L";
-        QTest::newRow("Description") << "Description" << "Description" << "LED downlight, 1500 lm";
-        QTest::newRow("GroupCodes") << "GroupCodes" << "Group" << "EGRESS";
-        QTest::newRow("MTO") << "MTO" << "MTO" << "MTO";
+        QTest::newRow("Type") << "Type"
+                              << "Type"
+                              << "A1E";
+        QTest::newRow("Quantity") << "Quantity"
+                                  << "Qty"
+                                  << " 22 ";
+        QTest::newRow("Brand") << "Brand"
+                               << "Brand"
+                               << "Quenza Architectural";
+        QTest::newRow("Manufacturer") << "Manufacturer"
+                                      << "Manufacturer"
+                                      << "Quenza Lighting Group";
+        QTest::newRow("CatalogNumber") << "CatalogNumber"
+                                       << "Catalog Number"
+                                       << "QA-DL4-15L";
+        QTest::newRow("Description") << "Description"
+                                     << "Description"
+                                     << "LED downlight, 1500 lm";
+        QTest::newRow("GroupCodes") << "GroupCodes"
+                                    << "Group"
+                                    << "EGRESS";
+        QTest::newRow("MTO") << "MTO"
+                             << "MTO"
+                             << "MTO";
     }
     void bomColumnsExactlyAsChosen()
     {
         QFETCH(QString, column);
         QFETCH(QString, title);
         QFETCH(QString, value);
-        const QStringList columns = {QStringLiteral("Type"), QStringLiteral("Quantity"), QStringLiteral("Brand"),
-                                     QStringLiteral("Manufacturer"), QStringLiteral("CatalogNumber"),
-                                     QStringLiteral("Description"), QStringLiteral("GroupCodes"),
-                                     QStringLiteral("MTO")};
-        const QStringList titles = {QStringLiteral("Type"), QStringLiteral("Qty"), QStringLiteral("Brand"),
-                                    QStringLiteral("Manufacturer"), QStringLiteral("Catalog Number"),
-                                    QStringLiteral("Description"), QStringLiteral("Group"), QStringLiteral("MTO")};
+        const QStringList columns = {
+            QStringLiteral("Type"),          QStringLiteral("Quantity"),
+            QStringLiteral("Brand"),         QStringLiteral("Manufacturer"),
+            QStringLiteral("CatalogNumber"), QStringLiteral("Description"),
+            QStringLiteral("GroupCodes"),    QStringLiteral("MTO")};
+        const QStringList titles = {
+            QStringLiteral("Type"),           QStringLiteral("Qty"),
+            QStringLiteral("Brand"),          QStringLiteral("Manufacturer"),
+            QStringLiteral("Catalog Number"), QStringLiteral("Description"),
+            QStringLiteral("Group"),          QStringLiteral("MTO")};
         for (bool alone : {true, false}) {
             auto job = StandalonePackageSource::sampleJob();
             onlyPart(*job, false, true, false);
@@ -664,14 +705,22 @@ private slots:
             bom.setIncludeLineComments(false);
             bom.setIncludeDefaultRemarks(false);
             // Alone: only this column. Otherwise: every column but this one.
-            bom.setIncludeType(alone ? column == QLatin1String("Type") : column != QLatin1String("Type"));
-            bom.setIncludeQuantity(alone ? column == QLatin1String("Quantity") : column != QLatin1String("Quantity"));
-            bom.setIncludeBrand(alone ? column == QLatin1String("Brand") : column != QLatin1String("Brand"));
-            bom.setIncludeManufacturer(alone ? column == QLatin1String("Manufacturer") : column != QLatin1String("Manufacturer"));
-            bom.setIncludeCatalogNumber(alone ? column == QLatin1String("CatalogNumber") : column != QLatin1String("CatalogNumber"));
-            bom.setIncludeDescription(alone ? column == QLatin1String("Description") : column != QLatin1String("Description"));
-            bom.setIncludeGroupCodes(alone ? column == QLatin1String("GroupCodes") : column != QLatin1String("GroupCodes"));
-            bom.setIncludeMTO(alone ? column == QLatin1String("MTO") : column != QLatin1String("MTO"));
+            bom.setIncludeType(alone ? column == QLatin1String("Type")
+                                     : column != QLatin1String("Type"));
+            bom.setIncludeQuantity(alone ? column == QLatin1String("Quantity")
+                                         : column != QLatin1String("Quantity"));
+            bom.setIncludeBrand(alone ? column == QLatin1String("Brand")
+                                      : column != QLatin1String("Brand"));
+            bom.setIncludeManufacturer(alone ? column == QLatin1String("Manufacturer")
+                                             : column != QLatin1String("Manufacturer"));
+            bom.setIncludeCatalogNumber(alone ? column == QLatin1String("CatalogNumber")
+                                              : column != QLatin1String("CatalogNumber"));
+            bom.setIncludeDescription(alone ? column == QLatin1String("Description")
+                                            : column != QLatin1String("Description"));
+            bom.setIncludeGroupCodes(alone ? column == QLatin1String("GroupCodes")
+                                           : column != QLatin1String("GroupCodes"));
+            bom.setIncludeMTO(alone ? column == QLatin1String("MTO")
+                                    : column != QLatin1String("MTO"));
             const Pdf pdf = generate(*job);
             QCOMPARE(pdf.count(), 2);
             const QString page = pdf.page(2);
@@ -683,7 +732,8 @@ private slots:
             }
             // The line's number leads whenever a column prints.
             const QString headerRow = QStringLiteral("Line ") + header.join(QLatin1Char(' '));
-            QVERIFY2(page.contains(QStringLiteral("Request For Approval ") + headerRow + QLatin1Char(' ')),
+            QVERIFY2(page.contains(QStringLiteral("Request For Approval ") + headerRow
+                                   + QLatin1Char(' ')),
                      qPrintable(page.left(300)));
             QCOMPARE(page.contains(value), alone);
         }
@@ -695,8 +745,8 @@ private slots:
         onlyPart(*job, false, true, false);
         bomOf(*job).setIncludeLineComments(true);
         Pdf pdf = generate(*job);
-        VERIFY_IN_ORDER(pdf.all(), "A1E", "Battery pack factory installed; 90 minute rating.",
-                        "C1", "X1", "X2", "EM1");
+        VERIFY_IN_ORDER(pdf.all(), "A1E", "Battery pack factory installed; 90 minute rating.", "C1",
+                        "X1", "X2", "EM1");
         // B1 and the last line are not ticked: they print neither their rows nor their comments.
         QVERIFY(!pdf.all().contains(QStringLiteral("Made to order: shop drawings follow")));
         QVERIFY(!pdf.all().contains(QStringLiteral(" B1 ")));
@@ -713,7 +763,8 @@ private slots:
         onlyPart(*job, false, true, false);
         const Pdf pdf = generate(*job);
         VERIFY_IN_ORDER(pdf.page(2), "Bill of Materials", "Riverside Medical Office Building",
-                        "Purpose: Request For Approval", "Type Qty Brand Catalog Number Description MTO");
+                        "Purpose: Request For Approval",
+                        "Type Qty Brand Catalog Number Description MTO");
         QVERIFY(pdf.page(2).startsWith(QStringLiteral("Bill of Materials")));
     }
 
@@ -735,8 +786,11 @@ private slots:
         const Pdf pdf = generate(*job);
         const QString all = pdf.all();
         QCOMPARE(all.contains(QStringLiteral("Remarks")), include);
-        QCOMPARE(all.contains(QStringLiteral("All fixtures are 120-277V unless noted otherwise.")), include);
-        QCOMPARE(all.contains(QStringLiteral("Colour temperature 3500K, CRI 80 minimum unless noted.")), include);
+        QCOMPARE(all.contains(QStringLiteral("All fixtures are 120-277V unless noted otherwise.")),
+                 include);
+        QCOMPARE(
+            all.contains(QStringLiteral("Colour temperature 3500K, CRI 80 minimum unless noted.")),
+            include);
         QVERIFY(!all.contains(QStringLiteral("Lamps are included where listed.")));
         if (include)
             VERIFY_IN_ORDER(all, "EM1", "Remarks", "All fixtures are 120-277V",
@@ -757,11 +811,13 @@ private slots:
         const qsizetype total = bomPages.size();
         for (qsizetype n = 0; n < total; ++n) {
             const QString page = pdf.page(bomPages[n]);
-            QVERIFY2(page.contains(QStringLiteral("Type Qty Brand Manufacturer Catalog Number Description Group MTO")),
+            QVERIFY2(page.contains(QStringLiteral(
+                         "Type Qty Brand Manufacturer Catalog Number Description Group MTO")),
                      qPrintable(page.left(300)));
             // The package's page, not the part's.
-            QVERIFY2(page.endsWith(QStringLiteral("Page %1 of %2").arg(bomPages[n]).arg(pdf.count())),
-                     qPrintable(page.right(80)));
+            QVERIFY2(
+                page.endsWith(QStringLiteral("Page %1 of %2").arg(bomPages[n]).arg(pdf.count())),
+                qPrintable(page.right(80)));
             // The purpose heads the first page only.
             QCOMPARE(page.contains(QStringLiteral("Purpose:")), n == 0);
         }
@@ -783,7 +839,8 @@ private slots:
         static_cast<StandaloneLineItems&>(*job->LineItems()).Clear();
         Pdf pdf = generate(*job);
         QCOMPARE(pdf.count(), 2);
-        VERIFY_IN_ORDER(pdf.page(2), "Bill of Materials", "Purpose:", "The submittal has no lines.", "Page 2 of 2");
+        VERIFY_IN_ORDER(pdf.page(2), "Bill of Materials", "Purpose:", "The submittal has no lines.",
+                        "Page 2 of 2");
         QVERIFY(!pdf.page(2).contains(QStringLiteral("Catalog Number")));
         job->setLineItems(nullptr);
         pdf = generate(*job);
@@ -803,7 +860,8 @@ private slots:
         bom.setIncludeMTO(false);
         const Pdf pdf = generate(*job);
         QCOMPARE(pdf.count(), 2);
-        VERIFY_IN_ORDER(pdf.page(2), "Bill of Materials", "No columns are chosen for the bill of materials.");
+        VERIFY_IN_ORDER(pdf.page(2), "Bill of Materials",
+                        "No columns are chosen for the bill of materials.");
     }
 
     void bomWithoutOptionsSaysSo()
@@ -813,8 +871,9 @@ private slots:
         job->setBOM(nullptr);
         const Pdf pdf = generate(*job);
         QCOMPARE(pdf.count(), 2);
-        VERIFY_IN_ORDER(pdf.page(2), "Bill of Materials",
-                        "The submittal has no bill of materials options, so no bill of materials is printed.");
+        VERIFY_IN_ORDER(
+            pdf.page(2), "Bill of Materials",
+            "The submittal has no bill of materials options, so no bill of materials is printed.");
     }
 
     // ---- labels --------------------------------------------------------------------------
@@ -824,16 +883,19 @@ private slots:
         QTest::addColumn<QStringList>("keys");
         QTest::addColumn<QStringList>("lines");
         QTest::newRow("1 field") << QStringList{"STREET"} << QStringList{"2210 NW Front Avenue"};
-        QTest::newRow("5 fields") << QStringList{"CITYSTATEZIP", "COMPANY", "ATTENTION", "STREET", "PHONE"}
-                                  << QStringList{"Portland, OR 97210", "Halvorsen Electric Co.", "Dana Whitcomb",
-                                                 "2210 NW Front Avenue", "(503) 555-0142"};
-        QTest::newRow("job fields") << QStringList{"JOBNAME", "JOBNUMBER", "PONUMBER", "SUBMITTALDATE", "STREET2"}
-                                    << QStringList{"Riverside Medical Office Building", "PDX-26-0147", "RMOB-4471",
-                                                   "November 21, 2026", "Suite 300"};
+        QTest::newRow("5 fields") << QStringList{"CITYSTATEZIP", "COMPANY", "ATTENTION", "STREET",
+                                                 "PHONE"}
+                                  << QStringList{"Portland, OR 97210", "Halvorsen Electric Co.",
+                                                 "Dana Whitcomb", "2210 NW Front Avenue",
+                                                 "(503) 555-0142"};
+        QTest::newRow("job fields")
+            << QStringList{"JOBNAME", "JOBNUMBER", "PONUMBER", "SUBMITTALDATE", "STREET2"}
+            << QStringList{"Riverside Medical Office Building", "PDX-26-0147", "RMOB-4471",
+                           "November 21, 2026", "Suite 300"};
         QTest::newRow("6 fields print 5")
             << QStringList{"COMPANY", "ATTENTION", "STREET", "STREET2", "CITYSTATEZIP", "PHONE"}
-            << QStringList{"Halvorsen Electric Co.", "Dana Whitcomb", "2210 NW Front Avenue", "Suite 300",
-                           "Portland, OR 97210"};
+            << QStringList{"Halvorsen Electric Co.", "Dana Whitcomb", "2210 NW Front Avenue",
+                           "Suite 300", "Portland, OR 97210"};
     }
     void labelFieldsInPrintOrder()
     {
@@ -871,7 +933,8 @@ private slots:
         chooseLabelFields(*job, {});
         const Pdf pdf = generate(*job);
         QCOMPARE(pdf.count(), 2);
-        VERIFY_IN_ORDER(pdf.page(2), "Labels", "No label fields are chosen, so no labels are printed.");
+        VERIFY_IN_ORDER(pdf.page(2), "Labels",
+                        "No label fields are chosen, so no labels are printed.");
     }
 
     void oneLabelPerIncludedCustomer()
@@ -881,11 +944,13 @@ private slots:
         chooseLabelFields(*job, {QStringLiteral("COMPANY")});
         job->Customers()->Item(1)->setIncluded(false);
         Pdf pdf = generate(*job);
-        QCOMPARE(pdf.page(2), QStringLiteral("Cedar Ridge Architects Job PDX-26-0147 Riverside Medical "
-                                             "Office Building Labels Page 2 of 2"));
+        QCOMPARE(pdf.page(2),
+                 QStringLiteral("Cedar Ridge Architects Job PDX-26-0147 Riverside Medical "
+                                "Office Building Labels Page 2 of 2"));
         job->Customers()->Item(2)->setIncluded(false);
         pdf = generate(*job);
-        VERIFY_IN_ORDER(pdf.page(2), "Labels", "No customer is included, so no labels are printed.");
+        VERIFY_IN_ORDER(pdf.page(2), "Labels",
+                        "No customer is included, so no labels are printed.");
     }
 
     void labelsThreeAcrossTenDownOnLetter()
@@ -923,8 +988,8 @@ private slots:
     {
         auto job = StandalonePackageSource::sampleJob();
         onlyPart(*job, false, false, true);
-        chooseLabelFields(*job, {QStringLiteral("COMPANY"), QStringLiteral("ATTENTION"), QStringLiteral("STREET"),
-                                 QStringLiteral("CITYSTATEZIP")});
+        chooseLabelFields(*job, {QStringLiteral("COMPANY"), QStringLiteral("ATTENTION"),
+                                 QStringLiteral("STREET"), QStringLiteral("CITYSTATEZIP")});
         const Pdf pdf = generate(*job, PackageGenerator::PaperSize::A4);
         QCOMPARE(pdf.count(), 2);
         // A4 is 595.28 x 841.89 points; the 3 x 10 grid of 2 5/8" x 1" labels sits in its middle.
@@ -944,18 +1009,21 @@ private slots:
     {
         auto job = StandalonePackageSource::sampleJob();
         onlyPart(*job, false, false, true);
-        chooseLabelFields(*job, {QStringLiteral("COMPANY"), QStringLiteral("ATTENTION"), QStringLiteral("STREET"),
-                                 QStringLiteral("STREET2"), QStringLiteral("CITYSTATEZIP")});
+        chooseLabelFields(*job, {QStringLiteral("COMPANY"), QStringLiteral("ATTENTION"),
+                                 QStringLiteral("STREET"), QStringLiteral("STREET2"),
+                                 QStringLiteral("CITYSTATEZIP")});
         ZebPackage::PostalAddress address;
         address.Attention = QStringLiteral("Attention of the purchasing department, second floor");
         address.Street = QStringLiteral("12345 Northwest Industrial Boulevard Extension");
-        address.Street2 = QStringLiteral("Building C, receiving dock 4, ask for the night supervisor on duty");
+        address.Street2 =
+            QStringLiteral("Building C, receiving dock 4, ask for the night supervisor on duty");
         address.Zip = QStringLiteral("97210");
         job->setAddress(QStringLiteral("C1001"), address);
         const Pdf pdf = generate(*job);
         // The longest line is cut with an ellipsis; nothing runs past the label.
         QVERIFY(pdf.page(2).contains(QStringLiteral("\u2026")));
-        QVERIFY(pdf.page(2).contains(QStringLiteral("12345 Northwest Industrial Boulevard Extension")));
+        QVERIFY(
+            pdf.page(2).contains(QStringLiteral("12345 Northwest Industrial Boulevard Extension")));
         const auto words = wordsOnPage(pdf.path, 2);
         const QRectF first(13.5, 36, 189, 72);
         const QRectF second(13.5 + 198, 36, 189, 72);
@@ -963,7 +1031,8 @@ private slots:
             QVERIFY2(first.contains(w.box) || second.contains(w.box), qPrintable(w.text));
         // The picture agrees: no ink in the gaps between labels.
         const QImage image = render(pdf.path, 2, 144);
-        QCOMPARE(inkIn(image, QRect(int((13.5 + 189) * 2) + 1, 0, int(9 * 2) - 2, (36 + 720) * 2)), 0);
+        QCOMPARE(inkIn(image, QRect(int((13.5 + 189) * 2) + 1, 0, int(9 * 2) - 2, (36 + 720) * 2)),
+                 0);
         QCOMPARE(inkIn(image, QRect(0, 36 * 2 + 1, image.width(), int(0.09 * 144) - 2)), 0);
     }
 
@@ -1005,25 +1074,31 @@ private slots:
         QTest::addColumn<QString>("object");
         QTest::addColumn<QString>("member");
         const QList<std::pair<const char*, QStringList>> members = {
-            {"source", {"Submittal", "CoverLetterParagraphs", "CoverLetterRemarks", "BOM", "Labels",
-                        "LineItems", "Customers", "JobName", "JobNumber", "PurchaseOrder", "Manufacturer",
-                        "Address", "RecipientAddress", "Office"}},
-            {"submittal", {"IssuedBy", "SubmittalDate", "IncludeCoverLetter", "CoverLetter", "IncludeBOM",
-                           "IncludeLabels", "Recipients", "SubmittalPurpose"}},
-            {"coverLetter", {"IncludeLogo", "IncludeDefaultParagraphs", "IncludeRemarks", "SeparateLetters",
-                             "IncludeCarbonCopy"}},
+            {"source",
+             {"Submittal", "CoverLetterParagraphs", "CoverLetterRemarks", "BOM", "Labels",
+              "LineItems", "Customers", "JobName", "JobNumber", "PurchaseOrder", "Manufacturer",
+              "Address", "RecipientAddress", "Office"}},
+            {"submittal",
+             {"IssuedBy", "SubmittalDate", "IncludeCoverLetter", "CoverLetter", "IncludeBOM",
+              "IncludeLabels", "Recipients", "SubmittalPurpose"}},
+            {"coverLetter",
+             {"IncludeLogo", "IncludeDefaultParagraphs", "IncludeRemarks", "SeparateLetters",
+              "IncludeCarbonCopy"}},
             {"recipients", {"Enumerate"}},
             {"recipient", {"Name", "Company"}},
             {"paragraphs", {"Enumerate"}},
             {"paragraph", {"Selected", "Text"}},
             {"remarks", {"Enumerate"}},
             {"remark", {"Selected", "Text"}},
-            {"bom", {"IncludeQuantity", "IncludeType", "IncludeDefaultRemarks", "DefaultRemarks", "IncludeBrand",
-                     "IncludeManufacturer", "IncludeCatalogNumber", "IncludeDescription", "IncludeLineComments",
-                     "IncludeMTO", "IncludeGroupCodes"}},
+            {"bom",
+             {"IncludeQuantity", "IncludeType", "IncludeDefaultRemarks", "DefaultRemarks",
+              "IncludeBrand", "IncludeManufacturer", "IncludeCatalogNumber", "IncludeDescription",
+              "IncludeLineComments", "IncludeMTO", "IncludeGroupCodes"}},
             {"bomRemarks", {"Enumerate"}},
             {"lineItems", {"Enumerate"}},
-            {"lineItem", {"Selected", "Type", "Quantity", "Brand", "CatalogNumber", "Description", "Group", "MTO", "Comment"}},
+            {"lineItem",
+             {"Selected", "Type", "Quantity", "Brand", "CatalogNumber", "Description", "Group",
+              "MTO", "Comment"}},
             {"comment", {"Text"}},
             {"labels", {"LabelFields"}},
             {"labelFields", {"Enumerate"}},
@@ -1033,7 +1108,8 @@ private slots:
         };
         for (const auto& [object, names] : members) {
             for (const QString& member : names)
-                QTest::addRow("%s.%s", object, qPrintable(member)) << QString::fromLatin1(object) << member;
+                QTest::addRow("%s.%s", object, qPrintable(member))
+                    << QString::fromLatin1(object) << member;
         }
     }
     void failureOfABusinessObjectPropagatesAndLeavesNoFile()
@@ -1054,21 +1130,34 @@ private slots:
             {QStringLiteral("submittal"), &submittalOf(*job).faults()},
             {QStringLiteral("coverLetter"), &letterOf(*job).faults()},
             {QStringLiteral("recipients"), &recipients->faults()},
-            {QStringLiteral("recipient"), &dynamic_cast<StandaloneRecipient&>(*recipients->Item(2)).faults()},
-            {QStringLiteral("paragraphs"), &static_cast<StandaloneTextObjects&>(*job->CoverLetterParagraphs()).faults()},
-            {QStringLiteral("paragraph"), &static_cast<StandaloneTextObjects&>(*job->CoverLetterParagraphs()).object(QStringLiteral("2"))->faults()},
-            {QStringLiteral("remarks"), &static_cast<StandaloneTextObjects&>(*job->CoverLetterRemarks()).faults()},
-            {QStringLiteral("remark"), &static_cast<StandaloneTextObjects&>(*job->CoverLetterRemarks()).object(QStringLiteral("1"))->faults()},
+            {QStringLiteral("recipient"),
+             &dynamic_cast<StandaloneRecipient&>(*recipients->Item(2)).faults()},
+            {QStringLiteral("paragraphs"),
+             &static_cast<StandaloneTextObjects&>(*job->CoverLetterParagraphs()).faults()},
+            {QStringLiteral("paragraph"),
+             &static_cast<StandaloneTextObjects&>(*job->CoverLetterParagraphs())
+                  .object(QStringLiteral("2"))
+                  ->faults()},
+            {QStringLiteral("remarks"),
+             &static_cast<StandaloneTextObjects&>(*job->CoverLetterRemarks()).faults()},
+            {QStringLiteral("remark"),
+             &static_cast<StandaloneTextObjects&>(*job->CoverLetterRemarks())
+                  .object(QStringLiteral("1"))
+                  ->faults()},
             {QStringLiteral("bom"), &bomOf(*job).faults()},
-            {QStringLiteral("bomRemarks"), &static_cast<StandaloneTextObjects&>(*bomOf(*job).DefaultRemarks()).faults()},
+            {QStringLiteral("bomRemarks"),
+             &static_cast<StandaloneTextObjects&>(*bomOf(*job).DefaultRemarks()).faults()},
             {QStringLiteral("lineItems"), &lines.faults()},
             {QStringLiteral("lineItem"), &lines.line(3)->faults()},
-            {QStringLiteral("comment"), &dynamic_cast<StandaloneLineItemComment&>(*lines.line(3)->Comment()).faults()},
+            {QStringLiteral("comment"),
+             &dynamic_cast<StandaloneLineItemComment&>(*lines.line(3)->Comment()).faults()},
             {QStringLiteral("labels"), &static_cast<StandaloneLabels&>(*job->Labels()).faults()},
             {QStringLiteral("labelFields"), &fieldsOf(*job).faults()},
-            {QStringLiteral("labelField"), &fieldsOf(*job).field(QStringLiteral("STREET"))->faults()},
+            {QStringLiteral("labelField"),
+             &fieldsOf(*job).field(QStringLiteral("STREET"))->faults()},
             {QStringLiteral("customers"), &customers.faults()},
-            {QStringLiteral("customer"), &dynamic_cast<StandaloneCustomer&>(*customers.Item(2)).faults()},
+            {QStringLiteral("customer"),
+             &dynamic_cast<StandaloneCustomer&>(*customers.Item(2)).faults()},
         };
         // A package written before stays as it was.
         QFile before(target());
@@ -1076,7 +1165,8 @@ private slots:
         before.write("earlier package");
         before.close();
 
-        const ErrorInfo error{ErrorNumber::InternalError, QStringLiteral("Test.") + object, QStringLiteral("injected ") + member};
+        const ErrorInfo error{ErrorNumber::InternalError, QStringLiteral("Test.") + object,
+                              QStringLiteral("injected ") + member};
         injectors.value(object)->failNext(member, error);
         PackageGenerator generator;
         bool raised = false;
@@ -1110,7 +1200,8 @@ private slots:
         submittalOf(*job).setIncludeLabels(true);
         generator.setProgress([](qint32 done, qint32) {
             if (done == 3)
-                throw Failure(ErrorNumber::InternalError, QStringLiteral("Test.Host"), QStringLiteral("host stopped"));
+                throw Failure(ErrorNumber::InternalError, QStringLiteral("Test.Host"),
+                              QStringLiteral("host stopped"));
             return true;
         });
         QVERIFY_THROWS_EXCEPTION(Failure, generator.Generate(*job, target()));
@@ -1144,7 +1235,8 @@ private slots:
             QFAIL("no failure");
         } catch (const Failure& failure) {
             QCOMPARE(failure.Number(), ErrorNumber::PathFileAccessError);
-            QVERIFY(failure.Description().startsWith(QStringLiteral("Path/File access error: ") + path));
+            QVERIFY(failure.Description().startsWith(QStringLiteral("Path/File access error: ")
+                                                     + path));
         }
         QVERIFY(fileNames(m_dir->path()).isEmpty());
     }
@@ -1208,7 +1300,10 @@ private slots:
         QStringList printed;
         QStringList leftOut;
         for (qsizetype i = 0; i < lines.size(); ++i)
-            (lines[i]->Selected() ? printed : leftOut) << QStringLiteral("%1 %2 %3").arg(i + 1).arg(lines[i]->Type(), lines[i]->Quantity());
+            (lines[i]->Selected() ? printed : leftOut)
+                << QStringLiteral("%1 %2 %3")
+                       .arg(i + 1)
+                       .arg(lines[i]->Type(), lines[i]->Quantity());
         QCOMPARE(lines.size(), 20);
         QCOMPARE(leftOut.size(), 4);
         const Pdf pdf = generate(*job);
@@ -1216,14 +1311,16 @@ private slots:
         VERIFY_IN_ORDER(bomText, printed);
         for (const QString& row : leftOut)
             QVERIFY2(!bomText.contains(row), qPrintable(row));
-        QVERIFY(pdf.page(1).contains(QStringLiteral("4 of the job's 20 lines are not ticked and are left out "
-                                                    "of the bill of materials.")));
+        QVERIFY(pdf.page(1).contains(
+            QStringLiteral("4 of the job's 20 lines are not ticked and are left out "
+                           "of the bill of materials.")));
         // One line left out says so in the singular; none left out says nothing.
         for (const auto& line : lines)
             line->setSelected(true);
         lines[7]->setSelected(false);
-        QVERIFY(generate(*job).page(1).contains(QStringLiteral("1 of the job's 20 lines is not ticked and is left out "
-                                                               "of the bill of materials.")));
+        QVERIFY(generate(*job).page(1).contains(
+            QStringLiteral("1 of the job's 20 lines is not ticked and is left out "
+                           "of the bill of materials.")));
         lines[7]->setSelected(true);
         QVERIFY(!generate(*job).page(1).contains(QStringLiteral("left out")));
     }
@@ -1248,17 +1345,21 @@ private slots:
         }
         bool crossed = false;
         for (int extra = 0; extra < 14; ++extra) {
-            paragraphs.Add(QStringLiteral("Filler paragraph %1 that moves the remarks down the page by a few lines "
-                                          "each round, so that over the rounds every remark meets the break.")
-                               .arg(extra),
-                           true);
+            paragraphs.Add(
+                QStringLiteral(
+                    "Filler paragraph %1 that moves the remarks down the page by a few lines "
+                    "each round, so that over the rounds every remark meets the break.")
+                    .arg(extra),
+                true);
             const Pdf pdf = generate(*job);
             QVERIFY(pdf.count() >= 3);
             for (qsizetype n = 1; n <= pdf.count(); ++n) {
                 for (const Word& w : wordsOnPage(pdf.path, int(n), true)) {
                     // Inside the body of letter paper; the footer's band is the only text below it.
-                    QVERIFY2(w.box.left() >= 54 - 0.5 && w.box.right() <= 612 - 54 + 0.5, qPrintable(w.text));
-                    QVERIFY2(w.box.top() >= 54 - 0.5 && w.box.bottom() <= 792 - 18, qPrintable(w.text));
+                    QVERIFY2(w.box.left() >= 54 - 0.5 && w.box.right() <= 612 - 54 + 0.5,
+                             qPrintable(w.text));
+                    QVERIFY2(w.box.top() >= 54 - 0.5 && w.box.bottom() <= 792 - 18,
+                             qPrintable(w.text));
                     if (w.box.bottom() > 792 - 54 + 0.5)
                         QVERIFY2(w.box.top() >= 792 - 36, qPrintable(w.text));
                 }
@@ -1267,7 +1368,9 @@ private slots:
                 const QString first = QStringLiteral("Remark%1").arg(i, 2, 10, QLatin1Char('0'));
                 const QString last = QStringLiteral("w%1x%2").arg(i).arg(5 + i * 3);
                 QCOMPARE(pdf.all().count(first), 1);
-                QCOMPARE(pdf.all().count(last + QLatin1Char(' ')) + (pdf.all().endsWith(last) ? 1 : 0), 1);
+                QCOMPARE(pdf.all().count(last + QLatin1Char(' '))
+                             + (pdf.all().endsWith(last) ? 1 : 0),
+                         1);
                 // A remark whose start and end are on different pages met the break.
                 qsizetype from = -1, to = -1;
                 for (qsizetype n = 0; n < pdf.count(); ++n) {
@@ -1298,13 +1401,16 @@ private slots:
                 if (entry.Page <= n)
                     part = entry.Title;
             }
-            const QString footer = QStringLiteral("Job PDX-26-0147 Riverside Medical Office Building %1 Page %2 of %3")
-                                       .arg(part)
-                                       .arg(n)
-                                       .arg(pdf.count());
+            const QString footer =
+                QStringLiteral("Job PDX-26-0147 Riverside Medical Office Building %1 Page %2 of %3")
+                    .arg(part)
+                    .arg(n)
+                    .arg(pdf.count());
             // A long part name is shortened in the footer, never the page number.
             if (part.size() > 40)
-                QVERIFY2(pdf.page(n).endsWith(QStringLiteral("Page %1 of %2").arg(n).arg(pdf.count())), qPrintable(pdf.page(n).right(120)));
+                QVERIFY2(
+                    pdf.page(n).endsWith(QStringLiteral("Page %1 of %2").arg(n).arg(pdf.count())),
+                    qPrintable(pdf.page(n).right(120)));
             else
                 QVERIFY2(pdf.page(n).endsWith(footer), qPrintable(pdf.page(n).right(120)));
             // The footer stands in the bottom band of the page, nothing else does.
@@ -1329,58 +1435,75 @@ private slots:
         const QString info = run(QStringLiteral("pdfinfo"), {pdf.path});
         QHash<QString, QString> facts;
         for (const QString& line : info.split(QLatin1Char('\n')))
-            facts.insert(line.section(QLatin1Char(':'), 0, 0), line.section(QLatin1Char(':'), 1).trimmed());
-        QCOMPARE(facts.value(QStringLiteral("Title")), QStringLiteral("Riverside Medical Office Building"));
+            facts.insert(line.section(QLatin1Char(':'), 0, 0),
+                         line.section(QLatin1Char(':'), 1).trimmed());
+        QCOMPARE(facts.value(QStringLiteral("Title")),
+                 QStringLiteral("Riverside Medical Office Building"));
         QCOMPARE(facts.value(QStringLiteral("Author")), QStringLiteral("Marta Halloran"));
-        QCOMPARE(facts.value(QStringLiteral("Subject")), QStringLiteral("Submittal of job PDX-26-0147: Request For Approval"));
-        QCOMPARE(facts.value(QStringLiteral("Keywords")),
-                 QStringLiteral("submittal; PDX-26-0147; Riverside Medical Office Building; Request For Approval; "
-                                "Northlight Lighting Sales"));
+        QCOMPARE(facts.value(QStringLiteral("Subject")),
+                 QStringLiteral("Submittal of job PDX-26-0147: Request For Approval"));
+        QCOMPARE(
+            facts.value(QStringLiteral("Keywords")),
+            QStringLiteral(
+                "submittal; PDX-26-0147; Riverside Medical Office Building; Request For Approval; "
+                "Northlight Lighting Sales"));
 
-        const QJsonObject json = QJsonDocument::fromJson(run(QStringLiteral("qpdf"),
-                                                             {QStringLiteral("--json=2"), QStringLiteral("--json-key=outlines"),
-                                                              QStringLiteral("--json-key=pages"), QStringLiteral("--json-key=qpdf"),
-                                                              pdf.path})
-                                                             .toUtf8())
-                                     .object();
+        const QJsonObject json =
+            QJsonDocument::fromJson(
+                run(QStringLiteral("qpdf"),
+                    {QStringLiteral("--json=2"), QStringLiteral("--json-key=outlines"),
+                     QStringLiteral("--json-key=pages"), QStringLiteral("--json-key=qpdf"),
+                     pdf.path})
+                    .toUtf8())
+                .object();
         // Page objects by their place in the document.
         QHash<QString, int> pageOf;
         for (const auto& page : json.value(QStringLiteral("pages")).toArray())
             pageOf.insert(page.toObject().value(QStringLiteral("object")).toString(),
                           page.toObject().value(QStringLiteral("pageposfrom1")).toInt());
         QStringList outline;
-        const std::function<void(const QJsonArray&, int)> walk = [&](const QJsonArray& items, int level) {
+        const std::function<void(const QJsonArray&, int)> walk = [&](const QJsonArray& items,
+                                                                     int level) {
             for (const auto& item : items) {
                 const QJsonObject o = item.toObject();
                 outline << QStringLiteral("%1%2 -> %3")
-                               .arg(QString(level * 2, QLatin1Char(' ')), o.value(QStringLiteral("title")).toString())
+                               .arg(QString(level * 2, QLatin1Char(' ')),
+                                    o.value(QStringLiteral("title")).toString())
                                .arg(o.value(QStringLiteral("destpageposfrom1")).toInt());
                 walk(o.value(QStringLiteral("kids")).toArray(), level + 1);
             }
         };
         walk(json.value(QStringLiteral("outlines")).toArray(), 0);
-        QCOMPARE(outline, (QStringList{
-                              QStringLiteral("Contents -> 1"),
-                              QStringLiteral("Cover Letters -> %1").arg(contents[0].Page),
-                              QStringLiteral("  Cover Letter: Dana Whitcomb, Halvorsen Electric Co. -> %1").arg(contents[0].Page),
-                              QStringLiteral("  Cover Letter: Priya Raman, Cedar Ridge Architects -> %1").arg(contents[1].Page),
-                              QStringLiteral("  Cover Letter: Tom Okafor, Benton Consulting Engineers -> %1").arg(contents[2].Page),
-                              QStringLiteral("Bill of Materials -> %1").arg(contents[3].Page),
-                              QStringLiteral("Labels -> %1").arg(contents[4].Page),
-                          }));
+        QCOMPARE(outline,
+                 (QStringList{
+                     QStringLiteral("Contents -> 1"),
+                     QStringLiteral("Cover Letters -> %1").arg(contents[0].Page),
+                     QStringLiteral("  Cover Letter: Dana Whitcomb, Halvorsen Electric Co. -> %1")
+                         .arg(contents[0].Page),
+                     QStringLiteral("  Cover Letter: Priya Raman, Cedar Ridge Architects -> %1")
+                         .arg(contents[1].Page),
+                     QStringLiteral("  Cover Letter: Tom Okafor, Benton Consulting Engineers -> %1")
+                         .arg(contents[2].Page),
+                     QStringLiteral("Bill of Materials -> %1").arg(contents[3].Page),
+                     QStringLiteral("Labels -> %1").arg(contents[4].Page),
+                 }));
 
         // Each contents entry links to the page it names, from the row that shows it.
         const auto words = wordsOnPage(pdf.path, 1);
         const QJsonObject objects = json.value(QStringLiteral("qpdf")).toArray().at(1).toObject();
         QList<QPair<QRectF, int>> links;
         for (auto it = objects.begin(); it != objects.end(); ++it) {
-            const QJsonObject dict = it.value().toObject().value(QStringLiteral("value")).toObject();
+            const QJsonObject dict =
+                it.value().toObject().value(QStringLiteral("value")).toObject();
             if (dict.value(QStringLiteral("/Subtype")).toString() != QLatin1String("/Link"))
                 continue;
             const QJsonArray r = dict.value(QStringLiteral("/Rect")).toArray();
             // PDF points from the bottom, turned into pdftotext's from the top.
-            const QRectF rect(QPointF(r[0].toDouble(), 792 - r[3].toDouble()), QPointF(r[2].toDouble(), 792 - r[1].toDouble()));
-            links.append({rect, pageOf.value(dict.value(QStringLiteral("/Dest")).toArray().at(0).toString())});
+            const QRectF rect(QPointF(r[0].toDouble(), 792 - r[3].toDouble()),
+                              QPointF(r[2].toDouble(), 792 - r[1].toDouble()));
+            links.append(
+                {rect,
+                 pageOf.value(dict.value(QStringLiteral("/Dest")).toArray().at(0).toString())});
         }
         QCOMPARE(links.size(), contents.size());
         for (const auto& entry : contents) {
@@ -1404,7 +1527,8 @@ private slots:
         submittalOf(*job).setIncludeLabels(true);
         QCOMPARE(PackageGenerator::Check(*job), QStringList());
         submittalOf(*job).setSubmittalDate(QString());
-        QCOMPARE(PackageGenerator::Check(*job), QStringList{QStringLiteral("The submittal has no date.")});
+        QCOMPARE(PackageGenerator::Check(*job),
+                 QStringList{QStringLiteral("The submittal has no date.")});
         auto recipients = submittalOf(*job).standaloneRecipients();
         while (recipients->Count() > 0)
             recipients->Remove(1);
@@ -1412,33 +1536,43 @@ private slots:
             line->setSelected(false);
         for (const auto& customer : job->Customers()->Enumerate())
             customer->setIncluded(false);
-        QCOMPARE(PackageGenerator::Check(*job),
-                 (QStringList{QStringLiteral("The submittal has no date."),
-                              QStringLiteral("The submittal has no recipients, so no cover letter is printed."),
-                              QStringLiteral("No line item is ticked, so the bill of materials lists no lines."),
-                              QStringLiteral("No customer is included, so no labels are printed.")}));
+        QCOMPARE(
+            PackageGenerator::Check(*job),
+            (QStringList{
+                QStringLiteral("The submittal has no date."),
+                QStringLiteral("The submittal has no recipients, so no cover letter is printed."),
+                QStringLiteral("No line item is ticked, so the bill of materials lists no lines."),
+                QStringLiteral("No customer is included, so no labels are printed.")}));
         // Parts that would print empty for lack of options, columns or fields.
         job = StandalonePackageSource::sampleJob();
         submittalOf(*job).setIncludeLabels(true);
         chooseLabelFields(*job, {});
         auto& bom = bomOf(*job);
-        for (auto set : {&StandaloneBOM::setIncludeType, &StandaloneBOM::setIncludeQuantity, &StandaloneBOM::setIncludeBrand,
-                         &StandaloneBOM::setIncludeManufacturer, &StandaloneBOM::setIncludeCatalogNumber,
-                         &StandaloneBOM::setIncludeDescription, &StandaloneBOM::setIncludeGroupCodes, &StandaloneBOM::setIncludeMTO})
+        for (auto set :
+             {&StandaloneBOM::setIncludeType, &StandaloneBOM::setIncludeQuantity,
+              &StandaloneBOM::setIncludeBrand, &StandaloneBOM::setIncludeManufacturer,
+              &StandaloneBOM::setIncludeCatalogNumber, &StandaloneBOM::setIncludeDescription,
+              &StandaloneBOM::setIncludeGroupCodes, &StandaloneBOM::setIncludeMTO})
             (bom.*set)(false);
         static_cast<StandaloneLineItems&>(*job->LineItems()).Clear();
-        QCOMPARE(PackageGenerator::Check(*job),
-                 (QStringList{QStringLiteral("No columns are chosen for the bill of materials."),
-                              QStringLiteral("The submittal has no lines."),
-                              QStringLiteral("No label fields are chosen, so no labels are printed.")}));
+        QCOMPARE(
+            PackageGenerator::Check(*job),
+            (QStringList{QStringLiteral("No columns are chosen for the bill of materials."),
+                         QStringLiteral("The submittal has no lines."),
+                         QStringLiteral("No label fields are chosen, so no labels are printed.")}));
         job->setBOM(nullptr);
         submittalOf(*job).setCoverLetter(nullptr);
-        QCOMPARE(PackageGenerator::Check(*job).mid(0, 2),
-                 (QStringList{QStringLiteral("The submittal has no cover letter options, so no cover letter is printed."),
-                              QStringLiteral("The submittal has no bill of materials options, so no bill of materials is printed.")}));
+        QCOMPARE(
+            PackageGenerator::Check(*job).mid(0, 2),
+            (QStringList{
+                QStringLiteral(
+                    "The submittal has no cover letter options, so no cover letter is printed."),
+                QStringLiteral("The submittal has no bill of materials options, so no bill of "
+                               "materials is printed.")}));
         onlyPart(*job, false, false, false);
         QCOMPARE(PackageGenerator::Check(*job),
-                 QStringList{QStringLiteral("The submittal includes no cover letter, bill of materials or labels.")});
+                 QStringList{QStringLiteral(
+                     "The submittal includes no cover letter, bill of materials or labels.")});
     }
 
     // ---- pictures ------------------------------------------------------------------------
@@ -1482,8 +1616,8 @@ private slots:
         VERIFY_IN_ORDER(pdf.page(1), QStringLiteral("Job Number:"), QStringLiteral("Revision 2"),
                         QStringLiteral("Purpose:"));
         const QString letter = pdf.all().mid(pdf.all().indexOf(QStringLiteral("Re: ")));
-        VERIFY_IN_ORDER(letter, QStringLiteral("Re: "), QStringLiteral("Revision 2"), QStringLiteral("Purpose:"),
-                        QStringLiteral("Sincerely,"));
+        VERIFY_IN_ORDER(letter, QStringLiteral("Re: "), QStringLiteral("Revision 2"),
+                        QStringLiteral("Purpose:"), QStringLiteral("Sincerely,"));
         const QList<qsizetype> bom = pdf.pagesStartingWith(QStringLiteral("Bill of Materials"));
         QVERIFY(!bom.isEmpty());
         const QString first = pdf.page(bom.first());

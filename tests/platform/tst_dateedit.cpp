@@ -422,8 +422,7 @@ void tst_DateEdit::clickingADayTakesItAndClosesTheCalendar()
                 fifteenth = i;
         }
     QVERIFY(fifteenth.isValid());
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
-                      table->visualRect(fifteenth).center());
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(fifteenth).center());
     QTRY_VERIFY(!f.date->isCalendarOpen());
     QCOMPARE(f.date->isoText(), QStringLiteral("2026-11-15"));
     QCOMPARE(f.edit()->text(), QStringLiteral("11/15/2026"));
@@ -639,14 +638,16 @@ void tst_DateEdit::screenReadersMeetADateFieldWithANamedCalendarAndDaysInWords()
     QCOMPARE(chosen->tableCellInterface()->columnHeaderCells().front()->text(QAccessible::Name),
              QStringLiteral("Saturday"));
     // The days before the first of the month belong to October.
-    QCOMPARE(table->cellAt(0, 0)->text(QAccessible::Name), QStringLiteral("Sunday, October 25, 2026"));
+    QCOMPARE(table->cellAt(0, 0)->text(QAccessible::Name),
+             QStringLiteral("Sunday, October 25, 2026"));
     QCOMPARE(table->cellAt(5, 6)->text(QAccessible::Name),
              QStringLiteral("Saturday, December 5, 2026"));
 
     // Moving in the calendar announces the day in words.
     events.clear();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
-    QCOMPARE(events.names(QAccessible::Focus).value(0), QStringLiteral("Sunday, November 22, 2026"));
+    QCOMPARE(events.names(QAccessible::Focus).value(0),
+             QStringLiteral("Sunday, November 22, 2026"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QTRY_VERIFY(!f.date->isCalendarOpen());
     QCOMPARE(f.date->date(), QDate(2026, 11, 22));

@@ -158,8 +158,7 @@ void tst_KeyedListView::rowOutOfRangeFailsWith35600()
     QCOMPARE(text.first, 35600);
     QCOMPARE(text.second, QStringLiteral("Index out of bounds"));
     QCOMPARE(failureOf([&] { list.setChecked(-1, true); }).first, 35600);
-    QCOMPARE(failureOf([&] { list.insertItem(2, QStringLiteral("b"), QString()); }).first,
-             35600);
+    QCOMPARE(failureOf([&] { list.insertItem(2, QStringLiteral("b"), QString()); }).first, 35600);
     QCOMPARE(failureOf([&] { list.removeItem(5); }).first, 35600);
     QCOMPARE(failureOf([&] { list.setSelectedRow(1); }).first, 35600);
 }
@@ -240,9 +239,9 @@ void tst_KeyedListView::duplicateSubItemKeyFailsWith35602()
     KeyedListView list;
     list.addItem(QStringLiteral("c1"), QStringLiteral("ACME"));
     list.addSubItem(0, QStringLiteral("name"), QStringLiteral("A"));
-    QCOMPARE(failureOf([&] { list.addSubItem(0, QStringLiteral("name"), QStringLiteral("B")); })
-                 .first,
-             35602);
+    QCOMPARE(
+        failureOf([&] { list.addSubItem(0, QStringLiteral("name"), QStringLiteral("B")); }).first,
+        35602);
     QCOMPARE(list.subItemCount(0), 1);
 }
 
@@ -392,9 +391,9 @@ void tst_KeyedListView::batchKeepsWhatWasAddedWhenAStepFails()
     ShownList shown(0);
     shown.list->beginUpdate();
     shown.list->addItem(QStringLiteral("a"), QStringLiteral("A"));
-    QCOMPARE(failureOf([&] { shown.list->addItem(QStringLiteral("a"), QStringLiteral("B")); })
-                 .first,
-             35602);
+    QCOMPARE(
+        failureOf([&] { shown.list->addItem(QStringLiteral("a"), QStringLiteral("B")); }).first,
+        35602);
     shown.list->endUpdate();
     QCOMPARE(shown.list->model()->rowCount(), 1);
     QCOMPARE(shown.list->text(0), QStringLiteral("A"));
@@ -545,7 +544,8 @@ void tst_KeyedListView::keyDownKeysTranslateToTheHostsKeyCodes()
     QCOMPARE(int(hostKeyCode(Qt::Key_unknown)), 0);
 }
 
-void tst_KeyedListView::screenReadersSeeCheckableRowsTheirTicksAsEventsAndTheSameObjectsOnEveryRead()
+void tst_KeyedListView::
+    screenReadersSeeCheckableRowsTheirTicksAsEventsAndTheSameObjectsOnEveryRead()
 {
     ZebTest::AccessibleEvents events;
     ShownList shown(4);

@@ -46,8 +46,8 @@ struct MappedForm {
         scroll->setMax(100);
         set(0, {1, false, QStringLiteral("Riverside"), QStringLiteral("Dana Whitfield"),
                 QStringLiteral("2026-11-21"), 5, QStringLiteral("First\r\nSecond")});
-        set(1, {0, true, QStringLiteral("Harbor"), QStringLiteral("Marta Lindqvist"),
-                QString(), 40, QStringLiteral("Only")});
+        set(1, {0, true, QStringLiteral("Harbor"), QStringLiteral("Marta Lindqvist"), QString(), 40,
+                QStringLiteral("Only")});
         mapper.setModel(&model);
         mapper.setSubmitPolicy(QDataWidgetMapper::ManualSubmit);
         for (int c = 0; c < Columns; ++c)
@@ -102,12 +102,16 @@ void tst_NotifyProperties::valuePropertiesAreUserPropertiesWithANotifySignalName
     QTest::addColumn<QString>("property");
     QTest::addColumn<QString>("notify");
     // The widgets are parentless and freed by the test.
-    QTest::newRow("CheckBox") << static_cast<QObject*>(new CheckBox) << "Value" << "valueChanged";
+    QTest::newRow("CheckBox") << static_cast<QObject*>(new CheckBox) << "Value"
+                              << "valueChanged";
     QTest::newRow("OptionButton") << static_cast<QObject*>(new OptionButton) << "Value"
                                   << "valueChanged";
-    QTest::newRow("TextBox") << static_cast<QObject*>(new TextBox) << "Text" << "textChanged";
-    QTest::newRow("ComboBox") << static_cast<QObject*>(new ComboBox) << "Text" << "textChanged";
-    QTest::newRow("DateEdit") << static_cast<QObject*>(new DateEdit) << "Value" << "valueChanged";
+    QTest::newRow("TextBox") << static_cast<QObject*>(new TextBox) << "Text"
+                             << "textChanged";
+    QTest::newRow("ComboBox") << static_cast<QObject*>(new ComboBox) << "Text"
+                              << "textChanged";
+    QTest::newRow("DateEdit") << static_cast<QObject*>(new DateEdit) << "Value"
+                              << "valueChanged";
     QTest::newRow("ScrollBar") << static_cast<QObject*>(new ScrollBar) << "Value"
                                << "valueChanged";
     QTest::newRow("MultiLineTextBox") << static_cast<QObject*>(new MultiLineTextBox) << "Text"

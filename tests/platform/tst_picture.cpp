@@ -74,8 +74,9 @@ void tst_Picture::pictureShowsItsImage()
     parent.resize(80, 80);
     Picture picture(PictureImage::Check, &parent);
     picture.move(10, 10);
-    const QImage expected = Picture::pixmapOf(PictureImage::Check).toImage().convertToFormat(
-        QImage::Format_ARGB32_Premultiplied);
+    const QImage expected = Picture::pixmapOf(PictureImage::Check)
+                                .toImage()
+                                .convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QImage onScreen(picture.size(), QImage::Format_ARGB32_Premultiplied);
     onScreen.fill(Qt::transparent);
     picture.render(&onScreen, QPoint(), QRegion(), QWidget::DrawChildren);
@@ -89,8 +90,7 @@ void tst_Picture::changingTheImageSwapsWhatIsShown()
     const QImage before = picture.pixmap().toImage();
     picture.setImage(PictureImage::PeopleDisabled);
     QCOMPARE(picture.image(), PictureImage::PeopleDisabled);
-    QCOMPARE(picture.pixmap().toImage(),
-             Picture::pixmapOf(PictureImage::PeopleDisabled).toImage());
+    QCOMPARE(picture.pixmap().toImage(), Picture::pixmapOf(PictureImage::PeopleDisabled).toImage());
     QVERIFY(picture.pixmap().toImage() != before);
 }
 

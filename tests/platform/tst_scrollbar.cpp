@@ -242,8 +242,8 @@ void tst_ScrollBar::draggingTheHandleReportsEachMove()
     QTest::mousePress(&b.bar, Qt::LeftButton, {}, at);
     for (int i = 0; i < 3; ++i) {
         at += QPoint(0, 20);
-        QMouseEvent move(QEvent::MouseMove, at, b.bar.mapToGlobal(at), Qt::NoButton,
-                         Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, at, b.bar.mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
         QCoreApplication::sendEvent(&b.bar, &move);
     }
     QTest::mouseRelease(&b.bar, Qt::LeftButton, {}, at);

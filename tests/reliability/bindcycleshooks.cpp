@@ -97,9 +97,9 @@ QStringList LiveObjects::trackedSurvivors(const QList<const QObject*>& expected)
     for (QObject* o : *g_tracked)
         if (!expected.contains(o))
             out.append(QStringLiteral("%1 \"%2\" (parent %3)")
-                       .arg(QLatin1String(o->metaObject()->className()), o->objectName(),
-                            o->parent() ? QLatin1String(o->parent()->metaObject()->className())
-                                        : QStringLiteral("none")));
+                           .arg(QLatin1String(o->metaObject()->className()), o->objectName(),
+                                o->parent() ? QLatin1String(o->parent()->metaObject()->className())
+                                            : QStringLiteral("none")));
     delete g_tracked;
     g_tracked = nullptr;
     return out;

@@ -64,7 +64,8 @@ int write(const QString& file, quint32 seed)
             QStringList added;
             store->writeAll([&] {
                 for (int i = 0; i < 3; ++i)
-                    added.append(texts->Add(QStringLiteral("Text %1.%2").arg(n).arg(i), false)->Key());
+                    added.append(
+                        texts->Add(QStringLiteral("Text %1.%2").arg(n).arg(i), false)->Key());
             });
             keys.append(added);
             say(QStringLiteral("ack batch %1 %2").arg(n).arg(added.join(QLatin1Char(' '))));

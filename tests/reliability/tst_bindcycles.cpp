@@ -46,10 +46,7 @@ class CountingLog : public DiagnosticLog {
 public:
     void LogError(const QString&, const QString&, const ErrorInfo&, qint32) override { ++errors; }
     void LogNotice(const QString&, const QString&, const ErrorInfo&, qint32) override { ++errors; }
-    void LogWarning(const QString&, const QString&, const ErrorInfo&, qint32) override
-    {
-        ++errors;
-    }
+    void LogWarning(const QString&, const QString&, const ErrorInfo&, qint32) override { ++errors; }
     void Trace(const QString&, const QString&, QString, qint32) override { ++traces; }
 
     qint64 errors = 0;
@@ -137,27 +134,27 @@ struct Case {
 QList<Case> cases()
 {
     return {
-        {"ctlTextSelect", "TextObjects",
-         [] { return fresh<TextObjects>(paragraphs()); }, nothing<TextObjects>()},
-        {"ctlGeneralInfo", "Criteria",
-         [] { return fresh<Submittal>(SampleData::submittal()); }, nothing<Submittal>()},
-        {"ctlCvrLtrCriteria", "Submittal",
-         [] { return fresh<Submittal>(SampleData::submittal()); }, nothing<Submittal>()},
+        {"ctlTextSelect", "TextObjects", [] { return fresh<TextObjects>(paragraphs()); },
+         nothing<TextObjects>()},
+        {"ctlGeneralInfo", "Criteria", [] { return fresh<Submittal>(SampleData::submittal()); },
+         nothing<Submittal>()},
+        {"ctlCvrLtrCriteria", "Submittal", [] { return fresh<Submittal>(SampleData::submittal()); },
+         nothing<Submittal>()},
         {"ctlBOMCriteria", "BOM", [] { return fresh<BOM>(SampleData::bom()); }, nothing<BOM>()},
-        {"ctlLabelCriteria", "Labels",
-         [] { return fresh<Labels>(SampleData::labels()); }, nothing<Labels>()},
+        {"ctlLabelCriteria", "Labels", [] { return fresh<Labels>(SampleData::labels()); },
+         nothing<Labels>()},
         {"ctlSubLine", "LineItem",
          [] {
              auto item = lines(1)->line(1);
              return fresh<LineItem>(item);
          },
          nothing<LineItem>()},
-        {"ctlSubLines", "LineItems",
-         [] { return fresh<LineItems>(lines(2)); }, nothing<LineItems>()},
-        {"ctlSubLineDsp", "LineItems",
-         [] { return fresh<LineItems>(lines(2)); }, nothing<LineItems>()},
-        {"ctlCustSelect", "Customers",
-         [] { return fresh<Customers>(customers()); }, nothing<Customers>()},
+        {"ctlSubLines", "LineItems", [] { return fresh<LineItems>(lines(2)); },
+         nothing<LineItems>()},
+        {"ctlSubLineDsp", "LineItems", [] { return fresh<LineItems>(lines(2)); },
+         nothing<LineItems>()},
+        {"ctlCustSelect", "Customers", [] { return fresh<Customers>(customers()); },
+         nothing<Customers>()},
     };
 }
 
@@ -296,9 +293,8 @@ void tst_BindCycles::bindAndUnbindManyTimes()
     QStringList survivors = ZebTest::LiveObjects::trackedSurvivors(expected);
     // Qt's gesture manager swaps its cached pan gestures for new ones as scroll areas come and
     // go; it keeps no more than before.
-    survivors.removeIf([](const QString& s) {
-        return s.endsWith(QLatin1String("(parent QGestureManager)"));
-    });
+    survivors.removeIf(
+        [](const QString& s) { return s.endsWith(QLatin1String("(parent QGestureManager)")); });
     const std::size_t heapAfter = ZebTest::heapInUse();
     const std::size_t residentAfter = ZebTest::residentBytes();
     const auto growth = [](std::size_t before, std::size_t after) {
@@ -316,9 +312,9 @@ void tst_BindCycles::bindAndUnbindManyTimes()
     QVERIFY2(survivors.isEmpty(), qPrintable(survivors.join(QLatin1Char('\n'))));
     QVERIFY2(liveAfter <= liveBefore,
              qPrintable(QStringLiteral("%1 more QObjects").arg(liveAfter - liveBefore)));
-    QVERIFY2(growth(heapBefore, heapAfter) < qint64(kHeapBound),
-             qPrintable(QStringLiteral("heap grew by %1 bytes")
-                            .arg(growth(heapBefore, heapAfter))));
+    QVERIFY2(
+        growth(heapBefore, heapAfter) < qint64(kHeapBound),
+        qPrintable(QStringLiteral("heap grew by %1 bytes").arg(growth(heapBefore, heapAfter))));
     if (!ZebTest::underAddressSanitizer())
         QVERIFY2(growth(residentBefore, residentAfter) < qint64(kResidentBound),
                  qPrintable(QStringLiteral("resident memory grew by %1 bytes")

@@ -244,8 +244,7 @@ void tst_Destruction::cleanup()
 }
 
 template <class Control, class Object, class Bind>
-static void eventsAfterDestruction(std::shared_ptr<Object> object, Bind bind,
-                                   ZebTest::Harness& h)
+static void eventsAfterDestruction(std::shared_ptr<Object> object, Bind bind, ZebTest::Harness& h)
 {
     const int before = object->connections();
     auto control = shown<Control>();
@@ -275,31 +274,30 @@ void tst_Destruction::textListIgnoresEventsAfterDestruction()
 
 void tst_Destruction::generalInfoIgnoresEventsAfterDestruction()
 {
-    eventsAfterDestruction<ctlGeneralInfo>(submittalIn<Counted<StandaloneSubmittal>>(),
-                                           [](ctlGeneralInfo& c, auto o) { c.setCriteria(o); },
-                                           *m_h);
+    eventsAfterDestruction<ctlGeneralInfo>(
+        submittalIn<Counted<StandaloneSubmittal>>(),
+        [](ctlGeneralInfo& c, auto o) { c.setCriteria(o); }, *m_h);
 }
 
 void tst_Destruction::bomCriteriaIgnoresEventsAfterDestruction()
 {
     auto bom = bomIn<Counted<StandaloneBOM>>();
-    eventsAfterDestruction<ctlBOMCriteria>(bom, [](ctlBOMCriteria& c, auto o) { c.setBOM(o); },
-                                           *m_h);
+    eventsAfterDestruction<ctlBOMCriteria>(
+        bom, [](ctlBOMCriteria& c, auto o) { c.setBOM(o); }, *m_h);
 }
 
 void tst_Destruction::customerPanelIgnoresEventsAfterDestruction()
 {
-    eventsAfterDestruction<ctlCustSelect>(customersIn<Counted<StandaloneCustomers>>(),
-                                          [](ctlCustSelect& c, auto o) { c.setCustomers(o); },
-                                          *m_h);
+    eventsAfterDestruction<ctlCustSelect>(
+        customersIn<Counted<StandaloneCustomers>>(),
+        [](ctlCustSelect& c, auto o) { c.setCustomers(o); }, *m_h);
 }
 
 // A subscriber that destroys the control on the first event it sees and then makes the object
 // raise everything it can, once connected before the control and once after it.
 template <class Control, class Object, class Signal, class Bind>
 static void destroyedMidEvent(std::function<std::shared_ptr<Object>()> make, Signal signal,
-                              Bind bind, std::function<void(Object&)> trigger,
-                              ZebTest::Harness& h)
+                              Bind bind, std::function<void(Object&)> trigger, ZebTest::Harness& h)
 {
     for (const bool subscriberFirst : {true, false}) {
         auto object = make();
@@ -340,22 +338,20 @@ static void destroyedMidEvent(std::function<std::shared_ptr<Object>()> make, Sig
 void tst_Destruction::textListDestroyedByAnotherSubscriberMidEvent()
 {
     using T = Counted<StandaloneTextObjects>;
-    destroyedMidEvent<ctlTextSelect, T>(
-        [] { return paragraphsIn<T>(); }, &TextObjects::ItemAdded,
-        [](ctlTextSelect& c, auto o) {
-            c.setAllowSave(true);
-            c.setTextObjects(o);
-        },
-        [](T& t) { t.Add(QStringLiteral("Trigger"), true); }, *m_h);
+    destroyedMidEvent<ctlTextSelect, T>([] { return paragraphsIn<T>(); }, &TextObjects::ItemAdded,
+                                        [](ctlTextSelect& c, auto o) {
+                                            c.setAllowSave(true);
+                                            c.setTextObjects(o);
+                                        },
+                                        [](T& t) { t.Add(QStringLiteral("Trigger"), true); }, *m_h);
 }
 
 void tst_Destruction::generalInfoDestroyedByAnotherSubscriberMidEvent()
 {
     using T = Counted<StandaloneSubmittal>;
-    destroyedMidEvent<ctlGeneralInfo, T>(
-        [] { return submittalIn<T>(); }, &Submittal::BOMChanged,
-        [](ctlGeneralInfo& c, auto o) { c.setCriteria(o); },
-        [](T& s) { s.setIncludeBOM(!s.IncludeBOM()); }, *m_h);
+    destroyedMidEvent<ctlGeneralInfo, T>([] { return submittalIn<T>(); }, &Submittal::BOMChanged,
+                                         [](ctlGeneralInfo& c, auto o) { c.setCriteria(o); },
+                                         [](T& s) { s.setIncludeBOM(!s.IncludeBOM()); }, *m_h);
 }
 
 void tst_Destruction::bomCriteriaDestroyedByAnotherSubscriberMidEvent()
@@ -381,8 +377,8 @@ void tst_Destruction::eventsRaisedWhileTheControlIsBeingDestroyed()
     auto submittal = submittalIn<Counted<StandaloneSubmittal>>();
     auto bom = bomIn<Counted<StandaloneBOM>>();
     auto customers = customersIn<Counted<StandaloneCustomers>>();
-    const int before = paragraphs->connections() + submittal->connections() +
-                       bom->connections() + customers->connections();
+    const int before = paragraphs->connections() + submittal->connections() + bom->connections()
+                       + customers->connections();
 
     auto text = shown<ctlTextSelect>();
     text->setAllowSave(true);
@@ -417,11 +413,10 @@ void tst_Destruction::eventsRaisedWhileTheControlIsBeingDestroyed()
     panel.reset();
     settle();
     QCOMPARE(raised, 4);
-    QCOMPARE(paragraphs->connections() + submittal->connections() + bom->connections() +
-                 customers->connections(),
+    QCOMPARE(paragraphs->connections() + submittal->connections() + bom->connections()
+                 + customers->connections(),
              before);
-    QVERIFY2(m_h->log().failureLines().isEmpty(),
-             qPrintable(m_h->log().failureLines().join('\n')));
+    QVERIFY2(m_h->log().failureLines().isEmpty(), qPrintable(m_h->log().failureLines().join('\n')));
 }
 
 void tst_Destruction::objectDyingWithTheControlRaisesEventsSafely()
@@ -458,8 +453,7 @@ void tst_Destruction::objectDyingWithTheControlRaisesEventsSafely()
     QVERIFY(submittalGone.expired());
     QVERIFY(bomGone.expired());
     QVERIFY(customersGone.expired());
-    QVERIFY2(m_h->log().failureLines().isEmpty(),
-             qPrintable(m_h->log().failureLines().join('\n')));
+    QVERIFY2(m_h->log().failureLines().isEmpty(), qPrintable(m_h->log().failureLines().join('\n')));
     QVERIFY(m_h->boxes().shown().isEmpty());
 }
 
@@ -489,13 +483,15 @@ void tst_Destruction::destroyingWithTheFocusInsideIsSafe()
         QVERIFY(QTest::qWaitForWindowExposed(ctl.get()));
         ctl->setProperty("AllowUpdate", true);
         ctl->setProperty("AllowAdd", true);
-        ctl->setProperty("TextObjects", QVariant::fromValue(std::shared_ptr<TextObjects>(paragraphs)));
+        ctl->setProperty("TextObjects",
+                         QVariant::fromValue(std::shared_ptr<TextObjects>(paragraphs)));
         ctl->setProperty("Criteria", QVariant::fromValue(std::shared_ptr<Submittal>(submittal)));
         ctl->setProperty("Submittal", QVariant::fromValue(std::shared_ptr<Submittal>(submittal)));
         ctl->setProperty("BOM", QVariant::fromValue(std::shared_ptr<BOM>(bom)));
         ctl->setProperty("Labels", QVariant::fromValue(std::shared_ptr<Labels>(labels)));
         ctl->setProperty("LineItems", QVariant::fromValue(std::shared_ptr<LineItems>(lines)));
-        ctl->setProperty("LineItem", QVariant::fromValue(std::shared_ptr<LineItem>(lines->line(1))));
+        ctl->setProperty("LineItem",
+                         QVariant::fromValue(std::shared_ptr<LineItem>(lines->line(1))));
         ctl->setProperty("Customers", QVariant::fromValue(std::shared_ptr<Customers>(customers)));
         QList<QWidget*> focusable;
         for (QWidget* w : ctl->findChildren<QWidget*>())
@@ -536,8 +532,8 @@ void tst_Destruction::controlKeepsItsObjectAliveAndUnbindingFreesIt_data()
     QTest::addColumn<QByteArray>("property");
     QTest::newRow("ctlTextSelect") << QStringLiteral("ctlTextSelect") << QByteArray("TextObjects");
     QTest::newRow("ctlGeneralInfo") << QStringLiteral("ctlGeneralInfo") << QByteArray("Criteria");
-    QTest::newRow("ctlCvrLtrCriteria") << QStringLiteral("ctlCvrLtrCriteria")
-                                       << QByteArray("Submittal");
+    QTest::newRow("ctlCvrLtrCriteria")
+        << QStringLiteral("ctlCvrLtrCriteria") << QByteArray("Submittal");
     QTest::newRow("ctlBOMCriteria") << QStringLiteral("ctlBOMCriteria") << QByteArray("BOM");
     QTest::newRow("ctlLabelCriteria") << QStringLiteral("ctlLabelCriteria") << QByteArray("Labels");
     QTest::newRow("ctlSubLine") << QStringLiteral("ctlSubLine") << QByteArray("LineItem");
@@ -649,8 +645,7 @@ void tst_Destruction::objectKeptOnlyByTheControlStillTakesUserCommands()
     const QString first = paragraphList->text(0);
     QTest::mouseClick(paragraphList->viewport(), Qt::LeftButton, {},
                       paragraphList->itemRect(0).center());
-    QTest::mouseClick(text->findChild<QPushButton*>(QStringLiteral("cmdMoveDown")),
-                      Qt::LeftButton);
+    QTest::mouseClick(text->findChild<QPushButton*>(QStringLiteral("cmdMoveDown")), Qt::LeftButton);
     QCOMPARE(paragraphList->text(1), first);
 
     // Tick "Bill of Materials": the flag lands in the object only the panel still holds.
@@ -678,10 +673,11 @@ void tst_Destruction::noQObjectOutlivesTheControls()
             ctl->show();
             ctl->setProperty("TextObjects",
                              QVariant::fromValue(std::shared_ptr<TextObjects>(paragraphs)));
-            ctl->setProperty("Criteria", QVariant::fromValue(std::shared_ptr<Submittal>(submittal)));
+            ctl->setProperty("Criteria",
+                             QVariant::fromValue(std::shared_ptr<Submittal>(submittal)));
             ctl->setProperty("BOM", QVariant::fromValue(std::shared_ptr<BOM>(bom)));
-            ctl->setProperty("LineItems", QVariant::fromValue(std::shared_ptr<LineItems>(
-                                              SampleData::lineItems())));
+            ctl->setProperty("LineItems", QVariant::fromValue(
+                                              std::shared_ptr<LineItems>(SampleData::lineItems())));
             ctl->setProperty("Customers", QVariant::fromValue(std::shared_ptr<Customers>(
                                               customersIn<StandaloneCustomers>())));
         }
@@ -697,7 +693,8 @@ void tst_Destruction::noQObjectOutlivesTheControls()
     settle();
     QStringList survivors = ZebTest::LiveObjects::trackedSurvivors();
     // Qt's gesture manager swaps its cached pan gestures for new ones; it keeps as many as before.
-    survivors.removeIf([](const QString& s) { return s.endsWith(QLatin1String("(parent QGestureManager)")); });
+    survivors.removeIf(
+        [](const QString& s) { return s.endsWith(QLatin1String("(parent QGestureManager)")); });
     QVERIFY2(survivors.isEmpty(), qPrintable(survivors.join(QLatin1Char('\n'))));
     QCOMPARE(ZebTest::LiveObjects::count(), before);
 }

@@ -41,10 +41,10 @@ void tst_FaultSweep::initTestCase()
 
 void tst_FaultSweep::everyRegisteredControlHasScenarios()
 {
-    const QStringList swept{QStringLiteral("ctlTextSelect"),   QStringLiteral("ctlGeneralInfo"),
+    const QStringList swept{QStringLiteral("ctlTextSelect"),     QStringLiteral("ctlGeneralInfo"),
                             QStringLiteral("ctlCvrLtrCriteria"), QStringLiteral("ctlBOMCriteria"),
-                            QStringLiteral("ctlLabelCriteria"), QStringLiteral("ctlSubLine"),
-                            QStringLiteral("ctlSubLines"),     QStringLiteral("ctlSubLineDsp"),
+                            QStringLiteral("ctlLabelCriteria"),  QStringLiteral("ctlSubLine"),
+                            QStringLiteral("ctlSubLines"),       QStringLiteral("ctlSubLineDsp"),
                             QStringLiteral("ctlCustSelect")};
     for (const QString& id : ZebSubCtl::ControlRegistry::instance().identifiers()) {
         const QString name = id.section(QLatin1Char('.'), 1);
@@ -64,13 +64,14 @@ void tst_FaultSweep::check(const QString& control, const QList<Scenario>& scenar
     std::fflush(stdout);
     QVERIFY2(r.swept > 0, "no call swept");
     QVERIFY2(r.mismatches.isEmpty(),
-             qPrintable(QStringLiteral("%1 failure(s) not handled as required").arg(r.mismatches.size())));
+             qPrintable(
+                 QStringLiteral("%1 failure(s) not handled as required").arg(r.mismatches.size())));
 }
 
 void tst_FaultSweep::cleanupTestCase()
 {
-    std::printf("\nFault sweep, all controls (%lld ms):\n%s", static_cast<long long>(m_clock.elapsed()),
-                qPrintable(formatTable(m_results)));
+    std::printf("\nFault sweep, all controls (%lld ms):\n%s",
+                static_cast<long long>(m_clock.elapsed()), qPrintable(formatTable(m_results)));
     std::fflush(stdout);
 }
 

@@ -41,7 +41,8 @@ Paragraphs paragraphsOf(const QString& file)
 {
     const auto store = Store::open(file, Store::OpenMode::OpenExisting);
     Paragraphs out;
-    for (const auto& t : store->openJob(store->jobs().first().id)->coverLetterParagraphs()->Enumerate())
+    for (const auto& t :
+         store->openJob(store->jobs().first().id)->coverLetterParagraphs()->Enumerate())
         out.append({t->Key(), t->Text(), t->Selected()});
     return out;
 }
@@ -134,7 +135,8 @@ private slots:
             JobContents c;
             c.number = QStringLiteral("24-0131");
             c.name = QStringLiteral("Riverside Medical Office Building");
-            c.paragraphs = {{QStringLiteral("Initial 1"), true}, {QStringLiteral("Initial 2"), false}};
+            c.paragraphs = {{QStringLiteral("Initial 1"), true},
+                            {QStringLiteral("Initial 2"), false}};
             Store::open(file)->createJob(c);
         }
         Paragraphs known = paragraphsOf(file);
@@ -142,7 +144,8 @@ private slots:
         const int n = rounds();
         for (int round = 0; round < n; ++round) {
             QProcess writer;
-            writer.start(kChild, {QStringLiteral("write"), file, QString::number(random.generate())});
+            writer.start(kChild,
+                         {QStringLiteral("write"), file, QString::number(random.generate())});
             QVERIFY(writer.waitForStarted());
             const int killAfter = int(random.bounded(1, 60));
             int acks = 0;
@@ -155,7 +158,8 @@ private slots:
                 buffer += writer.readAllStandardOutput();
                 qsizetype end;
                 while ((end = buffer.indexOf('\n')) >= 0) {
-                    const QStringList words = QString::fromUtf8(buffer.left(end)).split(QLatin1Char(' '));
+                    const QStringList words =
+                        QString::fromUtf8(buffer.left(end)).split(QLatin1Char(' '));
                     buffer.remove(0, end + 1);
                     if (words.first() == QLatin1String("begin")) {
                         pending = words;
@@ -194,9 +198,11 @@ private slots:
             // whole or not at all.
             const bool same = matches(inFile, known);
             const bool next = !pending.isEmpty() && matches(inFile, after(known, pending));
-            QVERIFY2(same || next, qPrintable(QStringLiteral("round %1, pending \"%2\"\nfile:  %3\nknown: %4")
-                                                  .arg(round).arg(pending.join(QLatin1Char(' ')),
-                                                                  shown(inFile), shown(known))));
+            QVERIFY2(
+                same || next,
+                qPrintable(QStringLiteral("round %1, pending \"%2\"\nfile:  %3\nknown: %4")
+                               .arg(round)
+                               .arg(pending.join(QLatin1Char(' ')), shown(inFile), shown(known))));
             known = inFile;
         }
         qInfo("%d kills, %d acknowledged writes, none lost", n, acknowledged);
@@ -241,7 +247,8 @@ private slots:
             QProcess reset;
             reset.start(kChild, {QStringLiteral("reset"), file});
             QVERIFY(reset.waitForReadyRead(30000));
-            std::this_thread::sleep_for(std::chrono::microseconds(random.bounded(quint32(whole * 6 / 5 + 1))));
+            std::this_thread::sleep_for(
+                std::chrono::microseconds(random.bounded(quint32(whole * 6 / 5 + 1))));
             reset.kill();
             QVERIFY(reset.waitForFinished());
             const bool done = reset.readAllStandardOutput().contains("done");
@@ -259,7 +266,8 @@ private slots:
                 QCOMPARE(store->jobs().size(), jobs);
             }
         }
-        qInfo("%d kills in %lld us resets: %d left the old office, %d the new one", n, whole, old, fresh);
+        qInfo("%d kills in %lld us resets: %d left the old office, %d the new one", n, whole, old,
+              fresh);
     }
 };
 

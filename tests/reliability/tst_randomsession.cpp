@@ -82,22 +82,22 @@ const QString kAddReformatted = QStringLiteral(
     "Your text contains unsupported characters and will be reformatted.\r\n"
     "Please review the paragraph to be certain you are satisfied with the new format\r\n"
     "before selecting add again.");
-const QString kEditReformatted = QStringLiteral(
-    "Your text contains unsupported characters and will be reformatted.\r\n"
-    "Please review the text to be certain you are satisfied with the new format\r\n"
-    "and then select OK.");
+const QString kEditReformatted =
+    QStringLiteral("Your text contains unsupported characters and will be reformatted.\r\n"
+                   "Please review the text to be certain you are satisfied with the new format\r\n"
+                   "and then select OK.");
 const QString kTextFormat = QStringLiteral("Text Format");
 const QString kDuplicate = QStringLiteral("The customer has already been added.");
 const QString kRemoveAll = QStringLiteral("This will remove all customers from this submittal.");
 
-const char* const kBomBoxes[] = {"chkBrand", "chkCatNum", "chkDefaultRemarks", "chkDesc",
-                                 "chkGroupCode", "chkLineComments", "chkMfr", "chkMTO",
-                                 "chkQuantity", "chkType"};
+const char* const kBomBoxes[] = {
+    "chkBrand", "chkCatNum", "chkDefaultRemarks", "chkDesc", "chkGroupCode", "chkLineComments",
+    "chkMfr",   "chkMTO",    "chkQuantity",       "chkType"};
 
-const char* const kWords[] = {"Fixtures", "ship", "with", "lamps", "installed", "verify",
-                              "voltage", "before", "ordering", "finish", "white", "per",
-                              "drawings", "mounting", "height", "3500K", "driver", "0-10V",
-                              "emergency", "battery", "pack", "by", "others", "(typ.)"};
+const char* const kWords[] = {"Fixtures",  "ship",     "with",     "lamps",  "installed", "verify",
+                              "voltage",   "before",   "ordering", "finish", "white",     "per",
+                              "drawings",  "mounting", "height",   "3500K",  "driver",    "0-10V",
+                              "emergency", "battery",  "pack",     "by",     "others",    "(typ.)"};
 
 // Characters a word processor pastes, and what the business objects turn them into.
 struct Pasted {
@@ -120,11 +120,15 @@ QString asAccepted(QString text)
 // The calls of an object that change it, out of everything its injector recorded.
 QStringList writesIn(const FaultInjector& faults)
 {
-    static const QStringList mutators = {
-        QStringLiteral("Add"),      QStringLiteral("Remove"),   QStringLiteral("RemoveAll"),
-        QStringLiteral("MoveUp"),   QStringLiteral("MoveDown"), QStringLiteral("SaveOrder"),
-        QStringLiteral("Insert"),   QStringLiteral("SelectPurpose"),
-        QStringLiteral("PopulateRemarks")};
+    static const QStringList mutators = {QStringLiteral("Add"),
+                                         QStringLiteral("Remove"),
+                                         QStringLiteral("RemoveAll"),
+                                         QStringLiteral("MoveUp"),
+                                         QStringLiteral("MoveDown"),
+                                         QStringLiteral("SaveOrder"),
+                                         QStringLiteral("Insert"),
+                                         QStringLiteral("SelectPurpose"),
+                                         QStringLiteral("PopulateRemarks")};
     QStringList out;
     for (const QString& call : faults.calls())
         if (call.endsWith(QLatin1Char('=')) || mutators.contains(call))
@@ -169,8 +173,8 @@ QPoint textPoint(KeyedListView* list, int row)
 bool rowInView(KeyedListView* list, int row)
 {
     const QRect item = list->itemRect(row);
-    return !item.isEmpty() && list->viewport()->rect().contains(item.topLeft()) &&
-           list->viewport()->rect().contains(item.bottomLeft());
+    return !item.isEmpty() && list->viewport()->rect().contains(item.topLeft())
+           && list->viewport()->rect().contains(item.bottomLeft());
 }
 
 // Selects a row the way a user does: a click when it is in view, otherwise a click on the top
@@ -391,16 +395,24 @@ void tst_RandomSession::buildSession(bool inStore)
         m_job = m_store->openJob(m_jobId);
         m_services = m_store->applicationServices();
         m_directory = m_store->directoryCustomers();
-        m_objects = {m_job->coverLetterParagraphs(), m_job->coverLetterRemarks(),
-                     m_job->submittal(), m_job->bom(), m_job->labels(), m_job->lineItems(),
+        m_objects = {m_job->coverLetterParagraphs(),
+                     m_job->coverLetterRemarks(),
+                     m_job->submittal(),
+                     m_job->bom(),
+                     m_job->labels(),
+                     m_job->lineItems(),
                      m_job->customers()};
     } else {
         auto services = std::make_shared<StandaloneApplicationServices>();
         m_directory = services->customerDirectory()->Records();
         m_services = services;
-        m_objects = {SampleData::coverLetterParagraphs(), SampleData::coverLetterRemarks(),
-                     SampleData::submittal(), SampleData::bom(), SampleData::labels(),
-                     SampleData::lineItems(), SampleData::customers()};
+        m_objects = {SampleData::coverLetterParagraphs(),
+                     SampleData::coverLetterRemarks(),
+                     SampleData::submittal(),
+                     SampleData::bom(),
+                     SampleData::labels(),
+                     SampleData::lineItems(),
+                     SampleData::customers()};
     }
     Runtime::setApplicationServices(m_services);
     m_paragraphs = m_objects.paragraphs;
@@ -515,7 +527,7 @@ void tst_RandomSession::takeShadowFromObjects()
     s.carbonCopy = letter->IncludeCarbonCopy();
     s.carbonCopyShown = child<CheckBox>(m_letter, "chkIncludeCC")->isVisibleTo(m_letter);
 
-    const QList<bool> flags = {m_bom->IncludeBrand(),         m_bom->IncludeCatalogNumber(),
+    const QList<bool> flags = {m_bom->IncludeBrand(),          m_bom->IncludeCatalogNumber(),
                                m_bom->IncludeDefaultRemarks(), m_bom->IncludeDescription(),
                                m_bom->IncludeGroupCodes(),     m_bom->IncludeLineComments(),
                                m_bom->IncludeManufacturer(),   m_bom->IncludeMTO(),
@@ -571,9 +583,15 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, ShadowTexts& s, b
     const int count = int(s.items.size());
     // Keep the list within view: add less often as it grows.
     const int addWeight = !mayUpdate ? 0 : (count < 4 ? 30 : count > 12 ? 2 : 12);
-    const int weights[] = {addWeight, count ? 20 : 0, count ? 16 : 0, count ? 16 : 0,
-                           mayUpdate && count ? 10 : 0, mayUpdate && count > 3 ? 8 : 0,
-                           s.saveKnown ? 8 : 0, mayUpdate ? 4 : 0, !mayUpdate && count ? 4 : 0};
+    const int weights[] = {addWeight,
+                           count ? 20 : 0,
+                           count ? 16 : 0,
+                           count ? 16 : 0,
+                           mayUpdate && count ? 10 : 0,
+                           mayUpdate && count > 3 ? 8 : 0,
+                           s.saveKnown ? 8 : 0,
+                           mayUpdate ? 4 : 0,
+                           !mayUpdate && count ? 4 : 0};
     int total = 0;
     for (int w : weights)
         total += w;
@@ -629,10 +647,11 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, ShadowTexts& s, b
         const bool up = kind == 2;
         const int row = pick(count);
         const bool menu = chance(30);
-        m_lastAction = s.name + QStringLiteral(": move row %1 %2 by %3")
-                                    .arg(row)
-                                    .arg(up ? QStringLiteral("up") : QStringLiteral("down"),
-                                         menu ? QStringLiteral("menu") : QStringLiteral("button"));
+        m_lastAction = s.name
+                       + QStringLiteral(": move row %1 %2 by %3")
+                             .arg(row)
+                             .arg(up ? QStringLiteral("up") : QStringLiteral("down"),
+                                  menu ? QStringLiteral("menu") : QStringLiteral("button"));
         selectRow(list, row);
         if (menu)
             chooseFromMenu(list, row, up ? Qt::Key_U : Qt::Key_N);
@@ -658,10 +677,11 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, ShadowTexts& s, b
         const bool ok = chance(75);
         const QString typed = randomText(true);
         const QString accepted = asAccepted(typed);
-        m_lastAction = s.name + QStringLiteral(": edit row %1 (%2, %3)")
-                                    .arg(row)
-                                    .arg(how)
-                                    .arg(ok ? QStringLiteral("OK") : QStringLiteral("Cancel"));
+        m_lastAction = s.name
+                       + QStringLiteral(": edit row %1 (%2, %3)")
+                             .arg(row)
+                             .arg(how)
+                             .arg(ok ? QStringLiteral("OK") : QStringLiteral("Cancel"));
         selectRow(list, row);
         bool reformatted = false;
         ZebTest::WhenModal<frmEditText> user([&](frmEditText& dialog) {
@@ -669,7 +689,7 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, ShadowTexts& s, b
             QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
             ZebTest::typeText(box, typed);
             auto* button = dialog.findChild<QPushButton*>(ok ? QStringLiteral("cmdOK")
-                                                              : QStringLiteral("cmdCancel"));
+                                                             : QStringLiteral("cmdCancel"));
             QTest::mouseClick(button, Qt::LeftButton);
             if (ok && dialog.isVisible()) {
                 reformatted = true;
@@ -712,8 +732,8 @@ void tst_RandomSession::textListAction(ctlTextSelect* control, ShadowTexts& s, b
         auto* save = child<QPushButton>(control, "cmdSave");
         const bool enabled = s.allowSave && s.dirty;
         if (save->isEnabled() != enabled)
-            fail(QStringLiteral("Save Changes is %1").arg(save->isEnabled() ? "enabled"
-                                                                             : "disabled"));
+            fail(QStringLiteral("Save Changes is %1")
+                     .arg(save->isEnabled() ? "enabled" : "disabled"));
         click(save);
         if (enabled) {
             write(s.name, QStringLiteral("SaveOrder"));
@@ -758,9 +778,9 @@ void tst_RandomSession::generalInfoAction()
         bool& flag = kind == 0 ? s.includeCoverLetter : kind == 1 ? s.includeBOM : s.includeLabels;
         flag = !flag;
         // One write; the object's event finds box and flag equal and writes nothing more.
-        write(QStringLiteral("submittal"),
-              kind == 0 ? QStringLiteral("IncludeCoverLetter=")
-                        : kind == 1 ? QStringLiteral("IncludeBOM=") : QStringLiteral("IncludeLabels="));
+        write(QStringLiteral("submittal"), kind == 0   ? QStringLiteral("IncludeCoverLetter=")
+                                           : kind == 1 ? QStringLiteral("IncludeBOM=")
+                                                       : QStringLiteral("IncludeLabels="));
     } else if (kind < 6) {
         const int index = chance(30) ? 7 : pick(8);
         m_lastAction = QStringLiteral("general information: purpose %1").arg(index);
@@ -770,8 +790,8 @@ void tst_RandomSession::generalInfoAction()
             write(QStringLiteral("submittal"), QStringLiteral("SelectPurpose"));
             write(QStringLiteral("submittal"), QStringLiteral("SubmittalPurpose="));
             s.purposeIndex = qint16(index);
-            s.purpose = index == 7 ? s.otherPurpose
-                                   : StandaloneSubmittal::purposeCaptions().at(index);
+            s.purpose =
+                index == 7 ? s.otherPurpose : StandaloneSubmittal::purposeCaptions().at(index);
         }
     } else if (kind == 6) {
         if (s.purposeIndex != 7)
@@ -823,7 +843,8 @@ void tst_RandomSession::generalInfoAction()
             s.date.clear();
         } else {
             const QDate d = QDate(2026, 1, 1).addDays(pick(730));
-            m_lastAction = QStringLiteral("general information: date %1").arg(d.toString(Qt::ISODate));
+            m_lastAction =
+                QStringLiteral("general information: date %1").arg(d.toString(Qt::ISODate));
             QTest::keyClick(date->lineEdit(), Qt::Key_A, Qt::ControlModifier);
             QTest::keyClicks(date->lineEdit(), d.toString(QStringLiteral("MM/dd/yyyy")));
             QTest::keyClick(date->lineEdit(), Qt::Key_Return);
@@ -845,9 +866,10 @@ void tst_RandomSession::coverLetterAction()
         click(child<CheckBox>(m_letter, names[kind]));
         bool& flag = kind == 0 ? s.paragraphs : kind == 1 ? s.logo : s.remarks;
         flag = !flag;
-        write(QStringLiteral("cover letter"),
-              kind == 0 ? QStringLiteral("IncludeDefaultParagraphs=")
-                        : kind == 1 ? QStringLiteral("IncludeLogo=") : QStringLiteral("IncludeRemarks="));
+        write(QStringLiteral("cover letter"), kind == 0
+                                                  ? QStringLiteral("IncludeDefaultParagraphs=")
+                                              : kind == 1 ? QStringLiteral("IncludeLogo=")
+                                                          : QStringLiteral("IncludeRemarks="));
     } else if (kind == 3) {
         m_lastAction = QStringLiteral("cover letter: same letter for all");
         click(child<OptionButton>(m_letter, "optOneCoverLetter"));
@@ -923,7 +945,9 @@ void tst_RandomSession::labelAction()
     m_lastAction = QStringLiteral("labels: %1 row %2 by %3")
                        .arg(add ? "add" : "remove")
                        .arg(row)
-                       .arg(how == 0 ? "button" : how == 1 ? "double click" : "Enter");
+                       .arg(how == 0   ? "button"
+                            : how == 1 ? "double click"
+                                       : "Enter");
     selectRow(list, row);
     if (how == 0)
         click(child<QPushButton>(m_labelPanel, add ? "cmdAdd" : "cmdRemove"));
@@ -993,7 +1017,8 @@ void tst_RandomSession::customerAction()
         if (matches.size() == 1)
             c.found = matches.first();
         auto* keyword = child<QLineEdit>(m_customerPanel, "txtNameKeyword");
-        if (c.found && (keyword->text() != c.found->name || accountBox->text() != c.found->accountNumber))
+        if (c.found
+            && (keyword->text() != c.found->name || accountBox->text() != c.found->accountNumber))
             fail(QStringLiteral("the search boxes do not show the found customer"));
     } else if (kind < 4) {  // add the found customer
         m_lastAction = QStringLiteral("customers: add %1")
@@ -1052,35 +1077,21 @@ void tst_RandomSession::act()
     // chosen, say) does nothing; pick again, so that every step is a user action.
     for (int tries = 0; tries < 50 && m_lastAction.isEmpty() && !m_failed; ++tries) {
         switch (pick(9)) {
-        case 0:
-            textListAction(m_paragraphList, m_shadow.paragraphs, true);
-            break;
-        case 1:
-            textListAction(m_remarkList, m_shadow.remarks, true);
-            break;
-        case 2:
-            generalInfoAction();
-            break;
-        case 3:
-            coverLetterAction();
-            break;
-        case 4:
-            bomAction();
-            break;
-        case 5:
-            labelAction();
-            break;
-        case 6:
-            lineItemAction();
-            break;
-        default:
-            customerAction();
-            break;
+        case 0: textListAction(m_paragraphList, m_shadow.paragraphs, true); break;
+        case 1: textListAction(m_remarkList, m_shadow.remarks, true); break;
+        case 2: generalInfoAction(); break;
+        case 3: coverLetterAction(); break;
+        case 4: bomAction(); break;
+        case 5: labelAction(); break;
+        case 6: lineItemAction(); break;
+        default: customerAction(); break;
         }
     }
     if (!m_lastAction.isEmpty()) {
         // Counted by kind: rows, names and dates left out.
-        static const QRegularExpression details(QStringLiteral("( row \\d+| line \\d+| \\d{4}-\\d\\d-\\d\\d| account \\d+| \"[^\"]*\"| C\\d+| \\d+$)"));
+        static const QRegularExpression details(
+            QStringLiteral("( row \\d+| line \\d+| \\d{4}-\\d\\d-\\d\\d| account \\d+| \"[^\"]*\"| "
+                           "C\\d+| \\d+$)"));
         QString kind = m_lastAction;
         kind.remove(details);
         ++m_actionCounts[kind];
@@ -1088,8 +1099,7 @@ void tst_RandomSession::act()
     }
 }
 
-void tst_RandomSession::checkTexts(TextObjects& objects, const ShadowTexts& s,
-                                   const QString& where)
+void tst_RandomSession::checkTexts(TextObjects& objects, const ShadowTexts& s, const QString& where)
 {
     QList<ShadowParagraph> held;
     for (const auto& o : objects.Enumerate())
@@ -1134,7 +1144,7 @@ void tst_RandomSession::checkModel(const Objects& o, const QString& where)
     expect("SeparateLetters", letter->SeparateLetters(), s.separate);
     expect("IncludeCarbonCopy", letter->IncludeCarbonCopy(), s.carbonCopy);
 
-    const QList<bool> flags = {o.bom->IncludeBrand(),         o.bom->IncludeCatalogNumber(),
+    const QList<bool> flags = {o.bom->IncludeBrand(),          o.bom->IncludeCatalogNumber(),
                                o.bom->IncludeDefaultRemarks(), o.bom->IncludeDescription(),
                                o.bom->IncludeGroupCodes(),     o.bom->IncludeLineComments(),
                                o.bom->IncludeManufacturer(),   o.bom->IncludeMTO(),
@@ -1194,12 +1204,13 @@ void tst_RandomSession::checkTextList(ctlTextSelect* control, const ShadowTexts&
         return;
     }
     for (int i = 0; i < list->count(); ++i)
-        if (list->text(i) != shownText(s.items.at(i).text) ||
-            list->isChecked(i) != s.items.at(i).selected)
-            fail(QStringLiteral("%1: the %2 list shows \"%3\" at row %4").arg(where, s.name,
-                                                                             list->text(i))
+        if (list->text(i) != shownText(s.items.at(i).text)
+            || list->isChecked(i) != s.items.at(i).selected)
+            fail(QStringLiteral("%1: the %2 list shows \"%3\" at row %4")
+                     .arg(where, s.name, list->text(i))
                      .arg(i));
-    if (s.saveKnown && child<QPushButton>(control, "cmdSave")->isEnabled() != (s.allowSave && s.dirty))
+    if (s.saveKnown
+        && child<QPushButton>(control, "cmdSave")->isEnabled() != (s.allowSave && s.dirty))
         fail(QStringLiteral("%1: Save Changes of the %2 list is wrong").arg(where, s.name));
 }
 
@@ -1216,8 +1227,8 @@ void tst_RandomSession::checkWidgets(const QString& where)
         if (!ok)
             fail(QStringLiteral("%1: %2 does not show what its object holds").arg(where, what));
     };
-    expect(QStringLiteral("chkCoverLetter"),
-           child<CheckBox>(m_info, "chkCoverLetter")->value() == (m_submittal->IncludeCoverLetter() ? 1 : 0));
+    expect(QStringLiteral("chkCoverLetter"), child<CheckBox>(m_info, "chkCoverLetter")->value()
+                                                 == (m_submittal->IncludeCoverLetter() ? 1 : 0));
     expect(QStringLiteral("chkBOM"),
            child<CheckBox>(m_info, "chkBOM")->value() == (m_submittal->IncludeBOM() ? 1 : 0));
     expect(QStringLiteral("chkLabels"),
@@ -1238,19 +1249,22 @@ void tst_RandomSession::checkWidgets(const QString& where)
 
     const auto letter = m_submittal->CoverLetter();
     expect(QStringLiteral("chkDefaultParagraph"),
-           child<CheckBox>(m_letter, "chkDefaultParagraph")->value() == (letter->IncludeDefaultParagraphs() ? 1 : 0));
+           child<CheckBox>(m_letter, "chkDefaultParagraph")->value()
+               == (letter->IncludeDefaultParagraphs() ? 1 : 0));
     expect(QStringLiteral("chkIncludeLogo"),
            child<CheckBox>(m_letter, "chkIncludeLogo")->value() == (letter->IncludeLogo() ? 1 : 0));
     expect(QStringLiteral("chkRemarks"),
            child<CheckBox>(m_letter, "chkRemarks")->value() == (letter->IncludeRemarks() ? 1 : 0));
     expect(QStringLiteral("optMultipleCoverLetters"),
-           child<OptionButton>(m_letter, "optMultipleCoverLetters")->value() == letter->SeparateLetters() &&
-               child<OptionButton>(m_letter, "optOneCoverLetter")->value() == !letter->SeparateLetters());
+           child<OptionButton>(m_letter, "optMultipleCoverLetters")->value()
+                   == letter->SeparateLetters()
+               && child<OptionButton>(m_letter, "optOneCoverLetter")->value()
+                      == !letter->SeparateLetters());
     expect(QStringLiteral("chkIncludeCC"),
-           child<CheckBox>(m_letter, "chkIncludeCC")->isVisibleTo(m_letter) ==
-               m_shadow.submittal.carbonCopyShown);
+           child<CheckBox>(m_letter, "chkIncludeCC")->isVisibleTo(m_letter)
+               == m_shadow.submittal.carbonCopyShown);
 
-    const QList<bool> flags = {m_bom->IncludeBrand(),         m_bom->IncludeCatalogNumber(),
+    const QList<bool> flags = {m_bom->IncludeBrand(),          m_bom->IncludeCatalogNumber(),
                                m_bom->IncludeDefaultRemarks(), m_bom->IncludeDescription(),
                                m_bom->IncludeGroupCodes(),     m_bom->IncludeLineComments(),
                                m_bom->IncludeManufacturer(),   m_bom->IncludeMTO(),
@@ -1266,9 +1280,11 @@ void tst_RandomSession::checkWidgets(const QString& where)
         return out;
     };
     expect(QStringLiteral("lsvAvailableItems"),
-           keys(child<KeyedListView>(m_labelPanel, "lsvAvailableItems")) == m_shadow.labels.available);
+           keys(child<KeyedListView>(m_labelPanel, "lsvAvailableItems"))
+               == m_shadow.labels.available);
     expect(QStringLiteral("lsvSelectedItems"),
-           keys(child<KeyedListView>(m_labelPanel, "lsvSelectedItems")) == m_shadow.labels.selected);
+           keys(child<KeyedListView>(m_labelPanel, "lsvSelectedItems"))
+               == m_shadow.labels.selected);
     for (const QString& key : m_shadow.labels.selected)
         expect(QStringLiteral("label field ") + key,
                m_labels->LabelFields()->Item(key)->Included());
@@ -1279,17 +1295,17 @@ void tst_RandomSession::checkWidgets(const QString& where)
         const qint16 index = line->Index();
         const auto item = m_lines->Item(index);
         expect(QStringLiteral("line %1").arg(index),
-               line->LineNumber() == QString::number(index) &&
-                   child<CheckBox>(line, "chkSelect")->value() == (item->Selected() ? 1 : 0) &&
-                   child<PaintedLabel>(line, "lblCatNum")->Caption() == item->CatalogNumber());
+               line->LineNumber() == QString::number(index)
+                   && child<CheckBox>(line, "chkSelect")->value() == (item->Selected() ? 1 : 0)
+                   && child<PaintedLabel>(line, "lblCatNum")->Caption() == item->CatalogNumber());
     }
     expect(QStringLiteral("the line rows"), rows == m_lines->Count());
 
     auto* customers = child<KeyedListView>(m_customerPanel, "lsvCustomers");
     bool same = customers->count() == m_customers->Count();
     for (int i = 0; same && i < customers->count(); ++i)
-        same = customers->key(i) == m_customers->Item(qint16(i + 1))->Key() &&
-               customers->isChecked(i) == m_customers->Item(qint16(i + 1))->Included();
+        same = customers->key(i) == m_customers->Item(qint16(i + 1))->Key()
+               && customers->isChecked(i) == m_customers->Item(qint16(i + 1))->Included();
     expect(QStringLiteral("lsvCustomers"), same);
 }
 
@@ -1306,7 +1322,8 @@ void tst_RandomSession::randomUserSessionLosesNothing()
     endSession();
     m_random.seed(quint32(m_seed ^ (m_seed >> 32)));
     buildSession(inStore);
-    const int actions = inStore ? std::max(1, actionsFromEnvironment() / 5) : actionsFromEnvironment();
+    const int actions =
+        inStore ? std::max(1, actionsFromEnvironment() / 5) : actionsFromEnvironment();
     const int kCheckpoint = inStore ? 100 : 500;
     qInfo("random session on the %s objects: %d actions, checkpoints every %d",
           inStore ? "store's" : "stand-alone", actions, kCheckpoint);
@@ -1342,8 +1359,8 @@ void tst_RandomSession::randomUserSessionLosesNothing()
         if (logged != m_shadow.failures)
             fail(QStringLiteral("failures logged: [%1], the shadow predicts [%2]; the log:\n")
                      .arg(logged.join(QStringLiteral(", ")),
-                          m_shadow.failures.join(QStringLiteral(", "))) +
-                 m_h->log().failureLines().join('\n'));
+                          m_shadow.failures.join(QStringLiteral(", ")))
+                 + m_h->log().failureLines().join('\n'));
         m_h->log().clear();
         for (auto it = m_recorded.cbegin(); it != m_recorded.cend(); ++it) {
             const QStringList made = writesIn(*it.value());

@@ -26,7 +26,14 @@
 
 namespace {
 
-enum class Command { None, CutAfterCommit, DropCommit, SilentAfterCommit, SilentAfterLock, GoneAfterCommit };
+enum class Command {
+    None,
+    CutAfterCommit,
+    DropCommit,
+    SilentAfterCommit,
+    SilentAfterLock,
+    GoneAfterCommit
+};
 
 Command g_armed = Command::None;
 QTcpServer* g_listener = nullptr;

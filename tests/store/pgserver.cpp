@@ -14,7 +14,10 @@ namespace {
 
 const char* const kUser = "nobody";
 
-bool asRoot() { return ::geteuid() == 0; }
+bool asRoot()
+{
+    return ::geteuid() == 0;
+}
 
 // Hands the folder (and what is in it) to the unprivileged user.
 bool giveAway(const QString& path)
@@ -45,11 +48,10 @@ QString PgServer::binaries()
             return dir;
         return {};
     }
-    const QStringList candidates = {QStringLiteral("/usr/lib/postgresql/17/bin"),
-                                    QStringLiteral("/usr/lib/postgresql/16/bin"),
-                                    QStringLiteral("/usr/lib/postgresql/15/bin"),
-                                    QStringLiteral("/usr/lib/postgresql/14/bin"),
-                                    QStringLiteral("/usr/lib/postgresql/13/bin")};
+    const QStringList candidates = {
+        QStringLiteral("/usr/lib/postgresql/17/bin"), QStringLiteral("/usr/lib/postgresql/16/bin"),
+        QStringLiteral("/usr/lib/postgresql/15/bin"), QStringLiteral("/usr/lib/postgresql/14/bin"),
+        QStringLiteral("/usr/lib/postgresql/13/bin")};
     for (const QString& dir : candidates)
         if (QFileInfo(dir + QStringLiteral("/initdb")).isExecutable()
             && QFileInfo(dir + QStringLiteral("/pg_ctl")).isExecutable())
@@ -112,17 +114,16 @@ PgServer::~PgServer()
 
 bool PgServer::start()
 {
-    const QString options =
-        QStringLiteral("-p %1 -k %2 -c listen_addresses=127.0.0.1 -c fsync=off "
-                       "-c synchronous_commit=off -c full_page_writes=off")
-            .arg(m_port)
-            .arg(m_dir.path());
-    m_running = run(m_bin + QStringLiteral("/pg_ctl"),
-                    {QStringLiteral("-D"), m_data, QStringLiteral("-o"), options,
-                     QStringLiteral("-l"), m_dir.filePath(QStringLiteral("server.log")),
-                     QStringLiteral("-w"), QStringLiteral("-t"), QStringLiteral("60"),
-                     QStringLiteral("start")},
-                    90000);
+    const QString options = QStringLiteral("-p %1 -k %2 -c listen_addresses=127.0.0.1 -c fsync=off "
+                                           "-c synchronous_commit=off -c full_page_writes=off")
+                                .arg(m_port)
+                                .arg(m_dir.path());
+    m_running =
+        run(m_bin + QStringLiteral("/pg_ctl"),
+            {QStringLiteral("-D"), m_data, QStringLiteral("-o"), options, QStringLiteral("-l"),
+             m_dir.filePath(QStringLiteral("server.log")), QStringLiteral("-w"),
+             QStringLiteral("-t"), QStringLiteral("60"), QStringLiteral("start")},
+            90000);
     return m_running;
 }
 
@@ -142,7 +143,10 @@ QString PgServer::location(const QString& database) const
     return QStringLiteral("postgresql://zeb@127.0.0.1:%1/%2").arg(m_port).arg(database);
 }
 
-QString PgServer::newDatabaseName() { return QStringLiteral("office%1").arg(++m_databases); }
+QString PgServer::newDatabaseName()
+{
+    return QStringLiteral("office%1").arg(++m_databases);
+}
 
 bool PgServer::run(const QString& program, const QStringList& args, int timeoutMs)
 {

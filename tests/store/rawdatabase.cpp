@@ -4,7 +4,8 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
-RawDatabase::RawDatabase(int port, const QString& database) : m_name(QStringLiteral("raw-%1").arg(++s_serial))
+RawDatabase::RawDatabase(int port, const QString& database)
+    : m_name(QStringLiteral("raw-%1").arg(++s_serial))
 {
     auto db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name);
     db.setHostName(QStringLiteral("127.0.0.1"));
@@ -16,7 +17,8 @@ RawDatabase::RawDatabase(int port, const QString& database) : m_name(QStringLite
         qWarning("%s", qPrintable(db.lastError().text()));
 }
 
-RawDatabase::RawDatabase(const QString& sqliteFile) : m_name(QStringLiteral("raw-%1").arg(++s_serial))
+RawDatabase::RawDatabase(const QString& sqliteFile)
+    : m_name(QStringLiteral("raw-%1").arg(++s_serial))
 {
     auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
     db.setDatabaseName(sqliteFile);

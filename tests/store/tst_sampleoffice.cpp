@@ -46,10 +46,7 @@ class TestSampleOffice : public QObject {
     }
 
 private slots:
-    void initTestCase()
-    {
-        ZebTest::useScratchDataHome();
-    }
+    void initTestCase() { ZebTest::useScratchDataHome(); }
 
     void fillingMakesFourJobsOfDifferentSizesInNumberOrder()
     {
@@ -59,11 +56,15 @@ private slots:
         QCOMPARE(jobs.size(), 4);
         QStringList rows;
         for (const auto& j : jobs)
-            rows << QStringLiteral("%1|%2|%3|%4").arg(j.number, j.name).arg(j.customerCount).arg(j.lineCount);
-        QCOMPARE(rows, (QStringList{QStringLiteral("24-0117|Cascade Elementary School Gym Relight|1|4"),
-                                    QStringLiteral("24-0131|Riverside Medical Office Building|2|20"),
-                                    QStringLiteral("24-0152|Northgate Distribution Center|5|96"),
-                                    QStringLiteral("25-0009|Harbor Point Mixed-Use Tower|12|744")}));
+            rows << QStringLiteral("%1|%2|%3|%4")
+                        .arg(j.number, j.name)
+                        .arg(j.customerCount)
+                        .arg(j.lineCount);
+        QCOMPARE(rows,
+                 (QStringList{QStringLiteral("24-0117|Cascade Elementary School Gym Relight|1|4"),
+                              QStringLiteral("24-0131|Riverside Medical Office Building|2|20"),
+                              QStringLiteral("24-0152|Northgate Distribution Center|5|96"),
+                              QStringLiteral("25-0009|Harbor Point Mixed-Use Tower|12|744")}));
     }
 
     void theDirectoryHoldsSeveralHundredCustomersWithUniqueKeysAndAccounts()
@@ -79,7 +80,8 @@ private slots:
             keys.insert(r.key);
             accounts.insert(r.accountNumber);
             QVERIFY(!r.name.isEmpty() && !r.city.isEmpty() && !r.state.isEmpty());
-            QCOMPARE(r.displayText, r.name + QStringLiteral(" - ") + r.city + QStringLiteral(", ") + r.state);
+            QCOMPARE(r.displayText,
+                     r.name + QStringLiteral(" - ") + r.city + QStringLiteral(", ") + r.state);
             closed += r.active ? 0 : 1;
         }
         QCOMPARE(keys.size(), records.size());
@@ -94,7 +96,8 @@ private slots:
         const auto store = filled(dir);
         QCOMPARE(store->issuedByNames(), SampleOffice::issuedByNames());
         QVERIFY(store->issuedByNames().size() > SampleData::issuedByNames().size() - 1);
-        QCOMPARE(store->searchContextValue().toString(), SampleData::searchContextValue().toString());
+        QCOMPARE(store->searchContextValue().toString(),
+                 SampleData::searchContextValue().toString());
         QCOMPARE(store->library(TextKind::CoverLetterParagraph)->Count(), 7);
         QCOMPARE(store->library(TextKind::CoverLetterRemark)->Count(), 5);
         QCOMPARE(store->library(TextKind::BOMRemark)->Count(), SampleData::bomRemarkTexts().size());
@@ -116,9 +119,11 @@ private slots:
         QCOMPARE(s->IncludeBOM(), sample->IncludeBOM());
         QCOMPARE(s->CoverLetter()->IncludeCarbonCopy(), true);
         QCOMPARE(s->Recipients()->Count(), sample->Recipients()->Count());
-        QCOMPARE(textsOf(*job->coverLetterParagraphs()), textsOf(*SampleData::coverLetterParagraphs()));
+        QCOMPARE(textsOf(*job->coverLetterParagraphs()),
+                 textsOf(*SampleData::coverLetterParagraphs()));
         QCOMPARE(textsOf(*job->coverLetterRemarks()), textsOf(*SampleData::coverLetterRemarks()));
-        QCOMPARE(textsOf(*job->bom()->DefaultRemarks()), textsOf(*SampleData::bom()->DefaultRemarks()));
+        QCOMPARE(textsOf(*job->bom()->DefaultRemarks()),
+                 textsOf(*SampleData::bom()->DefaultRemarks()));
         QCOMPARE(job->bom()->IncludeMTO(), true);
         const auto lines = job->lineItems()->Enumerate();
         const auto sampleLines = SampleData::lineItems()->Enumerate();

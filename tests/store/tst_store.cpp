@@ -96,18 +96,24 @@ private:
 // A job of two lines and two paragraphs in the version 1 tables.
 const char* const kVersion1Rows[] = {
     "INSERT INTO jobs VALUES (1, '23-0042', 'Old Library Annex')",
-    "INSERT INTO submittals (id, job_id, issued_by, submittal_date, include_bom, purpose_index, purpose) "
+    "INSERT INTO submittals (id, job_id, issued_by, submittal_date, include_bom, purpose_index, "
+    "purpose) "
     "VALUES (1, 1, 'Marta Halloran', '2023-05-02', 1, 1, 'Request For Approval')",
     "INSERT INTO cover_letters (submittal_id, include_logo) VALUES (1, 1)",
-    "INSERT INTO text_collections (id, submittal_id, kind, text_type, next_key, dirty) VALUES (1, 1, 1, 1, 4, 0)",
+    "INSERT INTO text_collections (id, submittal_id, kind, text_type, next_key, dirty) VALUES (1, "
+    "1, 1, 1, 4, 0)",
     "INSERT INTO text_collections (id, submittal_id, kind, text_type) VALUES (2, 1, 3, 3)",
-    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '1', 2, 'Second', 0)",
-    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '3', 1, 'First', 1)",
+    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '1', 2, 'Second', "
+    "0)",
+    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '3', 1, 'First', "
+    "1)",
     "INSERT INTO boms (submittal_id, include_quantity, remarks_collection_id) VALUES (1, 1, 2)",
     "INSERT INTO labels (submittal_id) VALUES (1)",
-    "INSERT INTO line_items (id, submittal_id, position, quantity, type, brand, catalog_number, description, group_code, mto, comment, selected) "
+    "INSERT INTO line_items (id, submittal_id, position, quantity, type, brand, catalog_number, "
+    "description, group_code, mto, comment, selected) "
     "VALUES (10, 1, 1, 12, 'A', 'Varnholt', 'VH-1', 'Troffer', 'L1', 0, 'Verify ceiling', 1)",
-    "INSERT INTO line_items (id, submittal_id, position, quantity, type, brand, catalog_number, description, group_code, mto, comment, selected) "
+    "INSERT INTO line_items (id, submittal_id, position, quantity, type, brand, catalog_number, "
+    "description, group_code, mto, comment, selected) "
     "VALUES (11, 1, 2, 4, 'B', 'Quenza', 'QA-2', 'Downlight', 'L1', 1, '', 0)",
     "PRAGMA user_version = 1",
 };
@@ -117,7 +123,10 @@ const char* const kVersion1Rows[] = {
 class TestStore : public QObject {
     Q_OBJECT
 
-    QString path(const QTemporaryDir& dir) const { return dir.filePath(QStringLiteral("office.zebdb")); }
+    QString path(const QTemporaryDir& dir) const
+    {
+        return dir.filePath(QStringLiteral("office.zebdb"));
+    }
 
 private slots:
     void initTestCase()
@@ -165,11 +174,17 @@ private slots:
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
         QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
-        QCOMPARE(check.value(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
+        QCOMPARE(check.value(QStringLiteral("PRAGMA integrity_check")).toString(),
+                 QStringLiteral("ok"));
         QCOMPARE(check.value(QStringLiteral("PRAGMA foreign_key_check")), QVariant());
 
-        QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
-                                                    QStringLiteral("Old Library Annex"), 0, 2, false, {}}}));
+        QCOMPARE(store->jobs(), (QList<JobSummary>{{1,
+                                                    QStringLiteral("23-0042"),
+                                                    QStringLiteral("Old Library Annex"),
+                                                    0,
+                                                    2,
+                                                    false,
+                                                    {}}}));
         const auto job = store->openJob(1);
         QCOMPARE(job->submittal()->IssuedBy(), QStringLiteral("Marta Halloran"));
         QCOMPARE(job->submittal()->SelectPurpose(1), QStringLiteral("Request For Approval"));
@@ -182,8 +197,10 @@ private slots:
         // The saved order starts as the order the file held.
         texts->MoveDown(QStringLiteral("3"));
         texts->SaveOrder();
-        QCOMPARE(check.value(QStringLiteral("SELECT group_concat(key) FROM (SELECT key FROM texts "
-                                            "WHERE collection_id = 1 ORDER BY saved_position)")).toString(),
+        QCOMPARE(check
+                     .value(QStringLiteral("SELECT group_concat(key) FROM (SELECT key FROM texts "
+                                           "WHERE collection_id = 1 ORDER BY saved_position)"))
+                     .toString(),
                  QStringLiteral("1,3"));
         // A new key steers clear of the keys already held.
         QCOMPARE(texts->Add(QStringLiteral("Third"), false)->Key(), QStringLiteral("4"));
@@ -197,7 +214,8 @@ private slots:
         QCOMPARE(job->purchaseOrder(), QString());
         QCOMPARE(store->letterhead(), ZebPackage::Letterhead());
         for (const auto& d : store->directoryCustomers())
-            QVERIFY(d.attention.isEmpty() && d.street.isEmpty() && d.street2.isEmpty() && d.email.isEmpty());
+            QVERIFY(d.attention.isEmpty() && d.street.isEmpty() && d.street2.isEmpty()
+                    && d.email.isEmpty());
         ZebPackage::Letterhead office;
         office.Name = QStringLiteral("Old Office");
         office.Logo = QByteArray("\x89PNG-ish", 9);
@@ -251,7 +269,8 @@ private slots:
         QCOMPARE(store->jobs().size(), 4);
         const auto job = store->openJob(store->jobs().first().id);
         QCOMPARE(job->submittal()->Recipients()->Count(), qint16(1));
-        QCOMPARE(job->submittal()->Recipients()->Item(1)->Company(), QStringLiteral("Evergreen School District"));
+        QCOMPARE(job->submittal()->Recipients()->Item(1)->Company(),
+                 QStringLiteral("Evergreen School District"));
         QCOMPARE(job->purchaseOrder(), QString());
         QVERIFY(store->directoryCount() >= 200);
         QCOMPARE(store->letterhead(), ZebPackage::Letterhead());
@@ -307,8 +326,9 @@ private slots:
         QVERIFY(QImage::fromData(office.Logo).width() > 0);
         // Every customer of the directory can be written to.
         for (const auto& d : store->directoryCustomers()) {
-            QVERIFY2(!d.attention.isEmpty() && !d.street.isEmpty() && !d.city.isEmpty() && !d.state.isEmpty()
-                         && !d.zip.isEmpty() && !d.phone.isEmpty() && d.email.contains(QLatin1Char('@')),
+            QVERIFY2(!d.attention.isEmpty() && !d.street.isEmpty() && !d.city.isEmpty()
+                         && !d.state.isEmpty() && !d.zip.isEmpty() && !d.phone.isEmpty()
+                         && d.email.contains(QLatin1Char('@')),
                      qPrintable(d.key));
         }
         // Every job has its purchase order, every recipient an address.
@@ -317,7 +337,8 @@ private slots:
             QVERIFY2(!job->purchaseOrder().isEmpty(), qPrintable(summary.number));
             for (const auto& r : job->submittal()->Recipients()->Enumerate()) {
                 const auto& d = static_cast<const ZebObjects::StoreRecipient&>(*r).data();
-                QVERIFY2(!d.street.isEmpty() && !d.city.isEmpty() && !d.zip.isEmpty(), qPrintable(d.name));
+                QVERIFY2(!d.street.isEmpty() && !d.city.isEmpty() && !d.zip.isEmpty(),
+                         qPrintable(d.name));
             }
         }
     }
@@ -378,7 +399,8 @@ private slots:
             store->openJob(1)->coverLetterParagraphs()->Enumerate();
         });
         QCOMPARE(e.Number, 321);
-        QVERIFY2(e.Description.startsWith(QStringLiteral("The database file \"%1\" is damaged (").arg(path(dir))),
+        QVERIFY2(e.Description.startsWith(
+                     QStringLiteral("The database file \"%1\" is damaged (").arg(path(dir))),
                  qPrintable(e.Description));
     }
 
@@ -391,15 +413,18 @@ private slots:
         }
         const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
         QCOMPARE(e.Description,
-                 QStringLiteral("The database file \"%1\" is a database of another program").arg(path(dir)));
+                 QStringLiteral("The database file \"%1\" is a database of another program")
+                     .arg(path(dir)));
     }
 
     void aMissingFileFailsWhenItMustExist()
     {
         QTemporaryDir dir;
-        const ErrorInfo e = failureOf([&] { Store::open(path(dir), Store::OpenMode::OpenExisting); });
-        QCOMPARE(e, (ErrorInfo{75, QStringLiteral("ZebObjects.Store"),
-                               QStringLiteral("The database file \"%1\" does not exist").arg(path(dir))}));
+        const ErrorInfo e =
+            failureOf([&] { Store::open(path(dir), Store::OpenMode::OpenExisting); });
+        QCOMPARE(e, (ErrorInfo{
+                        75, QStringLiteral("ZebObjects.Store"),
+                        QStringLiteral("The database file \"%1\" does not exist").arg(path(dir))}));
         QVERIFY(!QFile::exists(path(dir)));
     }
 
@@ -415,7 +440,8 @@ private slots:
         {
             RawConnection other(path(dir));
             QVERIFY(other.exec(QStringLiteral("BEGIN IMMEDIATE")));
-            const ErrorInfo e = failureOf([&] { submittal->setIssuedBy(QStringLiteral("Jens Okonkwo")); });
+            const ErrorInfo e =
+                failureOf([&] { submittal->setIssuedBy(QStringLiteral("Jens Okonkwo")); });
             QCOMPARE(e, (ErrorInfo{70, QStringLiteral("ZebObjects.Store"),
                                    QStringLiteral("The database file \"%1\" is locked by another "
                                                   "writer (database is locked)")
@@ -440,13 +466,15 @@ private slots:
         const auto job = store->openJob(1);
         QCOMPARE(job->coverLetterParagraphs()->Count(), 2);
         QSignalSpy added(job->coverLetterParagraphs().get(), &TextObjects::ItemAdded);
-        const ErrorInfo e = failureOf([&] { job->coverLetterParagraphs()->Add(QStringLiteral("x"), false); });
+        const ErrorInfo e =
+            failureOf([&] { job->coverLetterParagraphs()->Add(QStringLiteral("x"), false); });
         QCOMPARE(e.Number, 75);
         QCOMPARE(e.Source, QStringLiteral("ZebObjects.Store"));
-        QVERIFY2(e.Description.startsWith(QStringLiteral("The database file \"%1\" is read-only: the "
-                                                         "change cannot be saved (")
-                                              .arg(path(dir))),
-                 qPrintable(e.Description));
+        QVERIFY2(
+            e.Description.startsWith(QStringLiteral("The database file \"%1\" is read-only: the "
+                                                    "change cannot be saved (")
+                                         .arg(path(dir))),
+            qPrintable(e.Description));
         QCOMPARE(added.count(), 0);
         QCOMPARE(job->coverLetterParagraphs()->Count(), 2);
     }
@@ -466,10 +494,12 @@ private slots:
             q.finish();
         }
         QSignalSpy added(texts.get(), &TextObjects::ItemAdded);
-        const ErrorInfo e = failureOf([&] { texts->Add(QStringLiteral("Long text ").repeated(20000), false); });
+        const ErrorInfo e =
+            failureOf([&] { texts->Add(QStringLiteral("Long text ").repeated(20000), false); });
         QCOMPARE(e.Number, 61);
-        QVERIFY2(e.Description.startsWith(QStringLiteral("The database file \"%1\" cannot grow: the disk is full (")
-                                              .arg(path(dir))),
+        QVERIFY2(e.Description.startsWith(
+                     QStringLiteral("The database file \"%1\" cannot grow: the disk is full (")
+                         .arg(path(dir))),
                  qPrintable(e.Description));
         QCOMPARE(added.count(), 0);
         QCOMPARE(texts->Count(), 2);
@@ -491,19 +521,22 @@ private slots:
         connect(submittal.get(), &Submittal::IssuedByChanged, this,
                 [&] { seen << QStringLiteral("IssuedBy:") + otherSubmittal->IssuedBy(); });
         connect(submittal.get(), &Submittal::SubmittalPurposeChanged, this, [&](qint16 index) {
-            seen << QStringLiteral("Purpose:%1:%2").arg(index).arg(otherSubmittal->SubmittalPurposeIndex());
+            seen << QStringLiteral("Purpose:%1:%2")
+                        .arg(index)
+                        .arg(otherSubmittal->SubmittalPurposeIndex());
         });
         const auto texts = job->coverLetterParagraphs();
         const auto otherTexts = other->openJob(job->id())->coverLetterParagraphs();
-        connect(texts.get(), &TextObjects::ItemAdded, this,
-                [&](const QString& key) { seen << QStringLiteral("Added:") + otherTexts->Item(key)->Text(); });
+        connect(texts.get(), &TextObjects::ItemAdded, this, [&](const QString& key) {
+            seen << QStringLiteral("Added:") + otherTexts->Item(key)->Text();
+        });
         const quint64 before = store->commitCount();
         submittal->setIssuedBy(QStringLiteral("Keiko Brandt"));
         QCOMPARE(store->commitCount(), before + 1);
         submittal->SelectPurpose(6);
         texts->Add(QStringLiteral("Third"), true);
-        QCOMPARE(seen, (QStringList{QStringLiteral("IssuedBy:Keiko Brandt"), QStringLiteral("Purpose:6:6"),
-                                    QStringLiteral("Added:Third")}));
+        QCOMPARE(seen, (QStringList{QStringLiteral("IssuedBy:Keiko Brandt"),
+                                    QStringLiteral("Purpose:6:6"), QStringLiteral("Added:Third")}));
     }
 
     void twoConnectionsSeeEachOthersCommittedChangesOnTheirNextRead()
@@ -543,7 +576,8 @@ private slots:
 
         // The other workstation puts Zip second; this one, not knowing, puts City second.
         theirs->Item(QStringLiteral("ZIP"))->setPrintOrder(2);
-        const ErrorInfo e = failureOf([&] { mine->Item(QStringLiteral("CITY"))->setPrintOrder(2); });
+        const ErrorInfo e =
+            failureOf([&] { mine->Item(QStringLiteral("CITY"))->setPrintOrder(2); });
         QCOMPARE(e, (ErrorInfo{3197, QStringLiteral("ZebObjects.LabelFields"),
                                QStringLiteral("Another workstation changed the fields on the "
                                               "labels after they were shown here, so the print "
@@ -599,7 +633,8 @@ private slots:
         const auto job = store->openJob(id);
         QCOMPARE(job->submittal()->SubmittalDate(), QStringLiteral("2026-12-24"));
         QCOMPARE(job->submittal()->SubmittalPurposeIndex(), qint16(7));
-        QCOMPARE(job->submittal()->SelectPurpose(2), QStringLiteral("Request For Approval As Submitted"));
+        QCOMPARE(job->submittal()->SelectPurpose(2),
+                 QStringLiteral("Request For Approval As Submitted"));
         QCOMPARE(job->submittal()->SelectPurpose(7), QStringLiteral("Budget review"));
         QCOMPARE(job->bom()->IncludeMTO(), true);
     }
@@ -619,12 +654,12 @@ private slots:
             id = store->createJob(simpleJob(QStringLiteral("1")));
             const auto job = store->openJob(id);
             const auto services = store->applicationServices();
-            const auto found = services->CreateCustomerFinder()
-                                   ->Search(false, false, false, false, false, QVariant(),
-                                            QString(), QStringLiteral("40017"), QString(),
-                                            QString(), QString(), QString(), QString(),
-                                            QString(), 0)
-                                   ->ChosenCustomer();
+            const auto found =
+                services->CreateCustomerFinder()
+                    ->Search(false, false, false, false, false, QVariant(), QString(),
+                             QStringLiteral("40017"), QString(), QString(), QString(), QString(),
+                             QString(), QString(), 0)
+                    ->ChosenCustomer();
             QCOMPARE(found->Included(), false);
             QVERIFY(job->customers()->Add(found->Key(), found));
             found->setIncluded(true);
@@ -648,8 +683,10 @@ private slots:
         const qint64 second = store->createJob(big);
         const qint64 first = store->createJob(simpleJob(QStringLiteral("1")));
         const QStringList one{QStringLiteral("Customer One")};
-        QCOMPARE(store->jobs(), (QList<JobSummary>{{first, QStringLiteral("1"), QStringLiteral("Job 1"), 1, 2, false, one},
-                                                   {second, QStringLiteral("2"), QStringLiteral("Job 2"), 1, 4, false, one}}));
+        QCOMPARE(store->jobs(),
+                 (QList<JobSummary>{
+                     {first, QStringLiteral("1"), QStringLiteral("Job 1"), 1, 2, false, one},
+                     {second, QStringLiteral("2"), QStringLiteral("Job 2"), 1, 4, false, one}}));
         const ErrorInfo e = failureOf([&] { store->createJob(simpleJob(QStringLiteral("1"))); });
         QCOMPARE(e.Number, 457);
         QCOMPARE(store->jobs().size(), 2);
@@ -696,7 +733,8 @@ private slots:
         std::shared_ptr<Submittal> submittal;
         {
             const auto store = Store::open(path(dir));
-            submittal = store->openJob(store->createJob(simpleJob(QStringLiteral("1"))))->submittal();
+            submittal =
+                store->openJob(store->createJob(simpleJob(QStringLiteral("1"))))->submittal();
         }
         submittal->setIncludeLabels(true);
         QCOMPARE(submittal->IncludeLabels(), true);

@@ -80,7 +80,8 @@ private slots:
         if (!server())
             server() = std::make_unique<PgServer>();
         if (!server()->isRunning())
-            QFAIL(qPrintable(QStringLiteral("The store on PostgreSQL cannot be tested: ") + server()->error()));
+            QFAIL(qPrintable(QStringLiteral("The store on PostgreSQL cannot be tested: ")
+                             + server()->error()));
     }
 
     void cleanup() { m_dir.reset(); }
@@ -92,10 +93,14 @@ private slots:
         StoreCutSheets sheets = store->cutSheets();
         const QByteArray pdf = pdfBytes(QStringLiteral("alpha"));
         const QDateTime before = QDateTime::currentDateTimeUtc().addSecs(-1);
-        const qint64 first = sheets.add(QStringLiteral("alpha.pdf"), pdf, 4, QStringLiteral("marta"));
-        const qint64 again = sheets.add(QStringLiteral("alpha copy.pdf"), pdf, 4, QStringLiteral("tom"));
+        const qint64 first =
+            sheets.add(QStringLiteral("alpha.pdf"), pdf, 4, QStringLiteral("marta"));
+        const qint64 again =
+            sheets.add(QStringLiteral("alpha copy.pdf"), pdf, 4, QStringLiteral("tom"));
         QCOMPARE(again, first);
-        const qint64 other = sheets.add(QStringLiteral("bravo.pdf"), pdfBytes(QStringLiteral("bravo")), 2, QStringLiteral("tom"));
+        const qint64 other =
+            sheets.add(QStringLiteral("bravo.pdf"), pdfBytes(QStringLiteral("bravo")), 2,
+                       QStringLiteral("tom"));
         QVERIFY(other != first);
 
         const QList<StoreCutSheets::Sheet> library = sheets.library();
@@ -105,9 +110,12 @@ private slots:
         QCOMPARE(alpha.fileName, QStringLiteral("alpha.pdf"));
         QCOMPARE(alpha.pageCount, 4);
         QCOMPARE(alpha.size, qint64(pdf.size()));
-        QCOMPARE(alpha.sha256, QString::fromLatin1(QCryptographicHash::hash(pdf, QCryptographicHash::Sha256).toHex()));
+        QCOMPARE(
+            alpha.sha256,
+            QString::fromLatin1(QCryptographicHash::hash(pdf, QCryptographicHash::Sha256).toHex()));
         QCOMPARE(alpha.addedBy, QStringLiteral("marta"));
-        QVERIFY(alpha.addedAt >= before && alpha.addedAt <= QDateTime::currentDateTimeUtc().addSecs(1));
+        QVERIFY(alpha.addedAt >= before
+                && alpha.addedAt <= QDateTime::currentDateTimeUtc().addSecs(1));
         QCOMPARE(sheets.bytes(first), pdf);
     }
 
@@ -120,7 +128,8 @@ private slots:
         StoreCutSheets sheets = store->cutSheets();
         const QByteArray alphaPdf = pdfBytes(QStringLiteral("alpha"));
         const qint64 alpha = sheets.add(QStringLiteral("alpha.pdf"), alphaPdf, 2, {});
-        const qint64 bravo = sheets.add(QStringLiteral("bravo.pdf"), pdfBytes(QStringLiteral("bravo")), 1, {});
+        const qint64 bravo =
+            sheets.add(QStringLiteral("bravo.pdf"), pdfBytes(QStringLiteral("bravo")), 1, {});
         sheets.attach(job, QStringLiteral("B"), bravo);
         sheets.attach(job, QStringLiteral("A"), alpha);
         sheets.attach(job, QStringLiteral("B"), alpha);
@@ -135,17 +144,21 @@ private slots:
             return out;
         };
         QCOMPARE(summary(sheets.attachments(job)),
-                 (QStringList{QStringLiteral("B=bravo.pdf"), QStringLiteral("B=alpha.pdf"), QStringLiteral("A=alpha.pdf")}));
+                 (QStringList{QStringLiteral("B=bravo.pdf"), QStringLiteral("B=alpha.pdf"),
+                              QStringLiteral("A=alpha.pdf")}));
         QCOMPARE(summary(sheets.attachments(otherJob)), QStringList{QStringLiteral("A=bravo.pdf")});
         // Both types print the shared sheet, from the one copy the library holds.
         const QList<ZebPackage::CutSheet> printed = sheets.sheetsOf(job);
         QCOMPARE(printed.size(), 3);
-        QCOMPARE(printed[1], (ZebPackage::CutSheet{QStringLiteral("B"), QStringLiteral("alpha.pdf"), alphaPdf, 2}));
-        QCOMPARE(printed[2], (ZebPackage::CutSheet{QStringLiteral("A"), QStringLiteral("alpha.pdf"), alphaPdf, 2}));
+        QCOMPARE(printed[1], (ZebPackage::CutSheet{QStringLiteral("B"), QStringLiteral("alpha.pdf"),
+                                                   alphaPdf, 2}));
+        QCOMPARE(printed[2], (ZebPackage::CutSheet{QStringLiteral("A"), QStringLiteral("alpha.pdf"),
+                                                   alphaPdf, 2}));
         QCOMPARE(sheets.library().size(), 2);
 
         sheets.detach(job, QStringLiteral("B"), alpha);
-        QCOMPARE(summary(sheets.attachments(job)), (QStringList{QStringLiteral("B=bravo.pdf"), QStringLiteral("A=alpha.pdf")}));
+        QCOMPARE(summary(sheets.attachments(job)),
+                 (QStringList{QStringLiteral("B=bravo.pdf"), QStringLiteral("A=alpha.pdf")}));
 
         // Another workstation opening the office sees the same.
         store.reset();
@@ -164,7 +177,8 @@ private slots:
         const auto store = open();
         const qint64 job = store->createJob(jobNumbered(QStringLiteral("CS-3")));
         StoreCutSheets sheets = store->cutSheets();
-        const qint64 sheet = sheets.add(QStringLiteral("alpha.pdf"), pdfBytes(QStringLiteral("alpha")), 1, {});
+        const qint64 sheet =
+            sheets.add(QStringLiteral("alpha.pdf"), pdfBytes(QStringLiteral("alpha")), 1, {});
         try {
             sheets.attach(job + 1000, QStringLiteral("A"), sheet);
             QFAIL("attached to a job that is not there");
@@ -177,7 +191,8 @@ private slots:
             QFAIL("attached a sheet that is not there");
         } catch (const Failure& f) {
             QCOMPARE(f.Number(), ErrorNumber::ElementNotFound);
-            QCOMPARE(f.Description(), QStringLiteral("Element not found: cut sheet %1").arg(sheet + 1000));
+            QCOMPARE(f.Description(),
+                     QStringLiteral("Element not found: cut sheet %1").arg(sheet + 1000));
         }
         QCOMPARE(sheets.attachments(job).size(), 0);
     }
@@ -188,9 +203,11 @@ private slots:
         QFETCH_GLOBAL(QString, backend);
         const bool onServer = backend == QLatin1String("postgresql");
         const QString name = onServer ? server()->newDatabaseName() : QString();
-        const QString location = onServer ? server()->location(name) : m_dir->filePath(QStringLiteral("old.sqlite"));
+        const QString location =
+            onServer ? server()->location(name) : m_dir->filePath(QStringLiteral("old.sqlite"));
         const auto raw = [&] {
-            return onServer ? std::make_unique<RawDatabase>(server()->port(), name) : std::make_unique<RawDatabase>(location);
+            return onServer ? std::make_unique<RawDatabase>(server()->port(), name)
+                            : std::make_unique<RawDatabase>(location);
         };
         {
             const auto store = Store::open(location);
@@ -208,11 +225,13 @@ private slots:
         QCOMPARE(store->jobs().size(), 1);
         QCOMPARE(store->jobs()[0].number, QStringLiteral("OLD-1"));
         StoreCutSheets sheets = store->cutSheets();
-        const qint64 sheet = sheets.add(QStringLiteral("alpha.pdf"), pdfBytes(QStringLiteral("alpha")), 1, {});
+        const qint64 sheet =
+            sheets.add(QStringLiteral("alpha.pdf"), pdfBytes(QStringLiteral("alpha")), 1, {});
         sheets.attach(store->jobs()[0].id, QStringLiteral("A"), sheet);
         QCOMPARE(sheets.attachments(store->jobs()[0].id).size(), 1);
-        QCOMPARE(raw()->value(onServer ? QStringLiteral("SELECT version FROM store_version")
-                                       : QStringLiteral("PRAGMA user_version"))
+        QCOMPARE(raw()
+                     ->value(onServer ? QStringLiteral("SELECT version FROM store_version")
+                                      : QStringLiteral("PRAGMA user_version"))
                      .toInt(),
                  StoreSchema::CurrentVersion);
     }

@@ -70,10 +70,10 @@ QString runAsNobody(const QStringList& args)
     QProcess p;
     p.setProcessChannelMode(QProcess::MergedChannels);
     if (geteuid() == 0)
-        p.start(QStringLiteral("setpriv"), QStringList{QStringLiteral("--reuid=nobody"),
-                                                       QStringLiteral("--regid=nogroup"),
-                                                       QStringLiteral("--clear-groups"), kChild}
-                                               + args);
+        p.start(QStringLiteral("setpriv"),
+                QStringList{QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
+                            QStringLiteral("--clear-groups"), kChild}
+                    + args);
     else
         p.start(kChild, args);
     if (!p.waitForFinished(60000)) {
@@ -101,34 +101,59 @@ private slots:
         QTest::addColumn<int>("number");
         QTest::addColumn<QString>("description");
         const QString f = QStringLiteral("The database file \"/srv/office/office.sqlite\" ");
-        QTest::newRow("read-only folder") << 1544 << 70
-            << f + QStringLiteral("cannot be changed: its folder \"/srv/office\" is read-only (cause)");
-        QTest::newRow("read-only file") << 8 << 75
-            << f + QStringLiteral("is read-only: the change cannot be saved (cause)");
-        QTest::newRow("moved while open") << 1032 << 75
-            << f + QStringLiteral("was moved or deleted while it was open: the change cannot be saved (cause)");
-        QTest::newRow("shared memory read-only") << 1288 << 70
-            << f + QStringLiteral("cannot be changed: its shared-memory file "
-                                  "\"/srv/office/office.sqlite-shm\" cannot be written (cause)");
-        QTest::newRow("read error") << 266 << 57 << f + QStringLiteral("could not be read from the disk (cause)");
-        QTest::newRow("short read") << 522 << 57 << f + QStringLiteral("could not be read from the disk (cause)");
-        QTest::newRow("write error") << 778 << 57 << f + QStringLiteral("could not be written to the disk (cause)");
-        QTest::newRow("fsync error") << 1034 << 57 << f + QStringLiteral("could not be written to the disk (cause)");
-        QTest::newRow("folder fsync error") << 1290 << 57
-            << f + QStringLiteral("could not be made durable: its folder \"/srv/office\" could not be "
-                                  "written to the disk (cause)");
-        QTest::newRow("shared memory error") << 4618 << 57
-            << f + QStringLiteral("could not be shared: its shared-memory file "
-                                  "\"/srv/office/office.sqlite-shm\" could not be opened or written (cause)");
-        QTest::newRow("lock error") << 3850 << 70 << f + QStringLiteral("could not be locked (cause)");
-        QTest::newRow("other I/O error") << 6154 << 57 << f + QStringLiteral("could not be read or written (cause)");
-        QTest::newRow("full disk") << 13 << 61 << f + QStringLiteral("cannot grow: the disk is full (cause)");
+        QTest::newRow("read-only folder")
+            << 1544 << 70
+            << f
+                   + QStringLiteral(
+                       "cannot be changed: its folder \"/srv/office\" is read-only (cause)");
+        QTest::newRow("read-only file")
+            << 8 << 75 << f + QStringLiteral("is read-only: the change cannot be saved (cause)");
+        QTest::newRow("moved while open")
+            << 1032 << 75
+            << f
+                   + QStringLiteral("was moved or deleted while it was open: the change cannot be "
+                                    "saved (cause)");
+        QTest::newRow("shared memory read-only")
+            << 1288 << 70
+            << f
+                   + QStringLiteral("cannot be changed: its shared-memory file "
+                                    "\"/srv/office/office.sqlite-shm\" cannot be written (cause)");
+        QTest::newRow("read error")
+            << 266 << 57 << f + QStringLiteral("could not be read from the disk (cause)");
+        QTest::newRow("short read")
+            << 522 << 57 << f + QStringLiteral("could not be read from the disk (cause)");
+        QTest::newRow("write error")
+            << 778 << 57 << f + QStringLiteral("could not be written to the disk (cause)");
+        QTest::newRow("fsync error")
+            << 1034 << 57 << f + QStringLiteral("could not be written to the disk (cause)");
+        QTest::newRow("folder fsync error")
+            << 1290 << 57
+            << f
+                   + QStringLiteral(
+                       "could not be made durable: its folder \"/srv/office\" could not be "
+                       "written to the disk (cause)");
+        QTest::newRow("shared memory error")
+            << 4618 << 57
+            << f
+                   + QStringLiteral(
+                       "could not be shared: its shared-memory file "
+                       "\"/srv/office/office.sqlite-shm\" could not be opened or written (cause)");
+        QTest::newRow("lock error")
+            << 3850 << 70 << f + QStringLiteral("could not be locked (cause)");
+        QTest::newRow("other I/O error")
+            << 6154 << 57 << f + QStringLiteral("could not be read or written (cause)");
+        QTest::newRow("full disk")
+            << 13 << 61 << f + QStringLiteral("cannot grow: the disk is full (cause)");
         QTest::newRow("damaged") << 11 << 321 << f + QStringLiteral("is damaged (cause)");
         QTest::newRow("damaged index") << 779 << 321 << f + QStringLiteral("is damaged (cause)");
-        QTest::newRow("busy") << 5 << 70 << f + QStringLiteral("is locked by another writer (cause)");
-        QTest::newRow("busy snapshot") << 517 << 70 << f + QStringLiteral("is locked by another writer (cause)");
-        QTest::newRow("folder given") << 526 << 75 << f + QStringLiteral("is a folder, not a file (cause)");
-        QTest::newRow("not a database") << 26 << 321 << f + QStringLiteral("is not a database (cause)");
+        QTest::newRow("busy") << 5 << 70
+                              << f + QStringLiteral("is locked by another writer (cause)");
+        QTest::newRow("busy snapshot")
+            << 517 << 70 << f + QStringLiteral("is locked by another writer (cause)");
+        QTest::newRow("folder given")
+            << 526 << 75 << f + QStringLiteral("is a folder, not a file (cause)");
+        QTest::newRow("not a database")
+            << 26 << 321 << f + QStringLiteral("is not a database (cause)");
     }
 
     void extendedResultCodesHaveTheirOwnNumbersAndNameTheFileOrFolder()
@@ -144,18 +169,20 @@ private slots:
     void aWriteInAReadOnlyFolderNamesTheFolder()
     {
         QTemporaryDir dir;
-        QVERIFY(QFile::setPermissions(dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
-                                                      | QFile::ReadOther | QFile::ExeOther
-                                                      | QFile::ReadGroup | QFile::ExeGroup));
+        QVERIFY(QFile::setPermissions(
+            dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther
+                            | QFile::ExeOther | QFile::ReadGroup | QFile::ExeGroup));
         const QString file = dir.filePath(QStringLiteral("office.sqlite"));
         Store::open(file)->createJob(jobWithParagraphs(1));
         // The file may be written by anyone; its folder only by its owner.
         QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther
-                                                | QFile::WriteOther | QFile::ReadGroup | QFile::WriteGroup));
-        QCOMPARE(runAsNobody({QStringLiteral("write"), file}),
-                 QStringLiteral("70 The database file \"%1\" cannot be changed: its folder \"%2\" is "
-                                "read-only (attempt to write a readonly database)")
-                     .arg(file, dir.path()));
+                                                | QFile::WriteOther | QFile::ReadGroup
+                                                | QFile::WriteGroup));
+        QCOMPARE(
+            runAsNobody({QStringLiteral("write"), file}),
+            QStringLiteral("70 The database file \"%1\" cannot be changed: its folder \"%2\" is "
+                           "read-only (attempt to write a readonly database)")
+                .arg(file, dir.path()));
         QCOMPARE(Store::open(file)->openJob(1)->submittal()->IssuedBy(), QString());
     }
 
@@ -166,11 +193,13 @@ private slots:
         const QString file = dir.filePath(QStringLiteral("office.sqlite"));
         Store::open(file)->createJob(jobWithParagraphs(1));
         QVERIFY(QFile::setPermissions(file, QFileDevice::Permissions(0x6444)));
-        QCOMPARE(runAsNobody({QStringLiteral("write"), file}),
-                 QStringLiteral("75 The database file \"%1\" is read-only: the change cannot be saved "
-                                "(attempt to write a readonly database)")
-                     .arg(file));
-        QCOMPARE(Store::open(file, Store::OpenMode::ReadOnly)->openJob(1)->submittal()->IssuedBy(), QString());
+        QCOMPARE(
+            runAsNobody({QStringLiteral("write"), file}),
+            QStringLiteral("75 The database file \"%1\" is read-only: the change cannot be saved "
+                           "(attempt to write a readonly database)")
+                .arg(file));
+        QCOMPARE(Store::open(file, Store::OpenMode::ReadOnly)->openJob(1)->submittal()->IssuedBy(),
+                 QString());
     }
 
     void aDamagedFileSaysSoInOneLineWithItsFirstProblemAndLogsTheRest()
@@ -185,7 +214,8 @@ private slots:
                 c.paragraphs.append({QStringLiteral("Paragraph %1 ").arg(i).repeated(12), false});
             store->createJob(c);
         }
-        QCOMPARE(rawRows(file, QStringLiteral("PRAGMA journal_mode = DELETE")), QStringList{QStringLiteral("delete")});
+        QCOMPARE(rawRows(file, QStringLiteral("PRAGMA journal_mode = DELETE")),
+                 QStringList{QStringLiteral("delete")});
         {
             // Pages of the paragraphs' index lose their cells: many problems, the schema intact.
             QFile f(file);
@@ -204,17 +234,19 @@ private slots:
         QVERIFY2(problems.size() > 5, qPrintable(problems.join(QLatin1Char('|'))));
 
         const ErrorInfo e = failureOf([&] { Store::open(file); });
-        QCOMPARE(e, (ErrorInfo{321, QStringLiteral("ZebObjects.Store"),
-                               QStringLiteral("The database file \"%1\" is damaged (%2; %3 more in the "
-                                              "diagnostic log)")
-                                   .arg(file, problems.first())
-                                   .arg(problems.size() - 1)}));
+        QCOMPARE(
+            e, (ErrorInfo{321, QStringLiteral("ZebObjects.Store"),
+                          QStringLiteral("The database file \"%1\" is damaged (%2; %3 more in the "
+                                         "diagnostic log)")
+                              .arg(file, problems.first())
+                              .arg(problems.size() - 1)}));
         const QStringList logged = h.log().failureLines();
         QStringList expected;
         for (qsizetype i = 1; i < problems.size(); ++i)
-            expected.append(QStringLiteral("LogError|ZebObjects.Store|checkWhole|321|ZebObjects.Store|"
-                                           "The database file \"%1\" is damaged: %2|0")
-                                .arg(file, problems[i]));
+            expected.append(
+                QStringLiteral("LogError|ZebObjects.Store|checkWhole|321|ZebObjects.Store|"
+                               "The database file \"%1\" is damaged: %2|0")
+                    .arg(file, problems[i]));
         QCOMPARE(logged, expected);
     }
 
@@ -296,7 +328,8 @@ private slots:
         const quint64 before = store->statementCount();
         QStringList shown;
         for (const auto& f : fields->Enumerate())
-            shown.append(QStringLiteral("%1:%2:%3").arg(f->Key(), f->Caption()).arg(f->PrintOrder()));
+            shown.append(
+                QStringLiteral("%1:%2:%3").arg(f->Key(), f->Caption()).arg(f->PrintOrder()));
         QCOMPARE(fields->Item(QStringLiteral("F40"))->Caption(), QStringLiteral("Field 40"));
         QCOMPARE(fields->Count(), qint16(40));
         QCOMPARE(store->statementCount() - before, quint64(1));
@@ -340,7 +373,10 @@ private slots:
                 const int n = kCount - shown + 1 + i;
                 if (list->text(i) != QStringLiteral("Paragraph %1").arg(n))
                     QFAIL(qPrintable(QStringLiteral("fill %1: item %2 of %3 is \"%4\"")
-                                         .arg(fills).arg(i).arg(shown).arg(list->text(i))));
+                                         .arg(fills)
+                                         .arg(i)
+                                         .arg(shown)
+                                         .arg(list->text(i))));
             }
             last = shown;
             ++fills;
@@ -350,8 +386,8 @@ private slots:
         deleter.kill();
         deleter.waitForFinished();
         QVERIFY(fills > 0);
-        qInfo("%d fills of %d paragraphs while another program deleted them, %d left at the last", fills,
-              kCount, last);
+        qInfo("%d fills of %d paragraphs while another program deleted them, %d left at the last",
+              fills, kCount, last);
         QCOMPARE(h.log().failureLines(), QStringList());
         QCOMPARE(h.boxes().shown().size(), 0);
         Runtime::setApplicationServices(nullptr);

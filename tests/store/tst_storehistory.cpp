@@ -50,14 +50,20 @@ JobContents threeLineJob(const QString& number)
     return c;
 }
 
-QByteArray fakePdf(qint32 revision) { return QByteArray("%PDF-1.7 revision ") + QByteArray::number(revision); }
+QByteArray fakePdf(qint32 revision)
+{
+    return QByteArray("%PDF-1.7 revision ") + QByteArray::number(revision);
+}
 
 QString sha(const QByteArray& bytes)
 {
     return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
 }
 
-QDateTime at(int day) { return QDateTime(QDate(2026, 11, day), QTime(15, 0), QTimeZone::utc()); }
+QDateTime at(int day)
+{
+    return QDateTime(QDate(2026, 11, day), QTime(15, 0), QTimeZone::utc());
+}
 
 }  // namespace
 
@@ -147,7 +153,8 @@ private slots:
         QCOMPARE(r0.pdfSize, qint64(fakePdf(0).size()));
         QCOMPARE(r0.status, IssuedRevision::Status::Sent);
         QCOMPARE(r0.lineCount, 3);
-        QVERIFY(r0.settings.contains("\"includeBOM\":1") || r0.settings.contains("\"includeBOM\":true"));
+        QVERIFY(r0.settings.contains("\"includeBOM\":1")
+                || r0.settings.contains("\"includeBOM\":true"));
         const QList<IssuedLine> printed = history->lines(0);
         QCOMPARE(printed.size(), 3);
         QCOMPARE(printed[1].number, 2);
@@ -170,7 +177,8 @@ private slots:
     {
         m_server = std::make_unique<PgServer>();
         if (!m_server->isRunning())
-            QFAIL(qPrintable(QStringLiteral("The store on PostgreSQL cannot be tested: ") + m_server->error()));
+            QFAIL(qPrintable(QStringLiteral("The store on PostgreSQL cannot be tested: ")
+                             + m_server->error()));
         twoWorkstationsIssuingAtOnce(m_server->location(m_server->newDatabaseName()));
     }
 
@@ -178,7 +186,8 @@ private slots:
     {
         QVERIFY(m_server && m_server->isRunning());
         const auto store = Store::open(m_server->location(m_server->newDatabaseName()));
-        const auto history = store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0003"))))->history();
+        const auto history =
+            store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0003"))))->history();
         QByteArray bytes;
         for (int i = 0; i < 256; ++i)
             bytes.append(char(i));
@@ -191,7 +200,9 @@ private slots:
         const QString path = m_dir.filePath(QStringLiteral("unique.sqlite"));
         {
             const auto store = Store::open(path);
-            store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0004"))))->history()->issue(fakePdf);
+            store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0004"))))
+                ->history()
+                ->issue(fakePdf);
         }
         auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("dup"));
         db.setDatabaseName(path);
@@ -201,7 +212,8 @@ private slots:
             QVERIFY(!q.exec(QStringLiteral(
                 "INSERT INTO issued_revisions (job_id, revision, issued_at, issued_by, purpose, "
                 "recipients, settings, pdf, sha256, pdf_size) SELECT job_id, revision, issued_at, "
-                "issued_by, purpose, recipients, settings, pdf, sha256, pdf_size FROM issued_revisions")));
+                "issued_by, purpose, recipients, settings, pdf, sha256, pdf_size FROM "
+                "issued_revisions")));
             QVERIFY(q.lastError().text().contains(QStringLiteral("UNIQUE")));
         }
         db.close();
@@ -212,13 +224,15 @@ private slots:
     void oneReviseAndResubmitLineMakesTheVerdictReviseAndResubmit()
     {
         const auto store = newStore(QStringLiteral("review.sqlite"));
-        const auto history = store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0005"))))->history();
+        const auto history =
+            store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0005"))))->history();
         history->issue(fakePdf, at(2));
-        history->recordReview(0,
-                              {{1, ReviewAction::Approved, QString()},
-                               {2, ReviewAction::ReviseAndResubmit, QStringLiteral("Provide 3500K")},
-                               {3, ReviewAction::ApprovedAsNoted, QString()}},
-                              QDate(2026, 11, 12), QStringLiteral("See marked cut sheets"));
+        history->recordReview(
+            0,
+            {{1, ReviewAction::Approved, QString()},
+             {2, ReviewAction::ReviseAndResubmit, QStringLiteral("Provide 3500K")},
+             {3, ReviewAction::ApprovedAsNoted, QString()}},
+            QDate(2026, 11, 12), QStringLiteral("See marked cut sheets"));
         const IssuedRevision r = history->revision(0);
         QCOMPARE(r.status, IssuedRevision::Status::Returned);
         QCOMPARE(r.verdict, QStringLiteral("Revise And Resubmit"));
@@ -242,13 +256,21 @@ private slots:
     void aReviewWithAnUnknownActionOrLineChangesNothing()
     {
         const auto store = newStore(QStringLiteral("badreview.sqlite"));
-        const auto history = store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0006"))))->history();
+        const auto history =
+            store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0006"))))->history();
         history->issue(fakePdf);
-        QCOMPARE(failureOf([&] { history->recordReview(0, {{1, QStringLiteral("Fine"), QString()}}, QDate(2026, 11, 5), {}); }),
-                 ZebTest::error(5, QStringLiteral("ZebObjects.History"),
-                                QStringLiteral("Invalid procedure call or argument: \"Fine\" is not a review action")));
         QCOMPARE(failureOf([&] {
-                     history->recordReview(0, {{1, ReviewAction::Approved, QString()}, {9, ReviewAction::Rejected, QString()}},
+                     history->recordReview(0, {{1, QStringLiteral("Fine"), QString()}},
+                                           QDate(2026, 11, 5), {});
+                 }),
+                 ZebTest::error(
+                     5, QStringLiteral("ZebObjects.History"),
+                     QStringLiteral(
+                         "Invalid procedure call or argument: \"Fine\" is not a review action")));
+        QCOMPARE(failureOf([&] {
+                     history->recordReview(0,
+                                           {{1, ReviewAction::Approved, QString()},
+                                            {9, ReviewAction::Rejected, QString()}},
                                            QDate(2026, 11, 5), {});
                  }),
                  ZebTest::error(35601, QStringLiteral("ZebObjects.History"),
@@ -264,7 +286,8 @@ private slots:
         const auto history = job->history();
         history->issue(fakePdf);
         history->recordReview(0,
-                              {{1, ReviewAction::Approved, QString()}, {2, ReviewAction::Rejected, QString()},
+                              {{1, ReviewAction::Approved, QString()},
+                               {2, ReviewAction::Rejected, QString()},
                                {3, ReviewAction::NotReviewed, QString()}},
                               QDate(2026, 11, 5), {});
         QCOMPARE(history->tickForResubmittal(0), 2);
@@ -292,11 +315,13 @@ private slots:
             db.setDatabaseName(path);
             QVERIFY(db.open());
             QSqlQuery q(db);
-            QVERIFY(q.exec(QStringLiteral("UPDATE line_items SET catalog_number = 'CAT-999' WHERE type = 'B2'")));
+            QVERIFY(q.exec(QStringLiteral(
+                "UPDATE line_items SET catalog_number = 'CAT-999' WHERE type = 'B2'")));
             QVERIFY(q.exec(QStringLiteral("DELETE FROM line_items WHERE type = 'A1'")));
-            QVERIFY(q.exec(QStringLiteral("INSERT INTO line_items (submittal_id, position, quantity, type, brand, "
-                                          "catalog_number, description, group_code, selected) SELECT submittal_id, 9, "
-                                          "1, 'D4', '', 'CAT-400', '', '', 1 FROM line_items LIMIT 1")));
+            QVERIFY(q.exec(QStringLiteral(
+                "INSERT INTO line_items (submittal_id, position, quantity, type, brand, "
+                "catalog_number, description, group_code, selected) SELECT submittal_id, 9, "
+                "1, 'D4', '', 'CAT-400', '', '', 1 FROM line_items LIMIT 1")));
             db.close();
         }
         QSqlDatabase::removeDatabase(QStringLiteral("edit"));
@@ -311,15 +336,21 @@ private slots:
     void theLogExportsAsCsvWithAHeaderLine()
     {
         const auto store = newStore(QStringLiteral("csv.sqlite"));
-        const auto history = store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0009"))))->history();
+        const auto history =
+            store->openJob(store->createJob(threeLineJob(QStringLiteral("26-0009"))))->history();
         history->issue(fakePdf, at(2));
-        history->recordReview(0, {{2, ReviewAction::Rejected, QStringLiteral("no")}}, QDate(2026, 11, 9), {});
+        history->recordReview(0, {{2, ReviewAction::Rejected, QStringLiteral("no")}},
+                              QDate(2026, 11, 9), {});
         const QList<QByteArray> lines = history->csv().split('\n');
         QCOMPARE(lines.size(), 3);
-        QCOMPARE(lines[0], QByteArray("\"Revision\",\"Sent\",\"Issued By\",\"Purpose\",\"Recipients\",\"Lines\","
-                                      "\"Status\",\"Returned\",\"Review Days\",\"Verdict\",\"SHA-256\"\r"));
-        QCOMPARE(lines[1], QByteArray("\"0\",\"") + at(2).toLocalTime().date().toString(Qt::ISODate).toLatin1()
-                               + "\",\"Marta Quill\",\"Request For Prior Approval\",\"Dana Ruiz, Ruiz Architects\",\"3\","
+        QCOMPARE(
+            lines[0],
+            QByteArray("\"Revision\",\"Sent\",\"Issued By\",\"Purpose\",\"Recipients\",\"Lines\","
+                       "\"Status\",\"Returned\",\"Review Days\",\"Verdict\",\"SHA-256\"\r"));
+        QCOMPARE(lines[1], QByteArray("\"0\",\"")
+                               + at(2).toLocalTime().date().toString(Qt::ISODate).toLatin1()
+                               + "\",\"Marta Quill\",\"Request For Prior Approval\",\"Dana Ruiz, "
+                                 "Ruiz Architects\",\"3\","
                                  "\"Returned\",\"2026-11-09\",\"7\",\"Revise And Resubmit\",\""
                                + sha(fakePdf(0)).toLatin1() + "\"\r");
         QCOMPARE(lines[2], QByteArray());

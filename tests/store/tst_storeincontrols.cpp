@@ -22,10 +22,7 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 class TestStoreInControls : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
-        ZebTest::useScratchDataHome();
-    }
+    void initTestCase() { ZebTest::useScratchDataHome(); }
 
     void aLockedFileEndsTheAddInTheStandardReportAndTheNextAddWorks()
     {
@@ -54,7 +51,8 @@ private slots:
         QCOMPARE(list->count(), 1);
 
         {
-            auto other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            auto other =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
             other.setDatabaseName(file);
             QVERIFY(other.open());
             QSqlQuery lock(other);
@@ -66,9 +64,10 @@ private slots:
                 QStringLiteral("The database file \"%1\" is locked by another writer (database "
                                "is locked)")
                     .arg(file);
-            QCOMPARE(h.boxes().shown(),
-                     (QList<Shown>{Shown{QStringLiteral("The requested operation cannot be completed."),
-                                         48, QStringLiteral("70 - ") + description}}));
+            QCOMPARE(
+                h.boxes().shown(),
+                (QList<Shown>{Shown{QStringLiteral("The requested operation cannot be completed."),
+                                    48, QStringLiteral("70 - ") + description}}));
             QCOMPARE(h.log().lines(),
                      QStringList{QStringLiteral("LogError|ctlTextSelect|cmdAdd_Click()|70|"
                                                 "ZebObjects.Store|%1|0")

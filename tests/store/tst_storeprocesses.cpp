@@ -121,7 +121,8 @@ private slots:
         reader.start(kWriter, {QStringLiteral("read-issuer"), file});
         QVERIFY(reader.waitForFinished(30000));
         QCOMPARE(reader.exitCode(), 0);
-        QCOMPARE(QString::fromUtf8(reader.readAllStandardOutput()).trimmed(), QStringLiteral("Keiko Brandt"));
+        QCOMPARE(QString::fromUtf8(reader.readAllStandardOutput()).trimmed(),
+                 QStringLiteral("Keiko Brandt"));
     }
 
     void severalProgramsMakingTheSameNewFileAllSucceed()
@@ -160,9 +161,10 @@ private slots:
             QFAIL("no failure");
         } catch (const Failure& f) {
             QCOMPARE(f.Number(), 70);
-            QCOMPARE(f.Description(), QStringLiteral("The database file \"%1\" is locked by another "
-                                                     "writer (database is locked)")
-                                          .arg(file));
+            QCOMPARE(f.Description(),
+                     QStringLiteral("The database file \"%1\" is locked by another "
+                                    "writer (database is locked)")
+                         .arg(file));
         }
         QCOMPARE(submittal->IncludeBOM(), false);
         holder.write("\n");

@@ -48,18 +48,24 @@ using ZebTest::failureOf;
 // A job of two lines and two paragraphs in the version 1 tables.
 const char* const kVersion1Rows[] = {
     "INSERT INTO jobs (number, name) VALUES ('23-0042', 'Old Library Annex')",
-    "INSERT INTO submittals (job_id, issued_by, submittal_date, include_bom, purpose_index, purpose) "
+    "INSERT INTO submittals (job_id, issued_by, submittal_date, include_bom, purpose_index, "
+    "purpose) "
     "VALUES (1, 'Marta Halloran', '2023-05-02', 1, 1, 'Request For Approval')",
     "INSERT INTO cover_letters (submittal_id, include_logo) VALUES (1, 1)",
-    "INSERT INTO text_collections (submittal_id, kind, text_type, next_key, dirty) VALUES (1, 1, 1, 4, 0)",
+    "INSERT INTO text_collections (submittal_id, kind, text_type, next_key, dirty) VALUES (1, 1, "
+    "1, 4, 0)",
     "INSERT INTO text_collections (submittal_id, kind, text_type) VALUES (1, 3, 3)",
-    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '1', 2, 'Second', 0)",
-    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '3', 1, 'First', 1)",
+    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '1', 2, 'Second', "
+    "0)",
+    "INSERT INTO texts (collection_id, key, position, text, selected) VALUES (1, '3', 1, 'First', "
+    "1)",
     "INSERT INTO boms (submittal_id, include_quantity, remarks_collection_id) VALUES (1, 1, 2)",
     "INSERT INTO labels (submittal_id) VALUES (1)",
-    "INSERT INTO line_items (submittal_id, position, quantity, type, brand, catalog_number, description, group_code, mto, comment, selected) "
+    "INSERT INTO line_items (submittal_id, position, quantity, type, brand, catalog_number, "
+    "description, group_code, mto, comment, selected) "
     "VALUES (1, 1, 12, 'A', 'Varnholt', 'VH-1', 'Troffer', 'L1', 0, 'Verify ceiling', 1)",
-    "INSERT INTO line_items (submittal_id, position, quantity, type, brand, catalog_number, description, group_code, mto, comment, selected) "
+    "INSERT INTO line_items (submittal_id, position, quantity, type, brand, catalog_number, "
+    "description, group_code, mto, comment, selected) "
     "VALUES (1, 2, 4, 'B', 'Quenza', 'QA-2', 'Downlight', 'L1', 1, '', 0)",
     "CREATE TABLE store_version (version BIGINT NOT NULL)",
     "INSERT INTO store_version VALUES (1)",
@@ -158,8 +164,13 @@ private slots:
         const auto store = Store::open(m_server->location(name));
         RawDatabase check(m_server->port(), name);
         QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 6);
-        QCOMPARE(store->jobs(), (QList<JobSummary>{{1, QStringLiteral("23-0042"),
-                                                    QStringLiteral("Old Library Annex"), 0, 2, false, {}}}));
+        QCOMPARE(store->jobs(), (QList<JobSummary>{{1,
+                                                    QStringLiteral("23-0042"),
+                                                    QStringLiteral("Old Library Annex"),
+                                                    0,
+                                                    2,
+                                                    false,
+                                                    {}}}));
         const auto job = store->openJob(1);
         QCOMPARE(job->submittal()->IssuedBy(), QStringLiteral("Marta Halloran"));
         const auto texts = job->coverLetterParagraphs();
@@ -258,9 +269,10 @@ private slots:
         const ErrorInfo e = failureOf([&] { texts->Add(QStringLiteral("Waited"), false); });
         QVERIFY(clock.elapsed() >= 250);
         QCOMPARE(e.Number, 70);
-        QVERIFY2(e.Description.startsWith(
-                     QStringLiteral("The database \"%1\" is locked by another writer (").arg(location)),
-                 qPrintable(e.Description));
+        QVERIFY2(
+            e.Description.startsWith(
+                QStringLiteral("The database \"%1\" is locked by another writer (").arg(location)),
+            qPrintable(e.Description));
         QVERIFY(other.exec(QStringLiteral("ROLLBACK")));
         texts->Add(QStringLiteral("Once free"), false);
         QCOMPARE(texts->Count(), 2);
@@ -278,8 +290,7 @@ private slots:
 
         theirs->setIssuedBy(QStringLiteral("Jon Ekberg"));
         QStringList seen;
-        connect(mine.get(), &Submittal::IssuedByChanged, this,
-                [&] { seen << mine->IssuedBy(); });
+        connect(mine.get(), &Submittal::IssuedByChanged, this, [&] { seen << mine->IssuedBy(); });
         const ErrorInfo e = failureOf([&] { mine->setIssuedBy(QStringLiteral("Dana Whitcomb")); });
         QCOMPARE(e, (ErrorInfo{3197, QStringLiteral("ZebObjects.Submittal"),
                                QStringLiteral("Another workstation changed the issuer to \"Jon "
@@ -307,7 +318,8 @@ private slots:
         const auto theirs = there->openJob(id)->coverLetterParagraphs()->Item(1);
         QCOMPARE(mine->Text(), QStringLiteral("Enclosed please find our submittal."));
         theirs->setText(QStringLiteral("Enclosed please find our revised submittal."));
-        const ErrorInfo e = failureOf([&] { mine->setText(QStringLiteral("Enclosed: submittal.")); });
+        const ErrorInfo e =
+            failureOf([&] { mine->setText(QStringLiteral("Enclosed: submittal.")); });
         QCOMPARE(e.Number, 3197);
         QCOMPARE(e.Source, QStringLiteral("ZebObjects.TextObjects"));
         QCOMPARE(e.Description,
@@ -462,8 +474,8 @@ private slots:
                                       .arg(location);
             QVERIFY2(box.title.startsWith(title), qPrintable(box.title));
             QCOMPARE(h.log().lines().size(), 1);
-            QVERIFY2(h.log().lines().first().startsWith(
-                         QStringLiteral("LogError|ctlTextSelect|cmdAdd_Click()|68|ZebObjects.Store|")),
+            QVERIFY2(h.log().lines().first().startsWith(QStringLiteral(
+                         "LogError|ctlTextSelect|cmdAdd_Click()|68|ZebObjects.Store|")),
                      qPrintable(h.log().lines().first()));
             QCOMPARE(list->count(), 1);
 

@@ -16,16 +16,18 @@ public:
     explicit SubmittalEvents(ZebObjects::Submittal& s)
     {
         using ZebObjects::Submittal;
-        QObject::connect(&s, &Submittal::IssuedByChanged,
-                         [this, &s] { events << QStringLiteral("IssuedByChanged:") + s.IssuedBy(); });
+        QObject::connect(&s, &Submittal::IssuedByChanged, [this, &s] {
+            events << QStringLiteral("IssuedByChanged:") + s.IssuedBy();
+        });
         QObject::connect(&s, &Submittal::SubmittalDateChanged, [this, &s] {
             events << QStringLiteral("SubmittalDateChanged:") + s.SubmittalDate();
         });
         QObject::connect(&s, &Submittal::CoverLetterChanged, [this, &s] {
             events << QStringLiteral("CoverLetterChanged:%1").arg(s.IncludeCoverLetter());
         });
-        QObject::connect(&s, &Submittal::BOMChanged,
-                         [this, &s] { events << QStringLiteral("BOMChanged:%1").arg(s.IncludeBOM()); });
+        QObject::connect(&s, &Submittal::BOMChanged, [this, &s] {
+            events << QStringLiteral("BOMChanged:%1").arg(s.IncludeBOM());
+        });
         QObject::connect(&s, &Submittal::LabelsChanged, [this, &s] {
             events << QStringLiteral("LabelsChanged:%1").arg(s.IncludeLabels());
         });
@@ -61,7 +63,8 @@ inline const BomFlag kBomFlags[] = {
     {"IncludeLineComments", &ZebObjects::BOM::IncludeLineComments,
      &ZebObjects::BOM::setIncludeLineComments},
     {"IncludeMTO", &ZebObjects::BOM::IncludeMTO, &ZebObjects::BOM::setIncludeMTO},
-    {"IncludeGroupCodes", &ZebObjects::BOM::IncludeGroupCodes, &ZebObjects::BOM::setIncludeGroupCodes},
+    {"IncludeGroupCodes", &ZebObjects::BOM::IncludeGroupCodes,
+     &ZebObjects::BOM::setIncludeGroupCodes},
 };
 
 }  // namespace ZebTest

@@ -12,8 +12,9 @@ ZebSubCtl::ScriptedMessageBoxService::Shown plainBox(const ZebObjects::ErrorInfo
 QString logLine(const char* kind, const QString& module, const QString& label,
                 const ZebObjects::ErrorInfo& e)
 {
-    return QStringList{QLatin1String(kind), module,        label, QString::number(e.Number),
-                       e.Source,            e.Description, QStringLiteral("0")}
+    return QStringList{QLatin1String(kind),       module,   label,
+                       QString::number(e.Number), e.Source, e.Description,
+                       QStringLiteral("0")}
         .join(QLatin1Char('|'));
 }
 
@@ -30,8 +31,7 @@ std::optional<ZebObjects::ErrorInfo> failureIfAny(const std::function<void()>& c
 FailingTraceLog::FailingTraceLog(std::shared_ptr<ZebObjects::MemoryDiagnosticLog> inner, int failAt,
                                  ZebObjects::ErrorInfo error)
     : m_inner(std::move(inner)), m_failAt(failAt), m_error(std::move(error))
-{
-}
+{ }
 
 void FailingTraceLog::LogError(const QString& m, const QString& l, const ZebObjects::ErrorInfo& e,
                                qint32 n)
@@ -45,8 +45,8 @@ void FailingTraceLog::LogNotice(const QString& m, const QString& l, const ZebObj
     m_inner->LogNotice(m, l, e, n);
 }
 
-void FailingTraceLog::LogWarning(const QString& m, const QString& l,
-                                 const ZebObjects::ErrorInfo& e, qint32 n)
+void FailingTraceLog::LogWarning(const QString& m, const QString& l, const ZebObjects::ErrorInfo& e,
+                                 qint32 n)
 {
     m_inner->LogWarning(m, l, e, n);
 }

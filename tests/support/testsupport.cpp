@@ -19,8 +19,8 @@
 namespace ZebTest {
 
 Harness::Harness()
-    : m_log(std::make_shared<ZebObjects::MemoryDiagnosticLog>())
-    , m_boxes(std::make_shared<ZebSubCtl::ScriptedMessageBoxService>())
+    : m_log(std::make_shared<ZebObjects::MemoryDiagnosticLog>()),
+      m_boxes(std::make_shared<ZebSubCtl::ScriptedMessageBoxService>())
 {
     // The tests play a host that uses the stand-alone objects and the chooser dialog.
     ZebObjects::installStandaloneServices();
@@ -61,10 +61,8 @@ bool isInteractive(QAccessible::Role role)
     case QAccessible::Slider:
     case QAccessible::PageTabList:
     case QAccessible::ButtonMenu:
-    case QAccessible::ButtonDropDown:
-        return true;
-    default:
-        return false;
+    case QAccessible::ButtonDropDown: return true;
+    default: return false;
     }
 }
 
@@ -96,8 +94,8 @@ QStringList unnamedAccessibleElements(QWidget* root)
             if (isInteractive(child->role()) && child->text(QAccessible::Name).trimmed().isEmpty())
                 missing.append(describe(child));
             // The rows and cells of a list are named by their own text.
-            if (child->role() != QAccessible::Table && child->role() != QAccessible::Tree &&
-                child->role() != QAccessible::List)
+            if (child->role() != QAccessible::Table && child->role() != QAccessible::Tree
+                && child->role() != QAccessible::List)
                 walk(child);
         }
     };
@@ -114,9 +112,10 @@ ProgramRun runProgram(const QString& program, const QStringList& args)
         return r;
     r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
     r.out = QString::fromUtf8(p.readAllStandardOutput());
-    const QStringList lines = QString::fromUtf8(p.readAllStandardError())
-                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
-                                  .filter(QRegularExpression(QStringLiteral("^(?!QStandardPaths:)")));
+    const QStringList lines =
+        QString::fromUtf8(p.readAllStandardError())
+            .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+            .filter(QRegularExpression(QStringLiteral("^(?!QStandardPaths:)")));
     r.err = lines.join(QLatin1Char('\n'));
     return r;
 }

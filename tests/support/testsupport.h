@@ -48,8 +48,7 @@ ZebObjects::ErrorInfo failureOf(Call&& call)
     return {};
 }
 
-inline ZebObjects::ErrorInfo error(qint32 number, const QString& source,
-                                   const QString& description)
+inline ZebObjects::ErrorInfo error(qint32 number, const QString& source, const QString& description)
 {
     return ZebObjects::ErrorInfo{number, source, description};
 }

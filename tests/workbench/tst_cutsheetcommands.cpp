@@ -84,7 +84,8 @@ private slots:
         QVERIFY(m_jobId != 0);
         m_types.clear();
         for (const auto& line : store->openJob(m_jobId)->lineItems()->Enumerate()) {
-            if (line->Selected() && !line->Type().trimmed().isEmpty() && !m_types.contains(line->Type().trimmed()))
+            if (line->Selected() && !line->Type().trimmed().isEmpty()
+                && !m_types.contains(line->Type().trimmed()))
                 m_types << line->Type().trimmed();
         }
         QVERIFY2(m_types.size() >= 2, "the sample job needs two ticked types");
@@ -95,11 +96,14 @@ private slots:
     {
         QVERIFY(writeSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 2));
         const QString out = file(QStringLiteral("package.pdf"));
-        const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob, QStringLiteral("--attach-cut-sheet"),
-                            m_types[0] + QLatin1Char('=') + file(QStringLiteral("alpha.pdf")), QStringLiteral("--export"), out,
-                            QStringLiteral("--force")});
+        const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob,
+                            QStringLiteral("--attach-cut-sheet"),
+                            m_types[0] + QLatin1Char('=') + file(QStringLiteral("alpha.pdf")),
+                            QStringLiteral("--export"), out, QStringLiteral("--force")});
         QCOMPARE(r.code, 0);
-        QVERIFY2(r.out.startsWith(QStringLiteral("alpha.pdf: 2 pages attached to type %1\n").arg(m_types[0])), qPrintable(r.out));
+        QVERIFY2(r.out.startsWith(
+                     QStringLiteral("alpha.pdf: 2 pages attached to type %1\n").arg(m_types[0])),
+                 qPrintable(r.out));
         const QString text = pdfText(out);
         QVERIFY(text.contains(QStringLiteral("alpha-p1")));
         QVERIFY(text.contains(QStringLiteral("alpha-p2")));
@@ -112,11 +116,14 @@ private slots:
         QCOMPARE(attached[0].sheet.pageCount, 2);
 
         // Without --force the export stops at the types that still lack a sheet.
-        const auto check = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob, QStringLiteral("--export"),
-                                file(QStringLiteral("again.pdf"))});
+        const auto check = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob,
+                                QStringLiteral("--export"), file(QStringLiteral("again.pdf"))});
         QCOMPARE(check.code, 2);
-        QVERIFY2(check.err.contains(QStringLiteral("  - Type %1 has no cut sheet attached.\n").arg(m_types[1])), qPrintable(check.err));
-        QVERIFY(!check.err.contains(QStringLiteral("  - Type %1 has no cut sheet attached.").arg(m_types[0])));
+        QVERIFY2(check.err.contains(
+                     QStringLiteral("  - Type %1 has no cut sheet attached.\n").arg(m_types[1])),
+                 qPrintable(check.err));
+        QVERIFY(!check.err.contains(
+            QStringLiteral("  - Type %1 has no cut sheet attached.").arg(m_types[0])));
         QVERIFY(!QFile::exists(file(QStringLiteral("again.pdf"))));
     }
 
@@ -128,10 +135,15 @@ private slots:
         notes.write("Fixture schedule, see the drawings.\n");
         notes.close();
         const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob,
-                            QStringLiteral("--attach-cut-sheet"), m_types[0] + QLatin1Char('=') + file(QStringLiteral("alpha.pdf")),
-                            QStringLiteral("--attach-cut-sheet"), m_types[1] + QLatin1Char('=') + file(QStringLiteral("notes.pdf"))});
+                            QStringLiteral("--attach-cut-sheet"),
+                            m_types[0] + QLatin1Char('=') + file(QStringLiteral("alpha.pdf")),
+                            QStringLiteral("--attach-cut-sheet"),
+                            m_types[1] + QLatin1Char('=') + file(QStringLiteral("notes.pdf"))});
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.err, QStringLiteral("zeb-workbench: The cut sheet \"notes.pdf\" is refused: it is not a PDF file."));
+        QCOMPARE(
+            r.err,
+            QStringLiteral(
+                "zeb-workbench: The cut sheet \"notes.pdf\" is refused: it is not a PDF file."));
         QCOMPARE(r.out, QString());
         QCOMPARE(attachments().size(), 0);
     }
@@ -148,10 +160,12 @@ private slots:
         QVERIFY(golf.open(QIODevice::WriteOnly));
         golf.write(pdf);
         golf.close();
-        const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob, QStringLiteral("--attach-cut-sheet"),
+        const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob,
+                            QStringLiteral("--attach-cut-sheet"),
                             m_types[0] + QLatin1Char('=') + file(QStringLiteral("golf.pdf"))});
         QCOMPARE(r.code, 0);
-        QVERIFY2(r.err.startsWith(QStringLiteral("zeb-workbench: the cut sheet \"golf.pdf\" was repaired on reading: ")),
+        QVERIFY2(r.err.startsWith(QStringLiteral(
+                     "zeb-workbench: the cut sheet \"golf.pdf\" was repaired on reading: ")),
                  qPrintable(r.err));
         QCOMPARE(r.out, QStringLiteral("golf.pdf: 1 page attached to type %1\n").arg(m_types[0]));
         QCOMPARE(attachments().size(), 1);
@@ -162,7 +176,9 @@ private slots:
         const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob,
                             QStringLiteral("--attach-cut-sheet"), QStringLiteral("alpha.pdf")});
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.err, QStringLiteral("zeb-workbench: --attach-cut-sheet needs TYPE=FILE.pdf, not \"alpha.pdf\""));
+        QCOMPARE(r.err,
+                 QStringLiteral(
+                     "zeb-workbench: --attach-cut-sheet needs TYPE=FILE.pdf, not \"alpha.pdf\""));
         QCOMPARE(attachments().size(), 0);
     }
 };

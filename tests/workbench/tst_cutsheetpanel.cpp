@@ -52,7 +52,8 @@ bool writeSheet(const QString& path, const QString& marker, int pages)
     return p.end();
 }
 
-QStringList titlesUnder(const QAbstractItemModel& model, const QModelIndex& parent = {}, int level = 0)
+QStringList titlesUnder(const QAbstractItemModel& model, const QModelIndex& parent = {},
+                        int level = 0)
 {
     QStringList out;
     for (int r = 0; r < model.rowCount(parent); ++r) {
@@ -82,8 +83,8 @@ private:
         ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
         Workstation::Options options;
         options.remember = false;
-        auto window = std::make_unique<Workstation>(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
-                                                    m_store, options);
+        auto window = std::make_unique<Workstation>(
+            FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
         window->openJob(m_jobId);
         window->show();
         return window;
@@ -139,7 +140,8 @@ private slots:
         QVERIFY(dock->isVisible());
         auto* tree = dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets"));
         QVERIFY(tree);
-        QCOMPARE(tree->topLevelItem(0)->text(0), QStringLiteral("Type %1: No cut sheet attached").arg(m_types[0]));
+        QCOMPARE(tree->topLevelItem(0)->text(0),
+                 QStringLiteral("Type %1: No cut sheet attached").arg(m_types[0]));
         QCOMPARE(ZebTest::unnamedAccessibleElements(dock->widget()), QStringList());
     }
 
@@ -154,7 +156,8 @@ private slots:
         QTreeWidgetItem* second = tree->topLevelItem(1);
         const QPoint at = tree->visualItemRect(second).center();
         QMimeData mime;
-        mime.setUrls({QUrl::fromLocalFile(file(QStringLiteral("alpha.pdf"))), QUrl::fromLocalFile(file(QStringLiteral("bravo.pdf")))});
+        mime.setUrls({QUrl::fromLocalFile(file(QStringLiteral("alpha.pdf"))),
+                      QUrl::fromLocalFile(file(QStringLiteral("bravo.pdf")))});
         QDragEnterEvent enter(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(tree->viewport(), &enter);
         QVERIFY(enter.isAccepted());
@@ -162,7 +165,8 @@ private slots:
         QApplication::sendEvent(tree->viewport(), &drop);
         QVERIFY(drop.isAccepted());
         const QString type = m_types[1];
-        QCOMPARE(attachedNames(), (QStringList{type + QStringLiteral("=alpha.pdf"), type + QStringLiteral("=bravo.pdf")}));
+        QCOMPARE(attachedNames(), (QStringList{type + QStringLiteral("=alpha.pdf"),
+                                               type + QStringLiteral("=bravo.pdf")}));
         // The panel shows them under their type.
         tree = window->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets"));
         QTreeWidgetItem* typeRow = tree->topLevelItem(1);
@@ -183,7 +187,8 @@ private slots:
         QString askedFor;
         hooks.chooseFiles = [&](const QString& type) {
             askedFor = type;
-            return QStringList{file(QStringLiteral("notes.pdf")), file(QStringLiteral("alpha.pdf"))};
+            return QStringList{file(QStringLiteral("notes.pdf")),
+                               file(QStringLiteral("alpha.pdf"))};
         };
         CutSheetPanel panel(m_store, m_store->openJob(m_jobId), hooks);
         panel.show();
@@ -194,16 +199,19 @@ private slots:
             boxTitle = box.windowTitle();
             box.accept();
         });
-        QTest::mouseClick(panel.findChild<QPushButton*>(QStringLiteral("cmdAttachCutSheets")), Qt::LeftButton);
+        QTest::mouseClick(panel.findChild<QPushButton*>(QStringLiteral("cmdAttachCutSheets")),
+                          Qt::LeftButton);
         QCOMPARE(askedFor, m_types[0]);
         QCOMPARE(boxTitle, QStringLiteral("Attach Cut Sheets"));
-        QCOMPARE(boxText, QStringLiteral("The cut sheet \"notes.pdf\" is refused: it is not a PDF file."));
+        QCOMPARE(boxText,
+                 QStringLiteral("The cut sheet \"notes.pdf\" is refused: it is not a PDF file."));
         QCOMPARE(attachedNames(), QStringList{m_types[0] + QStringLiteral("=alpha.pdf")});
 
         // Removing takes it off the type, not out of the library.
         auto* tree = panel.findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets"));
         tree->setCurrentItem(tree->topLevelItem(0)->child(0));
-        QTest::mouseClick(panel.findChild<QPushButton*>(QStringLiteral("cmdRemoveCutSheet")), Qt::LeftButton);
+        QTest::mouseClick(panel.findChild<QPushButton*>(QStringLiteral("cmdRemoveCutSheet")),
+                          Qt::LeftButton);
         QCOMPARE(attachedNames(), QStringList());
         QCOMPARE(m_store->cutSheets().library().size(), 1);
     }
@@ -212,7 +220,8 @@ private slots:
     {
         QVERIFY(writeSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 3));
         auto window = openWorkstation();
-        CutSheetPanel(m_store, m_store->openJob(m_jobId), {}).attachFiles(m_types[0], {file(QStringLiteral("alpha.pdf"))});
+        CutSheetPanel(m_store, m_store->openJob(m_jobId), {})
+            .attachFiles(m_types[0], {file(QStringLiteral("alpha.pdf"))});
         // The other types lack a sheet: the pre-export check asks, and is answered to go on.
         ZebTest::WhenModal<QDialog> goOn([](QDialog& d) { d.accept(); });
         const QByteArray pdf = CutSheetDock::packageBytes(*window);
@@ -238,8 +247,9 @@ private slots:
         const QStringList titles = titlesUnder(*outline->model());
         const qsizetype cut = titles.indexOf(QStringLiteral("Cut Sheets"));
         QVERIFY2(cut > 0, qPrintable(titles.join(QLatin1Char('|'))));
-        QCOMPARE(titles.mid(cut), (QStringList{QStringLiteral("Cut Sheets"), QStringLiteral("  Type ") + m_types[0],
-                                               QStringLiteral("    alpha.pdf")}));
+        QCOMPARE(titles.mid(cut),
+                 (QStringList{QStringLiteral("Cut Sheets"), QStringLiteral("  Type ") + m_types[0],
+                              QStringLiteral("    alpha.pdf")}));
         // Choosing the last thumbnail shows the last page; the outline's "Cut Sheets" its page.
         thumbnails->setCurrentRow(pages - 1);
         QCOMPARE(preview.currentPage(), pages - 1);
@@ -261,7 +271,8 @@ private slots:
         QCOMPARE(ZebTest::unnamedAccessibleElements(&preview).join(QLatin1Char('|')), QString());
 
         // Export writes exactly what was shown.
-        QTest::mouseClick(preview.findChild<QPushButton*>(QStringLiteral("cmdExport")), Qt::LeftButton);
+        QTest::mouseClick(preview.findChild<QPushButton*>(QStringLiteral("cmdExport")),
+                          Qt::LeftButton);
         QCOMPARE(target, file(QStringLiteral("suggested.pdf")));
         QCOMPARE(preview.result(), int(QDialog::Accepted));
         QFile out(file(QStringLiteral("out.pdf")));

@@ -77,9 +77,10 @@ private slots:
 
     void twoEntriesOfOneCustomerMergeAndTheJobsFollowTheOneKept()
     {
-        auto keep = customer(QStringLiteral("K1"), QStringLiteral("Keystone Electric"), QStringLiteral("Salem"));
-        auto drop = customer(QStringLiteral("K2"), QStringLiteral("Keystone Electric Co."), QStringLiteral("Salem"),
-                             QStringLiteral("Ray Adler"));
+        auto keep = customer(QStringLiteral("K1"), QStringLiteral("Keystone Electric"),
+                             QStringLiteral("Salem"));
+        auto drop = customer(QStringLiteral("K2"), QStringLiteral("Keystone Electric Co."),
+                             QStringLiteral("Salem"), QStringLiteral("Ray Adler"));
         drop.street = QStringLiteral("5 Mill Street");
         drop.zip = QStringLiteral("97301");
         m_store->addDirectoryCustomers({keep, drop});
@@ -95,12 +96,17 @@ private slots:
         QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::ControlModifier,
                           table->visualItemRect(table->item(1, 0)).center());
         ZebTest::WhenModal<QMessageBox> confirm([](QMessageBox& box) {
-            QCOMPARE(box.text(), QStringLiteral("Keep \"Keystone Electric (Salem)\" and merge \"Keystone Electric Co. (Salem)\" "
-                                                "into it?\nThe jobs that have \"Keystone Electric Co. (Salem)\" then have "
-                                                "\"Keystone Electric (Salem)\"; \"Keystone Electric Co. (Salem)\" leaves the directory."));
+            QCOMPARE(box.text(),
+                     QStringLiteral(
+                         "Keep \"Keystone Electric (Salem)\" and merge \"Keystone Electric Co. "
+                         "(Salem)\" "
+                         "into it?\nThe jobs that have \"Keystone Electric Co. (Salem)\" then have "
+                         "\"Keystone Electric (Salem)\"; \"Keystone Electric Co. (Salem)\" leaves "
+                         "the directory."));
             box.button(QMessageBox::Yes)->click();
         });
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdMergeCustomers")), Qt::LeftButton);
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdMergeCustomers")),
+                          Qt::LeftButton);
         QVERIFY(confirm.answered());
         const auto directory = m_store->directoryCustomers();
         QCOMPARE(directory.size(), 1);
@@ -119,7 +125,8 @@ private slots:
 
     void aCustomerIsEditedThroughItsDialog()
     {
-        m_store->addDirectoryCustomers({customer(QStringLiteral("H1"), QStringLiteral("Harbor Supply"), QStringLiteral("Astoria"))});
+        m_store->addDirectoryCustomers({customer(
+            QStringLiteral("H1"), QStringLiteral("Harbor Supply"), QStringLiteral("Astoria"))});
         DirectoryDialog dialog(m_store);
         dialog.table()->selectRow(0);
         ZebTest::WhenModal<CustomerDialog> edit([](CustomerDialog& d) {
@@ -131,7 +138,8 @@ private slots:
             QTest::keyClicks(phone, QStringLiteral("503-555-0100"));
             QTest::mouseClick(d.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
         });
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdEditCustomer")), Qt::LeftButton);
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdEditCustomer")),
+                          Qt::LeftButton);
         QVERIFY(edit.answered());
         const auto d = m_store->directoryCustomers().first();
         QCOMPARE(d.city, QStringLiteral("Warrenton"));
@@ -143,16 +151,20 @@ private slots:
     void aSearchThatFindsNobodySaysSoAndOffersTheNameToAdd()
     {
         DirectoryDialog dialog(m_store);
-        QTest::keyClicks(dialog.findChild<QLineEdit*>(QStringLiteral("txtFindCustomer")), QStringLiteral("Cobalt Lighting"));
+        QTest::keyClicks(dialog.findChild<QLineEdit*>(QStringLiteral("txtFindCustomer")),
+                         QStringLiteral("Cobalt Lighting"));
         QCOMPARE(dialog.shownKeys(), QStringList());
         QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblNoCustomer"))->text(),
-                 QStringLiteral("No customer matches \"Cobalt Lighting\". Add... makes a new customer with that name."));
+                 QStringLiteral("No customer matches \"Cobalt Lighting\". Add... makes a new "
+                                "customer with that name."));
         bool named = false;
         ZebTest::WhenModal<CustomerDialog> add([&](CustomerDialog& d) {
-            named = d.findChild<QLineEdit*>(QStringLiteral("txtCompany"))->text() == QLatin1String("Cobalt Lighting");
+            named = d.findChild<QLineEdit*>(QStringLiteral("txtCompany"))->text()
+                    == QLatin1String("Cobalt Lighting");
             QTest::mouseClick(d.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
         });
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdAddCustomer")), Qt::LeftButton);
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdAddCustomer")),
+                          Qt::LeftButton);
         QVERIFY(add.answered());
         QVERIFY(named);
         QCOMPARE(m_store->directoryCustomers().first().name, QStringLiteral("Cobalt Lighting"));
@@ -163,7 +175,15 @@ private slots:
         ZebObjects::JobContents c;
         c.number = QStringLiteral("1");
         c.name = QStringLiteral("Job");
-        c.recipients = {{QStringLiteral("Ann"), QStringLiteral("A Co"), {}, {}, QStringLiteral("Bend"), QStringLiteral("OR"), {}, {}, {}},
+        c.recipients = {{QStringLiteral("Ann"),
+                         QStringLiteral("A Co"),
+                         {},
+                         {},
+                         QStringLiteral("Bend"),
+                         QStringLiteral("OR"),
+                         {},
+                         {},
+                         {}},
                         {QStringLiteral("Bo"), QStringLiteral("B Co"), {}, {}, {}, {}, {}, {}, {}},
                         {QStringLiteral("Cy"), QStringLiteral("C Co"), {}, {}, {}, {}, {}, {}, {}}};
         const auto job = m_store->openJob(m_store->createJob(c));
@@ -171,12 +191,15 @@ private slots:
         QListWidget* list = page.list();
         QCOMPARE(list->item(0)->text(), QStringLiteral("Ann, A Co - Bend, OR"));
         list->setCurrentRow(2);
-        QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("cmdRecipientUp")), Qt::LeftButton);
+        QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("cmdRecipientUp")),
+                          Qt::LeftButton);
         QCOMPARE(list->currentRow(), 1);
         QCOMPARE(list->item(1)->text(), QStringLiteral("Cy, C Co"));
         list->setCurrentRow(0);
-        QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("cmdRecipientDown")), Qt::LeftButton);
-        QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("cmdRemoveRecipient")), Qt::LeftButton);
+        QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("cmdRecipientDown")),
+                          Qt::LeftButton);
+        QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("cmdRemoveRecipient")),
+                          Qt::LeftButton);
         QStringList names;
         for (const auto& r : job->submittal()->Recipients()->Enumerate())
             names.append(r->Name());
@@ -190,7 +213,8 @@ private slots:
         QString path = m_scratch->filePath(QStringLiteral("mine.sqlite"));
         bool create = true;
         ZebTest::WhenModal<WelcomeDialog> answer([](WelcomeDialog& w) {
-            QTest::mouseClick(w.findChild<QCommandLinkButton*>(QStringLiteral("cmdEmptyOffice")), Qt::LeftButton);
+            QTest::mouseClick(w.findChild<QCommandLinkButton*>(QStringLiteral("cmdEmptyOffice")),
+                              Qt::LeftButton);
         });
         QVERIFY(WelcomeDialog::firstStart(path, create));
         QVERIFY(answer.answered());
@@ -205,7 +229,8 @@ private slots:
         ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
         Workstation::Options options;
         options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
+                           m_store, options);
         ZebTest::WhenModal<IssuersDialog> answer([](IssuersDialog& d) {
             auto* names = d.findChild<QPlainTextEdit*>(QStringLiteral("txtIssuers"));
             names->moveCursor(QTextCursor::End);
@@ -217,22 +242,26 @@ private slots:
         });
         window.chooseIssuers();
         QVERIFY(answer.answered());
-        QCOMPARE(m_store->issuedByNames(), (QStringList{QStringLiteral("Marta Halloran"), QStringLiteral("Dev Patel")}));
+        QCOMPARE(m_store->issuedByNames(),
+                 (QStringList{QStringLiteral("Marta Halloran"), QStringLiteral("Dev Patel")}));
     }
 
     void everyNewDialogNamesEveryElementForAScreenReader()
     {
-        m_store->addDirectoryCustomers({customer(QStringLiteral("H1"), QStringLiteral("Harbor Supply"), QStringLiteral("Astoria"))});
+        m_store->addDirectoryCustomers({customer(
+            QStringLiteral("H1"), QStringLiteral("Harbor Supply"), QStringLiteral("Astoria"))});
         TableImport import = OfficeImports::lineItems();
         import.setTable(CsvTable::parse("Qty,Type,Catalog\n1.5,A,VH-1\n", QStringLiteral("test")));
         import.guessMapping();
-        ImportDialog importDialog(QStringLiteral("Import Line Items"), QStringLiteral("test.csv"), import, true);
+        ImportDialog importDialog(QStringLiteral("Import Line Items"), QStringLiteral("test.csv"),
+                                  import, true);
         JobDialog job(JobDialog::Purpose::Duplicate, {}, {});
         DirectoryDialog directory(m_store);
         CustomerDialog one(QStringLiteral("New Customer"), {});
         IssuersDialog issuers({QStringLiteral("Marta Halloran")});
         WelcomeDialog welcome;
-        for (QDialog* d : std::initializer_list<QDialog*>{&importDialog, &job, &directory, &one, &issuers, &welcome}) {
+        for (QDialog* d : std::initializer_list<QDialog*>{&importDialog, &job, &directory, &one,
+                                                          &issuers, &welcome}) {
             d->show();
             QVERIFY(QTest::qWaitForWindowExposed(d));
             QCOMPARE(ZebTest::unnamedAccessibleElements(d), QStringList());
@@ -245,11 +274,16 @@ private slots:
         ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
         Workstation::Options options;
         options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
+                           m_store, options);
         const auto keys = window.shortcuts();
-        QVERIFY(keys.contains(qMakePair(QStringLiteral("New Job"), QKeySequence(QKeySequence::New).toString(QKeySequence::NativeText))));
-        QVERIFY(keys.contains(qMakePair(QStringLiteral("Import Line Items"), QStringLiteral("Ctrl+I"))));
-        QVERIFY(keys.contains(qMakePair(QStringLiteral("Line Items Editor: undo"), QStringLiteral("Ctrl+Z"))));
+        QVERIFY(keys.contains(
+            qMakePair(QStringLiteral("New Job"),
+                      QKeySequence(QKeySequence::New).toString(QKeySequence::NativeText))));
+        QVERIFY(keys.contains(
+            qMakePair(QStringLiteral("Import Line Items"), QStringLiteral("Ctrl+I"))));
+        QVERIFY(keys.contains(
+            qMakePair(QStringLiteral("Line Items Editor: undo"), QStringLiteral("Ctrl+Z"))));
         QVERIFY(window.findChild<QAction*>(QStringLiteral("actAbout")));
     }
 

@@ -116,8 +116,8 @@ std::unique_ptr<Workstation> tst_ExportCheck::openWorkstation()
     ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
     Workstation::Options options;
     options.remember = false;
-    auto window = std::make_unique<Workstation>(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
-                                                m_store, options);
+    auto window = std::make_unique<Workstation>(
+        FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
     window->openJob(Workstation::defaultJob(*m_store));
     window->show();
     return window;
@@ -131,7 +131,8 @@ void tst_ExportCheck::aCompletePackageGoesOutWithoutAQuestion()
     QVERIFY(window->exportPackage(pdf));
     QVERIFY(!anyDialog.answered());
     QVERIFY(QFileInfo(pdf).size() > 0);
-    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--export"), m_scratch->filePath(QStringLiteral("cli.pdf"))});
+    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--export"),
+                       m_scratch->filePath(QStringLiteral("cli.pdf"))});
     QCOMPARE(r.code, 0);
     QCOMPARE(r.err, QString());
 }
@@ -143,7 +144,8 @@ void tst_ExportCheck::commandLineListsWhatIsMissingAndExitsNonZero()
     const QString pdf = m_scratch->filePath(QStringLiteral("incomplete.pdf"));
     const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--export"), pdf});
     QCOMPARE(r.code, 2);
-    QStringList expected{QStringLiteral("zeb-workbench: the package of job 24-0131 is incomplete (--force writes it anyway):")};
+    QStringList expected{QStringLiteral(
+        "zeb-workbench: the package of job 24-0131 is incomplete (--force writes it anyway):")};
     for (const QString& gap : kRiversideGaps)
         expected << QStringLiteral("  - ") + gap;
     QCOMPARE(r.err, expected.join(QLatin1Char('\n')));
@@ -156,7 +158,8 @@ void tst_ExportCheck::commandLineForceWritesTheIncompletePackage()
     emptyRiverside();
     m_store.reset();
     const QString pdf = m_scratch->filePath(QStringLiteral("forced.pdf"));
-    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--export"), pdf, QStringLiteral("--force")});
+    const Run r = run(
+        {QStringLiteral("--db"), m_db, QStringLiteral("--export"), pdf, QStringLiteral("--force")});
     QCOMPARE(r.code, 0);
     QVERIFY(QFileInfo(pdf).size() > 0);
     QVERIFY(r.out.startsWith(pdf + QStringLiteral(": ")));
@@ -198,7 +201,8 @@ void tst_ExportCheck::windowExportAnywayWritesThePackage()
     emptyRiverside();
     auto window = openWorkstation();
     ZebTest::WhenModal<ExportCheckDialog> answer([&](ExportCheckDialog& d) {
-        QTest::mouseClick(d.findChild<QAbstractButton*>(QStringLiteral("btnExportAnyway")), Qt::LeftButton);
+        QTest::mouseClick(d.findChild<QAbstractButton*>(QStringLiteral("btnExportAnyway")),
+                          Qt::LeftButton);
     });
     const QString pdf = m_scratch->filePath(QStringLiteral("anyway.pdf"));
     QVERIFY(window->exportPackage(pdf));

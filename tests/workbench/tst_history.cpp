@@ -43,14 +43,16 @@ QString sha256Of(const QString& path)
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return {};
-    return QString::fromLatin1(QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256).toHex());
+    return QString::fromLatin1(
+        QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256).toHex());
 }
 
 // The package's pages as pdftotext lays them out.
 QStringList pagesOf(const QString& pdf)
 {
     QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"), QStringLiteral("UTF-8"), pdf, QStringLiteral("-")});
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
+                                          QStringLiteral("UTF-8"), pdf, QStringLiteral("-")});
     if (!p.waitForFinished(60000) || p.exitCode() != 0)
         return {};
     QStringList pages = QString::fromUtf8(p.readAllStandardOutput()).split(QLatin1Char('\f'));
@@ -148,8 +150,8 @@ std::unique_ptr<Workstation> tst_History::openWorkstation()
     options.saveFile = [this](const QString&, const QString&, const QString&) {
         return m_saveAnswers.isEmpty() ? QString() : m_saveAnswers.takeFirst();
     };
-    auto window = std::make_unique<Workstation>(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
-                                                m_store, options);
+    auto window = std::make_unique<Workstation>(
+        FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
     window->openJob(Workstation::defaultJob(*m_store));
     window->show();
     window->activateWindow();
@@ -207,18 +209,25 @@ void tst_History::issueReviewResubmitAndReopenTheFirstRevisionUnchanged()
         typeAction->setFocus();
         QTest::keyClick(typeAction, Qt::Key_Home);
         QCOMPARE(typeAction->currentText(), QStringLiteral("Approved"));
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdApplyToType")), Qt::LeftButton);
-        QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblVerdict"))->text(), QStringLiteral("Approved"));
-        auto* action = dialog.findChild<QComboBox*>(QStringLiteral("cmbAction%1").arg(toRevise.number));
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdApplyToType")),
+                          Qt::LeftButton);
+        QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblVerdict"))->text(),
+                 QStringLiteral("Approved"));
+        auto* action =
+            dialog.findChild<QComboBox*>(QStringLiteral("cmbAction%1").arg(toRevise.number));
         action->setFocus();
         QTest::keyClicks(action, QStringLiteral("Revise"));
         QCOMPARE(action->currentText(), QStringLiteral("Revise And Resubmit"));
-        QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblVerdict"))->text(), QStringLiteral("Revise And Resubmit"));
-        QTest::keyClicks(dialog.findChild<QLineEdit*>(QStringLiteral("txtNote%1").arg(toRevise.number)),
-                         QStringLiteral("Provide 3500K"));
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdRecord")), Qt::LeftButton);
+        QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblVerdict"))->text(),
+                 QStringLiteral("Revise And Resubmit"));
+        QTest::keyClicks(
+            dialog.findChild<QLineEdit*>(QStringLiteral("txtNote%1").arg(toRevise.number)),
+            QStringLiteral("Provide 3500K"));
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdRecord")),
+                          Qt::LeftButton);
     });
-    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmdRecordReview")), Qt::LeftButton);
+    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmdRecordReview")),
+                      Qt::LeftButton);
     QVERIFY(review.answered());
     QVERIFY(!review.leftOpen());
     QCOMPARE(rowOf(list, 0)->text(1), QStringLiteral("Returned"));
@@ -232,8 +241,9 @@ void tst_History::issueReviewResubmitAndReopenTheFirstRevisionUnchanged()
         db.setDatabaseName(m_db);
         QVERIFY(db.open());
         QSqlQuery q(db);
-        QVERIFY(q.exec(QStringLiteral("UPDATE line_items SET catalog_number = 'RX-3500K-REV' WHERE id = %1")
-                           .arg(toRevise.lineItemId)));
+        QVERIFY(q.exec(
+            QStringLiteral("UPDATE line_items SET catalog_number = 'RX-3500K-REV' WHERE id = %1")
+                .arg(toRevise.lineItemId)));
         db.close();
     }
     QSqlDatabase::removeDatabase(QStringLiteral("edit"));
@@ -245,7 +255,8 @@ void tst_History::issueReviewResubmitAndReopenTheFirstRevisionUnchanged()
     page = window->historyPage();
     QVERIFY(page);
     QCOMPARE(job->submittal()->SubmittalPurposeIndex(), qint16(4));
-    QCOMPARE(window->job()->submittal()->SubmittalPurpose(), QStringLiteral("Resubmittal For Approval"));
+    QCOMPARE(window->job()->submittal()->SubmittalPurpose(),
+             QStringLiteral("Resubmittal For Approval"));
     bool shown = false;
     for (auto* option : window->findChildren<QAbstractButton*>())
         if (option->text() == QStringLiteral("Resubmittal For Approval"))
@@ -258,7 +269,8 @@ void tst_History::issueReviewResubmitAndReopenTheFirstRevisionUnchanged()
     // Revision 1 from the History page's own button.
     const QString rev1 = m_scratch->filePath(QStringLiteral("rev1.pdf"));
     m_saveAnswers << rev1;
-    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmdIssuePackage")), Qt::LeftButton);
+    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmdIssuePackage")),
+                      Qt::LeftButton);
     QVERIFY(m_saveAnswers.isEmpty());
     list = page->findChild<QTreeWidget*>(QStringLiteral("lsvRevisions"));
     QCOMPARE(list->topLevelItemCount(), 2);
@@ -286,14 +298,16 @@ void tst_History::issueReviewResubmitAndReopenTheFirstRevisionUnchanged()
     QCOMPARE(page->selectedRevision(), 0);
     const QString again = m_scratch->filePath(QStringLiteral("rev0-again.pdf"));
     m_saveAnswers << again;
-    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmdExportRevision")), Qt::LeftButton);
+    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmdExportRevision")),
+                      Qt::LeftButton);
     QCOMPARE(sha256Of(again), rev0Sha);
     QCOMPARE(window->job()->history()->revision(0).sha256, rev0Sha);
 
     // The log for the office's own reports.
     const QString log = m_scratch->filePath(QStringLiteral("log.csv"));
     m_saveAnswers << log;
-    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmdExportLog")), Qt::LeftButton);
+    QTest::mouseClick(page->findChild<QPushButton*>(QStringLiteral("cmdExportLog")),
+                      Qt::LeftButton);
     QFile csv(log);
     QVERIFY(csv.open(QIODevice::ReadOnly));
     QCOMPARE(csv.readAll(), window->job()->history()->csv());
@@ -305,7 +319,8 @@ void tst_History::commandLineIssuesExportsAgainAndPrintsTheHistory()
     m_store.reset();
     const QString rev0 = m_scratch->filePath(QStringLiteral("cli0.pdf"));
     Run r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                                {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number, QStringLiteral("--issue-package"), rev0});
+                                {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                                 QStringLiteral("--issue-package"), rev0});
     QCOMPARE(r.err, QString());
     QCOMPARE(r.code, 0);
     const QString sha = sha256Of(rev0);
@@ -314,34 +329,43 @@ void tst_History::commandLineIssuesExportsAgainAndPrintsTheHistory()
     // The job changes; revision 0 does not.
     {
         const auto store = Store::open(m_db);
-        store->openJob(Workstation::jobByNumber(*store, number))->submittal()->setIssuedBy(QStringLiteral("Someone Else"));
+        store->openJob(Workstation::jobByNumber(*store, number))
+            ->submittal()
+            ->setIssuedBy(QStringLiteral("Someone Else"));
     }
     const QString again = m_scratch->filePath(QStringLiteral("cli0-again.pdf"));
     r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number, QStringLiteral("--revision"),
-                             QStringLiteral("0"), QStringLiteral("--export"), again});
+                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                             QStringLiteral("--revision"), QStringLiteral("0"),
+                             QStringLiteral("--export"), again});
     QCOMPARE(r.code, 0);
     QCOMPARE(sha256Of(again), sha);
 
     r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number, QStringLiteral("--revision"),
-                             QStringLiteral("3"), QStringLiteral("--export"), again});
+                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                             QStringLiteral("--revision"), QStringLiteral("3"),
+                             QStringLiteral("--export"), again});
     QCOMPARE(r.code, 1);
     QCOMPARE(r.err, QStringLiteral("zeb-workbench: Element not found: the job has no revision 3"));
 
     r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number, QStringLiteral("--issue-package"),
+                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                             QStringLiteral("--issue-package"),
                              m_scratch->filePath(QStringLiteral("cli1.pdf"))});
     QCOMPARE(r.code, 0);
     QVERIFY(r.out.startsWith(QStringLiteral("Revision: 1\n")));
 
     r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number, QStringLiteral("--history")});
+                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                             QStringLiteral("--history")});
     QCOMPARE(r.code, 0);
     const QStringList lines = r.out.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 3);
-    QCOMPARE(lines[0], QStringLiteral("\"Revision\",\"Sent\",\"Issued By\",\"Purpose\",\"Recipients\",\"Lines\",\"Status\","
-                                      "\"Returned\",\"Review Days\",\"Verdict\",\"SHA-256\""));
+    QCOMPARE(
+        lines[0],
+        QStringLiteral(
+            "\"Revision\",\"Sent\",\"Issued By\",\"Purpose\",\"Recipients\",\"Lines\",\"Status\","
+            "\"Returned\",\"Review Days\",\"Verdict\",\"SHA-256\""));
     QVERIFY(lines[1].startsWith(QStringLiteral("\"0\",")));
     QVERIFY(lines[1].endsWith(QStringLiteral(",\"%1\"").arg(sha)));
     QVERIFY(lines[2].startsWith(QStringLiteral("\"1\",")));
@@ -353,7 +377,8 @@ void tst_History::theHistoryPageAndReviewDialogNameEveryElement()
     auto window = openWorkstation();
     window->historyPage()->issue(m_scratch->filePath(QStringLiteral("a.pdf")));
     clickTab(*window, QStringLiteral("History"));
-    QCOMPARE(ZebTest::unnamedAccessibleElements(window->historyPage()).join(QStringLiteral(", ")), QString());
+    QCOMPARE(ZebTest::unnamedAccessibleElements(window->historyPage()).join(QStringLiteral(", ")),
+             QString());
     const auto history = window->job()->history();
     ReviewDialog dialog(history->revision(0), history->lines(0), window.get());
     dialog.show();

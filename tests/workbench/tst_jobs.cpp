@@ -151,14 +151,17 @@ private slots:
             const QString own = number->text();
             number->selectAll();
             QTest::keyClicks(number, other);
-            refused = !dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled()
-                      && dialog.numberProblem() == QStringLiteral("The office already has a job numbered %1.").arg(other);
+            refused =
+                !dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled()
+                && dialog.numberProblem()
+                       == QStringLiteral("The office already has a job numbered %1.").arg(other);
             number->selectAll();
             QTest::keyClicks(number, own);
             auto* engineer = edit(dialog, "txtEngineer");
             engineer->setFocus();
             QTest::keyClicks(engineer, QStringLiteral("Baird Engineering"));
-            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")),
+                              Qt::LeftButton);
         });
         window->chooseJobProperties();
         QVERIFY(answer.answered());
@@ -185,10 +188,13 @@ private slots:
         for (const qint64 id : {without, with}) {
             const auto copy = m_store->openJob(id);
             QCOMPARE(copy->submittal()->IssuedBy(), source->submittal()->IssuedBy());
-            QCOMPARE(copy->submittal()->SubmittalPurpose(), source->submittal()->SubmittalPurpose());
-            QCOMPARE(copy->coverLetterParagraphs()->Count(), source->coverLetterParagraphs()->Count());
+            QCOMPARE(copy->submittal()->SubmittalPurpose(),
+                     source->submittal()->SubmittalPurpose());
+            QCOMPARE(copy->coverLetterParagraphs()->Count(),
+                     source->coverLetterParagraphs()->Count());
             QCOMPARE(copy->bom()->IncludeBrand(), source->bom()->IncludeBrand());
-            QCOMPARE(copy->labels()->LabelFields()->Count(), source->labels()->LabelFields()->Count());
+            QCOMPARE(copy->labels()->LabelFields()->Count(),
+                     source->labels()->LabelFields()->Count());
             QCOMPARE(copy->customers()->Count(), source->customers()->Count());
             // A change to the copy leaves the job it came from alone.
             copy->coverLetterParagraphs()->Add(QStringLiteral("Only in the copy"), true);
@@ -213,7 +219,8 @@ private slots:
             QCOMPARE(edit(dialog, "txtJobNumber")->text(), QString());
             QTest::keyClicks(edit(dialog, "txtJobNumber"), QStringLiteral("25-0200"));
             ZebTest::clickCheckBox(dialog.findChild<QCheckBox*>(QStringLiteral("chkCopyLines")));
-            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")),
+                              Qt::LeftButton);
         });
         window->chooseDuplicateJob();
         QVERIFY(answer.answered());
@@ -277,16 +284,18 @@ private slots:
         const QString db = m_db;
         // An empty office of the user's making.
         Store::open(db);
-        auto r = run({QStringLiteral("--db"), db, QStringLiteral("--new-job"), QStringLiteral("25-0300"),
-                      QStringLiteral("--job-name"), QStringLiteral("Cannery Lofts")});
+        auto r =
+            run({QStringLiteral("--db"), db, QStringLiteral("--new-job"), QStringLiteral("25-0300"),
+                 QStringLiteral("--job-name"), QStringLiteral("Cannery Lofts")});
         QCOMPARE(r.code, 0);
         QCOMPARE(r.out, QStringLiteral("Made job 25-0300 \"Cannery Lofts\" in %1\n").arg(db));
         r = run({QStringLiteral("--db"), db, QStringLiteral("--new-job"), QStringLiteral("25-0300"),
                  QStringLiteral("--job-name"), QStringLiteral("Again")});
         QCOMPARE(r.code, 1);
         QCOMPARE(r.out, QString());
-        QCOMPARE(r.err, QStringLiteral("zeb-workbench: This key is already associated with an element of "
-                                       "this collection: the office already has a job numbered \"25-0300\""));
+        QCOMPARE(r.err, QStringLiteral(
+                            "zeb-workbench: This key is already associated with an element of "
+                            "this collection: the office already has a job numbered \"25-0300\""));
         const auto store = Store::open(db, Store::OpenMode::OpenExisting);
         QCOMPARE(store->jobs().size(), 1);
         QCOMPARE(store->jobs().first().name, QStringLiteral("Cannery Lofts"));

@@ -121,7 +121,8 @@ private slots:
         QVERIFY(display >= 0);
         QCOMPARE(titles.value(display + 1), QStringLiteral("Line Items Editor"));
         QCOMPARE(tabs->count(), int(titles.size()));
-        QCOMPARE(m_editor->model()->headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(), QStringLiteral("Type"));
+        QCOMPARE(m_editor->model()->headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(),
+                 QStringLiteral("Type"));
         QCOMPARE(m_editor->model()->rowCount(), 3);
         QCOMPARE(ZebTest::unnamedAccessibleElements(m_editor), QStringList());
     }
@@ -139,7 +140,9 @@ private slots:
         QTest::keyClicks(editor, QStringLiteral("CAT-B2"));
         QTest::keyClick(editor, Qt::Key_Return);
         // The view hands the edit on once the key is done.
-        QTRY_COMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B2"), QStringLiteral("CAT-C")}));
+        QTRY_COMPARE(catalogs(*lines),
+                     (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B2"),
+                                  QStringLiteral("CAT-C")}));
         // A quantity that is not a whole number is not taken.
         m_table->setCurrentIndex(m_editor->model()->index(0, LineItemTableModel::Quantity));
         QTest::keyClick(m_table, Qt::Key_F2);
@@ -151,19 +154,23 @@ private slots:
         QCOMPARE(m_editor->undoStack()->count(), 1);
 
         QTest::keyClick(m_table, Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"), QStringLiteral("CAT-C")}));
+        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"),
+                                                QStringLiteral("CAT-C")}));
         QTest::keyClick(m_table, Qt::Key_Y, Qt::ControlModifier);
         QCOMPARE(catalogs(*lines).at(1), QStringLiteral("CAT-B2"));
         // The display page shows what the editor wrote.
-        auto* display = m_window->findChild<ZebSubCtl::UserControl*>(QStringLiteral("ctlLineItems"));
-        const auto shown = display->property("LineItems").value<std::shared_ptr<ZebObjects::LineItems>>();
+        auto* display =
+            m_window->findChild<ZebSubCtl::UserControl*>(QStringLiteral("ctlLineItems"));
+        const auto shown =
+            display->property("LineItems").value<std::shared_ptr<ZebObjects::LineItems>>();
         QCOMPARE(shown->Item(2)->CatalogNumber(), QStringLiteral("CAT-B2"));
     }
 
     void linesAreAddedInsertedDeletedAndMovedAndEachStepUndoes()
     {
         const auto lines = m_window->job()->lineItems();
-        QTest::mouseClick(m_editor->findChild<QPushButton*>(QStringLiteral("cmdAddLine")), Qt::LeftButton);
+        QTest::mouseClick(m_editor->findChild<QPushButton*>(QStringLiteral("cmdAddLine")),
+                          Qt::LeftButton);
         QCOMPARE(lines->Count(), qint16(4));
         QTest::keyClick(m_table, Qt::Key_Escape);
         // Rows 2 and 3 chosen with the keyboard, then moved up.
@@ -172,7 +179,8 @@ private slots:
         QTest::keyClick(m_table, Qt::Key_Down, Qt::ShiftModifier);
         QCOMPARE(m_editor->selectedRows(), (QList<int>{1, 2}));
         QTest::keyClick(m_table, Qt::Key_Up, Qt::AltModifier);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-B"), QStringLiteral("CAT-C"), QStringLiteral("CAT-A"), QString()}));
+        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-B"), QStringLiteral("CAT-C"),
+                                                QStringLiteral("CAT-A"), QString()}));
         QCOMPARE(m_editor->selectedRows(), (QList<int>{0, 1}));
         QTest::keyClick(m_table, Qt::Key_Delete);
         QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QString()}));
@@ -182,10 +190,13 @@ private slots:
         QCOMPARE(lines->rows().first().data.catalogNumber, QString());
         // Back step by step to where the job started.
         for (int i = 0; i < 4; ++i)
-            QTest::mouseClick(m_editor->findChild<QPushButton*>(QStringLiteral("cmdUndo")), Qt::LeftButton);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"), QStringLiteral("CAT-C")}));
+            QTest::mouseClick(m_editor->findChild<QPushButton*>(QStringLiteral("cmdUndo")),
+                              Qt::LeftButton);
+        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"),
+                                                QStringLiteral("CAT-C")}));
         QVERIFY(!m_editor->findChild<QPushButton*>(QStringLiteral("cmdUndo"))->isEnabled());
-        QTest::mouseClick(m_editor->findChild<QPushButton*>(QStringLiteral("cmdRedo")), Qt::LeftButton);
+        QTest::mouseClick(m_editor->findChild<QPushButton*>(QStringLiteral("cmdRedo")),
+                          Qt::LeftButton);
         QCOMPARE(lines->Count(), qint16(4));
     }
 
@@ -207,8 +218,9 @@ private slots:
         QTest::keyClick(m_table, Qt::Key_V, Qt::ControlModifier);
         const auto rows = lines->rows();
         QCOMPARE(rows.size(), 5);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"), QStringLiteral("CAT-C"),
-                                                QStringLiteral("CAT-B"), QStringLiteral("CAT-C")}));
+        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"),
+                                                QStringLiteral("CAT-C"), QStringLiteral("CAT-B"),
+                                                QStringLiteral("CAT-C")}));
         QCOMPARE(*rows[2].data.comment, QStringLiteral("Tab\there, \"quoted\"\nand two lines"));
         QCOMPARE(rows[2].data.mto, true);
         QCOMPARE(rows[2].data.quantity, 3);
@@ -224,13 +236,15 @@ private slots:
             more.append(line(i, QStringLiteral("T"), QStringLiteral("CAT-%1").arg(i)));
         lines->importLines(more, false);
         QVERIFY(m_window->refresh());
-        auto* display = m_window->findChild<ZebSubCtl::UserControl*>(QStringLiteral("ctlLineItems"));
+        auto* display =
+            m_window->findChild<ZebSubCtl::UserControl*>(QStringLiteral("ctlLineItems"));
         QCOMPARE(int(display->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size()), 744);
         auto* note = m_window->findChild<QLabel*>(QStringLiteral("lblDisplayNote"));
         QVERIFY(note);
         QVERIFY(!note->isHidden());
-        QCOMPARE(note->text(), QStringLiteral("This page shows the first 744 of the job's 800 lines; the package "
-                                              "prints all 800, and the Line Items Editor shows them all."));
+        QCOMPARE(note->text(),
+                 QStringLiteral("This page shows the first 744 of the job's 800 lines; the package "
+                                "prints all 800, and the Line Items Editor shows them all."));
         QCOMPARE(m_window->problems(), QStringList());
         QCOMPARE(m_window->lineItemEditor()->model()->rowCount(), 800);
         const QString pdf = m_scratch->filePath(QStringLiteral("package.pdf"));

@@ -46,9 +46,10 @@ public:
     explicit SmallDisk(qint64 bytes)
     {
         m_dir.setAutoRemove(true);
-        m_ok = ::mount("tmpfs", QFile::encodeName(m_dir.path()).constData(), "tmpfs", 0,
-                       QStringLiteral("size=%1k,mode=0755").arg(bytes / 1024).toLatin1().constData())
-               == 0;
+        m_ok =
+            ::mount("tmpfs", QFile::encodeName(m_dir.path()).constData(), "tmpfs", 0,
+                    QStringLiteral("size=%1k,mode=0755").arg(bytes / 1024).toLatin1().constData())
+            == 0;
     }
     ~SmallDisk()
     {
@@ -59,7 +60,7 @@ public:
     QString filePath(const QString& name) const { return m_dir.filePath(name); }
     qint64 freeBytes() const
     {
-        struct statvfs s {};
+        struct statvfs s { };
         ::statvfs(QFile::encodeName(m_dir.path()).constData(), &s);
         return qint64(s.f_bavail) * qint64(s.f_frsize);
     }
@@ -134,10 +135,10 @@ Run runWorkbench(const QStringList& args, const QString& home, bool asNobody = f
     env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     p.setProcessEnvironment(env);
     if (asNobody)
-        p.start(QStringLiteral("setpriv"), QStringList{QStringLiteral("--reuid=nobody"),
-                                                       QStringLiteral("--regid=nogroup"),
-                                                       QStringLiteral("--clear-groups"), kExe}
-                                               + args);
+        p.start(QStringLiteral("setpriv"),
+                QStringList{QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
+                            QStringLiteral("--clear-groups"), kExe}
+                    + args);
     else
         p.start(kExe, args);
     Run r;
@@ -149,9 +150,11 @@ Run runWorkbench(const QStringList& args, const QString& home, bool asNobody = f
     }
     r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
     QStringList lines;
-    for (const QString& line : QString::fromUtf8(p.readAllStandardError()).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+    for (const QString& line :
+         QString::fromUtf8(p.readAllStandardError()).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
         // Qt's notes about the environment and the platform are not the program's.
-        if (!line.startsWith(QLatin1String("QStandardPaths:")) && !line.startsWith(QLatin1String("zeb.diagnostics:"))
+        if (!line.startsWith(QLatin1String("QStandardPaths:"))
+            && !line.startsWith(QLatin1String("zeb.diagnostics:"))
             && line != QLatin1String("This plugin does not support propagateSizeHints()"))
             lines.append(line);
     r.err = lines.join(QLatin1Char('\n'));
@@ -183,7 +186,8 @@ private slots:
         qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
         QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
         QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
-        QVERIFY2(geteuid() == 0, "the fault tests mount small disks and run as nobody: run them as root");
+        QVERIFY2(geteuid() == 0,
+                 "the fault tests mount small disks and run as nobody: run them as root");
     }
 
     void cleanup()
@@ -209,11 +213,13 @@ private slots:
                 done = true;
             } catch (const ZebObjects::Failure& f) {
                 ++refused;
-                const QString prefix = QStringLiteral("The sample office cannot be made in \"%1\", so "
-                                                      "the office there is left as it was: ")
-                                           .arg(office);
+                const QString prefix =
+                    QStringLiteral("The sample office cannot be made in \"%1\", so "
+                                   "the office there is left as it was: ")
+                        .arg(office);
                 QVERIFY2(f.Description().startsWith(prefix), qPrintable(f.Description()));
-                QVERIFY2(f.Number() == 61 && f.Description().contains(QStringLiteral("the disk is full")),
+                QVERIFY2(f.Number() == 61
+                             && f.Description().contains(QStringLiteral("the disk is full")),
                          qPrintable(QStringLiteral("%1 %2").arg(f.Number()).arg(f.Description())));
             }
             QVERIFY(!QFileInfo::exists(office + QStringLiteral(".new")));
@@ -232,8 +238,8 @@ private slots:
         }
         QVERIFY(replaced > 0);
         QVERIFY(refused > 0);
-        qInfo("%d disk sizes: %d resets replaced the office, %d left it as it was", replaced + refused,
-              replaced, refused);
+        qInfo("%d disk sizes: %d resets replaced the office, %d left it as it was",
+              replaced + refused, replaced, refused);
     }
 
     void aFirstStartOnAFullDiskLeavesNoOfficeBehind()
@@ -264,7 +270,8 @@ private slots:
         ZebSubCtl::MessageBoxes::setService(boxes);
         Workstation::Options options;
         options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), store, options);
+        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
+                           store, options);
         window.openJob(window.startingJob());
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -278,7 +285,8 @@ private slots:
         // The log starts empty, so that the next write must make it grow.
         const auto emptyLog = [&] {
             QSqlQuery q(QSqlDatabase::database(store->connectionName()));
-            QVERIFY2(q.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")), qPrintable(q.lastError().text()));
+            QVERIFY2(q.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")),
+                     qPrintable(q.lastError().text()));
             QVERIFY(q.next());
             QCOMPARE(q.value(0).toInt(), 0);
             q.finish();
@@ -287,16 +295,18 @@ private slots:
         disk.fill(0);
         clickCheckBox(labels);
         QCOMPARE(boxes->shown().size(), 1);
-        const QString cause = QStringLiteral("The database file \"%1\" cannot grow: the disk is full "
-                                             "(database or disk is full)")
-                                  .arg(office);
+        const QString cause =
+            QStringLiteral("The database file \"%1\" cannot grow: the disk is full "
+                           "(database or disk is full)")
+                .arg(office);
         QCOMPARE(boxes->shown().first().title, QStringLiteral("61 - ") + cause);
         // The box keeps what it shows; the window says the change is not in the file.
         QCOMPARE(labels->isChecked(), !before);
         QCOMPARE(submittal->IncludeLabels(), before);
         QCOMPARE(window.saveStatus(), QStringLiteral("Not saved: ") + cause);
         // Reading does not make it saved.
-        QCOMPARE(window.job()->submittal()->IncludeBOM(), child<QAbstractButton>(window, "chkBOM")->isChecked());
+        QCOMPARE(window.job()->submittal()->IncludeBOM(),
+                 child<QAbstractButton>(window, "chkBOM")->isChecked());
         QCOMPARE(window.saveStatus(), QStringLiteral("Not saved: ") + cause);
 
         // F5 shows what the file holds.
@@ -338,7 +348,8 @@ private slots:
         ZebSubCtl::MessageBoxes::setService(boxes);
         Workstation::Options options;
         options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), store, options);
+        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
+                           store, options);
         window.openJob(window.startingJob());
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -365,7 +376,8 @@ private slots:
         OfficeFile::resetSample(office).reset();
         QFile::setPermissions(office, QFileDevice::Permissions(0x6444));
         QDir().mkpath(m_home.filePath(QStringLiteral("out")));
-        QFile::setPermissions(m_home.filePath(QStringLiteral("out")), QFileDevice::Permissions(0x7777));
+        QFile::setPermissions(m_home.filePath(QStringLiteral("out")),
+                              QFileDevice::Permissions(0x7777));
         const QString png = m_home.filePath(QStringLiteral("out/read-only.png"));
         const QString design = m_home.filePath(QStringLiteral("out/read-only.json"));
         Run r = runWorkbench({QStringLiteral("--db"), office, QStringLiteral("--screenshot"), png},
@@ -393,7 +405,8 @@ private slots:
         const auto store = Store::open(office, Store::OpenMode::OpenExisting);
         {
             QSqlQuery q(QSqlDatabase::database(store->connectionName()));
-            QVERIFY2(q.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")), qPrintable(q.lastError().text()));
+            QVERIFY2(q.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")),
+                     qPrintable(q.lastError().text()));
             QVERIFY(q.next());
             QCOMPARE(q.value(0).toInt(), 0);
             q.finish();
@@ -405,10 +418,11 @@ private slots:
         QCOMPARE(r.code, 1);
         const QStringList lines = r.err.split(QLatin1Char('\n'));
         QVERIFY2(!lines.isEmpty(), qPrintable(r.err));
-        QCOMPARE(lines.first(), QStringLiteral("zeb-workbench: 61 - The database file \"%1\" cannot "
-                                               "grow: the disk is full (database or disk is full): The "
-                                               "requested operation cannot be completed.")
-                                    .arg(office));
+        QCOMPARE(lines.first(),
+                 QStringLiteral("zeb-workbench: 61 - The database file \"%1\" cannot "
+                                "grow: the disk is full (database or disk is full): The "
+                                "requested operation cannot be completed.")
+                     .arg(office));
         disk.release();
     }
 
@@ -420,16 +434,19 @@ private slots:
         QVERIFY(file);
         HostMessageBoxes boxes(true, file);
         QCOMPARE(boxes.MsgBox(QStringLiteral("Remove all?\r\nThey go for good."),
-                              ZebSubCtl::MsgBoxStyle::Question_OKCancel, QStringLiteral("Customers")),
+                              ZebSubCtl::MsgBoxStyle::Question_OKCancel,
+                              QStringLiteral("Customers")),
                  ZebSubCtl::MsgBoxAnswer::Cancel);
-        QCOMPARE(boxes.MsgBox(QStringLiteral("Done."), ZebSubCtl::MsgBoxStyle::Information, QString()),
-                 ZebSubCtl::MsgBoxAnswer::OK);
+        QCOMPARE(
+            boxes.MsgBox(QStringLiteral("Done."), ZebSubCtl::MsgBoxStyle::Information, QString()),
+            ZebSubCtl::MsgBoxAnswer::OK);
         std::fclose(file);
         QCOMPARE(boxes.consoleLines(), 2);
         QFile written(out.fileName());
         QVERIFY(written.open(QIODevice::ReadOnly));
-        QCOMPARE(written.readAll(), QByteArray("zeb-workbench: Customers: Remove all? They go for good.\n"
-                                               "zeb-workbench: Done.\n"));
+        QCOMPARE(written.readAll(),
+                 QByteArray("zeb-workbench: Customers: Remove all? They go for good.\n"
+                            "zeb-workbench: Done.\n"));
     }
 
     void anUnreadableOfficeIsAClearMessage()
@@ -443,9 +460,10 @@ private slots:
                                     m_home.filePath(QStringLiteral("out/unreadable.json"))},
                                    m_home.path(), true);
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.err, QStringLiteral("zeb-workbench: Cannot open the office \"%1\": the file cannot be "
-                                       "read (permission denied)")
-                            .arg(office));
+        QCOMPARE(r.err,
+                 QStringLiteral("zeb-workbench: Cannot open the office \"%1\": the file cannot be "
+                                "read (permission denied)")
+                     .arg(office));
     }
 
     void anEmptyFileBecomesAnOfficeOnlyWhenAsked()
@@ -459,9 +477,10 @@ private slots:
                                     dir.filePath(QStringLiteral("d.json"))},
                                    m_home.path());
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.err, QStringLiteral("zeb-workbench: Cannot open the office \"%1\": the file is empty "
-                                       "(0 bytes); --reset-sample makes it an office with the sample")
-                            .arg(empty));
+        QCOMPARE(r.err,
+                 QStringLiteral("zeb-workbench: Cannot open the office \"%1\": the file is empty "
+                                "(0 bytes); --reset-sample makes it an office with the sample")
+                     .arg(empty));
         QCOMPARE(QFileInfo(empty).size(), 0);
         QVERIFY(!QFileInfo::exists(dir.filePath(QStringLiteral("d.json"))));
         // The choice of a new office in the window.
@@ -472,11 +491,12 @@ private slots:
         QVERIFY(QFileInfo(empty).size() > 0);
         // --reset-sample makes it the sample office.
         QFile::resize(empty, 0);
-        QCOMPARE(runWorkbench({QStringLiteral("--db"), empty, QStringLiteral("--reset-sample"),
-                               QStringLiteral("--save-design"), dir.filePath(QStringLiteral("d.json"))},
-                              m_home.path())
-                     .code,
-                 0);
+        QCOMPARE(
+            runWorkbench({QStringLiteral("--db"), empty, QStringLiteral("--reset-sample"),
+                          QStringLiteral("--save-design"), dir.filePath(QStringLiteral("d.json"))},
+                         m_home.path())
+                .code,
+            0);
         QCOMPARE(Store::open(empty, Store::OpenMode::ReadOnly)->jobs().size(), 4);
     }
 

@@ -42,11 +42,12 @@ private slots:
     void jobsAreMadeCopiedArchivedAndFoundOnTheServer()
     {
         const QString location = m_server->location(m_server->newDatabaseName());
-        auto r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                                     {QStringLiteral("--db"), location, QStringLiteral("--new-job"),
-                                      QStringLiteral("25-0500"), QStringLiteral("--job-name"),
-                                      QStringLiteral("Pier Warehouse"), QStringLiteral("--import-lines"),
-                                      QStringLiteral(ZEB_DATA_DIR "/lines-quoting-system.csv")});
+        auto r =
+            ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
+                                {QStringLiteral("--db"), location, QStringLiteral("--new-job"),
+                                 QStringLiteral("25-0500"), QStringLiteral("--job-name"),
+                                 QStringLiteral("Pier Warehouse"), QStringLiteral("--import-lines"),
+                                 QStringLiteral(ZEB_DATA_DIR "/lines-quoting-system.csv")});
         QCOMPARE(r.err, QString());
         QCOMPARE(r.code, 0);
         QCOMPARE(r.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts).size(), 2);
@@ -58,12 +59,14 @@ private slots:
         d.contractor = QStringLiteral("Baywater Construction");
         const qint64 copy = store->duplicateJob(id, d, true);
         QCOMPARE(store->jobDetails(copy).contractor, QStringLiteral("Baywater Construction"));
-        QCOMPARE(catalogs(*store->openJob(copy)->lineItems()), catalogs(*store->openJob(id)->lineItems()));
+        QCOMPARE(catalogs(*store->openJob(copy)->lineItems()),
+                 catalogs(*store->openJob(id)->lineItems()));
         d = store->jobDetails(id);
         d.archived = true;
         store->setJobDetails(id, d);
         QVERIFY(store->jobs().first().archived);
-        const auto e = ZebTest::failureOf([&] { store->duplicateJob(id, store->jobDetails(copy), false); });
+        const auto e =
+            ZebTest::failureOf([&] { store->duplicateJob(id, store->jobDetails(copy), false); });
         QCOMPARE(e.Number, 457);
         store->setSetting(OfficeImports::LineMappingSetting, QStringLiteral("Quantity=Qty"));
         QCOMPARE(store->setting(OfficeImports::LineMappingSetting), QStringLiteral("Quantity=Qty"));
@@ -80,20 +83,26 @@ private slots:
         const auto second = Store::open(location);
         const auto mine = first->openJob(id)->lineItems();
         const auto theirs = second->openJob(id)->lineItems();
-        mine->importLines({{2, QStringLiteral("A"), {}, QStringLiteral("CAT-A"), {}, {}, false, {}, false},
-                           {4, QStringLiteral("B"), {}, QStringLiteral("CAT-B"), {}, {}, false, {}, false}},
-                          false);
-        QCOMPARE(catalogs(*theirs), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B")}));
+        mine->importLines(
+            {{2, QStringLiteral("A"), {}, QStringLiteral("CAT-A"), {}, {}, false, {}, false},
+             {4, QStringLiteral("B"), {}, QStringLiteral("CAT-B"), {}, {}, false, {}, false}},
+            false);
+        QCOMPARE(catalogs(*theirs),
+                 (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B")}));
 
         // The other workstation's editor has the lines open when this one deletes line 2.
         QUndoStack undo;
         LineItemTableModel model(theirs, &undo);
         QString told;
-        model.onFailure = [&](const QString& what, const QString& description) { told = what + QLatin1Char(':') + description; };
+        model.onFailure = [&](const QString& what, const QString& description) {
+            told = what + QLatin1Char(':') + description;
+        };
         mine->removeLines({mine->rows().at(1).id});
-        QVERIFY(model.setData(model.index(1, LineItemTableModel::CatalogNumber), QStringLiteral("CAT-B2"), Qt::EditRole));
+        QVERIFY(model.setData(model.index(1, LineItemTableModel::CatalogNumber),
+                              QStringLiteral("CAT-B2"), Qt::EditRole));
         QCOMPARE(told.section(QLatin1Char(':'), 0, 0), QStringLiteral("Edit line 2"));
-        QVERIFY2(told.contains(QStringLiteral("the line is no longer in the database")), qPrintable(told));
+        QVERIFY2(told.contains(QStringLiteral("the line is no longer in the database")),
+                 qPrintable(told));
         // Nothing came back to life, nothing was overwritten, the editor shows what is there.
         QCOMPARE(catalogs(*mine), QStringList{QStringLiteral("CAT-A")});
         QCOMPARE(model.rowCount(), 1);

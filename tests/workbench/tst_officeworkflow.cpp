@@ -87,7 +87,8 @@ private slots:
         ZebObjects::Runtime::setApplicationServices(store->applicationServices());
         Workstation::Options options;
         options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), store, options);
+        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
+                           store, options);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(QTest::qWaitForWindowActive(&window));
@@ -97,8 +98,9 @@ private slots:
         {
             ZebTest::WhenModal<JobDialog> answer([](JobDialog& dialog) {
                 QVERIFY(QTest::qWaitForWindowActive(&dialog));
-            // The number box has the focus when the dialog opens.
-            QTRY_VERIFY(dialog.findChild<QLineEdit*>(QStringLiteral("txtJobNumber"))->hasFocus());
+                // The number box has the focus when the dialog opens.
+                QTRY_VERIFY(
+                    dialog.findChild<QLineEdit*>(QStringLiteral("txtJobNumber"))->hasFocus());
                 QTest::keyClicks(dialog.focusWidget(), QStringLiteral("25-0042"));
                 QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
                 QTest::keyClicks(dialog.focusWidget(), QStringLiteral("Tidewater Library"));
@@ -112,10 +114,12 @@ private slots:
         // Its lines from the quoting system's file.
         {
             ZebTest::WhenModal<ImportDialog> answer([](ImportDialog& dialog) {
-                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdImport")), Qt::LeftButton);
+                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdImport")),
+                                  Qt::LeftButton);
             });
-            QVERIFY(window.importLines(CsvTable::read(kData + QStringLiteral("/lines-quoting-system.csv")),
-                                       QStringLiteral("lines-quoting-system.csv")));
+            QVERIFY(window.importLines(
+                CsvTable::read(kData + QStringLiteral("/lines-quoting-system.csv")),
+                QStringLiteral("lines-quoting-system.csv")));
             QVERIFY(answer.answered());
         }
         QCOMPARE(window.job()->lineItems()->Count(), qint16(5));
@@ -131,11 +135,13 @@ private slots:
         QTRY_VERIFY(table->hasFocus());
         table->setCurrentIndex(editor->model()->index(3, LineItemTableModel::CatalogNumber));
         QTest::keyClick(table, Qt::Key_F2);
-        QTRY_VERIFY(QApplication::focusWidget() && table->isAncestorOf(QApplication::focusWidget()));
+        QTRY_VERIFY(QApplication::focusWidget()
+                    && table->isAncestorOf(QApplication::focusWidget()));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("VH-EXIT-GRN-BATT"));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QTRY_COMPARE(window.job()->lineItems()->rows().at(3).data.catalogNumber, QStringLiteral("VH-EXIT-GRN-BATT"));
+        QTRY_COMPARE(window.job()->lineItems()->rows().at(3).data.catalogNumber,
+                     QStringLiteral("VH-EXIT-GRN-BATT"));
 
         // A new customer with an address, in the office's directory.
         {
@@ -146,16 +152,19 @@ private slots:
                 type(&dialog, "txtState", QStringLiteral("OR"));
                 type(&dialog, "txtZip", QStringLiteral("97365"));
                 type(&dialog, "txtAccount", QStringLiteral("TW-501"));
-                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")),
+                                  Qt::LeftButton);
             });
             ZebTest::WhenModal<DirectoryDialog> directory([&customer](DirectoryDialog& dialog) {
                 // A search that finds nobody says so; Add takes the typed name.
                 type(&dialog, "txtFindCustomer", QStringLiteral("Tidewater Electric"));
                 QCOMPARE(dialog.shownKeys(), QStringList());
-                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdAddCustomer")), Qt::LeftButton);
+                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdAddCustomer")),
+                                  Qt::LeftButton);
                 QVERIFY(customer.answered());
                 QCOMPARE(dialog.shownKeys().size(), 1);
-                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdClose")), Qt::LeftButton);
+                QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdClose")),
+                                  Qt::LeftButton);
             });
             window.chooseDirectory();
             QVERIFY(directory.answered());
@@ -173,8 +182,10 @@ private slots:
         auto* account = panel->findChild<QLineEdit*>(QStringLiteral("txtAcctNum"));
         QTest::mouseClick(account, Qt::LeftButton);
         QTest::keyClicks(account, QStringLiteral("TW-501"));
-        QTest::mouseClick(panel->findChild<QAbstractButton*>(QStringLiteral("cmdSearch")), Qt::LeftButton);
-        QTest::mouseClick(panel->findChild<QAbstractButton*>(QStringLiteral("cmdAdd")), Qt::LeftButton);
+        QTest::mouseClick(panel->findChild<QAbstractButton*>(QStringLiteral("cmdSearch")),
+                          Qt::LeftButton);
+        QTest::mouseClick(panel->findChild<QAbstractButton*>(QStringLiteral("cmdAdd")),
+                          Qt::LeftButton);
         QCOMPARE(window.job()->customers()->Count(), qint16(1));
 
         // The letter's recipient, from the customer's contact.
@@ -184,9 +195,12 @@ private slots:
         {
             ZebTest::WhenModal<QDialog> answer([](QDialog& dialog) {
                 QCOMPARE(dialog.objectName(), QStringLiteral("dlgAddRecipient"));
-                QTest::keyClick(dialog.findChild<QListWidget*>(QStringLiteral("lstContacts")), Qt::Key_Return);
+                QTest::keyClick(dialog.findChild<QListWidget*>(QStringLiteral("lstContacts")),
+                                Qt::Key_Return);
             });
-            QTest::mouseClick(recipients->findChild<QPushButton*>(QStringLiteral("cmdAddRecipient")), Qt::LeftButton);
+            QTest::mouseClick(
+                recipients->findChild<QPushButton*>(QStringLiteral("cmdAddRecipient")),
+                Qt::LeftButton);
             QVERIFY(answer.answered());
         }
         QCOMPARE(recipients->list()->count(), 1);
@@ -196,7 +210,8 @@ private slots:
         // The package.
         const QString pdf = scratch.filePath(QStringLiteral("package.pdf"));
         ZebTest::WhenModal<ExportCheckDialog> anyway([](ExportCheckDialog& dialog) {
-            QTest::mouseClick(dialog.findChild<QAbstractButton*>(QStringLiteral("btnExportAnyway")), Qt::LeftButton);
+            QTest::mouseClick(dialog.findChild<QAbstractButton*>(QStringLiteral("btnExportAnyway")),
+                              Qt::LeftButton);
         });
         QVERIFY(window.exportPackage(pdf));
         const QString text = pdfText(pdf);

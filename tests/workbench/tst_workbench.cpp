@@ -130,7 +130,8 @@ void tst_Workbench::formDescriptionReadsControlsPlacesDesignsAndBindings()
     QCOMPARE(c.left, 150);
     QCOMPARE(c.height, 3000);
     QCOMPARE(c.properties.ReadProperty(QStringLiteral("AllowUpdate"), false), QVariant(true));
-    QCOMPARE(c.bindings.value(QStringLiteral("TextObjects")), QStringLiteral("coverLetterParagraphs"));
+    QCOMPARE(c.bindings.value(QStringLiteral("TextObjects")),
+             QStringLiteral("coverLetterParagraphs"));
 }
 
 void tst_Workbench::malformedFormDescriptionFailsNamingThePlace()
@@ -209,8 +210,8 @@ void tst_Workbench::lineItemsPageBindsTheSampleJobAndRenders()
 
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("lines.png"));
-    const Run run = runWorkbenchFully({QStringLiteral("--screenshot"), file, QStringLiteral("--page"),
-                                       QStringLiteral("8")});
+    const Run run = runWorkbenchFully(
+        {QStringLiteral("--screenshot"), file, QStringLiteral("--page"), QStringLiteral("8")});
     QCOMPARE(run.code, 0);
     QVERIFY(!QImage(file, "PNG").isNull());
 }
@@ -241,13 +242,13 @@ void tst_Workbench::generatedJobBeyondTheViewerShowsItsFailureInTheLogNotACrash(
     QTemporaryDir dir;
     const QString shot = dir.filePath(QStringLiteral("lines.png"));
     const QString log = dir.filePath(QStringLiteral("lines.log"));
-    const Run run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("800"),
-                                       QStringLiteral("--page"), QStringLiteral("8"),
-                                       QStringLiteral("--screenshot"), shot, QStringLiteral("--log"),
-                                       log});
+    const Run run = runWorkbenchFully(
+        {QStringLiteral("--line-items"), QStringLiteral("800"), QStringLiteral("--page"),
+         QStringLiteral("8"), QStringLiteral("--screenshot"), shot, QStringLiteral("--log"), log});
     QCOMPARE(run.code, 0);
     QVERIFY(!QImage(shot, "PNG").isNull());
-    QVERIFY2(run.err.contains(QStringLiteral("ctlLineItems.LineItems: Overflow")), qPrintable(run.err));
+    QVERIFY2(run.err.contains(QStringLiteral("ctlLineItems.LineItems: Overflow")),
+             qPrintable(run.err));
     QFile file(log);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll());
@@ -261,8 +262,8 @@ void tst_Workbench::generatedJobBeyondTheViewerShowsItsFailureInTheLogNotACrash(
 
 void tst_Workbench::lineItemsOptionRejectsWhatIsNotACount()
 {
-    Run run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("many"),
-                                 QStringLiteral("--list")});
+    Run run = runWorkbenchFully(
+        {QStringLiteral("--line-items"), QStringLiteral("many"), QStringLiteral("--list")});
     QCOMPARE(run.code, 0);  // listing needs no data
     run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("many"),
                              QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
@@ -282,8 +283,9 @@ void tst_Workbench::runtimePropertiesAreSetByNameAfterBinding()
             {"identifier": "ZebSubmittalControls.ctlCustSelect", "name": "c", "left": 0, "top": 0, "width": 9000, "height": 6000,
              "properties": {"AllowAdd": true}, "bind": {"Customers": "customers"},
              "runtime": {"ShowCheckboxes": true}}]}]})");
-    QCOMPARE(form.pages.at(0).controls.at(0).runtimeProperties,
-             (QList<std::pair<QString, QVariant>>{{QStringLiteral("ShowCheckboxes"), QVariant(true)}}));
+    QCOMPARE(
+        form.pages.at(0).controls.at(0).runtimeProperties,
+        (QList<std::pair<QString, QVariant>>{{QStringLiteral("ShowCheckboxes"), QVariant(true)}}));
     WorkbenchData data;
     WorkbenchWindow window(form, data);
     QCOMPARE(window.problems(), QStringList());
@@ -347,12 +349,12 @@ void tst_Workbench::shippedFormHasThePagesInTheOrderOfWorkWithTheCustomersSecond
     QStringList titles;
     for (const FormPage& p : form.pages)
         titles.append(p.title);
-    QCOMPARE(titles, (QStringList{QStringLiteral("General Information"), QStringLiteral("Customers"),
-                                  QStringLiteral("Cover Letter Options"),
-                                  QStringLiteral("Cover Letter Paragraphs"),
-                                  QStringLiteral("Cover Letter Remarks"),
-                                  QStringLiteral("Bill of Materials"), QStringLiteral("Labels"),
-                                  QStringLiteral("Line Items")}));
+    QCOMPARE(titles,
+             (QStringList{
+                 QStringLiteral("General Information"), QStringLiteral("Customers"),
+                 QStringLiteral("Cover Letter Options"), QStringLiteral("Cover Letter Paragraphs"),
+                 QStringLiteral("Cover Letter Remarks"), QStringLiteral("Bill of Materials"),
+                 QStringLiteral("Labels"), QStringLiteral("Line Items")}));
     const FormPage& page = form.pages.at(1);
     QCOMPARE(page.title, QStringLiteral("Customers"));
     QCOMPARE(page.controls.size(), 1);
@@ -361,8 +363,8 @@ void tst_Workbench::shippedFormHasThePagesInTheOrderOfWorkWithTheCustomersSecond
     QCOMPARE(c.bindings.value(QStringLiteral("Customers")), QStringLiteral("customers"));
     QCOMPARE(c.properties.ReadProperty(QStringLiteral("AllowAdd"), false), QVariant(true));
     QCOMPARE(c.properties.ReadProperty(QStringLiteral("AllowDelete"), false), QVariant(true));
-    QCOMPARE(c.runtimeProperties,
-             (QList<std::pair<QString, QVariant>>{{QStringLiteral("ShowCheckboxes"), QVariant(true)}}));
+    QCOMPARE(c.runtimeProperties, (QList<std::pair<QString, QVariant>>{
+                                      {QStringLiteral("ShowCheckboxes"), QVariant(true)}}));
 }
 
 QTEST_MAIN(tst_Workbench)

@@ -157,10 +157,11 @@ void unnamed(QAccessibleInterface* node, QStringList& found)
     if (qobject_cast<ZebSubCtl::UserControl*>(node->object()))
         return;
     static const QList<QAccessible::Role> interactive = {
-        QAccessible::PushButton, QAccessible::CheckBox, QAccessible::RadioButton,
-        QAccessible::ComboBox, QAccessible::EditableText, QAccessible::List, QAccessible::Table,
-        QAccessible::Tree, QAccessible::ScrollBar, QAccessible::PageTabList, QAccessible::MenuBar,
-        QAccessible::SpinBox, QAccessible::Slider};
+        QAccessible::PushButton,  QAccessible::CheckBox,     QAccessible::RadioButton,
+        QAccessible::ComboBox,    QAccessible::EditableText, QAccessible::List,
+        QAccessible::Table,       QAccessible::Tree,         QAccessible::ScrollBar,
+        QAccessible::PageTabList, QAccessible::MenuBar,      QAccessible::SpinBox,
+        QAccessible::Slider};
     if (interactive.contains(node->role()) && node->text(QAccessible::Name).trimmed().isEmpty()
         && !node->state().invisible) {
         const QObject* o = node->object();
@@ -284,8 +285,8 @@ std::shared_ptr<Store> tst_Workstation::reopenedOffice()
 std::unique_ptr<Workstation> tst_Workstation::openWorkstation(bool remember)
 {
     if (!m_store)
-        m_store = QFileInfo::exists(m_db) ? OfficeFile::open(m_db, false)
-                                          : OfficeFile::resetSample(m_db);
+        m_store =
+            QFileInfo::exists(m_db) ? OfficeFile::open(m_db, false) : OfficeFile::resetSample(m_db);
     ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
     Workstation::Options options;
     options.remember = remember;
@@ -330,8 +331,9 @@ void tst_Workstation::resetSampleRecreatesTheOffice()
         auto store = OfficeFile::resetSample(m_db);
         store->setIssuedByNames({QStringLiteral("Only Issuer")});
     }
-    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--reset-sample"),
-                       QStringLiteral("--save-design"), m_scratch->filePath(QStringLiteral("d.json"))});
+    const Run r =
+        run({QStringLiteral("--db"), m_db, QStringLiteral("--reset-sample"),
+             QStringLiteral("--save-design"), m_scratch->filePath(QStringLiteral("d.json"))});
     QCOMPARE(r.code, 0);
     auto store = Store::open(m_db, Store::OpenMode::OpenExisting);
     QCOMPARE(store->issuedByNames(), ZebObjects::SampleOffice::issuedByNames());
@@ -419,8 +421,9 @@ void tst_Workstation::dbThatIsAFolderOrUnreadableIsAClearMessage()
 void tst_Workstation::unknownJobNumberIsAClearMessage()
 {
     OfficeFile::resetSample(m_db).reset();
-    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), QStringLiteral("nope"),
-                       QStringLiteral("--save-design"), m_scratch->filePath(QStringLiteral("d.json"))});
+    const Run r =
+        run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), QStringLiteral("nope"),
+             QStringLiteral("--save-design"), m_scratch->filePath(QStringLiteral("d.json"))});
     QCOMPARE(r.code, 1);
     QCOMPARE(r.err.trimmed(), QStringLiteral("zeb-workbench: the office \"%1\" has no job numbered "
                                              "\"nope\"")
@@ -437,10 +440,10 @@ void tst_Workstation::startsOnTheSampleJobWithEveryPageInTheOrderOfWork()
              (QStringList{QStringLiteral("General Information"), QStringLiteral("Customers"),
                           QStringLiteral("Cover Letter Options"),
                           QStringLiteral("Cover Letter Paragraphs"),
-                          QStringLiteral("Cover Letter Remarks"), QStringLiteral("Bill of Materials"),
-                          QStringLiteral("Labels"), QStringLiteral("Line Items"),
-                          QStringLiteral("Line Items Editor"), QStringLiteral("Recipients"),
-                          QStringLiteral("History")}));
+                          QStringLiteral("Cover Letter Remarks"),
+                          QStringLiteral("Bill of Materials"), QStringLiteral("Labels"),
+                          QStringLiteral("Line Items"), QStringLiteral("Line Items Editor"),
+                          QStringLiteral("Recipients"), QStringLiteral("History")}));
     // Bound to the open job's own objects.
     auto* lines = control<ZebSubCtl::UserControl>(*window, "ctlLineItems");
     QVERIFY(lines);
@@ -471,14 +474,14 @@ void tst_Workstation::aChangeOnEveryPageSurvivesClosingAndReopening()
         clickCheckBox(control<QAbstractButton>(*window, "chkIncludeLogo"));
 
         window->showPage(3);
-        auto* paragraphs = control<ZebSubCtl::UserControl>(*window, "ctlParagraphs")
-                               ->findChild<KeyedListView*>();
+        auto* paragraphs =
+            control<ZebSubCtl::UserControl>(*window, "ctlParagraphs")->findChild<KeyedListView*>();
         QVERIFY(paragraphs->count() > 0);
         clickRowCheck(paragraphs, 0);
 
         window->showPage(4);
-        auto* remarks = control<ZebSubCtl::UserControl>(*window, "ctlRemarks")
-                            ->findChild<KeyedListView*>();
+        auto* remarks =
+            control<ZebSubCtl::UserControl>(*window, "ctlRemarks")->findChild<KeyedListView*>();
         QVERIFY(remarks->count() > 0);
         clickRowCheck(remarks, 0);
 
@@ -489,8 +492,7 @@ void tst_Workstation::aChangeOnEveryPageSurvivesClosingAndReopening()
         auto* labels = control<ZebSubCtl::UserControl>(*window, "ctlLabels");
         auto* chosen = labels->findChild<KeyedListView*>(QStringLiteral("lsvSelectedItems"));
         QVERIFY(chosen->count() > 0);
-        QTest::mouseClick(chosen->viewport(), Qt::LeftButton, {},
-                          chosen->itemRect(0).center());
+        QTest::mouseClick(chosen->viewport(), Qt::LeftButton, {}, chosen->itemRect(0).center());
         QTest::mouseClick(labels->findChild<QAbstractButton*>(QStringLiteral("cmdRemove")),
                           Qt::LeftButton);
 
@@ -534,9 +536,9 @@ void tst_Workstation::aCustomerAddedOnTheCustomersPageIsStoredAsIncluded()
         for (const auto& d : directory) {
             if (!d.active || onJob.contains(d.key) || d.accountNumber.isEmpty())
                 continue;
-            if (std::count_if(directory.begin(), directory.end(), [&](const auto& o) {
-                    return o.accountNumber == d.accountNumber;
-                }) == 1) {
+            if (std::count_if(directory.begin(), directory.end(),
+                              [&](const auto& o) { return o.accountNumber == d.accountNumber; })
+                == 1) {
                 key = d.key;
                 account = d.accountNumber;
                 break;
@@ -738,7 +740,8 @@ void tst_Workstation::aDateConfirmedWithEnterIsSavedWhenTheWindowClosesInTheBack
         other.show();
         other.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&other));
-        QCOMPARE(window->saveStatus(), QStringLiteral("Not saved yet: Submittal Date is being edited"));
+        QCOMPARE(window->saveStatus(),
+                 QStringLiteral("Not saved yet: Submittal Date is being edited"));
         QVERIFY(window->close());
     }
     auto store = reopenedOffice();
@@ -785,7 +788,8 @@ void tst_Workstation::everyPurposeOfTheSampleOfficeShowsWholeInTheOtherBox()
         other->end(false);
         // The box scrolls its text as it paints.
         other->repaint();
-        QVERIFY2(other->cursorPositionAt(QPoint(other->contentsRect().left(), other->height() / 2)) == 0,
+        QVERIFY2(other->cursorPositionAt(QPoint(other->contentsRect().left(), other->height() / 2))
+                     == 0,
                  qPrintable(QStringLiteral("\"%1\" is cut: %2 pixels wide, the box %3")
                                 .arg(other->text())
                                 .arg(other->fontMetrics().horizontalAdvance(other->text()))
@@ -807,11 +811,12 @@ void tst_Workstation::jobListShowsEveryJobAndOpensTheChosenOne()
     bool shown = false;
     ZebTest::WhenModal<JobListDialog> answer([&](JobListDialog& dialog) {
         QTableWidget* table = dialog.table();
-        shown = table->rowCount() == jobs.size()
-                && table->item(largeRow, 0)->text() == jobs.at(largeRow).number
-                && table->item(largeRow, 1)->text() == jobs.at(largeRow).name
-                && table->item(largeRow, 2)->text() == QString::number(jobs.at(largeRow).customerCount)
-                && table->item(largeRow, 3)->text() == QStringLiteral("744");
+        shown =
+            table->rowCount() == jobs.size()
+            && table->item(largeRow, 0)->text() == jobs.at(largeRow).number
+            && table->item(largeRow, 1)->text() == jobs.at(largeRow).name
+            && table->item(largeRow, 2)->text() == QString::number(jobs.at(largeRow).customerCount)
+            && table->item(largeRow, 3)->text() == QStringLiteral("744");
         const QRect cell = table->visualItemRect(table->item(largeRow, 1));
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
         QTest::mouseClick(dialog.findChild<QAbstractButton*>(QStringLiteral("cmdOpen")),
@@ -860,7 +865,8 @@ void tst_Workstation::menusCarryTheShortcutsAndTheDiagnosticsPaneCanBeHidden()
 void tst_Workstation::statusBarShowsTheJobAndTheSaveState()
 {
     auto window = openWorkstation();
-    const QString job = QStringLiteral("Job %1 %2").arg(window->job()->number(), window->job()->name());
+    const QString job =
+        QStringLiteral("Job %1 %2").arg(window->job()->number(), window->job()->name());
     QCOMPARE(window->jobStatus(), job);
     QCOMPARE(window->saveStatus(), QStringLiteral("All changes saved"));
     QCOMPARE(window->windowTitle(), QStringLiteral("Submittal Workbench - ") + job);
@@ -918,8 +924,9 @@ void tst_Workstation::unregisteredControlLeavesItsPageOut()
     Workstation window(form, m_store, options);
     window.openJob(window.startingJob());
     // The workstation's own pages follow the form's.
-    QCOMPARE(window.pageTitles(), (QStringList{QStringLiteral("Bill of Materials"), QStringLiteral("Line Items Editor"),
-                                               QStringLiteral("Recipients"), QStringLiteral("History")}));
+    QCOMPARE(window.pageTitles(),
+             (QStringList{QStringLiteral("Bill of Materials"), QStringLiteral("Line Items Editor"),
+                          QStringLiteral("Recipients"), QStringLiteral("History")}));
     QCOMPARE(window.problems(),
              QStringList{QStringLiteral("later: Cannot create control: no control is registered as "
                                         "\"ZebSubmittalControls.ctlNotYet\"")});
@@ -974,8 +981,8 @@ void tst_Workstation::exportOfAJobTheOfficeLacksIsAClearMessage()
 {
     OfficeFile::resetSample(m_db).reset();
     const QString pdf = m_scratch->filePath(QStringLiteral("none.pdf"));
-    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), QStringLiteral("0000"),
-                       QStringLiteral("--export"), pdf});
+    const Run r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"),
+                       QStringLiteral("0000"), QStringLiteral("--export"), pdf});
     QCOMPARE(r.code, 1);
     QCOMPARE(r.err.trimmed(), QStringLiteral("zeb-workbench: the office \"%1\" has no job numbered "
                                              "\"0000\"")
@@ -1016,7 +1023,8 @@ void tst_Workstation::exportFromTheWindowCanBeCancelledAndLeavesNoFile()
     QVERIFY(!window.exportPackage(pdf));
     QVERIFY(answer.answered());
     QVERIFY(!QFileInfo::exists(pdf));
-    QCOMPARE(QDir(m_scratch->path()).entryList({QStringLiteral("*.pdf*")}, QDir::Files), QStringList());
+    QCOMPARE(QDir(m_scratch->path()).entryList({QStringLiteral("*.pdf*")}, QDir::Files),
+             QStringList());
 }
 
 void tst_Workstation::exportMenuAsksForTheFileWritesItAndOffersToOpenIt()
@@ -1082,7 +1090,8 @@ void tst_Workstation::openingThePackageWithoutAPdfViewerSaysSoAndShowsTheFolder(
     // Yes to the question; the note that follows is answered once it is up.
     std::optional<ZebTest::WhenModal<QMessageBox>> note;
     ZebTest::WhenModal<QMessageBox> question([&](QMessageBox& box) {
-        QCOMPARE(box.text(), QStringLiteral("The package is written to %1.\nOpen it now?").arg(pdf));
+        QCOMPARE(box.text(),
+                 QStringLiteral("The package is written to %1.\nOpen it now?").arg(pdf));
         note.emplace([&](QMessageBox& b) {
             told = b.text();
             title = b.windowTitle();
@@ -1106,7 +1115,8 @@ void tst_Workstation::openingThePackageWithoutAPdfViewerSaysSoAndShowsTheFolder(
 
 void tst_Workstation::aStartupFailureShowsTheSameMessageInADialogWhenAsked()
 {
-    const QString message = QStringLiteral("The database file \"/nowhere/office.sqlite\" does not exist");
+    const QString message =
+        QStringLiteral("The database file \"/nowhere/office.sqlite\" does not exist");
     QString text, title;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     ZebTest::WhenModal<QMessageBox> box([&](QMessageBox& b) {
@@ -1127,7 +1137,8 @@ void tst_Workstation::aStartupFailureShowsTheSameMessageInADialogWhenAsked()
     char line[512] = {};
     QVERIFY(std::fgets(line, sizeof line, terminal));
     std::fclose(terminal);
-    QCOMPARE(QString::fromUtf8(line), QStringLiteral("zeb-workbench: ") + message + QLatin1Char('\n'));
+    QCOMPARE(QString::fromUtf8(line),
+             QStringLiteral("zeb-workbench: ") + message + QLatin1Char('\n'));
 }
 
 void tst_Workstation::withoutADisplayAStartupFailureIsOneLineAndNoDialog()
@@ -1142,9 +1153,11 @@ void tst_Workstation::withoutADisplayAStartupFailureIsOneLineAndNoDialog()
     char text[512] = {};
     const size_t n = std::fread(text, 1, sizeof text - 1, terminal);
     std::fclose(terminal);
-    QCOMPARE(QString::fromUtf8(text, qsizetype(n)), QStringLiteral("zeb-workbench: cannot write \"x.png\"\n"));
+    QCOMPARE(QString::fromUtf8(text, qsizetype(n)),
+             QStringLiteral("zeb-workbench: cannot write \"x.png\"\n"));
     // The workbench itself, offscreen with a missing office, exits at once with that one line.
-    const Run r = run({QStringLiteral("--db"), m_scratch->filePath(QStringLiteral("missing.sqlite"))});
+    const Run r =
+        run({QStringLiteral("--db"), m_scratch->filePath(QStringLiteral("missing.sqlite"))});
     QCOMPARE(r.code, 1);
     QCOMPARE(r.err.count(QLatin1Char('\n')), 0);
     QVERIFY(r.err.startsWith(QStringLiteral("zeb-workbench: ")));

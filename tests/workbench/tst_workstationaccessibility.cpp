@@ -82,7 +82,8 @@ std::unique_ptr<Workstation> tst_WorkstationAccessibility::openShown()
     return window;
 }
 
-void tst_WorkstationAccessibility::diagnosticsPaneStartsHiddenStaysOutOfTheTabChainAndNamesItsScrollBar()
+void tst_WorkstationAccessibility::
+    diagnosticsPaneStartsHiddenStaysOutOfTheTabChainAndNamesItsScrollBar()
 {
     auto window = openShown();
     QVERIFY(!window->diagnosticsDock()->isVisible());
@@ -198,9 +199,8 @@ void tst_WorkstationAccessibility::theOpenPageTabIsSelectedAndFocusedOnlyWhileTh
     QVERIFY(customers->count() > 0);
     customers->setFocus(Qt::TabFocusReason);
     customers->setSelectedRow(0);
-    QAccessibleInterface* row = QAccessible::queryAccessibleInterface(customers)
-                                    ->tableInterface()
-                                    ->cellAt(0, 0);
+    QAccessibleInterface* row =
+        QAccessible::queryAccessibleInterface(customers)->tableInterface()->cellAt(0, 0);
     QVERIFY(row->state().focused);
     bar->setFocus(Qt::TabFocusReason);
     QVERIFY(!row->state().focused);
@@ -293,8 +293,9 @@ void tst_WorkstationAccessibility::aKeyboardAndScreenReaderUserOpensAJobTicksSet
     QCOMPARE(focusName(), line1);
     events.clear();
     press(Qt::Key_Space);
-    QCOMPARE(bool(QAccessible::queryAccessibleInterface(QApplication::focusWidget())->state().checked),
-             wasTicked);
+    QCOMPARE(
+        bool(QAccessible::queryAccessibleInterface(QApplication::focusWidget())->state().checked),
+        wasTicked);
     QCOMPARE(events.checkChanges(), QStringList{line1});
 
     // Customers: Ctrl+Tab on past the Line Items Editor, Recipients and History, round to the
@@ -370,7 +371,8 @@ void tst_WorkstationAccessibility::aKeyboardAndScreenReaderUserOpensAJobTicksSet
         // has the focus in it, through the dialog's own handling of Enter.
         QWindow* keys = dialog.windowHandle();
         QVERIFY(keys && dialog.focusWidget());
-        fileBox = QAccessible::queryAccessibleInterface(dialog.focusWidget())->text(QAccessible::Name);
+        fileBox =
+            QAccessible::queryAccessibleInterface(dialog.focusWidget())->text(QAccessible::Name);
         QTest::keyClick(keys, Qt::Key_A, Qt::ControlModifier);
         for (const QChar c : pdf)
             QTest::keyClick(keys, c.toLatin1());

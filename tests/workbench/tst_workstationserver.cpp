@@ -247,8 +247,9 @@ private slots:
         OfficeFile::resetSample(location);
         RawDatabase stats(server().port(), QStringLiteral("postgres"));
         const auto backends = [&] {
-            return stats.value(QStringLiteral("SELECT COUNT(*) FROM pg_stat_activity WHERE datname = '%1'")
-                                   .arg(database))
+            return stats
+                .value(QStringLiteral("SELECT COUNT(*) FROM pg_stat_activity WHERE datname = '%1'")
+                           .arg(database))
                 .toInt();
         };
         QTRY_COMPARE_WITH_TIMEOUT(backends(), 0, 10000);
@@ -268,17 +269,20 @@ private slots:
         // Both have opened the job and gone quiet; the server counts what a session did at the
         // latest ten seconds after it went quiet, so the count starts once that has passed.
         const auto quietFor = [&] {
-            return stats.value(QStringLiteral("SELECT CASE WHEN COUNT(*) = 2 THEN MIN(EXTRACT(EPOCH FROM "
-                                              "now() - state_change)) ELSE 0 END FROM pg_stat_activity "
-                                              "WHERE datname = '%1' AND state = 'idle'")
-                                   .arg(database))
+            return stats
+                .value(QStringLiteral("SELECT CASE WHEN COUNT(*) = 2 THEN MIN(EXTRACT(EPOCH FROM "
+                                      "now() - state_change)) ELSE 0 END FROM pg_stat_activity "
+                                      "WHERE datname = '%1' AND state = 'idle'")
+                           .arg(database))
                 .toDouble();
         };
         QTRY_VERIFY_WITH_TIMEOUT(quietFor() > 10.5, 60000);
         const auto commits = [&] {
             stats.exec(QStringLiteral("SELECT pg_stat_clear_snapshot()"));
-            return stats.value(QStringLiteral("SELECT xact_commit FROM pg_stat_database WHERE datname = '%1'")
-                                   .arg(database))
+            return stats
+                .value(
+                    QStringLiteral("SELECT xact_commit FROM pg_stat_database WHERE datname = '%1'")
+                        .arg(database))
                 .toLongLong();
         };
         const qint64 before = commits();
@@ -305,7 +309,9 @@ private slots:
         // Another workstation's change of the issuer: the box of the control says only what
         // the plain variant says; the status bar says what happened, in words.
         const auto other = OfficeFile::open(location, false);
-        other->openJob(window->job()->id())->submittal()->setIssuedBy(QStringLiteral("Avery Lindqvist"));
+        other->openJob(window->job()->id())
+            ->submittal()
+            ->setIssuedBy(QStringLiteral("Avery Lindqvist"));
         const ErrorInfo conflict = [&] {
             try {
                 submittal->setIssuedBy(QStringLiteral("Dana Whitcomb-Reyes"));
@@ -316,14 +322,15 @@ private slots:
         }();
         QCOMPARE(conflict.Number, 3197);
         QCOMPARE(window->saveStatus(), QStringLiteral("Not saved: ") + conflict.Description);
-        QVERIFY(window->saveStatus().startsWith(
-            QStringLiteral("Not saved: Another workstation changed the issuer to \"Avery Lindqvist\"")));
+        QVERIFY(window->saveStatus().startsWith(QStringLiteral(
+            "Not saved: Another workstation changed the issuer to \"Avery Lindqvist\"")));
 
         // The office's write lock held too long by another: not saved, and said so until a
         // later write is saved.
         RawDatabase holder(server().port(), database);
         QVERIFY(holder.exec(QStringLiteral("BEGIN")));
-        QVERIFY(holder.exec(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(0x5A45425354LL)));
+        QVERIFY(
+            holder.exec(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(0x5A45425354LL)));
         const bool bom = submittal->IncludeBOM();
         try {
             submittal->setIncludeBOM(!bom);
@@ -347,7 +354,9 @@ private slots:
         const QString secret = QStringLiteral("Zq9-s#cr/t");
         RawDatabase admin(server().port(), QStringLiteral("postgres"));
         admin.exec(QStringLiteral("CREATE ROLE zeb_password NOLOGIN"));
-        QVERIFY(admin.exec(QStringLiteral("CREATE ROLE marta LOGIN PASSWORD '%1' IN ROLE zeb_password").arg(secret)));
+        QVERIFY(
+            admin.exec(QStringLiteral("CREATE ROLE marta LOGIN PASSWORD '%1' IN ROLE zeb_password")
+                           .arg(secret)));
         const QString database = server().newDatabaseName();
         const QString empty = server().newDatabaseName();
         for (const QString& d : {database, empty})
@@ -359,9 +368,12 @@ private slots:
         // Unencoded, percent-encoded, and as a parameter.
         const QString plain = at(QStringLiteral("marta:") + secret, database);
         const QString encoded = at(QStringLiteral("marta:Zq9-s%23cr%2Ft"), database);
-        const QString parameter = at(QStringLiteral("marta"), database, QStringLiteral("?password=Zq9-s%23cr%2Ft"));
+        const QString parameter =
+            at(QStringLiteral("marta"), database, QStringLiteral("?password=Zq9-s%23cr%2Ft"));
         const QString shown = at(QStringLiteral("marta"), database);
-        QCOMPARE(shown, QStringLiteral("postgresql://marta@127.0.0.1:%1/%2").arg(server().port()).arg(database));
+        QCOMPARE(shown, QStringLiteral("postgresql://marta@127.0.0.1:%1/%2")
+                            .arg(server().port())
+                            .arg(database));
         const QString logs = m_home.filePath(QStringLiteral("password-logs"));
         QVERIFY(QDir().mkpath(logs));
 
@@ -372,23 +384,33 @@ private slots:
             QCOMPARE(r.exitCode, exitCode);
             QVERIFY2(r.out.contains(expected), qPrintable(r.out));
         };
-        run({QStringLiteral("--db"), plain, QStringLiteral("--reset-sample"), QStringLiteral("--export"),
-             m_home.filePath(QStringLiteral("password.pdf")), QStringLiteral("--log"), logs + QStringLiteral("/1.log")},
+        run({QStringLiteral("--db"), plain, QStringLiteral("--reset-sample"),
+             QStringLiteral("--export"), m_home.filePath(QStringLiteral("password.pdf")),
+             QStringLiteral("--log"), logs + QStringLiteral("/1.log")},
             0, QStringLiteral("pages"));
         run({QStringLiteral("--db"), encoded, QStringLiteral("--job"), QStringLiteral("99-9999"),
              QStringLiteral("--log"), logs + QStringLiteral("/2.log")},
-            1, QStringLiteral("zeb-workbench: the office \"%1\" has no job numbered \"99-9999\"").arg(shown));
-        run({QStringLiteral("--db"), at(QStringLiteral("marta:") + secret, empty), QStringLiteral("--export"),
-             m_home.filePath(QStringLiteral("none.pdf"))},
-            1, QStringLiteral("zeb-workbench: the office \"%1\" has no job")
-                   .arg(QStringLiteral("postgresql://marta@127.0.0.1:%1/%2").arg(server().port()).arg(empty)));
-        run({QStringLiteral("--db"), parameter, QStringLiteral("--screenshot"), m_home.filePath(QStringLiteral("password.png")),
-             QStringLiteral("--log"), logs + QStringLiteral("/3.log")},
+            1,
+            QStringLiteral("zeb-workbench: the office \"%1\" has no job numbered \"99-9999\"")
+                .arg(shown));
+        run({QStringLiteral("--db"), at(QStringLiteral("marta:") + secret, empty),
+             QStringLiteral("--export"), m_home.filePath(QStringLiteral("none.pdf"))},
+            1,
+            QStringLiteral("zeb-workbench: the office \"%1\" has no job")
+                .arg(QStringLiteral("postgresql://marta@127.0.0.1:%1/%2")
+                         .arg(server().port())
+                         .arg(empty)));
+        run({QStringLiteral("--db"), parameter, QStringLiteral("--screenshot"),
+             m_home.filePath(QStringLiteral("password.png")), QStringLiteral("--log"),
+             logs + QStringLiteral("/3.log")},
             0, QString());
-        run({QStringLiteral("--db"), at(QStringLiteral("marta:Wrong-") + secret, database), QStringLiteral("--job"),
-             QStringLiteral("25-0009")},
-            1, QStringLiteral("zeb-workbench: The database server of \"%1\" refused the user \"marta\": the "
-                              "password is wrong or missing.").arg(shown));
+        run({QStringLiteral("--db"), at(QStringLiteral("marta:Wrong-") + secret, database),
+             QStringLiteral("--job"), QStringLiteral("25-0009")},
+            1,
+            QStringLiteral(
+                "zeb-workbench: The database server of \"%1\" refused the user \"marta\": the "
+                "password is wrong or missing.")
+                .arg(shown));
 
         // The window: its title, status bar and log, after a refresh, and the office kept for
         // the next start.
@@ -408,7 +430,8 @@ private slots:
                 QVERIFY(dialog);
                 said << dialog->findChild<QLineEdit*>(QStringLiteral("txtUser"))->text()
                      << dialog->findChild<QLineEdit*>(QStringLiteral("txtHost"))->text();
-                QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+                QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("cmdOK")),
+                                  Qt::LeftButton);
             });
             window->findChild<QAction*>(QStringLiteral("actOfficeDatabase"))->trigger();
             said << window->statusBar()->currentMessage();
@@ -420,7 +443,8 @@ private slots:
         int read = 0;
         while (files.hasNext()) {
             QFile file(files.next());
-            if (file.fileName().endsWith(QLatin1String(".pdf")) || file.fileName().endsWith(QLatin1String(".png")))
+            if (file.fileName().endsWith(QLatin1String(".pdf"))
+                || file.fileName().endsWith(QLatin1String(".png")))
                 continue;
             QVERIFY(file.open(QIODevice::ReadOnly));
             said << QString::fromUtf8(file.readAll());
@@ -456,9 +480,10 @@ private slots:
                                      .split(QLatin1Char('\n'))
                                      .filter(QStringLiteral("zeb-workbench: "));
         QCOMPARE(said,
-                 QStringList{QStringLiteral("zeb-workbench: Cannot load the sample office into \"%1\": the "
-                                "database already holds an office")
-                                 .arg(location)});
+                 QStringList{
+                     QStringLiteral("zeb-workbench: Cannot load the sample office into \"%1\": the "
+                                    "database already holds an office")
+                         .arg(location)});
     }
 };
 

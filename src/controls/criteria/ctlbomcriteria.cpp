@@ -191,25 +191,22 @@ void ctlBOMCriteria::setBOM(std::shared_ptr<ZebObjects::BOM> bom)
 
 void ctlBOMCriteria::Populate()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Populate()")), Ending::logOnly(),
-                   [&] {
-                       // A box whose value changes writes it back through its click.
-                       const auto show = [](CheckBox* box, bool flag) {
-                           box->setValue(flag ? 1 : 0);
-                       };
-                       ZebObjects::BOM& bom = objectRef(mBOM);
-                       show(chkBrand, bom.IncludeBrand());
-                       show(chkCatNum, bom.IncludeCatalogNumber());
-                       show(chkDefaultRemarks, bom.IncludeDefaultRemarks());
-                       show(chkDesc, bom.IncludeDescription());
-                       show(chkGroupCode, bom.IncludeGroupCodes());
-                       show(chkLineComments, bom.IncludeLineComments());
-                       show(chkMfr, bom.IncludeManufacturer());
-                       show(chkMTO, bom.IncludeMTO());
-                       show(chkQuantity, bom.IncludeQuantity());
-                       show(chkType, bom.IncludeType());
-                       ctlTextSelect->setTextObjects(bom.DefaultRemarks());
-                   });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Populate()")), Ending::logOnly(), [&] {
+        // A box whose value changes writes it back through its click.
+        const auto show = [](CheckBox* box, bool flag) { box->setValue(flag ? 1 : 0); };
+        ZebObjects::BOM& bom = objectRef(mBOM);
+        show(chkBrand, bom.IncludeBrand());
+        show(chkCatNum, bom.IncludeCatalogNumber());
+        show(chkDefaultRemarks, bom.IncludeDefaultRemarks());
+        show(chkDesc, bom.IncludeDescription());
+        show(chkGroupCode, bom.IncludeGroupCodes());
+        show(chkLineComments, bom.IncludeLineComments());
+        show(chkMfr, bom.IncludeManufacturer());
+        show(chkMTO, bom.IncludeMTO());
+        show(chkQuantity, bom.IncludeQuantity());
+        show(chkType, bom.IncludeType());
+        ctlTextSelect->setTextObjects(bom.DefaultRemarks());
+    });
 }
 
 // --- the boxes
@@ -269,18 +266,17 @@ void ctlBOMCriteria::chkType_Click()
 
 void ctlBOMCriteria::chkDefaultRemarks_Click()
 {
-    ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("chkDefaultRemarks_Click()")), Ending::report(),
-        [&] {
-            const bool ticked = chkDefaultRemarks->value() == 1;
-            lblDefaultRemarks->setVisible(ticked);
-            lineRemarks->setVisible(ticked);
-            ZebObjects::BOM& bom = objectRef(mBOM);
-            bom.setIncludeDefaultRemarks(ticked);
-            // The list follows what the options now hold, not the box.
-            ctlTextSelect->setVisible(bom.IncludeDefaultRemarks());
-            ctlTextSelect->setTextObjects(bom.DefaultRemarks());
-        });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkDefaultRemarks_Click()")),
+                   Ending::report(), [&] {
+                       const bool ticked = chkDefaultRemarks->value() == 1;
+                       lblDefaultRemarks->setVisible(ticked);
+                       lineRemarks->setVisible(ticked);
+                       ZebObjects::BOM& bom = objectRef(mBOM);
+                       bom.setIncludeDefaultRemarks(ticked);
+                       // The list follows what the options now hold, not the box.
+                       ctlTextSelect->setVisible(bom.IncludeDefaultRemarks());
+                       ctlTextSelect->setTextObjects(bom.DefaultRemarks());
+                   });
 }
 
 void ctlBOMCriteria::mBOM_RemarksPopulated()
@@ -294,16 +290,15 @@ void ctlBOMCriteria::mBOM_RemarksPopulated()
 
 void ctlBOMCriteria::UserControl_Resize()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("UserControl_Resize()")),
-                   Ending::logOnly(), [&] {
-                       // The rule is in twips; a panel too narrow for it leaves the lines and
-                       // the list without length rather than a negative one.
-                       const int inner = pixelsToTwips(ScaleWidth());
-                       for (LineShape* line : {lineInclude, lineRemarks})
-                           line->setX2(std::max(line->X1(), twipsToPixels(inner - 10)));
-                       ctlTextSelect->resize(twipsToPixels(std::max(0, inner - 3)),
-                                             ctlTextSelect->height());
-                   });
+    ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("UserControl_Resize()")), Ending::logOnly(), [&] {
+            // The rule is in twips; a panel too narrow for it leaves the lines and
+            // the list without length rather than a negative one.
+            const int inner = pixelsToTwips(ScaleWidth());
+            for (LineShape* line : {lineInclude, lineRemarks})
+                line->setX2(std::max(line->X1(), twipsToPixels(inner - 10)));
+            ctlTextSelect->resize(twipsToPixels(std::max(0, inner - 3)), ctlTextSelect->height());
+        });
 }
 
 }  // namespace ZebSubCtl

@@ -66,8 +66,7 @@ private:
     void mBOM_RemarksPopulated();
 
     /// The body of the nine column handlers: the box's tick written to its flag.
-    void writeColumn(const char* label, CheckBox* box,
-                     void (ZebObjects::BOM::*write)(bool));
+    void writeColumn(const char* label, CheckBox* box, void (ZebObjects::BOM::*write)(bool));
 
     CheckBox* chkMTO;
     ::ZebSubCtl::ctlTextSelect* ctlTextSelect;

@@ -67,8 +67,8 @@ CheckBox* makeBox(QWidget* parent, const char* name, const QString& caption, int
 
 OptionButton* makeOption(QWidget* parent, const char* name, const QString& caption, int top)
 {
-    auto* option = makeChild<OptionButton>(parent, name, twipsRect(kIndent, top, 4500, 255),
-                                           caption);
+    auto* option =
+        makeChild<OptionButton>(parent, name, twipsRect(kIndent, top, 4500, 255), caption);
     return option;
 }
 
@@ -110,9 +110,9 @@ ctlCvrLtrCriteria::ctlCvrLtrCriteria(QWidget* parent) : UserControl(parent)
                        "them in the next steps."),
         510, 660);
     chkIncludeLogo = makeBox(this, "chkIncludeLogo", QStringLiteral("Agency Logo"), 1260);
-    chkDefaultParagraph = makeBox(this, "chkDefaultParagraph",
-                                  QStringLiteral("Default Cover Letter Paragraphs"),
-                                  1260 + kRowHeight);
+    chkDefaultParagraph =
+        makeBox(this, "chkDefaultParagraph", QStringLiteral("Default Cover Letter Paragraphs"),
+                1260 + kRowHeight);
     chkRemarks = makeBox(this, "chkRemarks", QStringLiteral("Default Cover Letter Remarks"),
                          1260 + 2 * kRowHeight);
     // Last in the list, so that hiding it leaves no gap.
@@ -120,9 +120,9 @@ ctlCvrLtrCriteria::ctlCvrLtrCriteria(QWidget* parent) : UserControl(parent)
                            1260 + 3 * kRowHeight);
 
     // How several recipients are served.
-    imgPeopleEnabled = makePicture(
-        this, "imgPeopleEnabled", PictureImage::PeopleEnabled, 2445,
-        QStringLiteral("Recipients"), QStringLiteral("Picture of two recipients"));
+    imgPeopleEnabled =
+        makePicture(this, "imgPeopleEnabled", PictureImage::PeopleEnabled, 2445,
+                    QStringLiteral("Recipients"), QStringLiteral("Picture of two recipients"));
     imgPeopleDisabled = makePicture(
         this, "imgPeopleDisabled", PictureImage::PeopleDisabled, 2445,
         QStringLiteral("Recipients, unavailable"),
@@ -141,9 +141,9 @@ ctlCvrLtrCriteria::ctlCvrLtrCriteria(QWidget* parent) : UserControl(parent)
     optMultipleCoverLetters =
         makeOption(this, "optMultipleCoverLetters",
                    QStringLiteral("Separate Cover Letter For Each Recipient"), 3870);
-    optOneCoverLetter = makeOption(this, "optOneCoverLetter",
-                                   QStringLiteral("Same Letter For All Recipients"),
-                                   3870 + kRowHeight);
+    optOneCoverLetter =
+        makeOption(this, "optOneCoverLetter", QStringLiteral("Same Letter For All Recipients"),
+                   3870 + kRowHeight);
 
     setTabOrder(chkIncludeLogo, chkDefaultParagraph);
     setTabOrder(chkDefaultParagraph, chkRemarks);
@@ -188,33 +188,35 @@ void ctlCvrLtrCriteria::setSubmittal(std::shared_ptr<ZebObjects::Submittal> subm
 
 void ctlCvrLtrCriteria::Populate()
 {
-    ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("Populate()")), Ending::propagate(), [&] {
-            const auto coverLetter = objectRef(mSubmittal).CoverLetter();
-            if (!coverLetter)
-                return;
-            const ZebObjects::CoverLetter& options = *coverLetter;
-            // Each box or option that changes runs its click, which writes the value back.
-            chkDefaultParagraph->setValue(options.IncludeDefaultParagraphs() ? 1 : 0);
-            chkIncludeCC->setValue(options.IncludeCarbonCopy() ? 1 : 0);
-            chkIncludeLogo->setValue(options.IncludeLogo() ? 1 : 0);
-            chkRemarks->setValue(options.IncludeRemarks() ? 1 : 0);
-            optOneCoverLetter->setValue(!options.SeparateLetters());
-            optMultipleCoverLetters->setValue(options.SeparateLetters());
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Populate()")), Ending::propagate(),
+                   [&] {
+                       const auto coverLetter = objectRef(mSubmittal).CoverLetter();
+                       if (!coverLetter)
+                           return;
+                       const ZebObjects::CoverLetter& options = *coverLetter;
+                       // Each box or option that changes runs its click, which writes the value
+                       // back.
+                       chkDefaultParagraph->setValue(options.IncludeDefaultParagraphs() ? 1 : 0);
+                       chkIncludeCC->setValue(options.IncludeCarbonCopy() ? 1 : 0);
+                       chkIncludeLogo->setValue(options.IncludeLogo() ? 1 : 0);
+                       chkRemarks->setValue(options.IncludeRemarks() ? 1 : 0);
+                       optOneCoverLetter->setValue(!options.SeparateLetters());
+                       optMultipleCoverLetters->setValue(options.SeparateLetters());
 
-            // One recipient has nothing to choose: a letter of its own, and the choice greyed.
-            if (objectRef(objectRef(mSubmittal).Recipients()).Count() < 2) {
-                lblMultipleRecipients->setEnabled(false);
-                lblMultipleInstructions->setEnabled(false);
-                Line2->setBorderColorToGrayText();
-                optMultipleCoverLetters->setEnabled(false);
-                optMultipleCoverLetters->setValue(true);
-                optOneCoverLetter->setEnabled(false);
-                optOneCoverLetter->setValue(false);
-                imgPeopleEnabled->setVisible(false);
-                imgPeopleDisabled->setVisible(true);
-            }
-        });
+                       // One recipient has nothing to choose: a letter of its own, and the choice
+                       // greyed.
+                       if (objectRef(objectRef(mSubmittal).Recipients()).Count() < 2) {
+                           lblMultipleRecipients->setEnabled(false);
+                           lblMultipleInstructions->setEnabled(false);
+                           Line2->setBorderColorToGrayText();
+                           optMultipleCoverLetters->setEnabled(false);
+                           optMultipleCoverLetters->setValue(true);
+                           optOneCoverLetter->setEnabled(false);
+                           optOneCoverLetter->setValue(false);
+                           imgPeopleEnabled->setVisible(false);
+                           imgPeopleDisabled->setVisible(true);
+                       }
+                   });
 }
 
 // --- the boxes and options
@@ -223,16 +225,16 @@ void ctlCvrLtrCriteria::chkDefaultParagraph_Click()
 {
     ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkDefaultParagraph_Click()")),
                    Ending::report(), [&] {
-                       coverLetterOf(mSubmittal).setIncludeDefaultParagraphs(
-                           chkDefaultParagraph->value() == 1);
+                       coverLetterOf(mSubmittal)
+                           .setIncludeDefaultParagraphs(chkDefaultParagraph->value() == 1);
                    });
 }
 
 void ctlCvrLtrCriteria::chkIncludeLogo_Click()
 {
-    ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("chkIncludeLogo_Click()")), Ending::report(),
-        [&] { coverLetterOf(mSubmittal).setIncludeLogo(chkIncludeLogo->value() == 1); });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkIncludeLogo_Click()")),
+                   Ending::report(),
+                   [&] { coverLetterOf(mSubmittal).setIncludeLogo(chkIncludeLogo->value() == 1); });
 }
 
 void ctlCvrLtrCriteria::chkRemarks_Click()

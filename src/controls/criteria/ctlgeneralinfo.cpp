@@ -39,9 +39,9 @@ const QString kIssuedByTip = QStringLiteral(
     "Choose the person who will be the contact for all communication regarding this submittal");
 
 // Design places, in twips.
-constexpr int kLeft = 120;           // pictures
-constexpr int kTextLeft = 720;       // headings, lines and instructions
-constexpr int kControlLeft = 840;    // the controls of a section
+constexpr int kLeft = 120;  // pictures
+constexpr int kTextLeft = 720;  // headings, lines and instructions
+constexpr int kControlLeft = 840;  // the controls of a section
 constexpr int kInfoWidth = 6600;
 // Wide enough for a purpose of one's own of some sixty characters beside "Other".
 constexpr int kPanelWidth = 9600;
@@ -108,26 +108,25 @@ ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
 {
     declareGroupedPanel(this);
     setAccessibleName(QStringLiteral("General information"));
-    setAccessibleDescription(QStringLiteral(
-        "What the submittal contains, its purpose, who issues it and its date"));
+    setAccessibleDescription(
+        QStringLiteral("What the submittal contains, its purpose, who issues it and its date"));
 
     Image1 = makePicture(this, "Image1", PictureImage::Contents, kContentsTop);
-    lblContentsHeading =
-        makeLabel(this, "lblContentsHeading", QStringLiteral("Submittal Contents"),
-                  twipsRect(kTextLeft, kContentsTop, 3600, 240), true);
+    lblContentsHeading = makeLabel(this, "lblContentsHeading", QStringLiteral("Submittal Contents"),
+                                   twipsRect(kTextLeft, kContentsTop, 3600, 240), true);
     Line1 = makeLine(this, "Line1", kContentsTop + 300);
-    lblContentsInfo = makeLabel(
-        this, "lblContentsInfo",
-        QStringLiteral("Choose which items you would like to include in your submittal."),
-        twipsRect(kTextLeft, kContentsTop + 390, kInfoWidth, 240));
+    lblContentsInfo =
+        makeLabel(this, "lblContentsInfo",
+                  QStringLiteral("Choose which items you would like to include in your submittal."),
+                  twipsRect(kTextLeft, kContentsTop + 390, kInfoWidth, 240));
     chkCoverLetter = makeChild<CheckBox>(this, "chkCoverLetter",
                                          twipsRect(kControlLeft, kContentsTop + 720, 1560, 255),
                                          QStringLiteral("Cover Letter"));
     chkBOM = makeChild<CheckBox>(this, "chkBOM", twipsRect(2520, kContentsTop + 720, 1920, 255),
                                  QStringLiteral("Bill of Materials"));
-    chkLabels = makeChild<CheckBox>(this, "chkLabels",
-                                    twipsRect(4560, kContentsTop + 720, 1200, 255),
-                                    QStringLiteral("Labels"));
+    chkLabels =
+        makeChild<CheckBox>(this, "chkLabels", twipsRect(4560, kContentsTop + 720, 1200, 255),
+                            QStringLiteral("Labels"));
 
     Image2 = makePicture(this, "Image2", PictureImage::Purpose, kPurposeTop);
     lblSubmittalPurpose =
@@ -273,9 +272,8 @@ void ctlGeneralInfo::UserControl_Resize()
 
 std::shared_ptr<ZebObjects::Submittal> ctlGeneralInfo::Criteria() const
 {
-    return ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("Criteria() - Property Get")),
-        Ending::propagate(), [&] { return mCriteria; });
+    return ErrorPath::run(Procedure::untraced(this, QStringLiteral("Criteria() - Property Get")),
+                          Ending::propagate(), [&] { return mCriteria; });
 }
 
 void ctlGeneralInfo::setCriteria(std::shared_ptr<ZebObjects::Submittal> criteria)
@@ -349,10 +347,9 @@ void ctlGeneralInfo::showSubmittalDate()
 
 void ctlGeneralInfo::chkCoverLetter_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkCoverLetter_Click()")),
-                   Ending::report(), [&] {
-                       objectRef(mCriteria).setIncludeCoverLetter(chkCoverLetter->value() == 1);
-                   });
+    ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("chkCoverLetter_Click()")), Ending::report(),
+        [&] { objectRef(mCriteria).setIncludeCoverLetter(chkCoverLetter->value() == 1); });
 }
 
 void ctlGeneralInfo::chkBOM_Click()
@@ -363,8 +360,7 @@ void ctlGeneralInfo::chkBOM_Click()
 
 void ctlGeneralInfo::chkLabels_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkLabels_Click()")),
-                   Ending::report(),
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkLabels_Click()")), Ending::report(),
                    [&] { objectRef(mCriteria).setIncludeLabels(chkLabels->value() == 1); });
 }
 
@@ -422,13 +418,12 @@ void ctlGeneralInfo::pvdIssueDate_Validate()
 
 void ctlGeneralInfo::mCriteria_CoverLetterChanged()
 {
-    ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("mCriteria_CoverLetterChanged()")),
-        Ending::report(), [&] {
-            ZebObjects::Submittal& c = objectRef(mCriteria);
-            if ((chkCoverLetter->value() == 1) != c.IncludeCoverLetter())
-                chkCoverLetter->setValue(c.IncludeCoverLetter() ? 1 : 0);
-        });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("mCriteria_CoverLetterChanged()")),
+                   Ending::report(), [&] {
+                       ZebObjects::Submittal& c = objectRef(mCriteria);
+                       if ((chkCoverLetter->value() == 1) != c.IncludeCoverLetter())
+                           chkCoverLetter->setValue(c.IncludeCoverLetter() ? 1 : 0);
+                   });
 }
 
 void ctlGeneralInfo::mCriteria_BOMChanged()
@@ -454,9 +449,8 @@ void ctlGeneralInfo::mCriteria_LabelsChanged()
 void ctlGeneralInfo::mCriteria_SubmittalDateChanged()
 {
     // No comparison: the date is written only when the editor is left, never on a change.
-    ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("mCriteria_SubmittalDateChanged()")),
-        Ending::report(), [&] { showSubmittalDate(); });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("mCriteria_SubmittalDateChanged()")),
+                   Ending::report(), [&] { showSubmittalDate(); });
 }
 
 void ctlGeneralInfo::mCriteria_IssuedByChanged()
@@ -471,18 +465,17 @@ void ctlGeneralInfo::mCriteria_IssuedByChanged()
 
 void ctlGeneralInfo::mCriteria_SubmittalPurposeChanged(qint16 newIndex)
 {
-    ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("mCriteria_SubmittalPurposeChanged()")),
-        Ending::report(), [&] {
-            OptionButton* option = optSubmittalPurpose->button(newIndex);
-            if (!option->value())
-                option->setValue(true);
-            if (newIndex == kOther) {
-                ZebObjects::Submittal& c = objectRef(mCriteria);
-                if (txtPurposeOther->text() != c.SubmittalPurpose())
-                    txtPurposeOther->setText(c.SubmittalPurpose());
-            }
-        });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("mCriteria_SubmittalPurposeChanged()")),
+                   Ending::report(), [&] {
+                       OptionButton* option = optSubmittalPurpose->button(newIndex);
+                       if (!option->value())
+                           option->setValue(true);
+                       if (newIndex == kOther) {
+                           ZebObjects::Submittal& c = objectRef(mCriteria);
+                           if (txtPurposeOther->text() != c.SubmittalPurpose())
+                               txtPurposeOther->setText(c.SubmittalPurpose());
+                       }
+                   });
 }
 
 }  // namespace ZebSubCtl

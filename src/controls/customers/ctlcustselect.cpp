@@ -104,23 +104,23 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
     setAccessibleDescription(
         QStringLiteral("The customers that receive the submittal, with a search to find more"));
 
-    lblCustomerNameHeading = makeChild<QLabel>(this, "lblCustomerNameHeading",
-                                               twipsRect(150, 150, 3000, 240),
-                                               QStringLiteral("Name/Keyword"));
+    lblCustomerNameHeading =
+        makeChild<QLabel>(this, "lblCustomerNameHeading", twipsRect(150, 150, 3000, 240),
+                          QStringLiteral("Name/Keyword"));
     txtNameKeyword = makeChild<QLineEdit>(this, "txtNameKeyword", twipsRect(150, 405, 3000, 315));
     txtNameKeyword->setAccessibleName(QStringLiteral("Name or keyword"));
     txtNameKeyword->setAccessibleDescription(
         QStringLiteral("Part of the customer's name to search for"));
-    lblCustomerAcctNumHeading = makeChild<QLabel>(this, "lblCustomerAcctNumHeading",
-                                                  twipsRect(3300, 150, 1800, 240),
-                                                  QStringLiteral("Account Number"));
+    lblCustomerAcctNumHeading =
+        makeChild<QLabel>(this, "lblCustomerAcctNumHeading", twipsRect(3300, 150, 1800, 240),
+                          QStringLiteral("Account Number"));
     txtAcctNum = makeChild<QLineEdit>(this, "txtAcctNum", twipsRect(3300, 405, 1800, 315));
     txtAcctNum->setAccessibleName(QStringLiteral("Account number"));
     txtAcctNum->setAccessibleDescription(
         QStringLiteral("The customer's whole account number to search for"));
 
-    cmdSearch = makeButton(this, "cmdSearch", QStringLiteral("Searc&h"),
-                           twipsRect(5250, 375, 1200, 375));
+    cmdSearch =
+        makeButton(this, "cmdSearch", QStringLiteral("Searc&h"), twipsRect(5250, 375, 1200, 375));
     // Enter in either search box searches, as Alt+H does.
     for (QLineEdit* box : {txtNameKeyword, txtAcctNum})
         connect(box, &QLineEdit::returnPressed, this, [this] {
@@ -129,14 +129,14 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
         });
     lblCustomerNameHeading->setBuddy(txtNameKeyword);
     lblCustomerAcctNumHeading->setBuddy(txtAcctNum);
-    cmdClear = makeButton(this, "cmdClear", QStringLiteral("C&lear"),
-                          twipsRect(6600, 375, 1200, 375));
+    cmdClear =
+        makeButton(this, "cmdClear", QStringLiteral("C&lear"), twipsRect(6600, 375, 1200, 375));
     cmdAdd = makeButton(this, "cmdAdd", QStringLiteral("&Add"), twipsRect(5250, 975, 1200, 375));
 
     lsvCustomers = new KeyedListView(this);
     lsvCustomers->setObjectName(QStringLiteral("lsvCustomers"));
-    lsvCustomers->setGeometry(QRect(kMargin, kListTopAlone, twipsToPixels(8700),
-                                    twipsToPixels(4500)));
+    lsvCustomers->setGeometry(
+        QRect(kMargin, kListTopAlone, twipsToPixels(8700), twipsToPixels(4500)));
     lsvCustomers->setAccessibleName(QStringLiteral("Submittal customers"));
     lsvCustomers->setAccessibleDescription(QStringLiteral(
         "One row per customer of the submittal; the check box says whether it receives it"));
@@ -159,22 +159,22 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
     for (int i = 0; i < int(std::size(columns)); ++i)
         lsvCustomers->setColumnWidth(i, columns[i].width);
 
-    cmdRemove = makeButton(this, "cmdRemove", QStringLiteral("&Remove"),
-                           twipsRect(150, 5700, 1200, 375));
+    cmdRemove =
+        makeButton(this, "cmdRemove", QStringLiteral("&Remove"), twipsRect(150, 5700, 1200, 375));
     cmdRemoveAll = makeButton(this, "cmdRemoveAll", QStringLiteral("R&emove All"),
                               twipsRect(1500, 5700, 1200, 375));
-    cmdMoveUp = makeButton(this, "cmdMoveUp", QStringLiteral("Move &Up"),
-                           twipsRect(6300, 5700, 1200, 375));
+    cmdMoveUp =
+        makeButton(this, "cmdMoveUp", QStringLiteral("Move &Up"), twipsRect(6300, 5700, 1200, 375));
     cmdMoveDown = makeButton(this, "cmdMoveDown", QStringLiteral("Move &Down"),
                              twipsRect(7500, 5700, 1200, 375));
 
     // The widgets start as the default properties have them: no search area and no removing.
-    for (QWidget* w : {static_cast<QWidget*>(lblCustomerAcctNumHeading),
-                       static_cast<QWidget*>(txtAcctNum),
-                       static_cast<QWidget*>(lblCustomerNameHeading),
-                       static_cast<QWidget*>(txtNameKeyword), static_cast<QWidget*>(cmdAdd),
-                       static_cast<QWidget*>(cmdSearch), static_cast<QWidget*>(cmdClear),
-                       static_cast<QWidget*>(cmdRemove), static_cast<QWidget*>(cmdRemoveAll)})
+    for (QWidget* w :
+         {static_cast<QWidget*>(lblCustomerAcctNumHeading), static_cast<QWidget*>(txtAcctNum),
+          static_cast<QWidget*>(lblCustomerNameHeading), static_cast<QWidget*>(txtNameKeyword),
+          static_cast<QWidget*>(cmdAdd), static_cast<QWidget*>(cmdSearch),
+          static_cast<QWidget*>(cmdClear), static_cast<QWidget*>(cmdRemove),
+          static_cast<QWidget*>(cmdRemoveAll)})
         w->setVisible(false);
     cmdRemove->setEnabled(false);
     cmdRemoveAll->setEnabled(false);
@@ -253,8 +253,7 @@ void ctlCustSelect::setAllowAdd(bool allow)
 
 bool ctlCustSelect::AllowDelete() const
 {
-    return ErrorPath::run(traced("AllowDelete"), Ending::propagate(),
-                          [&] { return mAllowDelete; });
+    return ErrorPath::run(traced("AllowDelete"), Ending::propagate(), [&] { return mAllowDelete; });
 }
 
 void ctlCustSelect::setAllowDelete(bool allow)
@@ -348,8 +347,8 @@ void ctlCustSelect::cmdSearch_Click()
             mFinder = services->CreateCustomerFinder();
         // Interactive only: with several matches the user chooses in the finder's dialog.
         const auto result = objectRef(mFinder).Search(
-            false, true, false, false, false, context, keyword, accountNumber, QString(),
-            QString(), QString(), QString(), QString(), QString(), 0);
+            false, true, false, false, false, context, keyword, accountNumber, QString(), QString(),
+            QString(), QString(), QString(), QString(), 0);
         // Nothing chosen keeps the customer an earlier search found.
         if (result)
             mFoundCustomer = result->ChosenCustomer();
@@ -435,8 +434,7 @@ void ctlCustSelect::cmdRemoveAll_Click()
         // The same guard as Remove: without a selected row nothing happens.
         if (!mAllowDelete || lsvCustomers->selectedRow() < 0)
             return;
-        if (MessageBoxes::MsgBox(kRemoveAllPrompt, MsgBoxStyle::Question_OKCancel,
-                                 kRemoveAllTitle)
+        if (MessageBoxes::MsgBox(kRemoveAllPrompt, MsgBoxStyle::Question_OKCancel, kRemoveAllTitle)
             == MsgBoxAnswer::OK)
             objectRef(mCustomers).RemoveAll();
     });
@@ -444,11 +442,10 @@ void ctlCustSelect::cmdRemoveAll_Click()
 
 void ctlCustSelect::lsvCustomers_ItemCheck(int item)
 {
-    ErrorPath::run(traced("lsvCustomers_ItemCheck"), Ending::report(ReportVariant::ItemCheck),
-                   [&] {
-                       const auto customer = objectRef(mCustomers).Item(qint16(item + 1));
-                       objectRef(customer).setIncluded(lsvCustomers->isChecked(item));
-                   });
+    ErrorPath::run(traced("lsvCustomers_ItemCheck"), Ending::report(ReportVariant::ItemCheck), [&] {
+        const auto customer = objectRef(mCustomers).Item(qint16(item + 1));
+        objectRef(customer).setIncluded(lsvCustomers->isChecked(item));
+    });
 }
 
 void ctlCustSelect::mCustomers_CustomerRemoved(qint16 index)

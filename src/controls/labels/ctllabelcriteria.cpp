@@ -85,7 +85,7 @@ QPushButton* makeButton(QWidget* parent, const char* name, const QString& captio
 // Rows of one height for every item.
 class RowHeight : public QStyledItemDelegate {
 public:
-    RowHeight(int height, QObject* parent) : QStyledItemDelegate(parent), m_height(height) {}
+    RowHeight(int height, QObject* parent) : QStyledItemDelegate(parent), m_height(height) { }
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
         return {QStyledItemDelegate::sizeHint(option, index).width(), m_height};
@@ -146,9 +146,9 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
     lineInclude->setPoints(twipsToPixels(720), twipsToPixels(540), twipsToPixels(9255),
                            twipsToPixels(540));
 
-    lblAvailableFields = makeChild<QLabel>(this, "lblAvailableFields",
-                                           twipsRect(2040, 1125, 2700, 210),
-                                           QStringLiteral("Available Fields:"));
+    lblAvailableFields =
+        makeChild<QLabel>(this, "lblAvailableFields", twipsRect(2040, 1125, 2700, 210),
+                          QStringLiteral("Available Fields:"));
     lsvAvailableItems = makeList(this, "lsvAvailableItems", twipsRect(2040, 1350, 3000, 1350));
     lsvAvailableItems->setAccessibleName(QStringLiteral("Available fields"));
     lsvAvailableItems->setAccessibleDescription(QStringLiteral(
@@ -161,12 +161,11 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
         QStringLiteral("Puts the selected available field on the label, after the others"));
     cmdRemove = makeButton(this, "cmdRemove", QStringLiteral("<"), QStringLiteral("Remove Field"),
                            twipsRect(5115, 2100, 450, 225));
-    cmdRemove->setAccessibleDescription(
-        QStringLiteral("Takes the selected field off the label"));
+    cmdRemove->setAccessibleDescription(QStringLiteral("Takes the selected field off the label"));
 
-    lblIssueToLisHeading = makeChild<QLabel>(this, "lblIssueToLisHeading",
-                                             twipsRect(5640, 1125, 2700, 210),
-                                             QStringLiteral("Selected Fields:"));
+    lblIssueToLisHeading =
+        makeChild<QLabel>(this, "lblIssueToLisHeading", twipsRect(5640, 1125, 2700, 210),
+                          QStringLiteral("Selected Fields:"));
     lsvSelectedItems = makeList(this, "lsvSelectedItems", twipsRect(5640, 1350, 3000, 1350));
     // Each list is labelled by the heading over it.
     lblAvailableFields->setBuddy(lsvAvailableItems);
@@ -176,8 +175,8 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
         "Fields on the label, in print order from the top. Press Enter or double-click to take "
         "the selected field off the label."));
 
-    lblIncludeInfo = makeChild<QLabel>(this, "lblIncludeInfo", twipsRect(2040, 2880, 5850, 900),
-                                       kInstructions);
+    lblIncludeInfo =
+        makeChild<QLabel>(this, "lblIncludeInfo", twipsRect(2040, 2880, 5850, 900), kInstructions);
     lblIncludeInfo->setWordWrap(true);
     lblIncludeInfo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
@@ -187,8 +186,8 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
     setTabOrder(cmdRemove, lsvSelectedItems);
 
     setAccessibleName(QStringLiteral("Label fields"));
-    setAccessibleDescription(QStringLiteral(
-        "Chooses the fields printed on the mailing labels and their order"));
+    setAccessibleDescription(
+        QStringLiteral("Chooses the fields printed on the mailing labels and their order"));
 
     resize(twipsToPixels(9375), twipsToPixels(5685));
 
@@ -216,9 +215,8 @@ ctlLabelCriteria::~ctlLabelCriteria() = default;
 
 std::shared_ptr<ZebObjects::Labels> ctlLabelCriteria::Labels() const
 {
-    return ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("Labels() - Property Get")), Ending::propagate(),
-        [&] { return mLabels; });
+    return ErrorPath::run(Procedure::untraced(this, QStringLiteral("Labels() - Property Get")),
+                          Ending::propagate(), [&] { return mLabels; });
 }
 
 void ctlLabelCriteria::setLabels(std::shared_ptr<ZebObjects::Labels> labels)
@@ -320,8 +318,8 @@ void ctlLabelCriteria::cmdAdd_Click()
 
 void ctlLabelCriteria::cmdRemove_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdRemove_Click()")),
-                   Ending::report(), [&] { removeField(); });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdRemove_Click()")), Ending::report(),
+                   [&] { removeField(); });
 }
 
 void ctlLabelCriteria::lsvAvailableItems_DblClick()

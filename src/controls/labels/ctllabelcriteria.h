@@ -30,8 +30,8 @@ class ZEBSUBCTL_EXPORT ctlLabelCriteria : public UserControl {
                 " order. Bind it to the labels through its Labels property at run time.")
     Q_CLASSINFO("IncludeFile", "controls/labels/ctllabelcriteria.h")
     /// The bound label definition; none until the host binds one.
-    Q_PROPERTY(std::shared_ptr<ZebObjects::Labels> Labels READ Labels WRITE setLabels
-                   DESIGNABLE false)
+    Q_PROPERTY(
+        std::shared_ptr<ZebObjects::Labels> Labels READ Labels WRITE setLabels DESIGNABLE false)
 public:
     /// Creates the chooser, unbound, as a child of parent.
     explicit ctlLabelCriteria(QWidget* parent = nullptr);

@@ -78,8 +78,8 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
                                      QStringLiteral("MTO"));
     lblDescHeading = makeChild<PaintedLabel>(this, "lblDescHeading", twipsRect(1650, 330, 780, 240),
                                              QStringLiteral("Desc:"));
-    lblDescription = makeChild<PaintedLabel>(this, "lblDescription",
-                                             twipsRect(2490, 330, 5445, 240), QString());
+    lblDescription =
+        makeChild<PaintedLabel>(this, "lblDescription", twipsRect(2490, 330, 5445, 240), QString());
 
     auto* line = new LineShape(this);
     line->setObjectName(QStringLiteral("Line1"));
@@ -171,31 +171,30 @@ void ctlSubLine::setBackColor(QRgb color)
 
 void ctlSubLine::Populate()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Populate()")), Ending::logOnly(),
-                   [&] {
-                       if (!m_lineItem)
-                           return;
-                       // Each member is read at its use; ticking the box writes Selected back.
-                       ZebObjects::LineItem& item = *m_lineItem;
-                       chkSelect->setValue(item.Selected() ? 1 : 0);
-                       lblQuantity->setCaption(item.Quantity());
-                       lblType->setCaption(item.Type());
-                       lblType->setToolTip(item.Type());
-                       lblBrand->setCaption(item.Brand());
-                       lblCatNum->setCaption(item.CatalogNumber());
-                       lblCatNum->setToolTip(item.CatalogNumber());
-                       lblGroup->setCaption(item.Group());
-                       lblMTO->setVisible(item.MTO());
-                       lblDescription->setCaption(item.Description());
-                       lblDescription->setToolTip(item.Description());
-                       imgComment->setVisible(item.Comment() != nullptr);
-                   });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Populate()")), Ending::logOnly(), [&] {
+        if (!m_lineItem)
+            return;
+        // Each member is read at its use; ticking the box writes Selected back.
+        ZebObjects::LineItem& item = *m_lineItem;
+        chkSelect->setValue(item.Selected() ? 1 : 0);
+        lblQuantity->setCaption(item.Quantity());
+        lblType->setCaption(item.Type());
+        lblType->setToolTip(item.Type());
+        lblBrand->setCaption(item.Brand());
+        lblCatNum->setCaption(item.CatalogNumber());
+        lblCatNum->setToolTip(item.CatalogNumber());
+        lblGroup->setCaption(item.Group());
+        lblMTO->setVisible(item.MTO());
+        lblDescription->setCaption(item.Description());
+        lblDescription->setToolTip(item.Description());
+        imgComment->setVisible(item.Comment() != nullptr);
+    });
 }
 
 void ctlSubLine::chkSelect_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkSelect_Click()")),
-                   Ending::report(), [&] {
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("chkSelect_Click()")), Ending::report(),
+                   [&] {
                        const int value = chkSelect->value();
                        objectRef(m_lineItem).setSelected(value == 1);
                    });

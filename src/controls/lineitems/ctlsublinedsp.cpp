@@ -128,7 +128,8 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     VScroll->setObjectName(QStringLiteral("VScroll"));
     VScroll->setGeometry(twipsRect(8895, 375, 255, 4920));
     VScroll->setAccessibleName(QStringLiteral("Line item scroll bar"));
-    VScroll->setAccessibleDescription(QStringLiteral("Scrolls the lines a row or a page at a time"));
+    VScroll->setAccessibleDescription(
+        QStringLiteral("Scrolls the lines a row or a page at a time"));
     // The keys that move between rows scroll the list; Tab does not stop at the bar as well.
     VScroll->setFocusPolicy(Qt::ClickFocus);
     // As designed: nothing to scroll until the list outgrows the window.
@@ -138,11 +139,10 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     resize(twipsToPixels(9150), twipsToPixels(5325));
 
     connect(lines, &ctlSubLines::HeightChanged, this, [this] { ctlSubLines_HeightChanged(); });
-    mFocusWatch = connect(qApp, &QApplication::focusChanged, this,
-                          [this](QWidget*, QWidget* now) {
-                              scrollIntoView(now);
-                              watchRowKeys(now);
-                          });
+    mFocusWatch = connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        scrollIntoView(now);
+        watchRowKeys(now);
+    });
     connect(VScroll, &ScrollBar::changed, this, [this] { VScroll_Change(); });
 }
 
@@ -163,9 +163,8 @@ std::shared_ptr<ZebObjects::LineItems> ctlSubLineDsp::LineItems() const
 void ctlSubLineDsp::setLineItems(std::shared_ptr<ZebObjects::LineItems> items)
 {
     ErrorPath::run(Procedure::untraced(this, QStringLiteral("LineItems() - Property Set")),
-                   Ending::propagate(), [&] {
-                       listOf(mLines).setProperty("LineItems", QVariant::fromValue(items));
-                   });
+                   Ending::propagate(),
+                   [&] { listOf(mLines).setProperty("LineItems", QVariant::fromValue(items)); });
 }
 
 // --- scrolling
@@ -179,38 +178,35 @@ qint16 ctlSubLineDsp::ViewableLines()
                 throw ZebObjects::Failure(ZebObjects::ErrorNumber::DivisionByZero,
                                           QStringLiteral("ZebSubCtl"),
                                           QStringLiteral("Division by zero"));
-            return checked16(
-                int(std::floor(double(DisplayWindow->height()) / double(lineHeight))));
+            return checked16(int(std::floor(double(DisplayWindow->height()) / double(lineHeight))));
         });
 }
 
 void ctlSubLineDsp::ctlSubLines_HeightChanged()
 {
-    ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("ctlSubLines_HeightChanged")), Ending::report(),
-        [&] {
-            ctlSubLines& lines = listOf(mLines);
-            const int windowHeight = DisplayWindow->height();
-            if (lines.height() > windowHeight) {
-                VScroll->setMax(narrowTo16(lines.height() - windowHeight));
-                VScroll->setSmallChange(lines.LineHeight());
-                const qint16 lineHeight = lines.LineHeight();
-                const qint16 page = checked16(int(lineHeight) * int(ViewableLines()));
-                VScroll->setLargeChange(checked16(int(page) - int(lines.LineHeight())));
-                VScroll->setEnabled(true);
-            } else {
-                VScroll->setMax(0);
-                VScroll->setEnabled(false);
-            }
-        });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("ctlSubLines_HeightChanged")),
+                   Ending::report(), [&] {
+                       ctlSubLines& lines = listOf(mLines);
+                       const int windowHeight = DisplayWindow->height();
+                       if (lines.height() > windowHeight) {
+                           VScroll->setMax(narrowTo16(lines.height() - windowHeight));
+                           VScroll->setSmallChange(lines.LineHeight());
+                           const qint16 lineHeight = lines.LineHeight();
+                           const qint16 page = checked16(int(lineHeight) * int(ViewableLines()));
+                           VScroll->setLargeChange(checked16(int(page) - int(lines.LineHeight())));
+                           VScroll->setEnabled(true);
+                       } else {
+                           VScroll->setMax(0);
+                           VScroll->setEnabled(false);
+                       }
+                   });
 }
 
 void ctlSubLineDsp::VScroll_Change()
 {
     ErrorPath::run(Procedure::untraced(this, QStringLiteral("VScroll_Change()")),
-                   Ending::report().then([this](const ErrorInfo&) {
-                       VScroll->setValueChecked(VScroll->Min());
-                   }),
+                   Ending::report().then(
+                       [this](const ErrorInfo&) { VScroll->setValueChecked(VScroll->Min()); }),
                    [&] {
                        ctlSubLines& lines = listOf(mLines);
                        const qint16 top = checked16(-int(qint16(VScroll->Value())));
@@ -225,11 +221,11 @@ void ctlSubLineDsp::UserControl_Resize()
     const int w = ScaleWidth();
     const int h = ScaleHeight();
     ResumeNext(Procedure::untraced(this, QStringLiteral("UserControl_Resize()")),
-               Ending::warning())([&] { setHeightOf(DisplayWindow, h - kHeadingAndMargin); })(
-        [&] { setHeightOf(VScroll, DisplayWindow->height()); })(
-        [&] { VScroll->move(w - VScroll->width(), VScroll->y()); })(
-        [&] { setWidthOf(ControlHeading, w); })(
-        [&] { setWidthOf(DisplayWindow, w - VScroll->width()); })([&] {
+               Ending::warning())([&] { setHeightOf(DisplayWindow, h - kHeadingAndMargin); })([&] {
+        setHeightOf(VScroll, DisplayWindow->height());
+    })([&] { VScroll->move(w - VScroll->width(), VScroll->y()); })([&] {
+        setWidthOf(ControlHeading, w);
+    })([&] { setWidthOf(DisplayWindow, w - VScroll->width()); })([&] {
         ctlSubLines& lines = listOf(mLines);
         setWidthOf(&lines, DisplayWindow->width() - 2);
     });
@@ -294,10 +290,22 @@ bool ctlSubLineDsp::moveBetweenRows(QWidget* box, QKeyEvent* event)
     switch (event->key()) {
     case Qt::Key_Up: target = index - 1; break;
     case Qt::Key_Down: target = index + 1; break;
-    case Qt::Key_PageUp: target = index - page; scrollByBar = true; break;
-    case Qt::Key_PageDown: target = index + page; scrollByBar = true; break;
-    case Qt::Key_Home: target = 1; scrollByBar = true; break;
-    case Qt::Key_End: target = count; scrollByBar = true; break;
+    case Qt::Key_PageUp:
+        target = index - page;
+        scrollByBar = true;
+        break;
+    case Qt::Key_PageDown:
+        target = index + page;
+        scrollByBar = true;
+        break;
+    case Qt::Key_Home:
+        target = 1;
+        scrollByBar = true;
+        break;
+    case Qt::Key_End:
+        target = count;
+        scrollByBar = true;
+        break;
     default: return false;
     }
     if (scrollByBar && VScroll->isEnabled())
@@ -330,8 +338,7 @@ void ctlSubLineDsp::keyPressEvent(QKeyEvent* event)
             return;
         }
         break;
-    default:
-        break;
+    default: break;
     }
     UserControl::keyPressEvent(event);
 }

@@ -149,20 +149,19 @@ void ctlSubLines::setLineItems(std::shared_ptr<ZebObjects::LineItems> items)
 
 void ctlSubLines::Clear()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Clear()")), Ending::propagate(),
-                   [&] {
-                       while (m_rows.size() > 1) {
-                           ctlSubLine* last = m_rows.back().data();
-                           // The row gives its area back to the list once; its children need
-                           // not each mark their own piece of it for repainting.
-                           if (last)
-                               last->setUpdatesEnabled(false);
-                           delete last;
-                           m_rows.pop_back();
-                       }
-                       moveTabStop(row(1));
-                       row(1)->setLineItem(nullptr);
-                   });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Clear()")), Ending::propagate(), [&] {
+        while (m_rows.size() > 1) {
+            ctlSubLine* last = m_rows.back().data();
+            // The row gives its area back to the list once; its children need
+            // not each mark their own piece of it for repainting.
+            if (last)
+                last->setUpdatesEnabled(false);
+            delete last;
+            m_rows.pop_back();
+        }
+        moveTabStop(row(1));
+        row(1)->setLineItem(nullptr);
+    });
 }
 
 qint16 ctlSubLines::addNextLine()
@@ -198,26 +197,26 @@ qint16 ctlSubLines::addNextLine()
 
 void ctlSubLines::Populate()
 {
-    ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("Populate()")), Ending::propagate(), [&] {
-            // The old rows go while still shown: hiding them first would walk every one of
-            // their widgets only to destroy it.
-            Clear();
-            const HiddenWhileRebuilt hidden(this);
-            if (!m_lineItems)
-                return;
-            qint16 n = 1;
-            for (const auto& item : m_lineItems->Enumerate()) {
-                ctlSubLine* line = row(n);
-                // By name, as for any row component.
-                line->setProperty("LineItem", QVariant::fromValue(item));
-                line->setProperty("LineNumber", QString::number(n));
-                line->setProperty("Grayed", n % 2 == 0);
-                if (m_lineItems->Count() > n)
-                    addNextLine();
-                n = add16(n, 1);
-            }
-        });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("Populate()")), Ending::propagate(),
+                   [&] {
+                       // The old rows go while still shown: hiding them first would walk every one
+                       // of their widgets only to destroy it.
+                       Clear();
+                       const HiddenWhileRebuilt hidden(this);
+                       if (!m_lineItems)
+                           return;
+                       qint16 n = 1;
+                       for (const auto& item : m_lineItems->Enumerate()) {
+                           ctlSubLine* line = row(n);
+                           // By name, as for any row component.
+                           line->setProperty("LineItem", QVariant::fromValue(item));
+                           line->setProperty("LineNumber", QString::number(n));
+                           line->setProperty("Grayed", n % 2 == 0);
+                           if (m_lineItems->Count() > n)
+                               addNextLine();
+                           n = add16(n, 1);
+                       }
+                   });
 }
 
 // --- layout and painting

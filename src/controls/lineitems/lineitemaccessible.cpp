@@ -32,7 +32,7 @@ QString join(const QStringList& parts, const QString& separator)
 // A row's part reports not showing while its row is scrolled out of the window.
 class RowPartAccessible : public QAccessibleWidget {
 public:
-    RowPartAccessible(QWidget* part, QAccessible::Role role) : QAccessibleWidget(part, role) {}
+    RowPartAccessible(QWidget* part, QAccessible::Role role) : QAccessibleWidget(part, role) { }
 
     QAccessible::State state() const override
     {
@@ -48,7 +48,7 @@ public:
 
 class LineRowAccessible : public QAccessibleWidget {
 public:
-    explicit LineRowAccessible(ctlSubLine* row) : QAccessibleWidget(row, QAccessible::ListItem) {}
+    explicit LineRowAccessible(ctlSubLine* row) : QAccessibleWidget(row, QAccessible::ListItem) { }
 
     QString text(QAccessible::Text t) const override
     {
@@ -75,7 +75,7 @@ public:
 
 class RowCheckAccessible : public RowPartAccessible {
 public:
-    explicit RowCheckAccessible(CheckBox* box) : RowPartAccessible(box, QAccessible::CheckBox) {}
+    explicit RowCheckAccessible(CheckBox* box) : RowPartAccessible(box, QAccessible::CheckBox) { }
 
     QString text(QAccessible::Text t) const override
     {
@@ -118,8 +118,7 @@ class RowLabelAccessible : public RowPartAccessible {
 public:
     explicit RowLabelAccessible(PaintedLabel* label)
         : RowPartAccessible(label, QAccessible::StaticText)
-    {
-    }
+    { }
 
     QString text(QAccessible::Text t) const override
     {
@@ -132,9 +131,12 @@ public:
         }
         if (t == QAccessible::Description) {
             static const std::pair<const char*, const char*> headings[] = {
-                {"lblNumber", "Line number"}, {"lblQuantity", "Quantity"},
-                {"lblType", "Type"},          {"lblBrand", "Brand"},
-                {"lblCatNum", "Catalog number"}, {"lblGroup", "Group"},
+                {"lblNumber", "Line number"},
+                {"lblQuantity", "Quantity"},
+                {"lblType", "Type"},
+                {"lblBrand", "Brand"},
+                {"lblCatNum", "Catalog number"},
+                {"lblGroup", "Group"},
                 {"lblDescription", "Description"}};
             for (const auto& [objectName, heading] : headings)
                 if (name == QLatin1String(objectName))
@@ -144,8 +146,8 @@ public:
         return RowPartAccessible::text(t);
     }
 
-    QList<QPair<QAccessibleInterface*, QAccessible::Relation>>
-    relations(QAccessible::Relation match) const override
+    QList<QPair<QAccessibleInterface*, QAccessible::Relation>> relations(
+        QAccessible::Relation match) const override
     {
         // Qt's sense: the heading is the Label of this text (labelled-by to a screen reader).
         auto found = RowPartAccessible::relations(match);
@@ -162,8 +164,7 @@ class LinesScrollBarAccessible : public QAccessibleWidget, public QAccessibleVal
 public:
     explicit LinesScrollBarAccessible(ScrollBar* bar)
         : QAccessibleWidget(bar, QAccessible::ScrollBar)
-    {
-    }
+    { }
 
     void* interface_cast(QAccessible::InterfaceType type) override
     {
@@ -262,9 +263,9 @@ QString LineItemAccess::lineSummary(const ctlSubLine* row)
     if (!type.isEmpty())
         what = quantity.isEmpty() ? QStringLiteral("type ") + type
                                   : quantity + QStringLiteral(" of type ") + type;
-    return join({what, join({row->lblBrand->Caption(), row->lblCatNum->Caption()},
-                            QStringLiteral(" "))},
-                QStringLiteral(", "));
+    return join(
+        {what, join({row->lblBrand->Caption(), row->lblCatNum->Caption()}, QStringLiteral(" "))},
+        QStringLiteral(", "));
 }
 
 QString LineItemAccess::lineReading(const ctlSubLine* row)
@@ -295,9 +296,11 @@ bool LineItemAccess::rowShowing(const QWidget* row)
 
 QWidget* LineItemAccess::headingOf(const QWidget* rowLabel)
 {
-    static const std::pair<const char*, const char*> columns[] = {
-        {"lblQuantity", "lblQty"}, {"lblType", "lblType"}, {"lblBrand", "lblBrand"},
-        {"lblCatNum", "lblCatNum"}, {"lblGroup", "lblGroup"}};
+    static const std::pair<const char*, const char*> columns[] = {{"lblQuantity", "lblQty"},
+                                                                  {"lblType", "lblType"},
+                                                                  {"lblBrand", "lblBrand"},
+                                                                  {"lblCatNum", "lblCatNum"},
+                                                                  {"lblGroup", "lblGroup"}};
     const char* heading = nullptr;
     for (const auto& [cell, head] : columns)
         if (rowLabel->objectName() == QLatin1String(cell))
@@ -310,8 +313,8 @@ QWidget* LineItemAccess::headingOf(const QWidget* rowLabel)
         w = w->parentWidget();
     if (!qobject_cast<const ctlSubLineDsp*>(w))
         return nullptr;
-    auto* band = w->findChild<QWidget*>(QStringLiteral("ControlHeading"),
-                                        Qt::FindDirectChildrenOnly);
+    auto* band =
+        w->findChild<QWidget*>(QStringLiteral("ControlHeading"), Qt::FindDirectChildrenOnly);
     return band ? band->findChild<QWidget*>(QLatin1String(heading), Qt::FindDirectChildrenOnly)
                 : nullptr;
 }

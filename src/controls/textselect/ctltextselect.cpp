@@ -75,14 +75,14 @@ public:
 ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
 {
     setAccessibleName(QStringLiteral("Text list"));
-    setAccessibleDescription(QStringLiteral(
-        "Reusable paragraphs or remarks: tick the ones to use, add, edit, delete and reorder them."));
+    setAccessibleDescription(QStringLiteral("Reusable paragraphs or remarks: tick the ones to use, "
+                                            "add, edit, delete and reorder them."));
     txtNewComment = new MultiLineTextBox(this);
     txtNewComment->setObjectName(QStringLiteral("txtNewComment"));
     txtNewComment->setGeometry(twipsRect(75, 75, 4575, 1200));
     txtNewComment->setAccessibleName(QStringLiteral("New text"));
-    txtNewComment->setAccessibleDescription(
-        QStringLiteral("Type a new paragraph or remark here, then choose Add to put it in the list."));
+    txtNewComment->setAccessibleDescription(QStringLiteral(
+        "Type a new paragraph or remark here, then choose Add to put it in the list."));
 
     chkIsSelected = new CheckBox(QStringLiteral("Selected"), this);
     chkIsSelected->setObjectName(QStringLiteral("chkIsSelected"));
@@ -167,9 +167,8 @@ ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
             [this](Qt::MouseButtons b, Qt::KeyboardModifiers m, const QPoint& p) {
                 ListView_MouseMove(b, m, p);
             });
-    connect(ListView, &KeyedListView::itemCheck, this, [this](int item) {
-        ListView_ItemCheck(item);
-    });
+    connect(ListView, &KeyedListView::itemCheck, this,
+            [this](int item) { ListView_ItemCheck(item); });
 
     UserControl_Initialize();
 }
@@ -229,8 +228,7 @@ void ctlTextSelect::setMaxLengthByName(qint32 length)
 
 bool ctlTextSelect::AllowUpdate() const
 {
-    return ErrorPath::run(traced("AllowUpdate"), Ending::propagate(),
-                          [&] { return mAllowUpdate; });
+    return ErrorPath::run(traced("AllowUpdate"), Ending::propagate(), [&] { return mAllowUpdate; });
 }
 
 void ctlTextSelect::setAllowUpdate(bool allow)
@@ -281,8 +279,7 @@ void ctlTextSelect::setAllowSave(bool allow)
 
 std::shared_ptr<ZebObjects::TextObjects> ctlTextSelect::TextObjects() const
 {
-    return ErrorPath::run(traced("TextObjects"), Ending::propagate(),
-                          [&] { return mTextObjects; });
+    return ErrorPath::run(traced("TextObjects"), Ending::propagate(), [&] { return mTextObjects; });
 }
 
 void ctlTextSelect::setTextObjects(std::shared_ptr<ZebObjects::TextObjects> textObjects)
@@ -305,8 +302,7 @@ void ctlTextSelect::setTextObjects(std::shared_ptr<ZebObjects::TextObjects> text
                             mTextObjects_ItemInserted(key, position);
                         }),
                 connect(c, &TextObjects::ItemMoved, this, [this] { mTextObjects_ItemMoved(); }),
-                connect(c, &TextObjects::OrderSaved, this,
-                        [this] { mTextObjects_OrderSaved(); }),
+                connect(c, &TextObjects::OrderSaved, this, [this] { mTextObjects_OrderSaved(); }),
             };
         }
         PropertyChanged(QStringLiteral("TextObjects"));
@@ -334,8 +330,8 @@ void ctlTextSelect::UserControl_WriteProperties(PropertyBag& bag)
 void ctlTextSelect::UserControl_ReadProperties(const PropertyBag& bag)
 {
     ErrorPath::run(
-        Procedure::untraced(this, QStringLiteral("UserControl_ReadProperties()")),
-        Ending::report(), [&] {
+        Procedure::untraced(this, QStringLiteral("UserControl_ReadProperties()")), Ending::report(),
+        [&] {
             setAllowUpdate(bag.ReadProperty(QStringLiteral("AllowUpdate"), false).toBool());
             setAllowReorder(bag.ReadProperty(QStringLiteral("AllowReorder"), false).toBool());
             // Saved as 32 bits; a value beyond 16 bits overflows here.
@@ -375,8 +371,7 @@ void ctlTextSelect::Populate()
 
 void ctlTextSelect::UpdateToolTipText()
 {
-    ErrorPath::run(traced("UpdateToolTipText"), Ending::propagate(),
-                   [&] { registerToolTips(); });
+    ErrorPath::run(traced("UpdateToolTipText"), Ending::propagate(), [&] { registerToolTips(); });
 }
 
 // One tool per item, numbered by the item's position less one, over the item's rectangle, with
@@ -456,27 +451,26 @@ void ctlTextSelect::HandleResize()
 
 void ctlTextSelect::cmdAdd_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdAdd_Click()")), Ending::report(),
-                   [&] {
-                       QString text = txtNewComment->text();
-                       if (ZebObjects::Runtime::applicationServices()->ReformatText(text)) {
-                           MessageBoxes::MsgBox(kReformatted, MsgBoxStyle::Information,
-                                                QStringLiteral("Text Format"));
-                           txtNewComment->setText(text);
-                           return;
-                       }
-                       // The new item reaches the list through ItemAdded.
-                       objectRef(mTextObjects).Add(txtNewComment->text(),
-                                                   chkIsSelected->value() == 1);
-                       txtNewComment->setText(QString());
-                       chkIsSelected->setValue(0);
-                   });
+    ErrorPath::run(
+        Procedure::untraced(this, QStringLiteral("cmdAdd_Click()")), Ending::report(), [&] {
+            QString text = txtNewComment->text();
+            if (ZebObjects::Runtime::applicationServices()->ReformatText(text)) {
+                MessageBoxes::MsgBox(kReformatted, MsgBoxStyle::Information,
+                                     QStringLiteral("Text Format"));
+                txtNewComment->setText(text);
+                return;
+            }
+            // The new item reaches the list through ItemAdded.
+            objectRef(mTextObjects).Add(txtNewComment->text(), chkIsSelected->value() == 1);
+            txtNewComment->setText(QString());
+            chkIsSelected->setValue(0);
+        });
 }
 
 void ctlTextSelect::cmdCancel_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdCancel_Click()")),
-                   Ending::report(), [&] {
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdCancel_Click()")), Ending::report(),
+                   [&] {
                        txtNewComment->setText(QString());
                        chkIsSelected->setValue(0);
                        txtNewComment->setFocus();
@@ -486,8 +480,7 @@ void ctlTextSelect::cmdCancel_Click()
 void ctlTextSelect::txtNewComment_Change()
 {
     ErrorPath::run(Procedure::untraced(this, QStringLiteral("txtNewComment_Change()")),
-                   Ending::report(),
-                   [&] { cmdAdd->setEnabled(!txtNewComment->text().isEmpty()); });
+                   Ending::report(), [&] { cmdAdd->setEnabled(!txtNewComment->text().isEmpty()); });
 }
 
 void ctlTextSelect::cmdSave_Click()
@@ -502,8 +495,8 @@ void ctlTextSelect::cmdSave_Click()
 
 void ctlTextSelect::cmdMoveUp_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdMoveUp_Click()")),
-                   Ending::report(), [&] { moveItemUp(); });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdMoveUp_Click()")), Ending::report(),
+                   [&] { moveItemUp(); });
 }
 
 void ctlTextSelect::cmdMoveDown_Click()
@@ -587,8 +580,8 @@ void ctlTextSelect::editSelectedItem()
 
 void ctlTextSelect::mnu_Edit_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("mnu_Edit_Click()")),
-                   Ending::report(), [&] {
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("mnu_Edit_Click()")), Ending::report(),
+                   [&] {
                        if (mAllowUpdate && ListView->selectedRow() >= 0)
                            editSelectedItem();
                    });
@@ -617,8 +610,8 @@ void ctlTextSelect::ListView_DblClick()
 
 void ctlTextSelect::ListView_KeyUp(int key, Qt::KeyboardModifiers)
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("ListView_KeyUp()")),
-                   Ending::report(), [&] {
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("ListView_KeyUp()")), Ending::report(),
+                   [&] {
                        const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
                        if (mAllowUpdate && enter && ListView->selectedRow() >= 0)
                            editSelectedItem();
@@ -653,8 +646,7 @@ void ctlTextSelect::ListView_ItemCheck(int item)
 {
     ErrorPath::run(Procedure::untraced(this, QStringLiteral("ListView_ItemCheck()")),
                    Ending::report(), [&] {
-                       const auto textObject =
-                           objectRef(mTextObjects).Item(ListView->tag(item));
+                       const auto textObject = objectRef(mTextObjects).Item(ListView->tag(item));
                        objectRef(textObject).setSelected(ListView->isChecked(item));
                    });
 }
@@ -678,8 +670,7 @@ void ctlTextSelect::mTextObjects_ItemAdded(const QString& key)
                    Ending::report(), [&] {
                        const auto textObject = objectRef(mTextObjects).Item(key);
                        const QString text = objectRef(textObject).Text();
-                       const int item =
-                           ListView->addItem(kItemKeyPrefix + key, displayText(text));
+                       const int item = ListView->addItem(kItemKeyPrefix + key, displayText(text));
                        ListView->setTag(item, key);
                        ListView->setChecked(item, textObject->Selected());
                        const int index = ListView->row(kItemKeyPrefix + key);

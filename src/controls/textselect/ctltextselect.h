@@ -104,8 +104,7 @@ private:
     void moveItemDown();
     void moveItemUp();
     /// The traced body of both moves: the collection's move, then the same item selected again.
-    void moveSelectedItem(const char* name,
-                          void (ZebObjects::TextObjects::*move)(const QString&));
+    void moveSelectedItem(const char* name, void (ZebObjects::TextObjects::*move)(const QString&));
 
     void cmdAdd_Click();
     void cmdCancel_Click();

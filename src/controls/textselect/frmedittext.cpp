@@ -84,8 +84,8 @@ void frmEditText::cmdOK_Click()
 
 void frmEditText::cmdCancel_Click()
 {
-    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdCancel_Click()")),
-                   Ending::report(), [&] { reject(); });
+    ErrorPath::run(Procedure::untraced(this, QStringLiteral("cmdCancel_Click()")), Ending::report(),
+                   [&] { reject(); });
 }
 
 }  // namespace ZebSubCtl

@@ -22,8 +22,8 @@ class MultiLineTextBox;
 class ZEBSUBCTL_EXPORT frmEditText : public QDialog {
     Q_OBJECT
     /// The paragraph the dialog edits; none until set.
-    Q_PROPERTY(std::shared_ptr<ZebObjects::TextObject> TextObject READ TextObject WRITE
-                   setTextObject)
+    Q_PROPERTY(
+        std::shared_ptr<ZebObjects::TextObject> TextObject READ TextObject WRITE setTextObject)
 public:
     /// Creates the dialog, with no paragraph, as a child of parent.
     explicit frmEditText(QWidget* parent = nullptr);

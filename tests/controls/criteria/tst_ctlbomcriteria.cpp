@@ -73,32 +73,53 @@ const QList<Column> kColumns = {
 
 bool flagOf(const StandaloneBOM& bom, const QString& member)
 {
-    if (member == QLatin1String("IncludeBrand")) return bom.IncludeBrand();
-    if (member == QLatin1String("IncludeCatalogNumber")) return bom.IncludeCatalogNumber();
-    if (member == QLatin1String("IncludeDefaultRemarks")) return bom.IncludeDefaultRemarks();
-    if (member == QLatin1String("IncludeDescription")) return bom.IncludeDescription();
-    if (member == QLatin1String("IncludeGroupCodes")) return bom.IncludeGroupCodes();
-    if (member == QLatin1String("IncludeLineComments")) return bom.IncludeLineComments();
-    if (member == QLatin1String("IncludeManufacturer")) return bom.IncludeManufacturer();
-    if (member == QLatin1String("IncludeMTO")) return bom.IncludeMTO();
-    if (member == QLatin1String("IncludeQuantity")) return bom.IncludeQuantity();
-    if (member == QLatin1String("IncludeType")) return bom.IncludeType();
+    if (member == QLatin1String("IncludeBrand"))
+        return bom.IncludeBrand();
+    if (member == QLatin1String("IncludeCatalogNumber"))
+        return bom.IncludeCatalogNumber();
+    if (member == QLatin1String("IncludeDefaultRemarks"))
+        return bom.IncludeDefaultRemarks();
+    if (member == QLatin1String("IncludeDescription"))
+        return bom.IncludeDescription();
+    if (member == QLatin1String("IncludeGroupCodes"))
+        return bom.IncludeGroupCodes();
+    if (member == QLatin1String("IncludeLineComments"))
+        return bom.IncludeLineComments();
+    if (member == QLatin1String("IncludeManufacturer"))
+        return bom.IncludeManufacturer();
+    if (member == QLatin1String("IncludeMTO"))
+        return bom.IncludeMTO();
+    if (member == QLatin1String("IncludeQuantity"))
+        return bom.IncludeQuantity();
+    if (member == QLatin1String("IncludeType"))
+        return bom.IncludeType();
     qFatal("unknown flag");
 }
 
 void setFlag(StandaloneBOM& bom, const QString& member, bool on)
 {
-    if (member == QLatin1String("IncludeBrand")) bom.setIncludeBrand(on);
-    else if (member == QLatin1String("IncludeCatalogNumber")) bom.setIncludeCatalogNumber(on);
-    else if (member == QLatin1String("IncludeDefaultRemarks")) bom.setIncludeDefaultRemarks(on);
-    else if (member == QLatin1String("IncludeDescription")) bom.setIncludeDescription(on);
-    else if (member == QLatin1String("IncludeGroupCodes")) bom.setIncludeGroupCodes(on);
-    else if (member == QLatin1String("IncludeLineComments")) bom.setIncludeLineComments(on);
-    else if (member == QLatin1String("IncludeManufacturer")) bom.setIncludeManufacturer(on);
-    else if (member == QLatin1String("IncludeMTO")) bom.setIncludeMTO(on);
-    else if (member == QLatin1String("IncludeQuantity")) bom.setIncludeQuantity(on);
-    else if (member == QLatin1String("IncludeType")) bom.setIncludeType(on);
-    else qFatal("unknown flag");
+    if (member == QLatin1String("IncludeBrand"))
+        bom.setIncludeBrand(on);
+    else if (member == QLatin1String("IncludeCatalogNumber"))
+        bom.setIncludeCatalogNumber(on);
+    else if (member == QLatin1String("IncludeDefaultRemarks"))
+        bom.setIncludeDefaultRemarks(on);
+    else if (member == QLatin1String("IncludeDescription"))
+        bom.setIncludeDescription(on);
+    else if (member == QLatin1String("IncludeGroupCodes"))
+        bom.setIncludeGroupCodes(on);
+    else if (member == QLatin1String("IncludeLineComments"))
+        bom.setIncludeLineComments(on);
+    else if (member == QLatin1String("IncludeManufacturer"))
+        bom.setIncludeManufacturer(on);
+    else if (member == QLatin1String("IncludeMTO"))
+        bom.setIncludeMTO(on);
+    else if (member == QLatin1String("IncludeQuantity"))
+        bom.setIncludeQuantity(on);
+    else if (member == QLatin1String("IncludeType"))
+        bom.setIncludeType(on);
+    else
+        qFatal("unknown flag");
 }
 
 // Options that keep "Default Remarks" off whatever is written to them.
@@ -220,8 +241,8 @@ private slots:
 void tst_ctlBOMCriteria::isCreatedByItsIdentifier()
 {
     ZebTest::Harness h;
-    std::unique_ptr<UserControl> control(ControlRegistry::instance().create(
-        QStringLiteral("ZebSubmittalControls.ctlBOMCriteria")));
+    std::unique_ptr<UserControl> control(
+        ControlRegistry::instance().create(QStringLiteral("ZebSubmittalControls.ctlBOMCriteria")));
     QVERIFY(qobject_cast<ctlBOMCriteria*>(control.get()));
     QCOMPARE(control->Name(), QStringLiteral("ctlBOMCriteria"));
     QVERIFY(control->metaObject()->indexOfProperty("BOM") >= 0);
@@ -299,9 +320,9 @@ void tst_ctlBOMCriteria::boxesAreReachedWithTabAndTickedWithSpace()
     f.ctl->activateWindow();
     f.box("chkQuantity")->setFocus();
     QVERIFY(QTest::qWaitFor([&] { return f.box("chkQuantity")->hasFocus(); }));
-    const QStringList order = {"chkQuantity", "chkType", "chkBrand", "chkMfr", "chkCatNum",
-                               "chkDesc", "chkLineComments", "chkMTO", "chkGroupCode",
-                               "chkDefaultRemarks"};
+    const QStringList order = {"chkQuantity",  "chkType",          "chkBrand",        "chkMfr",
+                               "chkCatNum",    "chkDesc",          "chkLineComments", "chkMTO",
+                               "chkGroupCode", "chkDefaultRemarks"};
     for (int i = 1; i < order.size(); ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget()->objectName(), order[i]);
@@ -320,12 +341,13 @@ void tst_ctlBOMCriteria::everyCaptionFitsItsWidget()
     Fixture f;
     for (const Column& c : kColumns) {
         const CheckBox* box = f.box(c.box);
-        const int needs =
-            box->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, box)
-            + box->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, box)
-            + box->fontMetrics().horizontalAdvance(box->text());
-        QVERIFY2(needs <= box->width(),
-                 qPrintable(QStringLiteral("%1: %2 > %3").arg(QLatin1String(c.box)).arg(needs).arg(box->width())));
+        const int needs = box->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, box)
+                          + box->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, box)
+                          + box->fontMetrics().horizontalAdvance(box->text());
+        QVERIFY2(needs <= box->width(), qPrintable(QStringLiteral("%1: %2 > %3")
+                                                       .arg(QLatin1String(c.box))
+                                                       .arg(needs)
+                                                       .arg(box->width())));
         QVERIFY2(box->fontMetrics().height() <= box->height(), c.box);
     }
     for (const char* name : {"lblDefaultRemarks", "lblIncludeOnCoverLetter"}) {
@@ -364,8 +386,7 @@ void tst_ctlBOMCriteria::everyInteractiveElementHasAnAccessibleName()
                 ++interactive;
                 if (child->text(QAccessible::Name).trimmed().isEmpty())
                     unnamed << QStringLiteral("%1 (role %2)")
-                                   .arg(child->object() ? child->object()->objectName()
-                                                        : QString())
+                                   .arg(child->object() ? child->object()->objectName() : QString())
                                    .arg(int(child->role()));
             }
             walk(child);
@@ -526,11 +547,11 @@ void tst_ctlBOMCriteria::remarksListFailureWhilePopulatingIsLoggedByTheListAndTh
                                  QStringLiteral("The text store is not available"));
     f.remarks->faults().failNext(QStringLiteral("Enumerate"), down);
     f.ctl->setBOM(f.bom);
-    QCOMPARE(errorsOnly(f.h.log().lines()),
-             (QStringList{logError(QStringLiteral("Populate"), down, QStringLiteral("ctlTextSelect")),
-                          logError(QStringLiteral("TextObjects"), down,
-                                   QStringLiteral("ctlTextSelect")),
-                          logError(QStringLiteral("Populate()"), down)}));
+    QCOMPARE(
+        errorsOnly(f.h.log().lines()),
+        (QStringList{logError(QStringLiteral("Populate"), down, QStringLiteral("ctlTextSelect")),
+                     logError(QStringLiteral("TextObjects"), down, QStringLiteral("ctlTextSelect")),
+                     logError(QStringLiteral("Populate()"), down)}));
     QVERIFY(f.h.boxes().shown().isEmpty());
 }
 
@@ -630,7 +651,8 @@ void tst_ctlBOMCriteria::clickWithoutOptionsReportsObjectNotSet()
 {
     Fixture f;
     f.click("chkQuantity");
-    QCOMPARE(f.h.log().lines(), QStringList{logError(QStringLiteral("chkQuantity_Click()"), kNotSet)});
+    QCOMPARE(f.h.log().lines(),
+             QStringList{logError(QStringLiteral("chkQuantity_Click()"), kNotSet)});
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kNotSet)});
     f.h.log().clear();
     f.h.boxes().clear();
@@ -651,8 +673,8 @@ void tst_ctlBOMCriteria::tickingDefaultRemarksShowsHeadingLineAndListAndRebindsI
     f.bind();
     f.record();
     f.click("chkDefaultRemarks");
-    QCOMPARE(f.calls(), (QStringList{"IncludeDefaultRemarks=", "IncludeDefaultRemarks",
-                                     "DefaultRemarks"}));
+    QCOMPARE(f.calls(),
+             (QStringList{"IncludeDefaultRemarks=", "IncludeDefaultRemarks", "DefaultRemarks"}));
     QVERIFY(f.bom->IncludeDefaultRemarks());
     QVERIFY(f.shown(f.label("lblDefaultRemarks")));
     QVERIFY(f.shown(f.line("lineRemarks")));
@@ -671,8 +693,8 @@ void tst_ctlBOMCriteria::uncheckingDefaultRemarksHidesHeadingLineAndListButKeeps
     f.record();
     f.click("chkDefaultRemarks");
     QCOMPARE(f.box("chkDefaultRemarks")->value(), 0);
-    QCOMPARE(f.calls(), (QStringList{"IncludeDefaultRemarks=", "IncludeDefaultRemarks",
-                                     "DefaultRemarks"}));
+    QCOMPARE(f.calls(),
+             (QStringList{"IncludeDefaultRemarks=", "IncludeDefaultRemarks", "DefaultRemarks"}));
     QVERIFY(!f.bom->IncludeDefaultRemarks());
     QVERIFY(!f.shown(f.label("lblDefaultRemarks")));
     QVERIFY(!f.shown(f.line("lineRemarks")));
@@ -772,8 +794,8 @@ void tst_ctlBOMCriteria::remarksPopulatedRebindsTheList()
     f.bom->setIncludeDefaultRemarks(true);
     f.bind();
     f.record();
-    auto fresh = f.bom->PopulateRemarks({QStringLiteral("One"), QStringLiteral("Two"),
-                                         QStringLiteral("Three")});
+    auto fresh = f.bom->PopulateRemarks(
+        {QStringLiteral("One"), QStringLiteral("Two"), QStringLiteral("Three")});
     QCOMPARE(f.calls(), (QStringList{"PopulateRemarks", "DefaultRemarks"}));
     QCOMPARE(f.list()->TextObjects(), std::shared_ptr<ZebObjects::TextObjects>(fresh));
     QCOMPARE(f.listView()->count(), 3);

@@ -120,9 +120,8 @@ struct Fixture {
     // Records the calls on the cover letter, the submittal and the recipients from now on.
     void record()
     {
-        for (ZebObjects::FaultInjectable* o :
-             std::initializer_list<ZebObjects::FaultInjectable*>{letter.get(), sub.get(),
-                                                                  people.get()}) {
+        for (ZebObjects::FaultInjectable* o : std::initializer_list<ZebObjects::FaultInjectable*>{
+                 letter.get(), sub.get(), people.get()}) {
             o->faults().clearCalls();
             o->faults().setRecording(true);
         }
@@ -242,7 +241,8 @@ void tst_ctlCvrLtrCriteria::childWidgetsCarryTheirNamesAndCaptions()
     QCOMPARE(f.cc()->text(), QStringLiteral("Print Carbon Copy Information"));
     QCOMPARE(f.separate()->text(), QStringLiteral("Separate Cover Letter For Each Recipient"));
     QCOMPARE(f.same()->text(), QStringLiteral("Same Letter For All Recipients"));
-    QCOMPARE(f.box("chkDefaultParagraph")->text(), QStringLiteral("Default Cover Letter Paragraphs"));
+    QCOMPARE(f.box("chkDefaultParagraph")->text(),
+             QStringLiteral("Default Cover Letter Paragraphs"));
     QCOMPARE(f.box("chkRemarks")->text(), QStringLiteral("Default Cover Letter Remarks"));
     QCOMPARE(f.box("chkIncludeLogo")->text(), QStringLiteral("Agency Logo"));
     QCOMPARE(f.picture("imgCheck")->image(), PictureImage::Check);
@@ -299,17 +299,16 @@ void tst_ctlCvrLtrCriteria::everyCaptionFitsItsWidget()
     for (QAbstractButton* b : f.ctl->findChildren<QAbstractButton*>()) {
         const bool isBox = qobject_cast<CheckBox*>(b) != nullptr;
         const int needs =
-            b->style()->pixelMetric(isBox ? QStyle::PM_IndicatorWidth
-                                          : QStyle::PM_ExclusiveIndicatorWidth,
-                                    nullptr, b)
+            b->style()->pixelMetric(
+                isBox ? QStyle::PM_IndicatorWidth : QStyle::PM_ExclusiveIndicatorWidth, nullptr, b)
             + b->style()->pixelMetric(isBox ? QStyle::PM_CheckBoxLabelSpacing
                                             : QStyle::PM_RadioButtonLabelSpacing,
                                       nullptr, b)
             + b->fontMetrics().horizontalAdvance(b->text());
-        QVERIFY2(needs <= b->width(), qPrintable(QStringLiteral("%1: %2 > %3")
-                                                     .arg(b->objectName())
-                                                     .arg(needs)
-                                                     .arg(b->width())));
+        QVERIFY2(
+            needs <= b->width(),
+            qPrintable(
+                QStringLiteral("%1: %2 > %3").arg(b->objectName()).arg(needs).arg(b->width())));
         QVERIFY2(b->fontMetrics().height() <= b->height(), qPrintable(b->objectName()));
     }
     for (const char* name : {"lblMultipleRecipients", "lblIncludeOnCoverLetter"}) {
@@ -322,16 +321,23 @@ void tst_ctlCvrLtrCriteria::everyCaptionFitsItsWidget()
         const QRect needed = info->fontMetrics().boundingRect(
             QRect(0, 0, info->width(), 10000), Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop,
             info->text());
-        QVERIFY2(needed.height() <= info->height(),
-                 qPrintable(QStringLiteral("%1: %2 > %3").arg(QLatin1String(name)).arg(needed.height()).arg(info->height())));
+        QVERIFY2(needed.height() <= info->height(), qPrintable(QStringLiteral("%1: %2 > %3")
+                                                                   .arg(QLatin1String(name))
+                                                                   .arg(needed.height())
+                                                                   .arg(info->height())));
     }
     for (QWidget* child : f.ctl->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
         QVERIFY2(f.ctl->rect().contains(child->geometry()), qPrintable(child->objectName()));
     // Nothing overlaps what sits below it.
-    const QList<const char*> column = {"lblIncludeOnCoverLetter", "lblIncludeInfo",
-                                       "chkIncludeLogo", "chkDefaultParagraph", "chkRemarks",
-                                       "chkIncludeCC", "lblMultipleRecipients",
-                                       "lblMultipleInstructions", "optMultipleCoverLetters",
+    const QList<const char*> column = {"lblIncludeOnCoverLetter",
+                                       "lblIncludeInfo",
+                                       "chkIncludeLogo",
+                                       "chkDefaultParagraph",
+                                       "chkRemarks",
+                                       "chkIncludeCC",
+                                       "lblMultipleRecipients",
+                                       "lblMultipleInstructions",
+                                       "optMultipleCoverLetters",
                                        "optOneCoverLetter"};
     for (int i = 1; i < column.size(); ++i) {
         const QRect above = f.ctl->findChild<QWidget*>(QLatin1String(column[i - 1]))->geometry();
@@ -548,10 +554,14 @@ void tst_ctlCvrLtrCriteria::eachFailingReadWhilePopulatingIsLoggedTwiceAndReache
 {
     // Each read of Populate in turn; "SeparateLetters" twice, its first and its second read.
     const QList<std::pair<QString, int>> reads = {
-        {QStringLiteral("CoverLetter"), 0},       {QStringLiteral("IncludeDefaultParagraphs"), 0},
-        {QStringLiteral("IncludeCarbonCopy"), 0}, {QStringLiteral("IncludeLogo"), 0},
-        {QStringLiteral("IncludeRemarks"), 0},    {QStringLiteral("SeparateLetters"), 1},
-        {QStringLiteral("SeparateLetters"), 2},   {QStringLiteral("Recipients"), 0},
+        {QStringLiteral("CoverLetter"), 0},
+        {QStringLiteral("IncludeDefaultParagraphs"), 0},
+        {QStringLiteral("IncludeCarbonCopy"), 0},
+        {QStringLiteral("IncludeLogo"), 0},
+        {QStringLiteral("IncludeRemarks"), 0},
+        {QStringLiteral("SeparateLetters"), 1},
+        {QStringLiteral("SeparateLetters"), 2},
+        {QStringLiteral("Recipients"), 0},
         {QStringLiteral("Count"), 0},
     };
     for (const auto& [member, nth] : reads) {
@@ -592,7 +602,8 @@ void tst_ctlCvrLtrCriteria::clickFailureWhilePopulatingIsReportedAndPopulateGoes
     f.letter->setIncludeLogo(true);
     f.letter->faults().failNext(QStringLiteral("IncludeLogo="), kStoreDown);
     QVERIFY(!setterFailure(f, f.sub));
-    QCOMPARE(f.h.log().lines(), QStringList{logError(QStringLiteral("chkIncludeLogo_Click()"), kStoreDown)});
+    QCOMPARE(f.h.log().lines(),
+             QStringList{logError(QStringLiteral("chkIncludeLogo_Click()"), kStoreDown)});
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kStoreDown)});
     QCOMPARE(f.box("chkIncludeLogo")->value(), 1);
     // The rest ran: the single recipient's choice is made.
@@ -624,10 +635,10 @@ void tst_ctlCvrLtrCriteria::oneRecipientDisablesBothOptionsAndSelectsAndWritesSe
     f.ctl->setSubmittal(f.sub);
     // False shown first (one write from "Same Letter"), then the single recipient's choice
     // (two writes from "Separate").
-    QCOMPARE(f.letterCalls(),
-             (QStringList{"IncludeDefaultParagraphs", "IncludeCarbonCopy", "IncludeLogo",
-                          "IncludeRemarks", "SeparateLetters", "SeparateLetters=",
-                          "SeparateLetters", "SeparateLetters=", "SeparateLetters="}));
+    QCOMPARE(f.letterCalls(), (QStringList{"IncludeDefaultParagraphs", "IncludeCarbonCopy",
+                                           "IncludeLogo", "IncludeRemarks", "SeparateLetters",
+                                           "SeparateLetters=", "SeparateLetters",
+                                           "SeparateLetters=", "SeparateLetters="}));
     QVERIFY(!f.separate()->isEnabled());
     QVERIFY(!f.same()->isEnabled());
     QVERIFY(f.separate()->value());
@@ -701,9 +712,12 @@ void tst_ctlCvrLtrCriteria::eachCheckBoxWritesItsFlagOnClick_data()
 {
     QTest::addColumn<QString>("box");
     QTest::addColumn<QString>("member");
-    QTest::newRow("chkDefaultParagraph") << "chkDefaultParagraph" << "IncludeDefaultParagraphs";
-    QTest::newRow("chkIncludeLogo") << "chkIncludeLogo" << "IncludeLogo";
-    QTest::newRow("chkRemarks") << "chkRemarks" << "IncludeRemarks";
+    QTest::newRow("chkDefaultParagraph") << "chkDefaultParagraph"
+                                         << "IncludeDefaultParagraphs";
+    QTest::newRow("chkIncludeLogo") << "chkIncludeLogo"
+                                    << "IncludeLogo";
+    QTest::newRow("chkRemarks") << "chkRemarks"
+                                << "IncludeRemarks";
 }
 
 void tst_ctlCvrLtrCriteria::eachCheckBoxWritesItsFlagOnClick()
@@ -804,7 +818,8 @@ void tst_ctlCvrLtrCriteria::eachCheckBoxFailureReportsPlainAndThePanelStillWorks
     QTest::addColumn<QString>("member");
     QTest::addColumn<QString>("label");
     for (const auto& [box, member, label] :
-         {std::tuple{"chkDefaultParagraph", "IncludeDefaultParagraphs", "chkDefaultParagraph_Click()"},
+         {std::tuple{"chkDefaultParagraph", "IncludeDefaultParagraphs",
+                     "chkDefaultParagraph_Click()"},
           std::tuple{"chkIncludeLogo", "IncludeLogo", "chkIncludeLogo_Click()"},
           std::tuple{"chkRemarks", "IncludeRemarks", "chkRemarks_Click()"}}) {
         QTest::addRow("%s write", box) << box << (QString::fromLatin1(member) + "=") << label;

@@ -116,9 +116,9 @@ struct Fixture {
     std::shared_ptr<StandaloneSubmittal> sub;
     std::unique_ptr<ctlGeneralInfo> ctl;
 
-    explicit Fixture(std::shared_ptr<StandaloneSubmittal> submittal =
-                         std::make_shared<StandaloneSubmittal>(),
-                     const QStringList& issuers = kIssuers, bool show = true)
+    explicit Fixture(
+        std::shared_ptr<StandaloneSubmittal> submittal = std::make_shared<StandaloneSubmittal>(),
+        const QStringList& issuers = kIssuers, bool show = true)
         : sub(std::move(submittal))
     {
         services->setIssuedByNames(issuers);
@@ -147,10 +147,7 @@ struct Fixture {
         sub->faults().clearCalls();
     }
     QStringList calls() const { return sub->faults().calls(); }
-    int count(const QString& member) const
-    {
-        return static_cast<int>(calls().count(member));
-    }
+    int count(const QString& member) const { return static_cast<int>(calls().count(member)); }
 
     CheckBox* check(const char* name) const
     {
@@ -293,8 +290,8 @@ void tst_ctlGeneralInfo::cleanup()
 void tst_ctlGeneralInfo::isCreatedByItsIdentifier()
 {
     ZebTest::Harness h;
-    std::unique_ptr<UserControl> control(ControlRegistry::instance().create(
-        QStringLiteral("ZebSubmittalControls.ctlGeneralInfo")));
+    std::unique_ptr<UserControl> control(
+        ControlRegistry::instance().create(QStringLiteral("ZebSubmittalControls.ctlGeneralInfo")));
     QVERIFY(qobject_cast<ctlGeneralInfo*>(control.get()));
     QCOMPARE(control->Name(), QStringLiteral("ctlGeneralInfo"));
     QVERIFY(ControlRegistry::instance().identifiers().contains(
@@ -325,10 +322,9 @@ void tst_ctlGeneralInfo::childWidgetsCarryTheirNamesAndCaptions()
     QVERIFY(f.other());
     for (const char* name : {"Line1", "Line2", "Line3"})
         QVERIFY2(f.line(name), name);
-    const QList<std::pair<const char*, PictureImage>> pictures{
-        {"Image1", PictureImage::Contents},
-        {"Image2", PictureImage::Purpose},
-        {"Image3", PictureImage::Details}};
+    const QList<std::pair<const char*, PictureImage>> pictures{{"Image1", PictureImage::Contents},
+                                                               {"Image2", PictureImage::Purpose},
+                                                               {"Image3", PictureImage::Details}};
     for (const auto& [name, image] : pictures) {
         auto* picture = f.ctl->findChild<Picture*>(QLatin1String(name));
         QVERIFY2(picture, name);
@@ -378,8 +374,7 @@ void tst_ctlGeneralInfo::freeTextBoxStartsHidden()
 void tst_ctlGeneralInfo::criteriaIsAPropertyByName()
 {
     Fixture f(sample());
-    QVERIFY(f.ctl->setProperty("Criteria",
-                               QVariant::fromValue(std::shared_ptr<Submittal>(f.sub))));
+    QVERIFY(f.ctl->setProperty("Criteria", QVariant::fromValue(std::shared_ptr<Submittal>(f.sub))));
     QCOMPARE(f.ctl->Criteria().get(), f.sub.get());
     QCOMPARE(f.ctl->property("Criteria").value<std::shared_ptr<Submittal>>().get(), f.sub.get());
     QCOMPARE(f.issuer()->text(), QStringLiteral("Dana Whitfield"));
@@ -400,15 +395,15 @@ void tst_ctlGeneralInfo::everyCaptionFitsItsWidget()
         const QStyle* style = b->style();
         const bool radio = qobject_cast<QRadioButton*>(b) != nullptr;
         const int needed =
-            style->pixelMetric(radio ? QStyle::PM_ExclusiveIndicatorWidth
-                                     : QStyle::PM_IndicatorWidth,
-                               nullptr, b)
+            style->pixelMetric(
+                radio ? QStyle::PM_ExclusiveIndicatorWidth : QStyle::PM_IndicatorWidth, nullptr, b)
             + style->pixelMetric(radio ? QStyle::PM_RadioButtonLabelSpacing
                                        : QStyle::PM_CheckBoxLabelSpacing,
                                  nullptr, b)
             + b->fontMetrics().horizontalAdvance(b->text());
-        QVERIFY2(needed <= b->width(),
-                 qPrintable(QStringLiteral("%1: %2 > %3").arg(b->text()).arg(needed).arg(b->width())));
+        QVERIFY2(
+            needed <= b->width(),
+            qPrintable(QStringLiteral("%1: %2 > %3").arg(b->text()).arg(needed).arg(b->width())));
         QVERIFY2(b->fontMetrics().height() <= b->height(), qPrintable(b->text()));
     }
     for (QLabel* l : f.ctl->findChildren<QLabel*>()) {
@@ -579,18 +574,19 @@ void tst_ctlGeneralInfo::moreIssuersThanASixteenBitCounterOverflowAndAreLoggedOn
         ctlGeneralInfo panel;
         QCOMPARE(panel.findChild<ComboBox*>(QStringLiteral("cmbIssuedBy"))->count(), 32767);
         QCOMPARE(h.log().failureLines(),
-                 QStringList{logError(QStringLiteral("UserControl_Initialize()"),
-                                      error(6, QStringLiteral("ZebSubCtl"),
-                                            QStringLiteral("Overflow")))});
+                 QStringList{
+                     logError(QStringLiteral("UserControl_Initialize()"),
+                              error(6, QStringLiteral("ZebSubCtl"), QStringLiteral("Overflow")))});
     }
     ZebTest::Harness h;
     auto services = std::make_shared<StandaloneApplicationServices>();
     services->setIssuedByNames(many);
     ZebObjects::Runtime::setApplicationServices(services);
     ctlGeneralInfo panel;
-    QCOMPARE(h.log().failureLines(),
-             QStringList{logError(QStringLiteral("UserControl_Initialize()"),
-                                  error(6, QStringLiteral("ZebSubCtl"), QStringLiteral("Overflow")))});
+    QCOMPARE(
+        h.log().failureLines(),
+        QStringList{logError(QStringLiteral("UserControl_Initialize()"),
+                             error(6, QStringLiteral("ZebSubCtl"), QStringLiteral("Overflow")))});
 }
 
 // --- Criteria and Populate
@@ -620,11 +616,10 @@ void tst_ctlGeneralInfo::populateReadsInOrderAndWritesThePurposeBeforeFillingThe
     Fixture f(s);
     f.record();
     f.ctl->setCriteria(f.sub);
-    QCOMPARE(f.calls(),
-             (QStringList{"IssuedBy", "IssuedBy=", "SubmittalDate", "IncludeCoverLetter",
-                          "IncludeCoverLetter=", "IncludeBOM", "IncludeLabels", "IncludeLabels=",
-                          "SubmittalPurposeIndex", "SelectPurpose", "SubmittalPurpose=",
-                          "SubmittalPurpose"}));
+    QCOMPARE(f.calls(), (QStringList{"IssuedBy", "IssuedBy=", "SubmittalDate", "IncludeCoverLetter",
+                                     "IncludeCoverLetter=", "IncludeBOM", "IncludeLabels",
+                                     "IncludeLabels=", "SubmittalPurposeIndex", "SelectPurpose",
+                                     "SubmittalPurpose=", "SubmittalPurpose"}));
 }
 
 void tst_ctlGeneralInfo::populateWithOtherShowsTheCustomPurposeInTheBox()
@@ -740,8 +735,9 @@ void tst_ctlGeneralInfo::clickWithoutASubmittalReportsObjectNotSet()
 {
     Fixture f;
     f.click(f.check("chkLabels"));
-    const ErrorInfo notSet = error(91, QStringLiteral("ZebSubCtl"),
-                                   QStringLiteral("Object variable or With block variable not set"));
+    const ErrorInfo notSet =
+        error(91, QStringLiteral("ZebSubCtl"),
+              QStringLiteral("Object variable or With block variable not set"));
     QCOMPARE(f.h.log().failureLines(),
              QStringList{logError(QStringLiteral("chkLabels_Click()"), notSet)});
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(notSet)});
@@ -751,10 +747,9 @@ void tst_ctlGeneralInfo::clickWithoutASubmittalReportsObjectNotSet()
 
 void tst_ctlGeneralInfo::tickingACheckBoxWritesItsFlagOnce()
 {
-    const QList<std::pair<const char*, const char*>> boxes{
-        {"chkCoverLetter", "IncludeCoverLetter"},
-        {"chkBOM", "IncludeBOM"},
-        {"chkLabels", "IncludeLabels"}};
+    const QList<std::pair<const char*, const char*>> boxes{{"chkCoverLetter", "IncludeCoverLetter"},
+                                                           {"chkBOM", "IncludeBOM"},
+                                                           {"chkLabels", "IncludeLabels"}};
     for (const auto& [name, member] : boxes) {
         Fixture f;
         f.bind();
@@ -825,7 +820,7 @@ void tst_ctlGeneralInfo::echoEndsAtTheComparisonWhenTheSubmittalRaisesOnEveryWri
     QCOMPARE(f.check("chkBOM")->value(), 1);
     QCOMPARE(updates.count(), 1);
     QCOMPARE(echoing->writes, 2);  // the host's and the single write-back
-    QCOMPARE(events.count(), 2);   // the second finds box and flag equal
+    QCOMPARE(events.count(), 2);  // the second finds box and flag equal
 }
 
 // --- purpose
@@ -1114,8 +1109,8 @@ void tst_ctlGeneralInfo::dayChosenInTheCalendarIsWrittenWhenTheEditorIsLeft()
     f.focusDate();
     QTest::keyClick(f.dateText(), Qt::Key_Down, Qt::AltModifier);
     QTRY_VERIFY(f.date()->isCalendarOpen());
-    auto* table = f.date()->calendar()->findChild<QTableView*>(
-        QStringLiteral("qt_calendar_calendarview"));
+    auto* table =
+        f.date()->calendar()->findChild<QTableView*>(QStringLiteral("qt_calendar_calendarview"));
     QTest::keyClick(table, Qt::Key_Right);
     QTest::keyClick(table, Qt::Key_Return);
     QTRY_VERIFY(!f.date()->isCalendarOpen());
@@ -1134,8 +1129,8 @@ void tst_ctlGeneralInfo::calendarEscapeChangesNothingInTheSubmittal()
     f.focusDate();
     QTest::keyClick(f.dateText(), Qt::Key_F4);
     QTRY_VERIFY(f.date()->isCalendarOpen());
-    auto* table = f.date()->calendar()->findChild<QTableView*>(
-        QStringLiteral("qt_calendar_calendarview"));
+    auto* table =
+        f.date()->calendar()->findChild<QTableView*>(QStringLiteral("qt_calendar_calendarview"));
     QTest::keyClick(table, Qt::Key_Down);
     QTest::keyClick(table, Qt::Key_Escape);
     QTRY_VERIFY(!f.date()->isCalendarOpen());
@@ -1233,8 +1228,7 @@ void tst_ctlGeneralInfo::everyFailingMemberInAHandlerIsReportedAndThePanelKeepsW
              f.click(f.check("chkBOM"));
              return f.sub->IncludeBOM();
          }},
-        {"IncludeLabels=", "chkLabels_Click()",
-         [](Fixture& f) { f.click(f.check("chkLabels")); },
+        {"IncludeLabels=", "chkLabels_Click()", [](Fixture& f) { f.click(f.check("chkLabels")); },
          [](Fixture& f) {
              f.click(f.check("chkLabels"));
              return f.sub->IncludeLabels() && f.check("chkLabels")->value() == 1;
@@ -1245,8 +1239,7 @@ void tst_ctlGeneralInfo::everyFailingMemberInAHandlerIsReportedAndThePanelKeepsW
              f.sub->setIncludeCoverLetter(true);
              return f.check("chkCoverLetter")->value() == 1;
          }},
-        {"IncludeBOM", "mCriteria_BOMChanged()",
-         [](Fixture& f) { f.sub->setIncludeBOM(true); },
+        {"IncludeBOM", "mCriteria_BOMChanged()", [](Fixture& f) { f.sub->setIncludeBOM(true); },
          [](Fixture& f) {
              f.sub->setIncludeBOM(false);
              f.sub->setIncludeBOM(true);
@@ -1289,8 +1282,7 @@ void tst_ctlGeneralInfo::everyFailingMemberInAHandlerIsReportedAndThePanelKeepsW
              f.sub->setIssuedBy(QStringLiteral("Marcus Oyelaran"));
              return f.issuer()->text() == QStringLiteral("Marcus Oyelaran");
          }},
-        {"SelectPurpose", "optSubmittalPurpose_Click()",
-         [](Fixture& f) { f.click(f.option(5)); },
+        {"SelectPurpose", "optSubmittalPurpose_Click()", [](Fixture& f) { f.click(f.option(5)); },
          [](Fixture& f) {
              f.click(f.option(6));
              return f.sub->SubmittalPurpose() == QStringLiteral("Record Only");
@@ -1299,12 +1291,11 @@ void tst_ctlGeneralInfo::everyFailingMemberInAHandlerIsReportedAndThePanelKeepsW
          [](Fixture& f) { f.click(f.option(6)); },
          [](Fixture& f) {
              f.click(f.option(2));
-             return f.sub->SubmittalPurpose() == QStringLiteral("Request For Approval As Submitted");
+             return f.sub->SubmittalPurpose()
+                    == QStringLiteral("Request For Approval As Submitted");
          }},
         {"SubmittalPurpose", "mCriteria_SubmittalPurposeChanged()",
-         [](Fixture& f) {
-             f.sub->SelectPurpose(7);
-         },
+         [](Fixture& f) { f.sub->SelectPurpose(7); },
          [](Fixture& f) {
              f.sub->setSubmittalPurpose(QStringLiteral("Night work"));
              return f.other()->text() == QStringLiteral("Night work");
@@ -1352,17 +1343,17 @@ void tst_ctlGeneralInfo::everyFailingMemberInAHandlerIsReportedAndThePanelKeepsW
 
 void tst_ctlGeneralInfo::failingReadsInPopulateAreLoggedOnly()
 {
-    for (const char* member : {"IssuedBy", "SubmittalDate", "IncludeCoverLetter", "IncludeBOM",
-                               "IncludeLabels", "SubmittalPurposeIndex", "SelectPurpose",
-                               "SubmittalPurpose="}) {
+    for (const char* member :
+         {"IssuedBy", "SubmittalDate", "IncludeCoverLetter", "IncludeBOM", "IncludeLabels",
+          "SubmittalPurposeIndex", "SelectPurpose", "SubmittalPurpose="}) {
         Fixture f(sample());
         f.sub->faults().failNext(QLatin1String(member), kStoreDown);
         f.ctl->setCriteria(f.sub);
         // The option's own click reports its failure; every other read ends Populate quietly.
         const bool inClick = QLatin1String(member) == QLatin1String("SelectPurpose")
                              || QLatin1String(member) == QLatin1String("SubmittalPurpose=");
-        const QString label = inClick ? QStringLiteral("optSubmittalPurpose_Click()")
-                                      : QStringLiteral("Populate()");
+        const QString label =
+            inClick ? QStringLiteral("optSubmittalPurpose_Click()") : QStringLiteral("Populate()");
         QCOMPARE(f.h.log().failureLines(), QStringList{logError(label, kStoreDown)});
         QCOMPARE(f.h.boxes().shown().size(), inClick ? 1 : 0);
         QCOMPARE(f.ctl->Criteria().get(), f.sub.get());
@@ -1424,7 +1415,8 @@ void tst_ctlGeneralInfo::fieldsAreNamedByTheirLabelsNotByTheirValues()
     const std::pair<QWidget*, const char*> fields[] = {{f.issuer(), "Issued By:"},
                                                        {f.date(), "Submittal Date:"}};
     for (const auto& [field, caption] : fields) {
-        const auto labels = QAccessible::queryAccessibleInterface(field)->relations(QAccessible::Label);
+        const auto labels =
+            QAccessible::queryAccessibleInterface(field)->relations(QAccessible::Label);
         QCOMPARE(labels.size(), 1);
         QCOMPARE(labels.front().first->text(QAccessible::Name), QLatin1String(caption));
     }

@@ -104,10 +104,10 @@ std::shared_ptr<CustomerDirectory> directory()
     d->Add(record("K1", "Rose City Electric", "300", "Portland", "OR", "Contractor", "Electrical"));
     d->Add(record("K2", "Columbia Electric Supply", "100", "Vancouver", "WA", "Distributor",
                   "Wholesale"));
-    d->Add(record("K3", "Cedar Ridge Architects", "400", "Portland", "OR", "Architect",
-                  "Specifier"));
-    d->Add(record("K4", "Bridgetown Electric", "200", "Portland", "OR", "Contractor",
-                  "Electrical", false));
+    d->Add(
+        record("K3", "Cedar Ridge Architects", "400", "Portland", "OR", "Architect", "Specifier"));
+    d->Add(record("K4", "Bridgetown Electric", "200", "Portland", "OR", "Contractor", "Electrical",
+                  false));
     return d;
 }
 
@@ -130,12 +130,12 @@ public:
         qint32 maximumResults = -1;
     };
 
-    std::shared_ptr<ZebObjects::CustomerSearchResult>
-    Search(bool includeInactive, bool interactive, bool exactName, bool matchAny,
-           bool sortByAccountNumber, const QVariant& context, const QString& keyword,
-           const QString& accountNumber, const QString& city, const QString& state,
-           const QString& zip, const QString& phone, const QString& type,
-           const QString& category, qint32 maximumResults) override
+    std::shared_ptr<ZebObjects::CustomerSearchResult> Search(
+        bool includeInactive, bool interactive, bool exactName, bool matchAny,
+        bool sortByAccountNumber, const QVariant& context, const QString& keyword,
+        const QString& accountNumber, const QString& city, const QString& state, const QString& zip,
+        const QString& phone, const QString& type, const QString& category,
+        qint32 maximumResults) override
     {
         check("Search");
         calls.append(Call{{includeInactive, interactive, exactName, matchAny, sortByAccountNumber},
@@ -217,7 +217,10 @@ struct Fixture {
     {
         return ctl->findChild<QPushButton*>(QLatin1String(name));
     }
-    QLineEdit* keyword() const { return ctl->findChild<QLineEdit*>(QStringLiteral("txtNameKeyword")); }
+    QLineEdit* keyword() const
+    {
+        return ctl->findChild<QLineEdit*>(QStringLiteral("txtNameKeyword"));
+    }
     QLineEdit* account() const { return ctl->findChild<QLineEdit*>(QStringLiteral("txtAcctNum")); }
     QLabel* label(const char* name) const { return ctl->findChild<QLabel*>(QLatin1String(name)); }
 
@@ -397,8 +400,8 @@ void tst_ctlCustSelect::isCreatedByItsIdentifier()
     ZebTest::Harness h;
     QVERIFY(ControlRegistry::instance().identifiers().contains(
         QStringLiteral("ZebSubmittalControls.ctlCustSelect")));
-    std::unique_ptr<UserControl> control(ControlRegistry::instance().create(
-        QStringLiteral("ZebSubmittalControls.ctlCustSelect")));
+    std::unique_ptr<UserControl> control(
+        ControlRegistry::instance().create(QStringLiteral("ZebSubmittalControls.ctlCustSelect")));
     QVERIFY(qobject_cast<ctlCustSelect*>(control.get()));
     QCOMPARE(control->Name(), QStringLiteral("ctlCustSelect"));
 }
@@ -411,8 +414,8 @@ void tst_ctlCustSelect::childWidgetsCarryTheirNamesCaptionsAndAccessKeys()
     QVERIFY(f.keyword());
     QVERIFY(f.account());
     const QList<std::pair<const char*, const char*>> buttons = {
-        {"cmdSearch", "Searc&h"},   {"cmdClear", "C&lear"},        {"cmdAdd", "&Add"},
-        {"cmdRemove", "&Remove"},   {"cmdRemoveAll", "R&emove All"}, {"cmdMoveUp", "Move &Up"},
+        {"cmdSearch", "Searc&h"},     {"cmdClear", "C&lear"},          {"cmdAdd", "&Add"},
+        {"cmdRemove", "&Remove"},     {"cmdRemoveAll", "R&emove All"}, {"cmdMoveUp", "Move &Up"},
         {"cmdMoveDown", "Move &Down"}};
     for (const auto& [name, caption] : buttons) {
         QVERIFY2(f.button(name), name);
@@ -465,20 +468,26 @@ void tst_ctlCustSelect::columnsShowEverySampleCustomerWithoutClipping()
     const QFontMetrics metrics(list->font());
     const int checkBox = list->checkBoxRect(0).right() + 1;
     // Text margins of the item view.
-    const int margin = 2 * (list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1);
+    const int margin =
+        2 * (list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1);
     for (int c = 0; c < 7; ++c) {
-        const int heading = QFontMetrics(list->header()->font()).horizontalAdvance(list->columnHeading(c)) + 10;
+        const int heading =
+            QFontMetrics(list->header()->font()).horizontalAdvance(list->columnHeading(c)) + 10;
         QVERIFY2(heading <= list->columnWidth(c), qPrintable(list->columnHeading(c)));
     }
     for (int r = 0; r < list->count(); ++r) {
         const int needed0 = checkBox + metrics.horizontalAdvance(list->text(r)) + margin;
-        QVERIFY2(needed0 <= list->columnWidth(0),
-                 qPrintable(QStringLiteral("%1 needs %2 of %3").arg(list->text(r)).arg(needed0).arg(list->columnWidth(0))));
+        QVERIFY2(needed0 <= list->columnWidth(0), qPrintable(QStringLiteral("%1 needs %2 of %3")
+                                                                 .arg(list->text(r))
+                                                                 .arg(needed0)
+                                                                 .arg(list->columnWidth(0))));
         for (int c = 1; c < 7; ++c) {
             const QString text = list->subItemText(r, c);
             const int needed = metrics.horizontalAdvance(text) + margin;
-            QVERIFY2(needed <= list->columnWidth(c),
-                     qPrintable(QStringLiteral("%1 needs %2 of %3").arg(text).arg(needed).arg(list->columnWidth(c))));
+            QVERIFY2(needed <= list->columnWidth(c), qPrintable(QStringLiteral("%1 needs %2 of %3")
+                                                                    .arg(text)
+                                                                    .arg(needed)
+                                                                    .arg(list->columnWidth(c))));
         }
     }
 }
@@ -493,8 +502,10 @@ void tst_ctlCustSelect::everyCaptionFitsItsWidget()
         QString caption = button->text();
         caption.remove(QLatin1Char('&'));
         const int needed = button->fontMetrics().horizontalAdvance(caption) + 6;
-        QVERIFY2(needed <= button->width(),
-                 qPrintable(QStringLiteral("%1: %2 > %3").arg(QLatin1String(name)).arg(needed).arg(button->width())));
+        QVERIFY2(needed <= button->width(), qPrintable(QStringLiteral("%1: %2 > %3")
+                                                           .arg(QLatin1String(name))
+                                                           .arg(needed)
+                                                           .arg(button->width())));
     }
     for (const char* name : {"lblCustomerNameHeading", "lblCustomerAcctNumHeading"}) {
         const QLabel* label = f.label(name);
@@ -548,9 +559,9 @@ void tst_ctlCustSelect::tabOrderRunsFromTheSearchBoxesToTheBottomRow()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         order << QApplication::focusWidget()->objectName();
     }
-    QCOMPARE(order, (QStringList{"txtNameKeyword", "txtAcctNum", "cmdSearch", "cmdClear",
-                                 "cmdAdd", "lsvCustomers", "cmdRemove", "cmdRemoveAll",
-                                 "cmdMoveUp", "cmdMoveDown"}));
+    QCOMPARE(order, (QStringList{"txtNameKeyword", "txtAcctNum", "cmdSearch", "cmdClear", "cmdAdd",
+                                 "lsvCustomers", "cmdRemove", "cmdRemoveAll", "cmdMoveUp",
+                                 "cmdMoveDown"}));
 }
 
 void tst_ctlCustSelect::moveUpAndMoveDownDoNothing()
@@ -621,14 +632,14 @@ void tst_ctlCustSelect::allowAddShowsTheSearchAreaAndPutsTheListAt110()
 {
     Fixture f;
     f.ctl->setAllowAdd(true);
-    for (QWidget* w : {static_cast<QWidget*>(f.label("lblCustomerAcctNumHeading")),
-                       static_cast<QWidget*>(f.account()),
-                       static_cast<QWidget*>(f.label("lblCustomerNameHeading")),
-                       static_cast<QWidget*>(f.keyword()), static_cast<QWidget*>(f.button("cmdAdd")),
-                       static_cast<QWidget*>(f.button("cmdSearch")),
-                       static_cast<QWidget*>(f.button("cmdClear")),
-                       static_cast<QWidget*>(f.button("cmdRemove")),
-                       static_cast<QWidget*>(f.button("cmdRemoveAll"))})
+    for (QWidget* w :
+         {static_cast<QWidget*>(f.label("lblCustomerAcctNumHeading")),
+          static_cast<QWidget*>(f.account()),
+          static_cast<QWidget*>(f.label("lblCustomerNameHeading")),
+          static_cast<QWidget*>(f.keyword()), static_cast<QWidget*>(f.button("cmdAdd")),
+          static_cast<QWidget*>(f.button("cmdSearch")), static_cast<QWidget*>(f.button("cmdClear")),
+          static_cast<QWidget*>(f.button("cmdRemove")),
+          static_cast<QWidget*>(f.button("cmdRemoveAll"))})
         QVERIFY2(w->isVisible(), qPrintable(w->objectName()));
     // Shown, but Remove stays disabled until AllowDelete.
     QVERIFY(!f.button("cmdRemove")->isEnabled());
@@ -642,14 +653,14 @@ void tst_ctlCustSelect::allowAddFalseHidesTheSearchAreaAndPutsTheListAt10()
     Fixture f;
     f.allowAll();
     f.ctl->setAllowAdd(false);
-    for (QWidget* w : {static_cast<QWidget*>(f.label("lblCustomerAcctNumHeading")),
-                       static_cast<QWidget*>(f.account()),
-                       static_cast<QWidget*>(f.label("lblCustomerNameHeading")),
-                       static_cast<QWidget*>(f.keyword()), static_cast<QWidget*>(f.button("cmdAdd")),
-                       static_cast<QWidget*>(f.button("cmdSearch")),
-                       static_cast<QWidget*>(f.button("cmdClear")),
-                       static_cast<QWidget*>(f.button("cmdRemove")),
-                       static_cast<QWidget*>(f.button("cmdRemoveAll"))})
+    for (QWidget* w :
+         {static_cast<QWidget*>(f.label("lblCustomerAcctNumHeading")),
+          static_cast<QWidget*>(f.account()),
+          static_cast<QWidget*>(f.label("lblCustomerNameHeading")),
+          static_cast<QWidget*>(f.keyword()), static_cast<QWidget*>(f.button("cmdAdd")),
+          static_cast<QWidget*>(f.button("cmdSearch")), static_cast<QWidget*>(f.button("cmdClear")),
+          static_cast<QWidget*>(f.button("cmdRemove")),
+          static_cast<QWidget*>(f.button("cmdRemoveAll"))})
         QVERIFY2(w->isHidden(), qPrintable(w->objectName()));
     QVERIFY(f.button("cmdMoveUp")->isVisible());
     QVERIFY(f.button("cmdMoveDown")->isVisible());
@@ -726,9 +737,10 @@ protected:
         else if (event->type() == QEvent::Hide)
             changes << name + QStringLiteral(" hidden");
         else if (event->type() == QEvent::EnabledChange)
-            changes << name + (static_cast<QWidget*>(watched)->isEnabled()
-                                   ? QStringLiteral(" enabled")
-                                   : QStringLiteral(" disabled"));
+            changes << name
+                           + (static_cast<QWidget*>(watched)->isEnabled()
+                                  ? QStringLiteral(" enabled")
+                                  : QStringLiteral(" disabled"));
         return false;
     }
 };
@@ -739,11 +751,10 @@ void tst_ctlCustSelect::allowAddAndAllowDeleteChangeTheirWidgetsInOrder()
     Fixture f;
     WidgetChanges seen(f.ctl.get());
     f.ctl->setAllowAdd(true);
-    QCOMPARE(seen.changes,
-             (QStringList{"lblCustomerAcctNumHeading shown", "txtAcctNum shown",
-                          "lblCustomerNameHeading shown", "txtNameKeyword shown", "cmdAdd shown",
-                          "cmdSearch shown", "cmdClear shown", "cmdRemove shown",
-                          "cmdRemoveAll shown"}));
+    QCOMPARE(seen.changes, (QStringList{"lblCustomerAcctNumHeading shown", "txtAcctNum shown",
+                                        "lblCustomerNameHeading shown", "txtNameKeyword shown",
+                                        "cmdAdd shown", "cmdSearch shown", "cmdClear shown",
+                                        "cmdRemove shown", "cmdRemoveAll shown"}));
     seen.changes.clear();
     f.ctl->setAllowDelete(true);
     QCOMPARE(seen.changes, (QStringList{"cmdRemove enabled", "cmdRemoveAll enabled"}));
@@ -821,12 +832,16 @@ void tst_ctlCustSelect::restoringAllowAddTrueRunsTheSameSetterAsAtRunTime()
     Fixture byBag;
     byBag.ctl->UserControl_ReadProperties(PropertyBag::fromJson(R"({"AllowAdd": true})"));
     const QStringList restored = byBag.h.log().lines();
-    const QStringList expected =
-        QStringList{trace("UserControl_ReadProperties()", kEnter), trace("AllowAdd()", kEnter),
-                    trace("UserControl_Resize()", kEnter), trace("UserControl_Resize()", kExit),
-                    trace("AllowAdd()", kExit), trace("AllowDelete()", kEnter),
-                    trace("UserControl_Resize()", kEnter), trace("UserControl_Resize()", kExit),
-                    trace("AllowDelete()", kExit), trace("UserControl_ReadProperties()", kExit)};
+    const QStringList expected = QStringList{trace("UserControl_ReadProperties()", kEnter),
+                                             trace("AllowAdd()", kEnter),
+                                             trace("UserControl_Resize()", kEnter),
+                                             trace("UserControl_Resize()", kExit),
+                                             trace("AllowAdd()", kExit),
+                                             trace("AllowDelete()", kEnter),
+                                             trace("UserControl_Resize()", kEnter),
+                                             trace("UserControl_Resize()", kExit),
+                                             trace("AllowDelete()", kExit),
+                                             trace("UserControl_ReadProperties()", kExit)};
     QCOMPARE(restored, expected);
     Fixture byCode;
     byCode.ctl->setAllowAdd(true);
@@ -847,9 +862,8 @@ void tst_ctlCustSelect::restoringAllowAddTrueRunsTheSameSetterAsAtRunTime()
 void tst_ctlCustSelect::restoreFailureIsLoggedAndPassedToTheHost()
 {
     Fixture f;
-    const auto failure = failureIfAny([&] {
-        f.ctl->UserControl_ReadProperties(PropertyBag::fromJson(R"({"AllowAdd": 5})"));
-    });
+    const auto failure = failureIfAny(
+        [&] { f.ctl->UserControl_ReadProperties(PropertyBag::fromJson(R"({"AllowAdd": 5})")); });
     QVERIFY(failure);
     QCOMPARE(failure->Number, 13);
     QCOMPARE(f.h.log().failureLines(),
@@ -862,7 +876,8 @@ void tst_ctlCustSelect::saveFailureIsLoggedTwiceAndPassedToTheHost()
 {
     Fixture f;
     // Trace 1 is the save's entry, 2 the getter's entry.
-    ZebObjects::Runtime::setDiagnosticLog(std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
+    ZebObjects::Runtime::setDiagnosticLog(
+        std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
     PropertyBag bag;
     const auto failure = failureIfAny([&] { f.ctl->UserControl_WriteProperties(bag); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kLogDown));
@@ -879,7 +894,8 @@ void tst_ctlCustSelect::failingSetterTracesEntryAndLogsButNeverExits()
     f.ctl->resize(300, 200);
     f.h.log().clear();
     // The layout's entry is the second trace.
-    ZebObjects::Runtime::setDiagnosticLog(std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
+    ZebObjects::Runtime::setDiagnosticLog(
+        std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
     const auto failure = failureIfAny([&] { f.ctl->setAllowAdd(true); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kLogDown));
     QCOMPARE(f.h.log().lines(),
@@ -917,9 +933,9 @@ void tst_ctlCustSelect::bindingReadsEachCustomersMembersInRowOrder()
     f.coll->faults().setRecording(true);
     f.ctl->setCustomers(f.coll);
     QCOMPARE(f.coll->faults().calls(), QStringList{"Enumerate"});
-    QCOMPARE(a->faults().calls(), (QStringList{"Key", "DisplayText", "Included", "Name",
-                                               "AccountNumber", "City", "State", "Type",
-                                               "Category"}));
+    QCOMPARE(a->faults().calls(),
+             (QStringList{"Key", "DisplayText", "Included", "Name", "AccountNumber", "City",
+                          "State", "Type", "Category"}));
 }
 
 void tst_ctlCustSelect::bindingNothingClearsTheListAndShowsNothing()
@@ -970,9 +986,9 @@ void tst_ctlCustSelect::populateFailureIsLoggedTwiceAndPassedToTheHost()
     f.coll->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
     const auto failure = failureIfAny([&] { f.ctl->setCustomers(f.coll); });
     QCOMPARE(failure, std::optional<ErrorInfo>(kStoreDown));
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("Customers()", kEnter), logError(QStringLiteral("Populate"), kStoreDown),
-                          logError(QStringLiteral("Customers"), kStoreDown)}));
+    QCOMPARE(f.h.log().lines(), (QStringList{trace("Customers()", kEnter),
+                                             logError(QStringLiteral("Populate"), kStoreDown),
+                                             logError(QStringLiteral("Customers"), kStoreDown)}));
     QVERIFY(f.h.boxes().shown().isEmpty());
     // Bound all the same, and the next binding works.
     QCOMPARE(f.ctl->Customers(), std::shared_ptr<ZebObjects::Customers>(f.coll));
@@ -988,7 +1004,8 @@ void tst_ctlCustSelect::failureReadingACustomerKeepsTheRowsAddedBefore()
     f.coll->Add(QStringLiteral("A1"), a);
     f.coll->Add(QStringLiteral("B2"), b);
     b->faults().failNext(QStringLiteral("City"), kStoreDown);
-    QCOMPARE(failureIfAny([&] { f.ctl->setCustomers(f.coll); }), std::optional<ErrorInfo>(kStoreDown));
+    QCOMPARE(failureIfAny([&] { f.ctl->setCustomers(f.coll); }),
+             std::optional<ErrorInfo>(kStoreDown));
     // The second row was begun and got its first three sub-items.
     QCOMPARE(f.keys(), (QStringList{"A1", "B2"}));
     QCOMPARE(f.list()->subItemCount(0), 6);
@@ -1145,9 +1162,8 @@ void tst_ctlCustSelect::finderIsCreatedOnTheFirstSearchAndKept()
     f.search(QStringLiteral("Cedar"));
     f.search(QStringLiteral("Rose"));
     f.search(QStringLiteral("Nobody"));
-    QCOMPARE(f.services->faults().calls(),
-             (QStringList{"SearchContext", "CreateCustomerFinder", "SearchContext",
-                          "SearchContext"}));
+    QCOMPARE(f.services->faults().calls(), (QStringList{"SearchContext", "CreateCustomerFinder",
+                                                        "SearchContext", "SearchContext"}));
 }
 
 void tst_ctlCustSelect::searchFailureShowsTheSearchBoxWithoutDescription()
@@ -1159,7 +1175,8 @@ void tst_ctlCustSelect::searchFailureShowsTheSearchBoxWithoutDescription()
     f.services->customerDirectory()->faults().failNext(QStringLiteral("Search"), e);
     f.search(QStringLiteral("Cedar"));
     QCOMPARE(f.h.boxes().shown(),
-             (QList<Shown>{{kSearchPrompt, 48, QStringLiteral("Error Number: 91 - The directory is offline")}}));
+             (QList<Shown>{{kSearchPrompt, 48,
+                            QStringLiteral("Error Number: 91 - The directory is offline")}}));
     QCOMPARE(f.h.log().lines(), (QStringList{trace("cmdSearch_Click()", kEnter),
                                              logError(QStringLiteral("cmdSearch_Click"), e)}));
     QCOMPARE(f.keyword()->text(), QStringLiteral("Cedar"));
@@ -1169,7 +1186,8 @@ void tst_ctlCustSelect::searchFailureWithANegativeNumberShowsItsMinusSign()
 {
     Fixture f;
     f.allowAll();
-    const ErrorInfo e = error(-5, QStringLiteral("ZebObjects.CustomerFinder"), QStringLiteral("Busy"));
+    const ErrorInfo e =
+        error(-5, QStringLiteral("ZebObjects.CustomerFinder"), QStringLiteral("Busy"));
     f.services->faults().failNext(QStringLiteral("SearchContext"), e);
     f.search(QStringLiteral("Cedar"));
     QCOMPARE(f.h.boxes().shown(),
@@ -1183,8 +1201,9 @@ void tst_ctlCustSelect::searchFailureBeyondSixteenBitsOverflowsInTheErrorPathAnd
     f.services->customerDirectory()->faults().failNext(QStringLiteral("Search"), kStoreDown);
     f.search(QStringLiteral("Cedar"));
     QVERIFY(f.h.boxes().shown().isEmpty());
-    QCOMPARE(f.h.log().lines(), (QStringList{trace("cmdSearch_Click()", kEnter),
-                                             logError(QStringLiteral("cmdSearch_Click"), kStoreDown)}));
+    QCOMPARE(f.h.log().lines(),
+             (QStringList{trace("cmdSearch_Click()", kEnter),
+                          logError(QStringLiteral("cmdSearch_Click"), kStoreDown)}));
     QCOMPARE(f.h.lastResort().size(), 1);
     QCOMPARE(f.h.lastResort().first().Number, 6);
     // 32767 still fits; 32768 does not.
@@ -1207,13 +1226,20 @@ void tst_ctlCustSelect::everySearchMemberFailingShowsTheSearchBoxAndThePanelStil
 {
     QTest::addColumn<QString>("object");
     QTest::addColumn<QString>("member");
-    QTest::newRow("SearchContext") << "services" << "SearchContext";
-    QTest::newRow("CreateCustomerFinder") << "services" << "CreateCustomerFinder";
-    QTest::newRow("Value") << "context" << "Value";
-    QTest::newRow("Search") << "finder" << "Search";
-    QTest::newRow("ChosenCustomer") << "result" << "ChosenCustomer";
-    QTest::newRow("Name") << "customer" << "Name";
-    QTest::newRow("AccountNumber") << "customer" << "AccountNumber";
+    QTest::newRow("SearchContext") << "services"
+                                   << "SearchContext";
+    QTest::newRow("CreateCustomerFinder") << "services"
+                                          << "CreateCustomerFinder";
+    QTest::newRow("Value") << "context"
+                           << "Value";
+    QTest::newRow("Search") << "finder"
+                            << "Search";
+    QTest::newRow("ChosenCustomer") << "result"
+                                    << "ChosenCustomer";
+    QTest::newRow("Name") << "customer"
+                          << "Name";
+    QTest::newRow("AccountNumber") << "customer"
+                                   << "AccountNumber";
 }
 
 void tst_ctlCustSelect::everySearchMemberFailingShowsTheSearchBoxAndThePanelStillSearches()
@@ -1235,11 +1261,13 @@ void tst_ctlCustSelect::everySearchMemberFailingShowsTheSearchBoxAndThePanelStil
         {QStringLiteral("finder"), &services->finder->faults()},
         {QStringLiteral("result"), &services->finder->result->faults()},
         {QStringLiteral("customer"), &found->faults()}};
-    const ErrorInfo e = error(438, QStringLiteral("ZebObjects"), member + QStringLiteral(" failed"));
+    const ErrorInfo e =
+        error(438, QStringLiteral("ZebObjects"), member + QStringLiteral(" failed"));
     objects.value(object)->failNext(member, e);
     f.search(QStringLiteral("Cedar"));
     QCOMPARE(f.h.boxes().shown(),
-             (QList<Shown>{{kSearchPrompt, 48, QStringLiteral("Error Number: 438 - ") + e.Description}}));
+             (QList<Shown>{
+                 {kSearchPrompt, 48, QStringLiteral("Error Number: 438 - ") + e.Description}}));
     QCOMPARE(f.h.log().failureLines(), QStringList{logError(QStringLiteral("cmdSearch_Click"), e)});
     QVERIFY(!f.h.log().lines().contains(trace("cmdSearch_Click()", kExit)));
     // Still works.
@@ -1272,10 +1300,12 @@ void tst_ctlCustSelect::clearFailureIsOnlyLogged()
     f.allowAll();
     QTest::mouseClick(f.keyword(), Qt::LeftButton);
     typeText(f.keyword(), QStringLiteral("abc"));
-    ZebObjects::Runtime::setDiagnosticLog(std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
+    ZebObjects::Runtime::setDiagnosticLog(
+        std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
     f.click("cmdClear");
-    QCOMPARE(f.h.log().lines(), (QStringList{trace("cmdClear_Click()", kEnter),
-                                             logError(QStringLiteral("cmdClear_Click"), kLogDown)}));
+    QCOMPARE(f.h.log().lines(),
+             (QStringList{trace("cmdClear_Click()", kEnter),
+                          logError(QStringLiteral("cmdClear_Click"), kLogDown)}));
     QVERIFY(f.h.boxes().shown().isEmpty());
     QVERIFY(f.h.lastResort().isEmpty());
     // The boxes were emptied before the exit trace failed.
@@ -1333,7 +1363,8 @@ void tst_ctlCustSelect::addReadsTheFoundCustomersMembersInOrder()
     f.bindTwo();
     auto found = std::make_shared<StandaloneCustomer>(
         record("K3", "Cedar Ridge Architects", "400", "Portland", "OR", "Architect", "Specifier"));
-    services->finder->result = std::make_shared<ZebObjects::StandaloneCustomerSearchResult>(found, 1);
+    services->finder->result =
+        std::make_shared<ZebObjects::StandaloneCustomerSearchResult>(found, 1);
     f.search(QStringLiteral("Cedar"));
     found->faults().setRecording(true);
     f.click("cmdAdd");
@@ -1365,10 +1396,11 @@ void tst_ctlCustSelect::addingACustomerAlreadyHeldShowsTheDuplicateBoxAndSelects
     const ErrorInfo dup = error(457, QStringLiteral("ZebObjects.Customers"),
                                 QStringLiteral("This key is already associated with an element of "
                                                "this collection: \"K3\""));
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("cmdAdd_Click()", kEnter), trace("Customers()", kEnter),
-                          trace("Customers()", kExit), logError(QStringLiteral("cmdAdd_Click"), dup),
-                          trace("cmdAdd_Click()", kDuplicateExit)}));
+    QCOMPARE(
+        f.h.log().lines(),
+        (QStringList{trace("cmdAdd_Click()", kEnter), trace("Customers()", kEnter),
+                     trace("Customers()", kExit), logError(QStringLiteral("cmdAdd_Click"), dup),
+                     trace("cmdAdd_Click()", kDuplicateExit)}));
 }
 
 void tst_ctlCustSelect::duplicateKeepsTheFoundCustomerForALaterAdd()
@@ -1463,10 +1495,12 @@ void tst_ctlCustSelect::everyCustomerMemberFailingDuringAddShowsTheAddBox()
     f.bind({});
     auto found = std::make_shared<StandaloneCustomer>(
         record("K3", "Cedar Ridge Architects", "400", "Portland", "OR", "Architect", "Specifier"));
-    services->finder->result = std::make_shared<ZebObjects::StandaloneCustomerSearchResult>(found, 1);
+    services->finder->result =
+        std::make_shared<ZebObjects::StandaloneCustomerSearchResult>(found, 1);
     f.search(QStringLiteral("Cedar"));
     f.h.log().clear();
-    const ErrorInfo e = error(5, QStringLiteral("ZebObjects.Customer"), member + QStringLiteral(" failed"));
+    const ErrorInfo e =
+        error(5, QStringLiteral("ZebObjects.Customer"), member + QStringLiteral(" failed"));
     found->faults().failNext(member, e);
     f.click("cmdAdd");
     QCOMPARE(f.h.boxes().shown(),
@@ -1503,11 +1537,10 @@ void tst_ctlCustSelect::removeAsksTheCollectionAndTheRowGoesWithItsEvent()
     QCOMPARE(removed.first().first().value<qint16>(), qint16(2));
     QCOMPARE(f.keys(), (QStringList{"A1", "C3"}));
     QCOMPARE(f.collKeys(), (QStringList{"A1", "C3"}));
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("cmdRemove_Click()", kEnter),
-                          trace("mCustomers_CustomerRemoved()", kEnter),
-                          trace("mCustomers_CustomerRemoved()", kExit),
-                          trace("cmdRemove_Click()", kExit)}));
+    QCOMPARE(f.h.log().lines(), (QStringList{trace("cmdRemove_Click()", kEnter),
+                                             trace("mCustomers_CustomerRemoved()", kEnter),
+                                             trace("mCustomers_CustomerRemoved()", kExit),
+                                             trace("cmdRemove_Click()", kExit)}));
 }
 
 void tst_ctlCustSelect::removeWithoutAllowDeleteOrSelectedRowDoesNothing()
@@ -1535,16 +1568,18 @@ void tst_ctlCustSelect::removeFailureShowsPromptAndDescriptionRunTogether()
     Fixture f;
     f.allowAll();
     f.bindTwo();
-    f.coll->setRemovePolicy([](const ZebObjects::Customer& c) { return c.Key() != QLatin1String("B2"); });
+    f.coll->setRemovePolicy(
+        [](const ZebObjects::Customer& c) { return c.Key() != QLatin1String("B2"); });
     f.selectRow(1);
     f.h.log().clear();
     f.click("cmdRemove");
     const ErrorInfo e = error(70, QStringLiteral("ZebObjects.Customers"),
                               QStringLiteral("Permission denied: the submittal must keep \"B2\""));
-    QCOMPARE(f.h.boxes().shown(),
-             (QList<Shown>{{QStringLiteral("An error occurred while deleting the selected customer.")
-                                + e.Description,
-                            48, titled(e)}}));
+    QCOMPARE(
+        f.h.boxes().shown(),
+        (QList<Shown>{{QStringLiteral("An error occurred while deleting the selected customer.")
+                           + e.Description,
+                       48, titled(e)}}));
     QCOMPARE(f.h.log().lines(), (QStringList{trace("cmdRemove_Click()", kEnter),
                                              logError(QStringLiteral("cmdRemove_Click"), e)}));
     QCOMPARE(f.keys(), (QStringList{"A1", "B2"}));
@@ -1553,8 +1588,9 @@ void tst_ctlCustSelect::removeFailureShowsPromptAndDescriptionRunTogether()
     f.coll->faults().failNext(QStringLiteral("Remove"), kDenied);
     f.selectRow(0);
     f.click("cmdRemove");
-    QCOMPARE(f.h.boxes().shown().first().prompt,
-             QStringLiteral("An error occurred while deleting the selected customer.Permission denied"));
+    QCOMPARE(
+        f.h.boxes().shown().first().prompt,
+        QStringLiteral("An error occurred while deleting the selected customer.Permission denied"));
     f.click("cmdRemove");
     QCOMPARE(f.keys(), QStringList{"B2"});
 }
@@ -1616,7 +1652,8 @@ void tst_ctlCustSelect::failingRemoveAllLeavesExactlyTheCustomersStillHeld()
     f.allowAll();
     f.bind({customer("A1", "Alder"), customer("B2", "Benton"), customer("C3", "Cascade"),
             customer("D4", "Deschutes")});
-    f.coll->setRemovePolicy([](const ZebObjects::Customer& c) { return c.Key() != QLatin1String("B2"); });
+    f.coll->setRemovePolicy(
+        [](const ZebObjects::Customer& c) { return c.Key() != QLatin1String("B2"); });
     f.selectRow(0);
     f.h.log().clear();
     f.h.boxes().queueAnswer(MsgBoxAnswer::OK);
@@ -1631,7 +1668,8 @@ void tst_ctlCustSelect::failingRemoveAllLeavesExactlyTheCustomersStillHeld()
                     48, titled(e)}));
     QCOMPARE(f.collKeys(), QStringList{"B2"});
     QCOMPARE(f.keys(), f.collKeys());
-    QCOMPARE(f.h.log().failureLines(), QStringList{logError(QStringLiteral("cmdRemoveAll_Click"), e)});
+    QCOMPARE(f.h.log().failureLines(),
+             QStringList{logError(QStringLiteral("cmdRemoveAll_Click"), e)});
 }
 
 void tst_ctlCustSelect::removeAllFailingAtOnceShowsTheRemoveAllBox()
@@ -1663,7 +1701,8 @@ void tst_ctlCustSelect::customerRemovedElsewhereRemovesTheMatchingRow()
     f.coll->Remove(2);
     QCOMPARE(f.keys(), (QStringList{"A1", "C3"}));
     QCOMPARE(other.findChild<KeyedListView*>(QStringLiteral("lsvCustomers"))->count(), 2);
-    QCOMPARE(f.h.log().lines(), traced("mCustomers_CustomerRemoved()") + traced("mCustomers_CustomerRemoved()"));
+    QCOMPARE(f.h.log().lines(),
+             traced("mCustomers_CustomerRemoved()") + traced("mCustomers_CustomerRemoved()"));
 }
 
 void tst_ctlCustSelect::customerRemovedForAMissingRowShowsTheCustomerRemovedBox()
@@ -1680,8 +1719,9 @@ void tst_ctlCustSelect::customerRemovedForAMissingRowShowsTheCustomerRemovedBox(
     QCOMPARE(f.h.boxes().shown(),
              (QList<Shown>{{QStringLiteral("Unable to remove the customer.  Index out of bounds"),
                             48, titled(e)}}));
-    QCOMPARE(f.h.log().lines(), (QStringList{trace("mCustomers_CustomerRemoved()", kEnter),
-                                             logError(QStringLiteral("mCustomers_CustomerRemoved"), e)}));
+    QCOMPARE(f.h.log().lines(),
+             (QStringList{trace("mCustomers_CustomerRemoved()", kEnter),
+                          logError(QStringLiteral("mCustomers_CustomerRemoved"), e)}));
     f.coll->Remove(1);
     QCOMPARE(f.keys(), QStringList{"B2"});
 }
@@ -1745,8 +1785,9 @@ void tst_ctlCustSelect::tickFailureShowsTheItemCheckBox()
              (QList<Shown>{{QStringLiteral("The requested operation could not be completed.  ")
                                 + kStoreDown.Description,
                             48, titled(kStoreDown)}}));
-    QCOMPARE(f.h.log().lines(), (QStringList{trace("lsvCustomers_ItemCheck()", kEnter),
-                                             logError(QStringLiteral("lsvCustomers_ItemCheck"), kStoreDown)}));
+    QCOMPARE(f.h.log().lines(),
+             (QStringList{trace("lsvCustomers_ItemCheck()", kEnter),
+                          logError(QStringLiteral("lsvCustomers_ItemCheck"), kStoreDown)}));
     // The row shows the tick the user gave; the customer did not take it.
     QVERIFY(f.list()->isChecked(0));
     QVERIFY(!a->data().included);

@@ -46,8 +46,8 @@ const ErrorInfo kNotSet = error(91, QStringLiteral("ZebSubCtl"),
                                 QStringLiteral("Object variable or With block variable not set"));
 const ErrorInfo kNotUnique = error(35602, QStringLiteral("ZebSubCtl.KeyedListView"),
                                    QStringLiteral("Key is not unique in collection"));
-const ErrorInfo kNotFound = error(35601, QStringLiteral("ZebSubCtl.KeyedListView"),
-                                  QStringLiteral("Element not found"));
+const ErrorInfo kNotFound =
+    error(35601, QStringLiteral("ZebSubCtl.KeyedListView"), QStringLiteral("Element not found"));
 const ErrorInfo kStoreDown = error(-2147217843, QStringLiteral("ZebObjects.Labels"),
                                    QStringLiteral("The label store is not available"));
 const ErrorInfo kLogDown =
@@ -68,8 +68,7 @@ class ProbeField : public ZebObjects::LabelField {
 public:
     ProbeField(QString key, QString caption, qint16 order, QStringList* journal)
         : m_key(std::move(key)), m_caption(std::move(caption)), m_order(order), m_journal(journal)
-    {
-    }
+    { }
 
     QString Caption() const override
     {
@@ -126,7 +125,7 @@ private:
 // sorted by print order.
 class ProbeFields : public ZebObjects::LabelFields {
 public:
-    explicit ProbeFields(QStringList* journal) : m_journal(journal) {}
+    explicit ProbeFields(QStringList* journal) : m_journal(journal) { }
 
     std::shared_ptr<ZebObjects::LabelField> Item(const QString& key) const override
     {
@@ -160,7 +159,7 @@ private:
 
 class ProbeLabels : public ZebObjects::Labels {
 public:
-    ProbeLabels() : fields(std::make_shared<ProbeFields>(&journal)) {}
+    ProbeLabels() : fields(std::make_shared<ProbeFields>(&journal)) { }
     std::shared_ptr<ZebObjects::LabelFields> LabelFields() const override
     {
         journal.append(QStringLiteral("LabelFields"));
@@ -460,7 +459,8 @@ void tst_ctlLabelCriteria::headingHasItsRuleUnderneathAndItsPictureBeside()
     QVERIFY(rule->X2() >= f.selected()->geometry().right());
     QVERIFY(!picture->pixmap().isNull());
     QVERIFY(picture->geometry().right() < heading->x());
-    QVERIFY(picture->geometry().intersects(QRect(0, heading->y(), f.ctl->width(), heading->height())));
+    QVERIFY(
+        picture->geometry().intersects(QRect(0, heading->y(), f.ctl->width(), heading->height())));
 }
 
 void tst_ctlLabelCriteria::listsAreReportsWithOneFieldsColumn()
@@ -469,8 +469,7 @@ void tst_ctlLabelCriteria::listsAreReportsWithOneFieldsColumn()
     for (KeyedListView* list : {f.available(), f.selected()}) {
         QCOMPARE(list->columnCount(), 1);
         QCOMPARE(list->columnHeading(0), QStringLiteral("Fields"));
-        QCOMPARE(list->model()->headerData(0, Qt::Horizontal).toString(),
-                 QStringLiteral("Fields"));
+        QCOMPARE(list->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Fields"));
         QVERIFY(!list->header()->isHidden());
         QVERIFY(!list->checkBoxes());
         QCOMPARE(list->selectionMode(), QAbstractItemView::SingleSelection);
@@ -565,10 +564,8 @@ void tst_ctlLabelCriteria::everyInteractiveElementHasAnAccessibleName()
         const QAccessible::Role role = node->role();
         const bool isInteractive = state.focusable || role == QAccessible::PushButton
                                    || role == QAccessible::List || role == QAccessible::Tree
-                                   || role == QAccessible::Table
-                                   || role == QAccessible::ListItem
-                                   || role == QAccessible::TreeItem
-                                   || role == QAccessible::Cell;
+                                   || role == QAccessible::Table || role == QAccessible::ListItem
+                                   || role == QAccessible::TreeItem || role == QAccessible::Cell;
         if (isInteractive) {
             ++interactive;
             if (node->text(QAccessible::Name).trimmed().isEmpty())
@@ -620,8 +617,8 @@ void tst_ctlLabelCriteria::labelsIsReachableByName()
 {
     Fixture f;
     f.standardFields();
-    QVERIFY(f.ctl->setProperty(
-        "Labels", QVariant::fromValue(std::shared_ptr<ZebObjects::Labels>(f.labels))));
+    QVERIFY(f.ctl->setProperty("Labels",
+                               QVariant::fromValue(std::shared_ptr<ZebObjects::Labels>(f.labels))));
     QCOMPARE(f.ctl->property("Labels").value<std::shared_ptr<ZebObjects::Labels>>(),
              std::shared_ptr<ZebObjects::Labels>(f.labels));
     QCOMPARE(f.selectedKeys(), (QStringList{"COMPANY", "ATTENTION", "STREET"}));
@@ -646,8 +643,7 @@ void tst_ctlLabelCriteria::bindingPutsIncludedFieldsRightAndTheOthersLeftInColle
     f.standardFields();
     f.ctl->setLabels(f.labels);
     QCOMPARE(f.availableKeys(), (QStringList{"CITYSTATEZIP", "PHONE", "JOBNAME"}));
-    QCOMPARE(Fixture::texts(f.available()),
-             (QStringList{"City, State Zip", "Phone", "Job Name"}));
+    QCOMPARE(Fixture::texts(f.available()), (QStringList{"City, State Zip", "Phone", "Job Name"}));
     QCOMPARE(f.selectedKeys(), (QStringList{"COMPANY", "ATTENTION", "STREET"}));
     QCOMPARE(Fixture::texts(f.selected()), (QStringList{"Company", "Attention", "Street Address"}));
     // Filling writes nothing.
@@ -663,12 +659,12 @@ void tst_ctlLabelCriteria::bindingReadsIncludedKeyCaptionOfEachFieldInEnumeratio
     p.labels->fields->add(QStringLiteral("A"), QStringLiteral("Alpha"), 1);
     p.labels->fields->add(QStringLiteral("B"), QStringLiteral("Beta"), 0);
     p.ctl->setLabels(p.labels);
-    QCOMPARE(p.labels->journal,
-             (QStringList{"LabelFields", "Enumerate", "A.Included", "A.Key", "A.Caption",
-                          "B.Included", "B.Key", "B.Caption"}));
+    QCOMPARE(p.labels->journal, (QStringList{"LabelFields", "Enumerate", "A.Included", "A.Key",
+                                             "A.Caption", "B.Included", "B.Key", "B.Caption"}));
 }
 
-void tst_ctlLabelCriteria::bindingFieldsAllIncludedLeavesAvailableEmptyAndSelectedInCollectionOrder()
+void tst_ctlLabelCriteria::
+    bindingFieldsAllIncludedLeavesAvailableEmptyAndSelectedInCollectionOrder()
 {
     Fixture f;
     f.field("COMPANY", "Company", 1);
@@ -730,16 +726,19 @@ void tst_ctlLabelCriteria::bindingFailureOfEachMemberIsOnlyLoggedAndKeepsWhatWas
     QTest::addColumn<QString>("member");
     QTest::addColumn<QStringList>("availableAfter");
     QTest::addColumn<QStringList>("selectedAfter");
-    QTest::newRow("Labels.LabelFields") << "labels" << "LabelFields" << QStringList() << QStringList();
-    QTest::newRow("LabelFields.Enumerate") << "fields" << "Enumerate" << QStringList()
-                                           << QStringList();
+    QTest::newRow("Labels.LabelFields") << "labels"
+                                        << "LabelFields" << QStringList() << QStringList();
+    QTest::newRow("LabelFields.Enumerate") << "fields"
+                                           << "Enumerate" << QStringList() << QStringList();
     // PHONE is fifth in the enumeration: the four before it are in place.
-    QTest::newRow("LabelField.Included") << "PHONE" << "Included" << QStringList{"CITYSTATEZIP"}
+    QTest::newRow("LabelField.Included") << "PHONE"
+                                         << "Included" << QStringList{"CITYSTATEZIP"}
                                          << QStringList{"COMPANY", "ATTENTION", "STREET"};
-    QTest::newRow("LabelField.Key") << "PHONE" << "Key" << QStringList{"CITYSTATEZIP"}
-                                    << QStringList{"COMPANY", "ATTENTION", "STREET"};
-    QTest::newRow("LabelField.Caption") << "ATTENTION" << "Caption" << QStringList()
-                                        << QStringList{"COMPANY"};
+    QTest::newRow("LabelField.Key")
+        << "PHONE"
+        << "Key" << QStringList{"CITYSTATEZIP"} << QStringList{"COMPANY", "ATTENTION", "STREET"};
+    QTest::newRow("LabelField.Caption") << "ATTENTION"
+                                        << "Caption" << QStringList() << QStringList{"COMPANY"};
 }
 
 void tst_ctlLabelCriteria::bindingFailureOfEachMemberIsOnlyLoggedAndKeepsWhatWasFilled()
@@ -750,9 +749,9 @@ void tst_ctlLabelCriteria::bindingFailureOfEachMemberIsOnlyLoggedAndKeepsWhatWas
     QFETCH(QStringList, selectedAfter);
     Fixture f;
     f.standardFields();
-    ZebObjects::FaultInjector& faults =
-        object == QLatin1String("labels")   ? f.labels->faults()
-        : object == QLatin1String("fields") ? f.fields->faults()
+    ZebObjects::FaultInjector& faults = object == QLatin1String("labels") ? f.labels->faults()
+                                        : object == QLatin1String("fields")
+                                            ? f.fields->faults()
                                             : f.fields->field(object)->faults();
     faults.failNext(member, kStoreDown);
     const auto thrown = failureIfAny([&] { f.ctl->setLabels(f.labels); });
@@ -794,8 +793,7 @@ void tst_ctlLabelCriteria::addPutsTheSelectedFieldLastWithPrintOrderCountPlusOne
     QCOMPARE(f.orders(), (QStringList{"COMPANY=1", "ATTENTION=2", "STREET=3", "CITYSTATEZIP=0",
                                       "PHONE=4", "JOBNAME=0"}));
     f.add(1);  // JOBNAME
-    QCOMPARE(f.selectedKeys(),
-             (QStringList{"COMPANY", "ATTENTION", "STREET", "PHONE", "JOBNAME"}));
+    QCOMPARE(f.selectedKeys(), (QStringList{"COMPANY", "ATTENTION", "STREET", "PHONE", "JOBNAME"}));
     QCOMPARE(f.availableKeys(), QStringList{"CITYSTATEZIP"});
     QCOMPARE(f.orders(), (QStringList{"COMPANY=1", "ATTENTION=2", "STREET=3", "CITYSTATEZIP=0",
                                       "PHONE=4", "JOBNAME=5"}));
@@ -920,8 +918,8 @@ void tst_ctlLabelCriteria::addWithNoFieldSelectedChangesNothingAndOnlyLogs()
     f.record(true);
     f.clickButton("cmdAdd");
     QTest::keyClick(f.available(), Qt::Key_Return);
-    QCOMPARE(f.h.log().lines(), (QStringList{logError("addField()", kNotSet),
-                                             logError("addField()", kNotSet)}));
+    QCOMPARE(f.h.log().lines(),
+             (QStringList{logError("addField()", kNotSet), logError("addField()", kNotSet)}));
     QVERIFY(f.h.boxes().shown().isEmpty());
     QCOMPARE(f.availableKeys(), (QStringList{"CITYSTATEZIP", "PHONE", "JOBNAME"}));
     QVERIFY(f.fields->faults().calls().isEmpty());
@@ -934,13 +932,19 @@ void tst_ctlLabelCriteria::addFailureOfEachMemberIsOnlyLoggedAndThePanelStillWor
     QTest::addColumn<int>("orderAfter");
     QTest::addColumn<QStringList>("selectedAfter");
     const QStringList unchanged{"COMPANY", "ATTENTION", "STREET"};
-    QTest::newRow("Labels.LabelFields") << "labels" << "LabelFields" << 0 << unchanged;
-    QTest::newRow("LabelFields.Item") << "fields" << "Item" << 0 << unchanged;
-    QTest::newRow("LabelField.PrintOrder=") << "PHONE" << "PrintOrder=" << 0 << unchanged;
+    QTest::newRow("Labels.LabelFields") << "labels"
+                                        << "LabelFields" << 0 << unchanged;
+    QTest::newRow("LabelFields.Item") << "fields"
+                                      << "Item" << 0 << unchanged;
+    QTest::newRow("LabelField.PrintOrder=") << "PHONE"
+                                            << "PrintOrder=" << 0 << unchanged;
     // The order is written, the field does not move.
-    QTest::newRow("LabelField.Included") << "PHONE" << "Included" << 4 << unchanged;
-    QTest::newRow("LabelField.Key") << "PHONE" << "Key" << 4 << unchanged;
-    QTest::newRow("LabelField.Caption") << "PHONE" << "Caption" << 4 << unchanged;
+    QTest::newRow("LabelField.Included") << "PHONE"
+                                         << "Included" << 4 << unchanged;
+    QTest::newRow("LabelField.Key") << "PHONE"
+                                    << "Key" << 4 << unchanged;
+    QTest::newRow("LabelField.Caption") << "PHONE"
+                                        << "Caption" << 4 << unchanged;
 }
 
 void tst_ctlLabelCriteria::addFailureOfEachMemberIsOnlyLoggedAndThePanelStillWorks()
@@ -952,9 +956,9 @@ void tst_ctlLabelCriteria::addFailureOfEachMemberIsOnlyLoggedAndThePanelStillWor
     Fixture f;
     f.standardFields();
     f.bind();
-    ZebObjects::FaultInjector& faults =
-        object == QLatin1String("labels")   ? f.labels->faults()
-        : object == QLatin1String("fields") ? f.fields->faults()
+    ZebObjects::FaultInjector& faults = object == QLatin1String("labels") ? f.labels->faults()
+                                        : object == QLatin1String("fields")
+                                            ? f.fields->faults()
                                             : f.fields->field(object)->faults();
     faults.failNext(member, kStoreDown);
     f.add(1);  // PHONE
@@ -989,8 +993,7 @@ void tst_ctlLabelCriteria::addFailingToTakeTheFieldOffTheLeftLeavesItInBothLists
     QCOMPARE(p.h.log().lines(), QStringList{logError("addField()", kNotFound)});
     QVERIFY(p.h.boxes().shown().isEmpty());
     QCOMPARE(Fixture::keys(p.available()), QStringList{"M"});
-    QCOMPARE(Fixture::keys(p.selected()),
-             (QStringList{"S1", "S2", "S3", "S4", "S5", "S6", "M2"}));
+    QCOMPARE(Fixture::keys(p.selected()), (QStringList{"S1", "S2", "S3", "S4", "S5", "S6", "M2"}));
     QCOMPARE(Fixture::texts(p.selected()).last(), QStringLiteral("Moving"));
     QCOMPARE(moving->order(), qint16(7));
     // Seven items would want the wider margin; sizing did not run.
@@ -1015,8 +1018,8 @@ void tst_ctlLabelCriteria::addPastTheSixteenBitRangeOverflowsAndIsOnlyLogged()
     available->setSelectedRow(0);
     QTest::keyClick(available, Qt::Key_Return);
     QCOMPARE(h.log().lines(),
-             QStringList{logError("addField()",
-                                  error(6, QStringLiteral("ZebSubCtl"), QStringLiteral("Overflow")))});
+             QStringList{logError(
+                 "addField()", error(6, QStringLiteral("ZebSubCtl"), QStringLiteral("Overflow")))});
     QVERIFY(h.boxes().shown().isEmpty());
     QCOMPARE(labels->journal, (QStringList{"LabelFields", "Item(X)"}));
     QCOMPARE(available->count(), 1);
@@ -1058,7 +1061,8 @@ void tst_ctlLabelCriteria::removingTheSecondOfThreeRenumbersTheOthersOneAndTwo()
     for (const char* other : {"CITYSTATEZIP", "PHONE", "JOBNAME"})
         QVERIFY2(f.calls(other).isEmpty(), other);
     QCOMPARE(f.fields->faults().calls(), (QStringList{"Item", "Item", "Item"}));
-    QCOMPARE(f.labels->faults().calls(), (QStringList{"LabelFields", "LabelFields", "LabelFields"}));
+    QCOMPARE(f.labels->faults().calls(),
+             (QStringList{"LabelFields", "LabelFields", "LabelFields"}));
     QVERIFY(f.h.log().lines().isEmpty());
 }
 
@@ -1071,8 +1075,7 @@ void tst_ctlLabelCriteria::removeRenumbersByNameWithThirtyTwoBitValuesTopToBotto
     p.labels->fields->add(QStringLiteral("D"), QStringLiteral("Delta"), 4);
     p.bind();
     Fixture::click(p.selected(), 1);
-    QTest::mouseClick(p.ctl->findChild<QPushButton*>(QStringLiteral("cmdRemove")),
-                      Qt::LeftButton);
+    QTest::mouseClick(p.ctl->findChild<QPushButton*>(QStringLiteral("cmdRemove")), Qt::LeftButton);
     QCOMPARE(p.labels->journal,
              (QStringList{"LabelFields", "Item(B)", "B.Key", "B.Caption", "B.PrintOrder=0",
                           "LabelFields", "Item(A)", "A.PrintOrder:=1", "LabelFields", "Item(C)",
@@ -1141,20 +1144,22 @@ void tst_ctlLabelCriteria::removeFailureOfEachMemberIsOnlyLoggedAndThePanelStill
     const QStringList before{"CITYSTATEZIP", "PHONE", "JOBNAME"};
     const QStringList both{"CITYSTATEZIP", "PHONE", "JOBNAME", "ATTENTION"};
     const QStringList untouched{"COMPANY=1", "ATTENTION=2", "STREET=3"};
-    QTest::newRow("Labels.LabelFields") << "labels" << "LabelFields" << before
-                                        << QStringList{"COMPANY", "ATTENTION", "STREET"}
-                                        << untouched;
-    QTest::newRow("LabelFields.Item") << "fields" << "Item" << before
-                                      << QStringList{"COMPANY", "ATTENTION", "STREET"}
-                                      << untouched;
-    QTest::newRow("LabelField.Key") << "ATTENTION" << "Key" << before
-                                    << QStringList{"COMPANY", "ATTENTION", "STREET"} << untouched;
-    QTest::newRow("LabelField.Caption") << "ATTENTION" << "Caption" << before
-                                        << QStringList{"COMPANY", "ATTENTION", "STREET"}
-                                        << untouched;
+    QTest::newRow("Labels.LabelFields")
+        << "labels"
+        << "LabelFields" << before << QStringList{"COMPANY", "ATTENTION", "STREET"} << untouched;
+    QTest::newRow("LabelFields.Item")
+        << "fields"
+        << "Item" << before << QStringList{"COMPANY", "ATTENTION", "STREET"} << untouched;
+    QTest::newRow("LabelField.Key")
+        << "ATTENTION"
+        << "Key" << before << QStringList{"COMPANY", "ATTENTION", "STREET"} << untouched;
+    QTest::newRow("LabelField.Caption")
+        << "ATTENTION"
+        << "Caption" << before << QStringList{"COMPANY", "ATTENTION", "STREET"} << untouched;
     // Moved in both lists already, still on the label, no renumbering.
-    QTest::newRow("LabelField.PrintOrder=") << "ATTENTION" << "PrintOrder=" << both
-                                            << QStringList{"COMPANY", "STREET"} << untouched;
+    QTest::newRow("LabelField.PrintOrder=")
+        << "ATTENTION"
+        << "PrintOrder=" << both << QStringList{"COMPANY", "STREET"} << untouched;
 }
 
 void tst_ctlLabelCriteria::removeFailureOfEachMemberIsOnlyLoggedAndThePanelStillWorks()
@@ -1172,9 +1177,9 @@ void tst_ctlLabelCriteria::removeFailureOfEachMemberIsOnlyLoggedAndThePanelStill
     f.field("PHONE", "Phone");
     f.field("JOBNAME", "Job Name");
     f.bind();
-    ZebObjects::FaultInjector& faults =
-        object == QLatin1String("labels")   ? f.labels->faults()
-        : object == QLatin1String("fields") ? f.fields->faults()
+    ZebObjects::FaultInjector& faults = object == QLatin1String("labels") ? f.labels->faults()
+                                        : object == QLatin1String("fields")
+                                            ? f.fields->faults()
                                             : f.fields->field(object)->faults();
     faults.failNext(member, kStoreDown);
     f.remove(1);  // ATTENTION
@@ -1279,15 +1284,15 @@ void tst_ctlLabelCriteria::sampleLabelsMoveBackAndForthWithinTheLimitOfFive()
     QTest::mouseClick(add, Qt::LeftButton);
     Fixture::click(available, available->row(QStringLiteral("PHONE")));
     QTest::mouseClick(add, Qt::LeftButton);  // a sixth field: the label refuses it
-    QCOMPARE(printOrders(), (QStringList{"COMPANY=1", "ATTENTION=2", "STREET=3",
-                                         "CITYSTATEZIP=4", "JOBNAME=5"}));
+    QCOMPARE(printOrders(),
+             (QStringList{"COMPANY=1", "ATTENTION=2", "STREET=3", "CITYSTATEZIP=4", "JOBNAME=5"}));
     QVERIFY(available->find(QStringLiteral("PHONE")) >= 0);
 
     Fixture::click(selected, 1);
     QTest::mouseClick(remove, Qt::LeftButton);
     QTest::mouseClick(add, Qt::LeftButton);  // PHONE is still chosen on the left
-    QCOMPARE(printOrders(), (QStringList{"COMPANY=1", "STREET=2", "CITYSTATEZIP=3", "JOBNAME=4",
-                                         "PHONE=5"}));
+    QCOMPARE(printOrders(),
+             (QStringList{"COMPANY=1", "STREET=2", "CITYSTATEZIP=3", "JOBNAME=4", "PHONE=5"}));
     QCOMPARE(Fixture::keys(available).last(), QStringLiteral("ATTENTION"));
     QVERIFY(h.log().failureLines().isEmpty());
     QVERIFY(h.boxes().shown().isEmpty());
@@ -1318,8 +1323,8 @@ void tst_ctlLabelCriteria::enterActsLikeADoubleClickInEitherList()
     QCOMPARE(byKey.availableKeys(), byMouse.availableKeys());
     QCOMPARE(byKey.orders(), byMouse.orders());
     QCOMPARE(byKey.selectedKeys(), (QStringList{"ATTENTION", "STREET", "PHONE"}));
-    QCOMPARE(byKey.orders(), (QStringList{"COMPANY=0", "ATTENTION=1", "STREET=2",
-                                          "CITYSTATEZIP=0", "PHONE=3", "JOBNAME=0"}));
+    QCOMPARE(byKey.orders(), (QStringList{"COMPANY=0", "ATTENTION=1", "STREET=2", "CITYSTATEZIP=0",
+                                          "PHONE=3", "JOBNAME=0"}));
     QVERIFY(byKey.h.log().lines().isEmpty());
 }
 
@@ -1331,9 +1336,9 @@ void tst_ctlLabelCriteria::otherKeysInEitherListDoNothingAndStillReachTheList()
     Fixture::click(f.available(), 0);
     Fixture::click(f.selected(), 0);
     f.record(true);
-    const QList<Qt::Key> others{Qt::Key_Space, Qt::Key_A, Qt::Key_Delete, Qt::Key_Insert,
-                                Qt::Key_Escape, Qt::Key_Backspace, Qt::Key_F2, Qt::Key_Plus,
-                                Qt::Key_Right, Qt::Key_Left, Qt::Key_M};
+    const QList<Qt::Key> others{Qt::Key_Space,  Qt::Key_A,         Qt::Key_Delete, Qt::Key_Insert,
+                                Qt::Key_Escape, Qt::Key_Backspace, Qt::Key_F2,     Qt::Key_Plus,
+                                Qt::Key_Right,  Qt::Key_Left,      Qt::Key_M};
     for (KeyedListView* list : {f.available(), f.selected()})
         for (Qt::Key key : others)
             QTest::keyClick(list, key);
@@ -1420,8 +1425,10 @@ void tst_ctlLabelCriteria::everyHandlerReportsAFailureOfItsOperationsLogWithTheP
 {
     QTest::addColumn<QString>("handler");
     QTest::addColumn<QString>("operation");
-    QTest::newRow("cmdAdd_Click()") << "cmdAdd_Click()" << "addField()";
-    QTest::newRow("cmdRemove_Click()") << "cmdRemove_Click()" << "removeField()";
+    QTest::newRow("cmdAdd_Click()") << "cmdAdd_Click()"
+                                    << "addField()";
+    QTest::newRow("cmdRemove_Click()") << "cmdRemove_Click()"
+                                       << "removeField()";
     QTest::newRow("lsvAvailableItems_DblClick()") << "lsvAvailableItems_DblClick()"
                                                   << "addField()";
     QTest::newRow("lsvAvailableItems_KeyDown()") << "lsvAvailableItems_KeyDown()"
@@ -1456,8 +1463,7 @@ void tst_ctlLabelCriteria::everyHandlerReportsAFailureOfItsOperationsLogWithTheP
         QTest::keyClick(list, Qt::Key_Return);
     QCOMPARE(f.h.log().lines(), QStringList{logError(handler, logDown)});
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(logDown)});
-    QCOMPARE(f.h.boxes().shown().first().title,
-             QStringLiteral("-2147024891 - Access is denied"));
+    QCOMPARE(f.h.boxes().shown().first().title, QStringLiteral("-2147024891 - Access is denied"));
     QVERIFY(f.h.lastResort().isEmpty());
     QCOMPARE(f.availableKeys(), (QStringList{"CITYSTATEZIP", "PHONE", "JOBNAME"}));
     QCOMPARE(f.selectedKeys(), (QStringList{"COMPANY", "ATTENTION", "STREET"}));

@@ -56,8 +56,12 @@ struct Fixture {
     // The texts a bound line shows, in the order Populate fills them.
     QStringList shown() const
     {
-        return {QString::number(box()->value()), caption("lblQuantity"), caption("lblType"),
-                caption("lblBrand"), caption("lblCatNum"), caption("lblGroup"),
+        return {QString::number(box()->value()),
+                caption("lblQuantity"),
+                caption("lblType"),
+                caption("lblBrand"),
+                caption("lblCatNum"),
+                caption("lblGroup"),
                 label("lblMTO")->isVisible() ? QStringLiteral("MTO") : QStringLiteral("-"),
                 caption("lblDescription"),
                 picture()->isVisible() ? QStringLiteral("comment") : QStringLiteral("-")};
@@ -65,12 +69,11 @@ struct Fixture {
 };
 
 // Reads Populate makes, in order, for a line that is not selected (no echo write).
-const QStringList kReadOrder{QStringLiteral("Selected"),      QStringLiteral("Quantity"),
-                             QStringLiteral("Type"),          QStringLiteral("Type"),
-                             QStringLiteral("Brand"),         QStringLiteral("CatalogNumber"),
-                             QStringLiteral("CatalogNumber"), QStringLiteral("Group"),
-                             QStringLiteral("MTO"),           QStringLiteral("Description"),
-                             QStringLiteral("Description"),   QStringLiteral("Comment")};
+const QStringList kReadOrder{
+    QStringLiteral("Selected"),      QStringLiteral("Quantity"),    QStringLiteral("Type"),
+    QStringLiteral("Type"),          QStringLiteral("Brand"),       QStringLiteral("CatalogNumber"),
+    QStringLiteral("CatalogNumber"), QStringLiteral("Group"),       QStringLiteral("MTO"),
+    QStringLiteral("Description"),   QStringLiteral("Description"), QStringLiteral("Comment")};
 
 }  // namespace
 
@@ -108,8 +111,8 @@ private slots:
 
 void tst_ctlSubLine::registeredUnderItsIdentifier()
 {
-    std::unique_ptr<UserControl> c(ControlRegistry::instance().create(
-        QStringLiteral("ZebSubmittalControls.ctlSubLine")));
+    std::unique_ptr<UserControl> c(
+        ControlRegistry::instance().create(QStringLiteral("ZebSubmittalControls.ctlSubLine")));
     QVERIFY(qobject_cast<ctlSubLine*>(c.get()));
     QCOMPARE(c->Name(), QStringLiteral("ctlSubLine"));
 }
@@ -355,7 +358,8 @@ void tst_ctlSubLine::clickingTheBoxOfAnUnboundRowReportsAndKeepsTheTick()
 {
     Fixture f;
     f.clickBox();
-    QCOMPARE(f.h.log().lines(), QStringList{logError(QStringLiteral("chkSelect_Click()"), notSet())});
+    QCOMPARE(f.h.log().lines(),
+             QStringList{logError(QStringLiteral("chkSelect_Click()"), notSet())});
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(notSet())});
     QCOMPARE(f.box()->value(), 1);
 }
@@ -366,7 +370,8 @@ void tst_ctlSubLine::failingSelectedWriteOnClickReportsAndTheNextClickWorks()
     auto item = f.bind(lineData(1));
     item->faults().failNext(QStringLiteral("Selected="), kStoreDown);
     f.clickBox();
-    QCOMPARE(f.h.log().lines(), QStringList{logError(QStringLiteral("chkSelect_Click()"), kStoreDown)});
+    QCOMPARE(f.h.log().lines(),
+             QStringList{logError(QStringLiteral("chkSelect_Click()"), kStoreDown)});
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kStoreDown)});
     QVERIFY(!item->Selected());
     QCOMPARE(f.box()->value(), 1);
@@ -382,7 +387,8 @@ void tst_ctlSubLine::failingEchoWriteDuringPopulateReportsAndTheRowIsFilled()
     auto item = std::make_shared<StandaloneLineItem>(lineData(2, true));
     item->faults().failNext(QStringLiteral("Selected="), kStoreDown);
     f.row->setLineItem(item);
-    QCOMPARE(f.h.log().lines(), QStringList{logError(QStringLiteral("chkSelect_Click()"), kStoreDown)});
+    QCOMPARE(f.h.log().lines(),
+             QStringList{logError(QStringLiteral("chkSelect_Click()"), kStoreDown)});
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kStoreDown)});
     QCOMPARE(f.shown(), (QStringList{"1", "12", "T2", "Brand 2", "CAT-2-35K", "G2", "-",
                                      "Fixture number 2, 3500K", "-"}));
@@ -396,32 +402,40 @@ void tst_ctlSubLine::memberFailureEndsPopulateQuietlyWithTheRowFilledSoFar_data(
     const QString m1 = QStringLiteral("MTO");
     const QString c1 = QStringLiteral("comment");
     QTest::newRow("Selected") << "Selected"
-                              << QStringList{"1", "11", "T1", "Brand 1", "CAT-1-35K", "G1", m1,
-                                             "Fixture number 1, 3500K", c1};
+                              << QStringList{"1",         "11", "T1", "Brand 1",
+                                             "CAT-1-35K", "G1", m1,   "Fixture number 1, 3500K",
+                                             c1};
     QTest::newRow("Quantity") << "Quantity"
-                              << QStringList{"0", "11", "T1", "Brand 1", "CAT-1-35K", "G1", m1,
-                                             "Fixture number 1, 3500K", c1};
+                              << QStringList{"0",         "11", "T1", "Brand 1",
+                                             "CAT-1-35K", "G1", m1,   "Fixture number 1, 3500K",
+                                             c1};
     QTest::newRow("Type") << "Type"
-                          << QStringList{"0", "12", "T1", "Brand 1", "CAT-1-35K", "G1", m1,
-                                         "Fixture number 1, 3500K", c1};
+                          << QStringList{"0",         "12", "T1", "Brand 1",
+                                         "CAT-1-35K", "G1", m1,   "Fixture number 1, 3500K",
+                                         c1};
     QTest::newRow("Brand") << "Brand"
-                           << QStringList{"0", "12", "T2", "Brand 1", "CAT-1-35K", "G1", m1,
-                                          "Fixture number 1, 3500K", c1};
-    QTest::newRow("CatalogNumber") << "CatalogNumber"
-                                   << QStringList{"0", "12", "T2", "Brand 2", "CAT-1-35K", "G1",
-                                                  m1, "Fixture number 1, 3500K", c1};
+                           << QStringList{"0",         "12", "T2", "Brand 1",
+                                          "CAT-1-35K", "G1", m1,   "Fixture number 1, 3500K",
+                                          c1};
+    QTest::newRow("CatalogNumber")
+        << "CatalogNumber"
+        << QStringList{"0", "12", "T2", "Brand 2", "CAT-1-35K", "G1", m1, "Fixture number 1, 3500K",
+                       c1};
     QTest::newRow("Group") << "Group"
-                           << QStringList{"0", "12", "T2", "Brand 2", "CAT-2-35K", "G1", m1,
-                                          "Fixture number 1, 3500K", c1};
-    QTest::newRow("MTO") << "MTO"
-                         << QStringList{"0", "12", "T2", "Brand 2", "CAT-2-35K", "G2", m1,
-                                        "Fixture number 1, 3500K", c1};
+                           << QStringList{"0",         "12", "T2", "Brand 2",
+                                          "CAT-2-35K", "G1", m1,   "Fixture number 1, 3500K",
+                                          c1};
+    QTest::newRow("MTO") << "MTO" << QStringList{"0",         "12", "T2", "Brand 2",
+                                                 "CAT-2-35K", "G2", m1,   "Fixture number 1, 3500K",
+                                                 c1};
     QTest::newRow("Description") << "Description"
-                                 << QStringList{"0", "12", "T2", "Brand 2", "CAT-2-35K", "G2", "-",
-                                                "Fixture number 1, 3500K", c1};
+                                 << QStringList{"0",         "12", "T2", "Brand 2",
+                                                "CAT-2-35K", "G2", "-",  "Fixture number 1, 3500K",
+                                                c1};
     QTest::newRow("Comment") << "Comment"
-                             << QStringList{"0", "12", "T2", "Brand 2", "CAT-2-35K", "G2", "-",
-                                            "Fixture number 2, 3500K", c1};
+                             << QStringList{"0",         "12", "T2", "Brand 2",
+                                            "CAT-2-35K", "G2", "-",  "Fixture number 2, 3500K",
+                                            c1};
 }
 
 void tst_ctlSubLine::memberFailureEndsPopulateQuietlyWithTheRowFilledSoFar()
@@ -470,7 +484,8 @@ void tst_ctlSubLine::resizeFailureIsLoggedAsANoticeAndTheRowCarriesOn()
     delete f.line();
     f.row->resize(650, 44);
     QCOMPARE(f.h.log().lines(),
-             QStringList{logLine("LogNotice", kModule, QStringLiteral("UserControl_Resize()"), notSet())});
+             QStringList{
+                 logLine("LogNotice", kModule, QStringLiteral("UserControl_Resize()"), notSet())});
     QVERIFY(f.h.boxes().shown().isEmpty());
     QVERIFY(f.h.lastResort().isEmpty());
     QCOMPARE(f.row->width(), 650);

@@ -152,8 +152,8 @@ private slots:
 
 void tst_ctlSubLineDsp::registeredUnderItsIdentifier()
 {
-    std::unique_ptr<UserControl> c(ControlRegistry::instance().create(
-        QStringLiteral("ZebSubmittalControls.ctlSubLineDsp")));
+    std::unique_ptr<UserControl> c(
+        ControlRegistry::instance().create(QStringLiteral("ZebSubmittalControls.ctlSubLineDsp")));
     QVERIFY(qobject_cast<ctlSubLineDsp*>(c.get()));
     QCOMPARE(c->Name(), QStringLiteral("ctlSubLineDsp"));
 }
@@ -168,10 +168,8 @@ void tst_ctlSubLineDsp::childrenSitAtTheirDesignPlaces()
     QCOMPARE(f.list()->parentWidget(), f.window());
     QCOMPARE(f.list()->pos(), QPoint(0, 0));
     const QList<std::pair<const char*, QRect>> places{
-        {"lblQty", twipsRect(1025, 38, 435, 225)},
-        {"lblType", twipsRect(1700, 38, 780, 225)},
-        {"lblBrand", twipsRect(2450, 38, 1425, 225)},
-        {"lblCatNum", twipsRect(3840, 38, 3690, 225)},
+        {"lblQty", twipsRect(1025, 38, 435, 225)},    {"lblType", twipsRect(1700, 38, 780, 225)},
+        {"lblBrand", twipsRect(2450, 38, 1425, 225)}, {"lblCatNum", twipsRect(3840, 38, 3690, 225)},
         {"lblGroup", twipsRect(7980, 38, 705, 225)},
     };
     for (const auto& [name, place] : places) {
@@ -227,7 +225,8 @@ void tst_ctlSubLineDsp::beforeBindingTheDesignRowShowsAndTheBarIsDisabled()
     QVERIFY(!f.viewer->LineItems());
 }
 
-void tst_ctlSubLineDsp::rowsOf44PixelsInA326PixelWindowGiveViewableLines7SmallChange44AndLargeChange264()
+void tst_ctlSubLineDsp::
+    rowsOf44PixelsInA326PixelWindowGiveViewableLines7SmallChange44AndLargeChange264()
 {
     Fixture f(QSize(610, 326 + 27));
     QCOMPARE(f.window()->height(), 326);
@@ -274,7 +273,8 @@ void tst_ctlSubLineDsp::scrollValue100PlacesTheListTopAtMinus100()
     QCOMPARE(f.row(3)->mapTo(f.window(), QPoint(0, 0)).y(), -12);
 }
 
-void tst_ctlSubLineDsp::a600PixelWideComponentWithA17PixelScrollBarGivesA583PixelWindowAnd581PixelRows()
+void tst_ctlSubLineDsp::
+    a600PixelWideComponentWithA17PixelScrollBarGivesA583PixelWindowAnd581PixelRows()
 {
     Fixture f;
     f.bind(4);
@@ -311,7 +311,8 @@ void tst_ctlSubLineDsp::downArrowScrollsOneRowAndTroughOnePageKeepingOneRow()
     QTest::mouseClick(f.bar(), Qt::LeftButton, {}, f.barPart(QStyle::SC_ScrollBarAddLine).center());
     QCOMPARE(f.list()->y(), -44);
     const QRect trough = f.barPart(QStyle::SC_ScrollBarAddPage);
-    QTest::mouseClick(f.bar(), Qt::LeftButton, {}, QPoint(trough.center().x(), trough.bottom() - 1));
+    QTest::mouseClick(f.bar(), Qt::LeftButton, {},
+                      QPoint(trough.center().x(), trough.bottom() - 1));
     QCOMPARE(f.list()->y(), -44 - 264);
     // Row 8 was the last whole row in view; after the page it is the first.
     QCOMPARE(f.row(8)->mapTo(f.window(), QPoint(0, 0)).y(), 0);
@@ -447,11 +448,12 @@ void tst_ctlSubLineDsp::bindingMoreThanTheListHoldsFailsToTheCallerAndTheViewerS
         QCOMPARE(e.info(), overflowError());
     }
     const QString list = QStringLiteral("ctlSubLines");
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{logError(QStringLiteral("addNextLine()"), overflowError(), list),
-                          logError(QStringLiteral("Populate()"), overflowError(), list),
-                          logError(QStringLiteral("LineItems() - Property Set"), overflowError(), list),
-                          logError(QStringLiteral("LineItems() - Property Set"), overflowError())}));
+    QCOMPARE(
+        f.h.log().lines(),
+        (QStringList{logError(QStringLiteral("addNextLine()"), overflowError(), list),
+                     logError(QStringLiteral("Populate()"), overflowError(), list),
+                     logError(QStringLiteral("LineItems() - Property Set"), overflowError(), list),
+                     logError(QStringLiteral("LineItems() - Property Set"), overflowError())}));
     QVERIFY(f.h.boxes().shown().isEmpty());
     QCOMPARE(f.list()->rowCount(), 745);
     QCOMPARE(f.bar()->Max(), 744 * 44 - 328);
@@ -507,7 +509,8 @@ void tst_ctlSubLineDsp::viewableLinesYields0AndLogsWhenTheLineHeightIs0()
     Fixture f;
     f.row(1)->resize(f.row(1)->width(), 0);
     QCOMPARE(f.viewable(), qint16(0));
-    QCOMPARE(f.h.log().lines(), QStringList{logError(QStringLiteral("ViewableLines()"), divisionByZero())});
+    QCOMPARE(f.h.log().lines(),
+             QStringList{logError(QStringLiteral("ViewableLines()"), divisionByZero())});
     QVERIFY(f.h.boxes().shown().isEmpty());
     f.row(1)->resize(f.row(1)->width(), 44);
     QCOMPARE(f.viewable(), qint16(328 / 44));
@@ -519,7 +522,8 @@ void tst_ctlSubLineDsp::scrollChangeFailureReportsAndResetsTheValueToTheMinimum(
     f.bind(20);
     f.bar()->setMin(-32768);
     f.bar()->setValueChecked(-32768);  // its negation does not fit in 16 bits
-    QCOMPARE(f.h.log().lines(), QStringList{logError(QStringLiteral("VScroll_Change()"), overflowError())});
+    QCOMPARE(f.h.log().lines(),
+             QStringList{logError(QStringLiteral("VScroll_Change()"), overflowError())});
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(overflowError())});
     QCOMPARE(f.bar()->Value(), -32768);
     // Back in range, the viewer scrolls again.
@@ -644,8 +648,9 @@ void tst_ctlSubLineDsp::rowsReadTheirLineAndTheirTextsAreLabelledByTheColumnHead
                          ? QStringLiteral("lblQty")
                          : QString::fromLatin1(cell))));
     }
-    QCOMPARE(QAccessible::queryAccessibleInterface(f.row(1)->findChild<QWidget*>(
-                 QStringLiteral("lblQuantity")))->text(QAccessible::Name),
+    QCOMPARE(QAccessible::queryAccessibleInterface(
+                 f.row(1)->findChild<QWidget*>(QStringLiteral("lblQuantity")))
+                 ->text(QAccessible::Name),
              QStringLiteral("24"));
     QCOMPARE(QAccessible::queryAccessibleInterface(
                  f.row(1)->findChild<QWidget*>(QStringLiteral("lblMTO")))
@@ -662,7 +667,9 @@ void tst_ctlSubLineDsp::rowsOutOfTheWindowAreNotShowingAndKeysMoveTheFocusFromRo
     auto showing = [&](int index) {
         return !QAccessible::queryAccessibleInterface(f.row(index))->state().invisible;
     };
-    auto box = [&](int index) { return f.row(index)->findChild<CheckBox*>(QStringLiteral("chkSelect")); };
+    auto box = [&](int index) {
+        return f.row(index)->findChild<CheckBox*>(QStringLiteral("chkSelect"));
+    };
     QVERIFY(showing(1));
     QVERIFY(showing(8));  // partly in the window
     QVERIFY(!showing(9));

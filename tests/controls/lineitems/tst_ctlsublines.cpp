@@ -121,8 +121,8 @@ private slots:
 
 void tst_ctlSubLines::registeredUnderItsIdentifier()
 {
-    std::unique_ptr<UserControl> c(ControlRegistry::instance().create(
-        QStringLiteral("ZebSubmittalControls.ctlSubLines")));
+    std::unique_ptr<UserControl> c(
+        ControlRegistry::instance().create(QStringLiteral("ZebSubmittalControls.ctlSubLines")));
     QVERIFY(qobject_cast<ctlSubLines*>(c.get()));
     QCOMPARE(c->Name(), QStringLiteral("ctlSubLines"));
 }
@@ -308,10 +308,11 @@ void tst_ctlSubLines::binding745ItemsFailsWithOverflowAfterTheRowsBuiltSoFar()
     } catch (const Failure& e) {
         QCOMPARE(e.info(), overflowError());
     }
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{logError(QStringLiteral("addNextLine()"), overflowError()),
-                          logError(QStringLiteral("Populate()"), overflowError()),
-                          logError(QStringLiteral("LineItems() - Property Set"), overflowError())}));
+    QCOMPARE(
+        f.h.log().lines(),
+        (QStringList{logError(QStringLiteral("addNextLine()"), overflowError()),
+                     logError(QStringLiteral("Populate()"), overflowError()),
+                     logError(QStringLiteral("LineItems() - Property Set"), overflowError())}));
     QVERIFY(f.h.boxes().shown().isEmpty());
     // Rows 1 to 744 are bound; row 745 was created below them before the height overflowed.
     const QList<ctlSubLine*> rows = f.rows();
@@ -374,9 +375,8 @@ void tst_ctlSubLines::itemMemberFailureIsTheRowsOwnAndTheListCarriesOn()
     auto items = lines(3);
     items->line(2)->faults().failNext(QStringLiteral("Brand"), kStoreDown);
     f.list->setLineItems(items);
-    QCOMPARE(f.h.log().lines(),
-             QStringList{logError(QStringLiteral("Populate()"), kStoreDown,
-                                  QStringLiteral("ctlSubLine"))});
+    QCOMPARE(f.h.log().lines(), QStringList{logError(QStringLiteral("Populate()"), kStoreDown,
+                                                     QStringLiteral("ctlSubLine"))});
     QCOMPARE(f.rows().size(), 3);
     QCOMPARE(Fixture::caption(f.rows()[1], "lblType"), QStringLiteral("T2"));
     QCOMPARE(Fixture::caption(f.rows()[1], "lblBrand"), QStringLiteral("Brand"));

@@ -62,7 +62,8 @@ QString trace(const QString& label, const QString& message)
 
 QString logError(const QString& label, const ErrorInfo& e, const QString& module = {})
 {
-    return ZebTest::logLine("LogError", module.isEmpty() ? QStringLiteral("ctlTextSelect") : module, label, e);
+    return ZebTest::logLine("LogError", module.isEmpty() ? QStringLiteral("ctlTextSelect") : module,
+                            label, e);
 }
 
 ErrorInfo notSet()
@@ -72,9 +73,9 @@ ErrorInfo notSet()
 
 ErrorInfo noKey(const QString& key)
 {
-    return error(9, QStringLiteral("ZebObjects.TextObjects"),
-                 QStringLiteral("Subscript out of range: no text object has the key \"%1\"")
-                     .arg(key));
+    return error(
+        9, QStringLiteral("ZebObjects.TextObjects"),
+        QStringLiteral("Subscript out of range: no text object has the key \"%1\"").arg(key));
 }
 
 const ErrorInfo kNotFound =
@@ -100,7 +101,10 @@ struct Fixture {
         h.log().clear();
     }
 
-    KeyedListView* list() const { return ctl->findChild<KeyedListView*>(QStringLiteral("ListView")); }
+    KeyedListView* list() const
+    {
+        return ctl->findChild<KeyedListView*>(QStringLiteral("ListView"));
+    }
     QWidget* viewport() const { return list()->viewport(); }
     MultiLineTextBox* entry() const
     {
@@ -363,8 +367,8 @@ void tst_ctlTextSelect::cleanup()
 void tst_ctlTextSelect::isCreatedByItsIdentifier()
 {
     ZebTest::Harness h;
-    std::unique_ptr<UserControl> control(ControlRegistry::instance().create(
-        QStringLiteral("ZebSubmittalControls.ctlTextSelect")));
+    std::unique_ptr<UserControl> control(
+        ControlRegistry::instance().create(QStringLiteral("ZebSubmittalControls.ctlTextSelect")));
     QVERIFY(qobject_cast<ctlTextSelect*>(control.get()));
     QCOMPARE(control->Name(), QStringLiteral("ctlTextSelect"));
 }
@@ -473,8 +477,7 @@ void tst_ctlTextSelect::propertiesAreReachableByName()
     QVERIFY(f.ctl->setProperty("MaxLength", QVariant::fromValue(qint16(12))));
     QVERIFY(f.ctl->setProperty("TextObjectType", 4));
     QVERIFY(f.ctl->setProperty(
-        "TextObjects",
-        QVariant::fromValue(std::shared_ptr<ZebObjects::TextObjects>(f.coll))));
+        "TextObjects", QVariant::fromValue(std::shared_ptr<ZebObjects::TextObjects>(f.coll))));
     QCOMPARE(f.ctl->property("AllowUpdate").toBool(), true);
     QCOMPARE(f.ctl->property("AllowReorder").toBool(), true);
     QCOMPARE(f.ctl->property("AllowSave").toBool(), true);
@@ -526,9 +529,8 @@ void tst_ctlTextSelect::settersMarkTheirPropertyButAllowSaveMarksNothing()
     f.ctl->setMaxLength(10);
     f.ctl->setTextObjectType(3);
     f.ctl->setTextObjects(f.coll);
-    QCOMPARE(f.ctl->changedProperties(),
-             (QStringList{"AllowReorder", "AllowUpdate", "MaxLength", "TextObjectType",
-                          "TextObjects"}));
+    QCOMPARE(f.ctl->changedProperties(), (QStringList{"AllowReorder", "AllowUpdate", "MaxLength",
+                                                      "TextObjectType", "TextObjects"}));
     f.ctl->clearPropertyChanged();
     f.ctl->setAllowSave(false);
     QVERIFY(!f.ctl->isPropertyChanged(QStringLiteral("AllowSave")));
@@ -631,8 +633,8 @@ void tst_ctlTextSelect::propertiesWrittenAndReadBackKeepAllFiveValues()
     f.ctl->setAllowSave(true);
     PropertyBag bag;
     f.ctl->UserControl_WriteProperties(bag);
-    QCOMPARE(bag.keys(), (QStringList{"AllowUpdate", "AllowReorder", "MaxLength",
-                                      "TextObjectType", "AllowSave"}));
+    QCOMPARE(bag.keys(), (QStringList{"AllowUpdate", "AllowReorder", "MaxLength", "TextObjectType",
+                                      "AllowSave"}));
     QCOMPARE(bag.ReadProperty(QStringLiteral("MaxLength"), qint32(0)).typeId(),
              int(QMetaType::Int));
     QCOMPARE(bag.ReadProperty(QStringLiteral("MaxLength"), qint32(0)).toInt(), 300);
@@ -662,8 +664,8 @@ void tst_ctlTextSelect::writingReadsEveryPropertyThroughItsGetterInKeyOrder()
     PropertyBag bag;
     f.ctl->UserControl_WriteProperties(bag);
     QStringList expected;
-    for (const char* p : {"AllowUpdate()", "AllowReorder()", "MaxLength()", "TextObjectType()",
-                          "AllowSave()"})
+    for (const char* p :
+         {"AllowUpdate()", "AllowReorder()", "MaxLength()", "TextObjectType()", "AllowSave()"})
         expected << trace(QLatin1String(p), kEnter) << trace(QLatin1String(p), kExit);
     QCOMPARE(f.h.log().lines(), expected);
 }
@@ -778,10 +780,9 @@ void tst_ctlTextSelect::tipRebuildFailureAfterDeleteShowsTheTextDeleteReport()
     ZebObjects::Runtime::setDiagnosticLog(
         std::make_shared<FailingTraceLog>(f.h.logPtr(), 2, kLogDown));
     f.chooseFromMenu(0, Qt::Key_D);
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("mnu_Delete_Click()", kEnter),
-                          logError("UpdateToolTipText", kLogDown),
-                          logError("mnu_Delete_Click", kLogDown)}));
+    QCOMPARE(f.h.log().lines(), (QStringList{trace("mnu_Delete_Click()", kEnter),
+                                             logError("UpdateToolTipText", kLogDown),
+                                             logError("mnu_Delete_Click", kLogDown)}));
     QCOMPARE(f.h.boxes().shown(),
              (QList<Shown>{Shown{QStringLiteral("The requested operation cannot be completed.  "
                                                 "Permission denied"),
@@ -890,7 +891,9 @@ void tst_ctlTextSelect::populateFailureIsLoggedTwiceAndPassedToTheHost()
 void tst_ctlTextSelect::failureReadingAParagraphKeepsTheItemsAddedBefore()
 {
     Fixture f;
-    f.paragraphs({{"a", "Alpha", true}, {"b", "Bravo", false}, {"c", "Charlie", true},
+    f.paragraphs({{"a", "Alpha", true},
+                  {"b", "Bravo", false},
+                  {"c", "Charlie", true},
                   {"d", "Delta", false}});
     f.coll->object(QStringLiteral("c"))->faults().failNext(QStringLiteral("Selected"), kStoreDown);
     QCOMPARE(failureIfAny([&] { f.ctl->setTextObjects(f.coll); }), std::optional(kStoreDown));
@@ -1405,9 +1408,8 @@ void tst_ctlTextSelect::moveFailureIsLoggedByTheOperationAndTheHandlerAndShownOn
     f.coll->faults().failNext(QStringLiteral("MoveDown"), kStoreDown);
     f.clickItem(0);
     QTest::mouseClick(f.button("cmdMoveDown"), Qt::LeftButton);
-    QCOMPARE(f.h.log().failureLines(),
-             (QStringList{logError("moveItemDown", kStoreDown),
-                          logError("cmdMoveDown_Click()", kStoreDown)}));
+    QCOMPARE(f.h.log().failureLines(), (QStringList{logError("moveItemDown", kStoreDown),
+                                                    logError("cmdMoveDown_Click()", kStoreDown)}));
 }
 
 void tst_ctlTextSelect::moveWhoseRebuildFailsIsReportedByBothHandlers()
@@ -1419,11 +1421,10 @@ void tst_ctlTextSelect::moveWhoseRebuildFailsIsReportedByBothHandlers()
     f.coll->faults().failNext(QStringLiteral("Enumerate"), kStoreDown);
     QTest::mouseClick(f.button("cmdMoveDown"), Qt::LeftButton);
     QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("moveItemDown()", kEnter), trace("Populate()", kEnter),
-                          logError("Populate", kStoreDown),
-                          logError("mTextObjects_ItemMoved()", kStoreDown),
-                          logError("moveItemDown", kNotFound),
-                          logError("cmdMoveDown_Click()", kNotFound)}));
+             (QStringList{
+                 trace("moveItemDown()", kEnter), trace("Populate()", kEnter),
+                 logError("Populate", kStoreDown), logError("mTextObjects_ItemMoved()", kStoreDown),
+                 logError("moveItemDown", kNotFound), logError("cmdMoveDown_Click()", kNotFound)}));
     QCOMPARE(f.h.boxes().shown(), (QList<Shown>{plainBox(kStoreDown), plainBox(kNotFound)}));
     QCOMPARE(f.list()->count(), 0);
     QCOMPARE(f.collTexts(), (QStringList{"Bravo", "Alpha"}));
@@ -1507,8 +1508,7 @@ void tst_ctlTextSelect::editFromTheMenuShowsTheParagraphAndOkWritesIt()
         QTest::keyClicks(box, QStringLiteral("Bravo"));
         QTest::keyClick(box, Qt::Key_Return);
         QTest::keyClicks(box, QStringLiteral("edited"));
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")),
-                          Qt::LeftButton);
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
     });
     f.chooseFromMenu(1, Qt::Key_E);
     QVERIFY(user.answered());
@@ -1530,8 +1530,7 @@ void tst_ctlTextSelect::doubleClickEditsTheSelectedParagraph()
         auto* box = dialog.findChild<MultiLineTextBox*>(QStringLiteral("txtText"));
         box->moveCursor(QTextCursor::End);
         QTest::keyClicks(box, QStringLiteral(" one"));
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")),
-                          Qt::LeftButton);
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
     });
     f.doubleClickItem(0);
     QVERIFY(user.answered());
@@ -1549,8 +1548,7 @@ void tst_ctlTextSelect::enterInTheListEditsTheSelectedParagraph()
         auto* box = dialog.findChild<MultiLineTextBox*>(QStringLiteral("txtText"));
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("Bravo two"));
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")),
-                          Qt::LeftButton);
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
     });
     QTest::keyClick(f.list(), Qt::Key_Return);
     QVERIFY(user.answered());
@@ -1649,17 +1647,16 @@ void tst_ctlTextSelect::editTracesShowEditFormEntryOnlyAndRebuildsTheTips()
         auto* box = dialog.findChild<MultiLineTextBox*>(QStringLiteral("txtText"));
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("Alpha new"));
-        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")),
-                          Qt::LeftButton);
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
     });
     QTest::keyClick(f.list(), Qt::Key_Enter);
     QVERIFY(user.answered());
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("showEditForm()", kEnter),
-                          QStringLiteral("Trace|frmEditText|cmdOK_Click()|Entering Method...|0"),
-                          QStringLiteral("Trace|frmEditText|cmdOK_Click()|Exiting Method...|0"),
-                          trace("UpdateToolTipText()", kEnter),
-                          trace("UpdateToolTipText()", kExit)}));
+    QCOMPARE(
+        f.h.log().lines(),
+        (QStringList{trace("showEditForm()", kEnter),
+                     QStringLiteral("Trace|frmEditText|cmdOK_Click()|Entering Method...|0"),
+                     QStringLiteral("Trace|frmEditText|cmdOK_Click()|Exiting Method...|0"),
+                     trace("UpdateToolTipText()", kEnter), trace("UpdateToolTipText()", kExit)}));
     QCOMPARE(f.toolTexts(), (QStringList{"Alpha new", "Bravo"}));
 }
 
@@ -1673,12 +1670,11 @@ void tst_ctlTextSelect::failureHandingTheObjectToTheDialogIsLoggedThreeTimesAndS
     f.doubleClickItem(0);
     QTest::qWait(30);
     QVERIFY(!user.answered());
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("showEditForm()", kEnter),
-                          logError("TextObject() - Property Set", kStoreDown,
-                                   QStringLiteral("frmEditText")),
-                          logError("showEditForm", kStoreDown),
-                          logError("ListView_DblClick()", kStoreDown)}));
+    QCOMPARE(f.h.log().lines(), (QStringList{trace("showEditForm()", kEnter),
+                                             logError("TextObject() - Property Set", kStoreDown,
+                                                      QStringLiteral("frmEditText")),
+                                             logError("showEditForm", kStoreDown),
+                                             logError("ListView_DblClick()", kStoreDown)}));
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kStoreDown)});
     QCOMPARE(f.texts(), QStringList{"Alpha"});
 
@@ -1715,9 +1711,10 @@ void tst_ctlTextSelect::deleteRemovesTheParagraphThroughItemDeletedAndRebuildsTh
     QCOMPARE(f.toolTexts(), (QStringList{"Alpha", "Charlie"}));
     QVERIFY(!f.tips()->hasTool(f.viewport(), 2));
     QCOMPARE(f.tips()->toolRect(f.viewport(), 1), f.list()->itemRect(1));
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("mnu_Delete_Click()", kEnter), trace("UpdateToolTipText()", kEnter),
-                          trace("UpdateToolTipText()", kExit), trace("mnu_Delete_Click()", kExit)}));
+    QCOMPARE(
+        f.h.log().lines(),
+        (QStringList{trace("mnu_Delete_Click()", kEnter), trace("UpdateToolTipText()", kEnter),
+                     trace("UpdateToolTipText()", kExit), trace("mnu_Delete_Click()", kExit)}));
 }
 
 void tst_ctlTextSelect::deletingTheLastParagraphLeavesAnEmptyList()
@@ -1890,8 +1887,7 @@ void tst_ctlTextSelect::itemInsertedGoesToItsPlaceSelectedAndWithoutATag()
     Fixture f;
     f.bind({{"a", "Alpha", false}, {"b", "Bravo", false}});
     const auto inserted = f.coll->Insert(2, QStringLiteral("Inserted\r\ntext"), true);
-    QCOMPARE(f.keys(),
-             (QStringList{"TEXTOBJECTa", "TEXTOBJECT" + inserted->Key(), "TEXTOBJECTb"}));
+    QCOMPARE(f.keys(), (QStringList{"TEXTOBJECTa", "TEXTOBJECT" + inserted->Key(), "TEXTOBJECTb"}));
     QCOMPARE(f.texts(), (QStringList{"Alpha", "Inserted  text", "Bravo"}));
     QCOMPARE(f.tags(), (QStringList{"a", "", "b"}));
     QCOMPARE(f.checks(), (QList<bool>{false, true, false}));
@@ -1930,8 +1926,8 @@ void tst_ctlTextSelect::insertedItemsEmptyTagReachesTheCollectionAndItsErrorIsRe
     f.h.boxes().clear();
     f.clickItem(0);
     QTest::mouseClick(f.button("cmdMoveDown"), Qt::LeftButton);
-    QCOMPARE(f.h.log().failureLines(), (QStringList{logError("moveItemDown", none),
-                                                    logError("cmdMoveDown_Click()", none)}));
+    QCOMPARE(f.h.log().failureLines(),
+             (QStringList{logError("moveItemDown", none), logError("cmdMoveDown_Click()", none)}));
 
     f.h.log().clear();
     f.chooseFromMenu(0, Qt::Key_E);
@@ -1964,10 +1960,9 @@ void tst_ctlTextSelect::itemInsertedFailureIsLoggedByUpdateToolTipTextAndTheHand
     f.h.boxes().clear();
     f.coll->object(zulu->Key())->faults().failNext(QStringLiteral("Text"), kStoreDown);
     f.coll->Insert(1, QStringLiteral("Yankee"), false);
-    QCOMPARE(f.h.log().lines(),
-             (QStringList{trace("UpdateToolTipText()", kEnter),
-                          logError("UpdateToolTipText", kStoreDown),
-                          logError("mTextObjects_ItemInserted()", kStoreDown)}));
+    QCOMPARE(f.h.log().lines(), (QStringList{trace("UpdateToolTipText()", kEnter),
+                                             logError("UpdateToolTipText", kStoreDown),
+                                             logError("mTextObjects_ItemInserted()", kStoreDown)}));
     QCOMPARE(f.h.boxes().shown(), QList<Shown>{plainBox(kStoreDown)});
     QCOMPARE(f.texts().size(), 2);
 }
@@ -2031,9 +2026,10 @@ void tst_ctlTextSelect::everyCaptionFitsItsDesignPlace()
     Fixture f;
     f.ctl->setAllowUpdate(true);
     const auto* check = f.ctl->findChild<QCheckBox*>(QStringLiteral("chkIsSelected"));
-    const int checkNeeds = check->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, check)
-                           + check->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, check)
-                           + check->fontMetrics().horizontalAdvance(check->text());
+    const int checkNeeds =
+        check->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, check)
+        + check->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, check)
+        + check->fontMetrics().horizontalAdvance(check->text());
     QVERIFY2(checkNeeds <= check->width(),
              qPrintable(QStringLiteral("%1 > %2").arg(checkNeeds).arg(check->width())));
     for (const char* name : {"cmdAdd", "cmdCancel", "cmdMoveUp", "cmdMoveDown", "cmdSave"}) {
@@ -2041,8 +2037,10 @@ void tst_ctlTextSelect::everyCaptionFitsItsDesignPlace()
         QString caption = button->text();
         caption.remove(QLatin1Char('&'));
         const int needed = button->fontMetrics().horizontalAdvance(caption) + 6;
-        QVERIFY2(needed <= button->width(),
-                 qPrintable(QStringLiteral("%1: %2 > %3").arg(QLatin1String(name)).arg(needed).arg(button->width())));
+        QVERIFY2(needed <= button->width(), qPrintable(QStringLiteral("%1: %2 > %3")
+                                                           .arg(QLatin1String(name))
+                                                           .arg(needed)
+                                                           .arg(button->width())));
     }
 }
 

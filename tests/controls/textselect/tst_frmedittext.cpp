@@ -26,10 +26,10 @@ using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
 
 namespace {
 
-const QString kReformatted = QStringLiteral(
-    "Your text contains unsupported characters and will be reformatted.\r\n"
-    "Please review the text to be certain you are satisfied with the new format\r\n"
-    "and then select OK.");
+const QString kReformatted =
+    QStringLiteral("Your text contains unsupported characters and will be reformatted.\r\n"
+                   "Please review the text to be certain you are satisfied with the new format\r\n"
+                   "and then select OK.");
 const ErrorInfo kStoreDown = error(-2147217843, QStringLiteral("ZebObjects.TextObjects"),
                                    QStringLiteral("The text store is not available"));
 const QString kEnterOK = QStringLiteral("Trace|frmEditText|cmdOK_Click()|Entering Method...|0");
@@ -44,9 +44,8 @@ struct Fixture {
     ZebTest::Harness h;
     std::shared_ptr<StandaloneApplicationServices> services =
         std::make_shared<StandaloneApplicationServices>();
-    std::shared_ptr<StandaloneTextObject> paragraph =
-        std::make_shared<StandaloneTextObject>(QStringLiteral("p1"),
-                                               QStringLiteral("Lamps ship\r\nin May"), false);
+    std::shared_ptr<StandaloneTextObject> paragraph = std::make_shared<StandaloneTextObject>(
+        QStringLiteral("p1"), QStringLiteral("Lamps ship\r\nin May"), false);
     frmEditText dialog;
 
     Fixture() { ZebObjects::Runtime::setApplicationServices(services); }
@@ -139,8 +138,7 @@ void tst_frmEditText::textObjectPropertyIsUntracedAndReachableByName()
 {
     Fixture f;
     QVERIFY(f.dialog.setProperty(
-        "TextObject",
-        QVariant::fromValue(std::shared_ptr<ZebObjects::TextObject>(f.paragraph))));
+        "TextObject", QVariant::fromValue(std::shared_ptr<ZebObjects::TextObject>(f.paragraph))));
     QCOMPARE(f.dialog.property("TextObject").value<std::shared_ptr<ZebObjects::TextObject>>(),
              std::shared_ptr<ZebObjects::TextObject>(f.paragraph));
     QVERIFY(f.h.log().lines().isEmpty());
@@ -280,13 +278,14 @@ void tst_frmEditText::okWithoutATextObjectReportsTheDialogsOwnMessage()
     });
     f.dialog.exec();
     QVERIFY(openAfterOk);
-    const ErrorInfo notSet = error(91, QStringLiteral("ZebSubCtl"),
-                                   QStringLiteral("Object variable or With block variable not set"));
+    const ErrorInfo notSet =
+        error(91, QStringLiteral("ZebSubCtl"),
+              QStringLiteral("Object variable or With block variable not set"));
     QCOMPARE(f.h.boxes().shown(),
-             (QList<Shown>{Shown{QStringLiteral("The requested operation could not be completed.  "
-                                               "Object variable or With block variable not set"),
-                                48,
-                                QStringLiteral("91 - Object variable or With block variable not set")}}));
+             (QList<Shown>{Shown{
+                 QStringLiteral("The requested operation could not be completed.  "
+                                "Object variable or With block variable not set"),
+                 48, QStringLiteral("91 - Object variable or With block variable not set")}}));
     QCOMPARE(f.h.log().lines(), (QStringList{kEnterOK, logError("cmdOK_Click", notSet)}));
 }
 
@@ -305,11 +304,11 @@ void tst_frmEditText::okWriteFailureReportsTheDialogsOwnMessageAndKeepsTheObject
     });
     QCOMPARE(f.dialog.exec(), int(QDialog::Accepted));
     QVERIFY(openAfterOk);
-    QCOMPARE(f.h.boxes().shown(),
-             (QList<Shown>{Shown{QStringLiteral("The requested operation could not be completed.  "
-                                               "The text store is not available"),
-                                48,
-                                QStringLiteral("-2147217843 - The text store is not available")}}));
+    QCOMPARE(
+        f.h.boxes().shown(),
+        (QList<Shown>{Shown{QStringLiteral("The requested operation could not be completed.  "
+                                           "The text store is not available"),
+                            48, QStringLiteral("-2147217843 - The text store is not available")}}));
     QCOMPARE(f.h.log().lines(),
              (QStringList{kEnterOK, logError("cmdOK_Click", kStoreDown), kEnterOK, kExitOK}));
     QCOMPARE(f.paragraph->Text(), QStringLiteral("New text"));
@@ -329,8 +328,8 @@ void tst_frmEditText::reformatFailureReportsTheDialogsOwnMessage()
     f.dialog.exec();
     QCOMPARE(f.h.boxes().shown(),
              (QList<Shown>{Shown{QStringLiteral("The requested operation could not be completed.  "
-                                               "Invalid procedure call or argument"),
-                                48, QStringLiteral("5 - Invalid procedure call or argument")}}));
+                                                "Invalid procedure call or argument"),
+                                 48, QStringLiteral("5 - Invalid procedure call or argument")}}));
     QCOMPARE(f.h.log().lines(), (QStringList{kEnterOK, logError("cmdOK_Click", e)}));
     QCOMPARE(f.paragraph->Text(), QStringLiteral("Lamps ship\r\nin May"));
 }

@@ -23,8 +23,8 @@ int checkDesign(const Ui::SubmittalForm& ui)
     expect(ui.textSelect->AllowSave(), "textSelect AllowSave");
     expect(ui.custSelect->AllowAdd(), "custSelect AllowAdd");
     expect(ui.custSelect->AllowDelete(), "custSelect AllowDelete");
-    expect(ui.generalInfo && ui.cvrLtrCriteria && ui.bomCriteria && ui.labelCriteria
-               && ui.subLine && ui.subLines && ui.subLineDsp,
+    expect(ui.generalInfo && ui.cvrLtrCriteria && ui.bomCriteria && ui.labelCriteria && ui.subLine
+               && ui.subLines && ui.subLineDsp,
            "every control placed");
     QTextStream out(stdout);
     for (const QString& problem : problems)

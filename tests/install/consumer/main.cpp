@@ -18,7 +18,7 @@ namespace {
 
 class Paragraph : public ZebObjects::TextObject {
 public:
-    Paragraph(QString key, QString text) : m_key(std::move(key)), m_text(std::move(text)) {}
+    Paragraph(QString key, QString text) : m_key(std::move(key)), m_text(std::move(text)) { }
     QString Key() const override { return m_key; }
     QString Text() const override { return m_text; }
     void setText(const QString& text) override { m_text = text; }
@@ -65,8 +65,8 @@ public:
         m_items.removeOne(Item(key));
         emit ItemDeleted(key);
     }
-    void MoveDown(const QString&) override {}
-    void MoveUp(const QString&) override {}
+    void MoveDown(const QString&) override { }
+    void MoveUp(const QString&) override { }
     void SaveOrder() override { emit OrderSaved(); }
     ZebObjects::TextObjectList Enumerate() const override { return m_items; }
 
@@ -85,10 +85,7 @@ public:
     {
         return nullptr;
     }
-    std::shared_ptr<ZebObjects::CustomerFinder> CreateCustomerFinder() override
-    {
-        return nullptr;
-    }
+    std::shared_ptr<ZebObjects::CustomerFinder> CreateCustomerFinder() override { return nullptr; }
 };
 
 }  // namespace
@@ -126,8 +123,9 @@ int main(int argc, char** argv)
     UserControl* text = ControlRegistry::instance().create(
         ControlRegistry::identifierFor(QStringLiteral("ctlTextSelect")), &form);
     if (!text
-        || !text->setProperty("TextObjects", QVariant::fromValue(
-                                                 std::shared_ptr<ZebObjects::TextObjects>(paragraphs)))
+        || !text->setProperty(
+            "TextObjects",
+            QVariant::fromValue(std::shared_ptr<ZebObjects::TextObjects>(paragraphs)))
         || !text->setProperty("AllowUpdate", true))
         return 4;
     form.show();

@@ -29,12 +29,26 @@ QHash<QString, Table> makeTables()
     add(text, End::Report, {"mnu_Delete_Click"}, Box::TextDelete);
     add(text, End::LogOnly, {"ListView_MouseMove()", "Clear()"});
     add(text, End::Report,
-        {"cmdAdd_Click()", "cmdCancel_Click()", "txtNewComment_Change()", "cmdSave_Click()",
-         "cmdMoveUp_Click()", "cmdMoveDown_Click()", "mnu_MoveUp_Click()", "mnu_MoveDown_Click()",
-         "mnu_Edit_Click()", "ListView_DblClick()", "ListView_KeyUp()", "ListView_MouseUp()",
-         "ListView_ItemCheck()", "mTextObjects_Changed()", "mTextObjects_ItemAdded()",
-         "mTextObjects_ItemDeleted()", "mTextObjects_ItemInserted()", "mTextObjects_ItemMoved()",
-         "mTextObjects_OrderSaved()", "UserControl_WriteProperties()",
+        {"cmdAdd_Click()",
+         "cmdCancel_Click()",
+         "txtNewComment_Change()",
+         "cmdSave_Click()",
+         "cmdMoveUp_Click()",
+         "cmdMoveDown_Click()",
+         "mnu_MoveUp_Click()",
+         "mnu_MoveDown_Click()",
+         "mnu_Edit_Click()",
+         "ListView_DblClick()",
+         "ListView_KeyUp()",
+         "ListView_MouseUp()",
+         "ListView_ItemCheck()",
+         "mTextObjects_Changed()",
+         "mTextObjects_ItemAdded()",
+         "mTextObjects_ItemDeleted()",
+         "mTextObjects_ItemInserted()",
+         "mTextObjects_ItemMoved()",
+         "mTextObjects_OrderSaved()",
+         "UserControl_WriteProperties()",
          "UserControl_ReadProperties()"});
 
     Table& dialog = all[QStringLiteral("frmEditText")];
@@ -148,13 +162,13 @@ std::optional<ShownBox> expectedBox(Box box, const ZebObjects::ErrorInfo& error)
         return ShownBox{QStringLiteral("Unable to remove the customer.  ") + d, warning,
                         QStringLiteral("Error: ") + n + QStringLiteral(" - ") + d};
     case Box::Remove:
-        return ShownBox{QStringLiteral("An error occurred while deleting the selected customer.") +
-                            d,
+        return ShownBox{QStringLiteral("An error occurred while deleting the selected customer.")
+                            + d,
                         warning, QStringLiteral("Error: ") + n + QStringLiteral(" - ") + d};
     case Box::RemoveAll:
         return ShownBox{QStringLiteral("An error occurred while removing all customers, some "
-                                       "customers could not be removed.  ") +
-                            crlf + d,
+                                       "customers could not be removed.  ")
+                            + crlf + d,
                         warning, QStringLiteral("Error: ") + n + QStringLiteral(" - ") + d};
     case Box::Search:
         if (error.Number < -32768 || error.Number > 32767)

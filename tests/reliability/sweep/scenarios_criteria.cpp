@@ -103,7 +103,8 @@ void coverLetter(QWidget& w, Script& s)
     auto& panel = static_cast<ctlCvrLtrCriteria&>(w);
     auto sub = s.keep(ZebObjects::SampleData::submittal());
     s.host(QStringLiteral("bind"), [&panel, sub] { panel.setSubmittal(sub); });
-    s.user(QStringLiteral("tick default paragraphs"), [&w] { clickNamed(w, "chkDefaultParagraph"); });
+    s.user(QStringLiteral("tick default paragraphs"),
+           [&w] { clickNamed(w, "chkDefaultParagraph"); });
     s.user(QStringLiteral("tick logo"), [&w] { clickNamed(w, "chkIncludeLogo"); });
     s.user(QStringLiteral("tick remarks"), [&w] { clickNamed(w, "chkRemarks"); });
     s.user(QStringLiteral("separate letters"), [&w] { clickNamed(w, "optMultipleCoverLetters"); });
@@ -118,8 +119,9 @@ void bom(QWidget& w, Script& s)
     auto& panel = static_cast<ctlBOMCriteria&>(w);
     auto b = s.keep(ZebObjects::SampleData::bom());
     s.host(QStringLiteral("bind"), [&panel, b] { panel.setBOM(b); });
-    for (const char* name : {"chkBrand", "chkCatNum", "chkDefaultRemarks", "chkDesc", "chkGroupCode",
-                             "chkLineComments", "chkMfr", "chkMTO", "chkQuantity", "chkType"})
+    for (const char* name :
+         {"chkBrand", "chkCatNum", "chkDefaultRemarks", "chkDesc", "chkGroupCode",
+          "chkLineComments", "chkMfr", "chkMTO", "chkQuantity", "chkType"})
         s.user(QStringLiteral("tick ") + QLatin1String(name), [&w, name] { clickNamed(w, name); });
     s.user(QStringLiteral("tick a default remark"), [&w] {
         auto* inner = child<ZebSubCtl::ctlTextSelect>(w, "ctlTextSelect");
@@ -136,22 +138,34 @@ void bom(QWidget& w, Script& s)
 
 QList<Scenario> generalInfoScenarios()
 {
-    Scenario s{QStringLiteral("ctlGeneralInfo"), QStringLiteral("every field, model events"),
-               &shown<ctlGeneralInfo>, &generalInfo, 1, {}};
+    Scenario s{QStringLiteral("ctlGeneralInfo"),
+               QStringLiteral("every field, model events"),
+               &shown<ctlGeneralInfo>,
+               &generalInfo,
+               1,
+               {}};
     s.prepare = &issuers;
     return {s};
 }
 
 QList<Scenario> cvrLtrScenarios()
 {
-    return {Scenario{QStringLiteral("ctlCvrLtrCriteria"), QStringLiteral("every option"),
-                     &shown<ctlCvrLtrCriteria>, &coverLetter, 1, {}}};
+    return {Scenario{QStringLiteral("ctlCvrLtrCriteria"),
+                     QStringLiteral("every option"),
+                     &shown<ctlCvrLtrCriteria>,
+                     &coverLetter,
+                     1,
+                     {}}};
 }
 
 QList<Scenario> bomScenarios()
 {
-    return {Scenario{QStringLiteral("ctlBOMCriteria"), QStringLiteral("every column, remarks"),
-                     &shown<ctlBOMCriteria>, &bom, 1, {}}};
+    return {Scenario{QStringLiteral("ctlBOMCriteria"),
+                     QStringLiteral("every column, remarks"),
+                     &shown<ctlBOMCriteria>,
+                     &bom,
+                     1,
+                     {}}};
 }
 
 }  // namespace ZebSweep

@@ -40,7 +40,8 @@ void labels(QWidget& w, Script& s)
         clickItem(available, 0);
         click(w, "cmdAdd");
     });
-    s.user(QStringLiteral("double click available"), [available] { doubleClickItem(available, 0); });
+    s.user(QStringLiteral("double click available"),
+           [available] { doubleClickItem(available, 0); });
     s.user(QStringLiteral("Enter on available"), [available] {
         clickItem(available, 0);
         QTest::keyClick(available, Qt::Key_Return);
@@ -191,7 +192,8 @@ void customers(QWidget& w, Script& s)
     });
     s.user(QStringLiteral("resize"), [&w] { grow(w, 60, 40); });
     auto bag = std::make_shared<ZebSubCtl::PropertyBag>();
-    s.host(QStringLiteral("save design"), [&panel, bag] { panel.UserControl_WriteProperties(*bag); });
+    s.host(QStringLiteral("save design"),
+           [&panel, bag] { panel.UserControl_WriteProperties(*bag); });
     s.host(QStringLiteral("restore design"),
            [&panel, bag] { panel.UserControl_ReadProperties(*bag); });
     s.user(QStringLiteral("Remove All"), [&w] { click(w, "cmdRemoveAll"); });
@@ -203,36 +205,56 @@ void customers(QWidget& w, Script& s)
 
 QList<Scenario> labelScenarios()
 {
-    Scenario s{QStringLiteral("ctlLabelCriteria"), QStringLiteral("add, remove, reorder"),
-               &shown<ZebSubCtl::ctlLabelCriteria>, &labels, 1, {}};
+    Scenario s{QStringLiteral("ctlLabelCriteria"),
+               QStringLiteral("add, remove, reorder"),
+               &shown<ZebSubCtl::ctlLabelCriteria>,
+               &labels,
+               1,
+               {}};
     s.rowsSurviveRebind = true;
     return {s};
 }
 
 QList<Scenario> subLineScenarios()
 {
-    return {Scenario{QStringLiteral("ctlSubLine"), QStringLiteral("one row"),
-                     &shown<ZebSubCtl::ctlSubLine>, &row, 1, {}}};
+    return {Scenario{QStringLiteral("ctlSubLine"),
+                     QStringLiteral("one row"),
+                     &shown<ZebSubCtl::ctlSubLine>,
+                     &row,
+                     1,
+                     {}}};
 }
 
 QList<Scenario> subLinesScenarios()
 {
     // Twenty rows fill alike: every third call (prime to the calls one row makes) still fails
     // each member of a row somewhere, in a third of the time.
-    return {Scenario{QStringLiteral("ctlSubLines"), QStringLiteral("twenty rows"),
-                     &shown<ZebSubCtl::ctlSubLines>, &rows, 3, {}}};
+    return {Scenario{QStringLiteral("ctlSubLines"),
+                     QStringLiteral("twenty rows"),
+                     &shown<ZebSubCtl::ctlSubLines>,
+                     &rows,
+                     3,
+                     {}}};
 }
 
 QList<Scenario> subLineDspScenarios()
 {
-    return {Scenario{QStringLiteral("ctlSubLineDsp"), QStringLiteral("scrolling twenty rows"),
-                     &shown<ZebSubCtl::ctlSubLineDsp>, &viewer, 3, {}}};
+    return {Scenario{QStringLiteral("ctlSubLineDsp"),
+                     QStringLiteral("scrolling twenty rows"),
+                     &shown<ZebSubCtl::ctlSubLineDsp>,
+                     &viewer,
+                     3,
+                     {}}};
 }
 
 QList<Scenario> custSelectScenarios()
 {
-    Scenario s{QStringLiteral("ctlCustSelect"), QStringLiteral("search, add, remove, tick"),
-               &shown<ZebSubCtl::ctlCustSelect>, &customers, 1, {}};
+    Scenario s{QStringLiteral("ctlCustSelect"),
+               QStringLiteral("search, add, remove, tick"),
+               &shown<ZebSubCtl::ctlCustSelect>,
+               &customers,
+               1,
+               {}};
     s.prepare = &directory;
     return {s};
 }

@@ -66,12 +66,10 @@ void commands(QWidget& w, Script& s)
     s.user(QStringLiteral("tick first"), [list] { tickItem(list, 0); });
     s.user(QStringLiteral("select second"), [list] { clickItem(list, 1); });
     s.user(QStringLiteral("Move Down"), [&w] { click(w, "cmdMoveDown"); });
-    s.user(QStringLiteral("menu Move Up"), [&w, list] {
-        chooseFromMenu(w, qMax(0, list->selectedRow()), Qt::Key_U);
-    });
-    s.user(QStringLiteral("menu Move Down"), [&w, list] {
-        chooseFromMenu(w, qMax(0, list->selectedRow()), Qt::Key_N);
-    });
+    s.user(QStringLiteral("menu Move Up"),
+           [&w, list] { chooseFromMenu(w, qMax(0, list->selectedRow()), Qt::Key_U); });
+    s.user(QStringLiteral("menu Move Down"),
+           [&w, list] { chooseFromMenu(w, qMax(0, list->selectedRow()), Qt::Key_N); });
     s.user(QStringLiteral("Move Up"), [&w] { click(w, "cmdMoveUp"); });
     s.user(QStringLiteral("Save Changes"), [&w] { click(w, "cmdSave"); });
     s.user(QStringLiteral("type a remark"), [&w] {
@@ -91,9 +89,8 @@ void commands(QWidget& w, Script& s)
         list->setFocus();
         QTest::keyClick(list, Qt::Key_Down);
     });
-    s.user(QStringLiteral("mouse over list"), [list] {
-        QTest::mouseMove(list->viewport(), itemPoint(list, 0));
-    });
+    s.user(QStringLiteral("mouse over list"),
+           [list] { QTest::mouseMove(list->viewport(), itemPoint(list, 0)); });
     s.user(QStringLiteral("menu Delete"), [&w] { chooseFromMenu(w, 0, Qt::Key_D); });
     s.model(QStringLiteral("another holder adds"),
             [remarks] { remarks->Add(QStringLiteral("Added elsewhere."), true); });
@@ -112,8 +109,10 @@ void commands(QWidget& w, Script& s)
     });
     s.user(QStringLiteral("resize"), [&w] { grow(w, 60, 45); });
     auto bag = std::make_shared<PropertyBag>();
-    s.host(QStringLiteral("save design"), [&w, bag] { textSelect(w).UserControl_WriteProperties(*bag); });
-    s.host(QStringLiteral("restore design"), [&w, bag] { textSelect(w).UserControl_ReadProperties(*bag); });
+    s.host(QStringLiteral("save design"),
+           [&w, bag] { textSelect(w).UserControl_WriteProperties(*bag); });
+    s.host(QStringLiteral("restore design"),
+           [&w, bag] { textSelect(w).UserControl_ReadProperties(*bag); });
     auto other = s.keep(ZebObjects::SampleData::coverLetterParagraphs());
     s.host(QStringLiteral("rebind"), [&w, other] { textSelect(w).setTextObjects(other); });
 }
@@ -133,7 +132,8 @@ void editing(QWidget& w, Script& s)
         doubleClickItem(list, 0);
     });
     s.user(QStringLiteral("menu Edit, Cancel"), [&w] {
-        ZebTest::WhenModal<frmEditText> user([](frmEditText& dialog) { click(dialog, "cmdCancel"); });
+        ZebTest::WhenModal<frmEditText> user(
+            [](frmEditText& dialog) { click(dialog, "cmdCancel"); });
         chooseFromMenu(w, 1, Qt::Key_E);
     });
     s.user(QStringLiteral("Enter on list, OK"), [list] {
@@ -148,10 +148,18 @@ void editing(QWidget& w, Script& s)
 QList<Scenario> textSelectScenarios()
 {
     return {
-        Scenario{QStringLiteral("ctlTextSelect"), QStringLiteral("commands and model events"),
-                 &shown<ctlTextSelect>, &commands, 1, {}},
-        Scenario{QStringLiteral("ctlTextSelect"), QStringLiteral("editing in the dialog"),
-                 &shown<ctlTextSelect>, &editing, 1, {}},
+        Scenario{QStringLiteral("ctlTextSelect"),
+                 QStringLiteral("commands and model events"),
+                 &shown<ctlTextSelect>,
+                 &commands,
+                 1,
+                 {}},
+        Scenario{QStringLiteral("ctlTextSelect"),
+                 QStringLiteral("editing in the dialog"),
+                 &shown<ctlTextSelect>,
+                 &editing,
+                 1,
+                 {}},
     };
 }
 

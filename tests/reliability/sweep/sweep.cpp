@@ -164,8 +164,8 @@ QString widgetState(QWidget* w)
     for (const char* name : {"Caption", "Value"}) {
         const int index = w->metaObject()->indexOfProperty(name);
         if (index >= 0)
-            parts << QLatin1String(name) + QLatin1Char('=') +
-                         w->metaObject()->property(index).read(w).toString();
+            parts << QLatin1String(name) + QLatin1Char('=')
+                         + w->metaObject()->property(index).read(w).toString();
     }
     if (!w->toolTip().isEmpty())
         parts << QStringLiteral("tip ") + w->toolTip();
@@ -201,11 +201,11 @@ namespace {
 // The calls that change a business object.
 bool isWrite(const QString& member)
 {
-    static const QStringList methods{
-        QStringLiteral("Add"),    QStringLiteral("Clear"),       QStringLiteral("Insert"),
-        QStringLiteral("MoveDown"), QStringLiteral("MoveUp"),    QStringLiteral("PopulateRemarks"),
-        QStringLiteral("Remove"), QStringLiteral("RemoveAll"),   QStringLiteral("SaveOrder"),
-        QStringLiteral("SelectPurpose")};
+    static const QStringList methods{QStringLiteral("Add"),       QStringLiteral("Clear"),
+                                     QStringLiteral("Insert"),    QStringLiteral("MoveDown"),
+                                     QStringLiteral("MoveUp"),    QStringLiteral("PopulateRemarks"),
+                                     QStringLiteral("Remove"),    QStringLiteral("RemoveAll"),
+                                     QStringLiteral("SaveOrder"), QStringLiteral("SelectPurpose")};
     return member.endsWith(QLatin1Char('=')) || methods.contains(member);
 }
 
@@ -226,8 +226,9 @@ QString entryText(const MemoryDiagnosticLog::Entry& e)
 QString errorEntry(const char* kind, const QString& module, const QString& label,
                    const ErrorInfo& e)
 {
-    return QStringList{QLatin1String(kind), module, label, QString::number(e.Number), e.Source,
-                       e.Description, QStringLiteral("0")}
+    return QStringList{QLatin1String(kind),       module,   label,
+                       QString::number(e.Number), e.Source, e.Description,
+                       QStringLiteral("0")}
         .join(QLatin1Char('|'));
 }
 
@@ -339,9 +340,8 @@ RunRecord cleanRun(const Scenario& scenario, std::unique_ptr<QWidget>& control,
     CallSequence sequence;
     Script script;
     sequence.setFilter([&script](const QString&) { return script.countsCall(); });
-    sequence.setObserver([&](qint64, const QString&) {
-        r.callSteps << script.stepName(script.currentStep() - 1);
-    });
+    sequence.setObserver(
+        [&](qint64, const QString&) { r.callSteps << script.stepName(script.currentStep() - 1); });
     sequence.start();
     runScenario(scenario, control, script);
     QApplication::processEvents();
@@ -401,15 +401,15 @@ ControlResult sweep(const QString& control, const QList<Scenario>& scenarios)
             // Without faults nothing may reach the host or the last resort; a logged failure
             // is allowed only where the control is required to log one on its own (a list
             // that is filled again without being emptied).
-            const bool clean = first.lastResort.isEmpty() && first.escaped.isEmpty() &&
-                               again.lastResort.isEmpty() && again.escaped.isEmpty() &&
-                               (scenario.rowsSurviveRebind ||
-                                (first.failures.isEmpty() && again.failures.isEmpty()));
+            const bool clean = first.lastResort.isEmpty() && first.escaped.isEmpty()
+                               && again.lastResort.isEmpty() && again.escaped.isEmpty()
+                               && (scenario.rowsSurviveRebind
+                                   || (first.failures.isEmpty() && again.failures.isEmpty()));
             if (!clean) {
-                result.mismatches << Mismatch{name, 0, QString(), QStringLiteral("a clean run"),
-                                              (first.failures + first.lastResort + first.escaped +
-                                               again.failures)
-                                                  .join(QStringLiteral("; "))};
+                result.mismatches << Mismatch{
+                    name, 0, QString(), QStringLiteral("a clean run"),
+                    (first.failures + first.lastResort + first.escaped + again.failures)
+                        .join(QStringLiteral("; "))};
             }
         }
         const qint64 total = first.calls.size();
@@ -430,9 +430,8 @@ ControlResult sweep(const QString& control, const QList<Scenario>& scenarios)
 
         for (qint64 n = 1; n <= total; n += every) {
             ++result.swept;
-            const QString member =
-                first.calls.at(n - 1) + QStringLiteral(" in '") + first.callSteps.at(n - 1) +
-                QLatin1Char('\'');
+            const QString member = first.calls.at(n - 1) + QStringLiteral(" in '")
+                                   + first.callSteps.at(n - 1) + QLatin1Char('\'');
             auto harness = freshHarness();
             std::unique_ptr<QWidget> widget;
 
@@ -474,8 +473,8 @@ ControlResult sweep(const QString& control, const QList<Scenario>& scenarios)
                         seen.log << entryText(entries.at(i));
                 const auto& shown = harness->boxes().shown();
                 for (qsizetype i = at[1]; i < step.end[1]; ++i)
-                    seen.boxes << boxText(ShownBox{shown.at(i).prompt, shown.at(i).style,
-                                                   shown.at(i).title});
+                    seen.boxes << boxText(
+                        ShownBox{shown.at(i).prompt, shown.at(i).style, shown.at(i).title});
                 for (qsizetype i = at[2]; i < step.end[2]; ++i)
                     seen.lastResort << QString::number(harness->lastResort().at(i).Number);
                 seen.thrownToHost = step.threw && step.host;
@@ -490,45 +489,50 @@ ControlResult sweep(const QString& control, const QList<Scenario>& scenarios)
                 if (!x.problem.isEmpty())
                     problems << where + x.problem;
                 if (seen.escapedEventLoop)
-                    problems << where + QStringLiteral("failure %1 left an event handler")
-                                            .arg(step.error.Number);
+                    problems << where
+                                    + QStringLiteral("failure %1 left an event handler")
+                                          .arg(step.error.Number);
                 if (x.problem.isEmpty()) {
                     // A later statement of the same action may fail in turn because of what the
                     // first failure left (a list not rebuilt); such a failure carries its own
                     // number and runs its own error path. It is counted, not judged here.
-                    const QString injected =
-                        QLatin1Char('|') + QString::number(injectedError().Number) + QLatin1Char('|');
+                    const QString injected = QLatin1Char('|')
+                                             + QString::number(injectedError().Number)
+                                             + QLatin1Char('|');
                     bool later = false;
                     if (seen.log.size() > x.log.size() && seen.log.mid(0, x.log.size()) == x.log) {
                         const QStringList extra = seen.log.mid(x.log.size());
-                        if (std::none_of(extra.begin(), extra.end(), [&](const QString& e) {
-                                return e.contains(injected);
-                            })) {
+                        if (std::none_of(extra.begin(), extra.end(),
+                                         [&](const QString& e) { return e.contains(injected); })) {
                             later = true;
                             seen.log = x.log;
-                            if (seen.boxes.size() > x.boxes.size() &&
-                                seen.boxes.mid(0, x.boxes.size()) == x.boxes)
+                            if (seen.boxes.size() > x.boxes.size()
+                                && seen.boxes.mid(0, x.boxes.size()) == x.boxes)
                                 seen.boxes = x.boxes;
                         }
                     }
                     if (later)
                         ++result.consequential;
                     if (x.log != seen.log)
-                        problems << where + QStringLiteral("log [%1] || seen [%2]")
-                                                .arg(x.log.join(QStringLiteral("; ")),
-                                                     seen.log.join(QStringLiteral("; ")));
+                        problems << where
+                                        + QStringLiteral("log [%1] || seen [%2]")
+                                              .arg(x.log.join(QStringLiteral("; ")),
+                                                   seen.log.join(QStringLiteral("; ")));
                     if (x.boxes != seen.boxes)
-                        problems << where + QStringLiteral("boxes [%1] || seen [%2]")
-                                                .arg(x.boxes.join(QStringLiteral("; ")),
-                                                     seen.boxes.join(QStringLiteral("; ")));
+                        problems << where
+                                        + QStringLiteral("boxes [%1] || seen [%2]")
+                                              .arg(x.boxes.join(QStringLiteral("; ")),
+                                                   seen.boxes.join(QStringLiteral("; ")));
                     if (x.lastResort != seen.lastResort)
-                        problems << where + QStringLiteral("last resort [%1] || seen [%2]")
-                                                .arg(x.lastResort.join(QLatin1Char(',')),
-                                                     seen.lastResort.join(QLatin1Char(',')));
+                        problems << where
+                                        + QStringLiteral("last resort [%1] || seen [%2]")
+                                              .arg(x.lastResort.join(QLatin1Char(',')),
+                                                   seen.lastResort.join(QLatin1Char(',')));
                     if (x.thrownToHost != seen.thrownToHost)
-                        problems << where + QStringLiteral("host gets the failure: %1 || %2")
-                                                .arg(x.thrownToHost ? "yes" : "no",
-                                                     seen.thrownToHost ? "yes" : "no");
+                        problems << where
+                                        + QStringLiteral("host gets the failure: %1 || %2")
+                                              .arg(x.thrownToHost ? "yes" : "no",
+                                                   seen.thrownToHost ? "yes" : "no");
                 }
             }
 
@@ -536,7 +540,8 @@ ControlResult sweep(const QString& control, const QList<Scenario>& scenarios)
             // control that never failed does.
             if (!widget) {
                 problems << QStringLiteral("no control after the replay");
-                result.mismatches << Mismatch{name, n, member, QString(), problems.join(QStringLiteral("; "))};
+                result.mismatches << Mismatch{name, n, member, QString(),
+                                              problems.join(QStringLiteral("; "))};
                 continue;
             }
             // A clean pass must match the never-failed control's second pass. Where it does not,
@@ -555,11 +560,11 @@ ControlResult sweep(const QString& control, const QList<Scenario>& scenarios)
             const auto differences = [&](const RunRecord& r, const RunRecord& reference) {
                 QStringList out;
                 if (r.snapshot != reference.snapshot)
-                    out << QStringLiteral("rerun widgets differ: ") +
-                               diffText(reference.snapshot, r.snapshot);
+                    out << QStringLiteral("rerun widgets differ: ")
+                               + diffText(reference.snapshot, r.snapshot);
                 if (writesOf(r.calls) != writesOf(reference.calls))
-                    out << QStringLiteral("rerun writes differ: ") +
-                               diffText(writesOf(reference.calls), writesOf(r.calls));
+                    out << QStringLiteral("rerun writes differ: ")
+                               + diffText(writesOf(reference.calls), writesOf(r.calls));
                 return out;
             };
             const RunRecord rerun1 = cleanRun(scenario, widget, *harness);

@@ -18,15 +18,25 @@ namespace ZebSweep {
 
 // How a procedure's error path ends, as the controls are required to behave.
 enum class End {
-    Report,     // LogError and one box of the given variant; the failure goes no further
+    Report,  // LogError and one box of the given variant; the failure goes no further
     Propagate,  // LogError, then on to the caller
-    LogOnly,    // LogError; swallowed
-    Notice,     // LogNotice; swallowed
-    Warning,    // LogWarning; swallowed (the procedure goes on)
+    LogOnly,  // LogError; swallowed
+    Notice,  // LogNotice; swallowed
+    Warning,  // LogWarning; swallowed (the procedure goes on)
 };
 
 // The boxes an error path may show.
-enum class Box { Plain, TextDelete, DialogOK, ItemCheck, CustomerRemoved, Remove, RemoveAll, Search, Add };
+enum class Box {
+    Plain,
+    TextDelete,
+    DialogOK,
+    ItemCheck,
+    CustomerRemoved,
+    Remove,
+    RemoveAll,
+    Search,
+    Add
+};
 
 struct Rule {
     End end = End::Report;
@@ -126,12 +136,12 @@ struct Mismatch {
 struct ControlResult {
     QString control;
     qint64 recorded = 0;  // calls made by its scenarios
-    qint64 swept = 0;     // calls replayed with a failure
-    qint64 handled = 0;   // of those, handled as required
+    qint64 swept = 0;  // calls replayed with a failure
+    qint64 handled = 0;  // of those, handled as required
     QStringList sampled;  // scenarios replayed on a sample of their calls
     qint64 consequential = 0;  // replays where a later step of the same action failed too
-    qint64 lasting = 0;        // failed creations: what initialisation missed stays missing
-    qint64 loose = 0;          // reruns checked for clean handling only (rows kept by design)
+    qint64 lasting = 0;  // failed creations: what initialisation missed stays missing
+    qint64 loose = 0;  // reruns checked for clean handling only (rows kept by design)
     QList<Mismatch> mismatches;
 };
 
