@@ -33,7 +33,7 @@ ZEBSTORE_EXPORT QString overall(const QStringList& actions);
 }  // namespace ReviewAction
 
 // One line of a job as a package printed it.
-struct IssuedLine {
+struct ZEBSTORE_EXPORT IssuedLine {
     // The job's line it was; 0 when the line was not kept in the office's store.
     qint64 lineItemId = 0;
     // The number the package printed.
@@ -57,7 +57,7 @@ struct IssuedLine {
 };
 
 // One issued revision of a job's submittal. The PDF it went out as never changes.
-struct IssuedRevision {
+struct ZEBSTORE_EXPORT IssuedRevision {
     enum class Status { Sent = 0, Returned = 1, Closed = 2 };
 
     qint32 number = 0;

@@ -40,7 +40,7 @@ JobContents threeLineJob(const QString& number)
     c.recipients = {to};
     const char* const types[] = {"A1", "B2", "C3"};
     for (int i = 0; i < 3; ++i) {
-        StandaloneLineItem::Data l;
+        LineItemRecord l;
         l.quantity = 2 + i;
         l.type = QString::fromLatin1(types[i]);
         l.catalogNumber = QStringLiteral("CAT-%1").arg(100 + i);

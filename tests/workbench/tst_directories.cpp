@@ -11,7 +11,7 @@
 #include "directorydialog.h"
 #include "formdescription.h"
 #include "issuersdialog.h"
-#include "objects/runtime.h"
+#include "contracts/runtime.h"
 #include "recipientspage.h"
 #include "store/jobcontents.h"
 #include "store/store.h"
@@ -37,14 +37,14 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
-using ZebObjects::StandaloneCustomer;
+using ZebObjects::CustomerRecord;
 using ZebObjects::Store;
 
 namespace {
-StandaloneCustomer::Data customer(const QString& key, const QString& name, const QString& city,
+CustomerRecord customer(const QString& key, const QString& name, const QString& city,
                                   const QString& contact = {})
 {
-    StandaloneCustomer::Data d;
+    CustomerRecord d;
     d.key = key;
     d.name = name;
     d.displayText = name + QStringLiteral(" (") + city + QLatin1Char(')');
