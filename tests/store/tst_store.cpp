@@ -293,6 +293,10 @@ private slots:
                 "ALTER TABLE jobs DROP COLUMN engineer",
                 "ALTER TABLE jobs DROP COLUMN contractor",
                 "ALTER TABLE jobs DROP COLUMN archived",
+                "DROP TABLE cut_sheet_attachments",
+                "DROP TABLE cut_sheets",
+                "DROP TABLE issued_lines",
+                "DROP TABLE issued_revisions",
                 "PRAGMA user_version = 3",
             };
             for (const char* sql : back)
@@ -300,7 +304,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 4);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
         QCOMPARE(store->jobs().size(), 4);
         const qint64 id = store->jobs().first().id;
         const JobDetails details = store->jobDetails(id);
