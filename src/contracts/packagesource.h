@@ -82,7 +82,7 @@ struct CutSheet {
     QByteArray Pdf;
     /// The number of pages of the file.
     qint32 PageCount = 0;
-
+    /// Equal when every field is.
     friend bool operator==(const CutSheet&, const CutSheet&) = default;
 };
 
