@@ -16,6 +16,7 @@ class TextObjects;
 class ZEBOBJECTSCONTRACTS_EXPORT BOM : public QObject {
     Q_OBJECT
 public:
+    /// Constructs the object with Qt's parent, as QObject does.
     using QObject::QObject;
     ~BOM() override = default;
 

@@ -20,6 +20,7 @@ using CustomerList = QList<std::shared_ptr<Customer>>;
 class ZEBOBJECTSCONTRACTS_EXPORT Customers : public QObject {
     Q_OBJECT
 public:
+    /// Constructs the object with Qt's parent, as QObject does.
     using QObject::QObject;
     ~Customers() override = default;
 

@@ -16,6 +16,7 @@ class ZEBOBJECTSCONTRACTS_EXPORT LabelField : public QObject {
     /// The field's place on the label by name (see PrintOrder() and writePrintOrder()).
     Q_PROPERTY(qint32 PrintOrder READ PrintOrder WRITE writePrintOrder)
 public:
+    /// Constructs the object with Qt's parent, as QObject does.
     using QObject::QObject;
     ~LabelField() override = default;
 

@@ -17,6 +17,7 @@ class Recipients;
 class ZEBOBJECTSCONTRACTS_EXPORT Submittal : public QObject {
     Q_OBJECT
 public:
+    /// Constructs the object with Qt's parent, as QObject does.
     using QObject::QObject;
     ~Submittal() override = default;
 

@@ -19,6 +19,7 @@ using TextObjectList = QList<std::shared_ptr<TextObject>>;
 class ZEBOBJECTSCONTRACTS_EXPORT TextObjects : public QObject {
     Q_OBJECT
 public:
+    /// Constructs the object with Qt's parent, as QObject does.
     using QObject::QObject;
     ~TextObjects() override = default;
 
