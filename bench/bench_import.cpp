@@ -7,6 +7,7 @@
 #include "csvtable.h"
 #include "importdialog.h"
 #include "officeimports.h"
+#include "store/jobcontents.h"
 #include "store/store.h"
 #include "store/storejob.h"
 #include "store/storelineitems.h"
@@ -54,10 +55,10 @@ void BM_ImportLines(benchmark::State& state)
         double c = 0;
         {
             const auto store = Store::open(file);
-            JobContents c;
-            c.number = QStringLiteral("1");
-            c.name = QStringLiteral("Import");
-            job = store->createJob(c);
+            JobContents contents;
+            contents.number = QStringLiteral("1");
+            contents.name = QStringLiteral("Import");
+            job = store->createJob(contents);
             const auto start = Clock::now();
             TableImport import = OfficeImports::lineItems();
             import.setTable(CsvTable::parse(csv, QStringLiteral("bench")));
