@@ -58,7 +58,7 @@ constexpr const char* kCommandLineModes[] = {"--list",
 
 // What the command line asks for. An unset option is an empty optional (or false).
 struct Options {
-    // Modes, tried in this order; without any, the workstation window opens.
+    // Modes, tried in the order main() lists them; without any, the workstation window opens.
     bool list = false;  // --list
     std::optional<QString> exportPdf;  // --export
     std::optional<QString> saveDesign;  // --save-design
