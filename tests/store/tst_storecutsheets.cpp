@@ -219,8 +219,10 @@ private slots:
             QVERIFY(old->exec(QStringLiteral("DROP TABLE cut_sheet_attachments")));
             QVERIFY(old->exec(QStringLiteral("DROP TABLE cut_sheets")));
             // Nor what versions 4 and 6 add: the jobs' details and the issued revisions.
-            for (const char* column : {"site_address", "architect", "engineer", "contractor", "archived"})
-                QVERIFY(old->exec(QStringLiteral("ALTER TABLE jobs DROP COLUMN %1").arg(QLatin1String(column))));
+            for (const char* column :
+                 {"site_address", "architect", "engineer", "contractor", "archived"})
+                QVERIFY(old->exec(
+                    QStringLiteral("ALTER TABLE jobs DROP COLUMN %1").arg(QLatin1String(column))));
             QVERIFY(old->exec(QStringLiteral("DROP TABLE issued_lines")));
             QVERIFY(old->exec(QStringLiteral("DROP TABLE issued_revisions")));
             QVERIFY(old->exec(onServer ? QStringLiteral("UPDATE store_version SET version = 3")

@@ -42,7 +42,7 @@ using ZebObjects::Store;
 
 namespace {
 CustomerRecord customer(const QString& key, const QString& name, const QString& city,
-                                  const QString& contact = {})
+                        const QString& contact = {})
 {
     CustomerRecord d;
     d.key = key;
