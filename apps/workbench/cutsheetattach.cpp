@@ -51,19 +51,19 @@ CutSheetAttach::Result CutSheetAttach::attach(ZebObjects::Store& s, qint64 jobId
     return {QFileInfo(path).fileName(), c.inspection.pageCount, c.inspection.warnings};
 }
 
-int CutSheetAttach::fromCommandLine(ZebObjects::Store& s, qint64 jobId, const QStringList& specs)
+int CutSheetAttach::fromCommandLine(ZebObjects::Store& s, qint64 jobId, const QStringList& pairs)
 {
     QList<Checked> checked;
-    for (const QString& spec : specs) {
-        const qsizetype eq = spec.indexOf(QLatin1Char('='));
-        if (eq <= 0 || eq == spec.size() - 1 || spec.left(eq).trimmed().isEmpty()) {
+    for (const QString& pair : pairs) {
+        const qsizetype eq = pair.indexOf(QLatin1Char('='));
+        if (eq <= 0 || eq == pair.size() - 1 || pair.left(eq).trimmed().isEmpty()) {
             std::fprintf(stderr,
                          "zeb-workbench: --attach-cut-sheet needs TYPE=FILE.pdf, not \"%s\"\n",
-                         qPrintable(spec));
+                         qPrintable(pair));
             return 1;
         }
         try {
-            checked.append(check(spec.left(eq), spec.mid(eq + 1)));
+            checked.append(check(pair.left(eq), pair.mid(eq + 1)));
         } catch (const ZebObjects::Failure& f) {
             std::fprintf(stderr, "zeb-workbench: %s\n", qPrintable(f.Description()));
             return 1;

@@ -23,10 +23,10 @@ public:
     static Result attach(ZebObjects::Store& store, qint64 jobId, const QString& type,
                          const QString& path);
 
-    // --attach-cut-sheet TYPE=FILE.pdf, each of specs: every file is checked before any is
+    // --attach-cut-sheet TYPE=FILE.pdf, each of pairs: every file is checked before any is
     // attached, then all are attached in one transaction. Says what it did on standard output,
     // warnings and failures on standard error; answers the exit code.
-    static int fromCommandLine(ZebObjects::Store& store, qint64 jobId, const QStringList& specs);
+    static int fromCommandLine(ZebObjects::Store& store, qint64 jobId, const QStringList& pairs);
 
     // Who the library records as having added a sheet: the user of this workstation.
     static QString currentUser();
