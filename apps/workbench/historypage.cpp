@@ -218,6 +218,25 @@ void HistoryPage::updateButtons()
     m_exportLog->setEnabled(!m_revisions.isEmpty());
 }
 
+// Made with the first revision to show: a job that has issued nothing needs no viewer.
+void HistoryPage::makePreview()
+{
+    if (m_preview)
+        return;
+    m_preview = new QPdfView(m_split);
+    m_preview->setObjectName(QStringLiteral("pdfRevisionPreview"));
+    m_preview->setAccessibleName(QStringLiteral("Preview of the selected revision as it was sent"));
+    m_preview->setDocument(m_document);
+    m_preview->setPageMode(QPdfView::PageMode::MultiPage);
+    m_preview->setZoomMode(QPdfView::ZoomMode::FitToWidth);
+    m_preview->verticalScrollBar()->setAccessibleName(
+        QStringLiteral("Scroll the preview up and down"));
+    m_preview->horizontalScrollBar()->setAccessibleName(
+        QStringLiteral("Scroll the preview sideways"));
+    m_split->setStretchFactor(0, 1);
+    m_split->setStretchFactor(1, 2);
+}
+
 void HistoryPage::showSelected()
 {
     m_document->close();
@@ -225,22 +244,7 @@ void HistoryPage::showSelected()
     const qint32 number = selectedRevision();
     if (number < 0)
         return;
-    if (!m_preview) {
-        // Made with the first revision to show: a job that has issued nothing needs no viewer.
-        m_preview = new QPdfView(m_split);
-        m_preview->setObjectName(QStringLiteral("pdfRevisionPreview"));
-        m_preview->setAccessibleName(
-            QStringLiteral("Preview of the selected revision as it was sent"));
-        m_preview->setDocument(m_document);
-        m_preview->setPageMode(QPdfView::PageMode::MultiPage);
-        m_preview->setZoomMode(QPdfView::ZoomMode::FitToWidth);
-        m_preview->verticalScrollBar()->setAccessibleName(
-            QStringLiteral("Scroll the preview up and down"));
-        m_preview->horizontalScrollBar()->setAccessibleName(
-            QStringLiteral("Scroll the preview sideways"));
-        m_split->setStretchFactor(0, 1);
-        m_split->setStretchFactor(1, 2);
-    }
+    makePreview();
     try {
         m_previewBytes = std::make_unique<QBuffer>();
         m_previewBytes->setData(m_job->history()->pdf(number));
@@ -321,22 +325,7 @@ void HistoryPage::recordReview()
     const qint32 number = selectedRevision();
     if (number < 0)
         return;
-    if (!m_preview) {
-        // Made with the first revision to show: a job that has issued nothing needs no viewer.
-        m_preview = new QPdfView(m_split);
-        m_preview->setObjectName(QStringLiteral("pdfRevisionPreview"));
-        m_preview->setAccessibleName(
-            QStringLiteral("Preview of the selected revision as it was sent"));
-        m_preview->setDocument(m_document);
-        m_preview->setPageMode(QPdfView::PageMode::MultiPage);
-        m_preview->setZoomMode(QPdfView::ZoomMode::FitToWidth);
-        m_preview->verticalScrollBar()->setAccessibleName(
-            QStringLiteral("Scroll the preview up and down"));
-        m_preview->horizontalScrollBar()->setAccessibleName(
-            QStringLiteral("Scroll the preview sideways"));
-        m_split->setStretchFactor(0, 1);
-        m_split->setStretchFactor(1, 2);
-    }
+    makePreview();
     try {
         const auto history = m_job->history();
         ReviewDialog dialog(history->revision(number), history->lines(number), this);

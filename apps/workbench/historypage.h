@@ -64,6 +64,7 @@ signals:
     void jobChanged();
 
 private:
+    void makePreview();
     void showSelected();
     void updateButtons();
     void warn(const QString& title, const QString& message);

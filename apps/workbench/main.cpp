@@ -292,27 +292,35 @@ int openOffice(const Options& options, Session& session)
     return 0;
 }
 
+// The job a command-line mode works on: --job's, else the office's default job; 0 when none.
+qint64 chosenJob(const Options& options, ZebObjects::Store& store)
+{
+    return options.job ? Workstation::jobByNumber(store, *options.job)
+                       : Workstation::defaultJob(store);
+}
+
+int noSuchJob(const Options& options, const ZebObjects::Store& store)
+{
+    return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"")
+                                  .arg(store.path(), *options.job)
+                            : QStringLiteral("the office \"%1\" has no job").arg(store.path()));
+}
+
 // --attach-cut-sheet: the sheets go to the job's types; a bad file is refused with its reason.
 int attachCutSheets(const Options& options, ZebObjects::Store& store)
 {
-    const qint64 id = options.job ? Workstation::jobByNumber(store, *options.job)
-                                  : Workstation::defaultJob(store);
+    const qint64 id = chosenJob(options, store);
     if (id == 0)
-        return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"")
-                                      .arg(store.path(), *options.job)
-                                : QStringLiteral("the office \"%1\" has no job").arg(store.path()));
+        return noSuchJob(options, store);
     return CutSheetAttach::fromCommandLine(store, id, options.attachCutSheets);
 }
 
 // --export: the job's package, written as the window's Export Package writes it.
 int exportPackage(const Options& options, ZebObjects::Store& store)
 {
-    const qint64 id = options.job ? Workstation::jobByNumber(store, *options.job)
-                                  : Workstation::defaultJob(store);
+    const qint64 id = chosenJob(options, store);
     if (id == 0)
-        return fail(options.job ? QStringLiteral("the office \"%1\" has no job numbered \"%2\"")
-                                      .arg(store.path(), *options.job)
-                                : QStringLiteral("the office \"%1\" has no job").arg(store.path()));
+        return noSuchJob(options, store);
     try {
         const auto job = store.openJob(id);
         // The list says what an incomplete package lacks; --force writes it anyway.
@@ -431,9 +439,8 @@ int main(int argc, char** argv)
             return code;
     }
     if (options.history.wanted()) {
-        const qint64 id = options.job ? Workstation::jobByNumber(*session.store, *options.job)
-                                      : Workstation::defaultJob(*session.store);
-        return HistoryCommands::run(options.history, session.store, id,
+        return HistoryCommands::run(options.history, session.store,
+                                    chosenJob(options, *session.store),
                                     options.job.value_or(QString()));
     }
     if (options.exportPdf)
