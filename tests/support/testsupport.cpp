@@ -9,7 +9,6 @@
 #include <QAccessible>
 #include <QAccessibleInterface>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
@@ -103,21 +102,59 @@ QStringList unnamedAccessibleElements(QWidget* root)
     return missing;
 }
 
-ProgramRun runProgram(const QString& program, const QStringList& args)
+ProgramRun runProgram(const QString& program, const QStringList& args,
+                      const ProgramOptions& options)
 {
     QProcess p;
-    p.start(program, args);
+    if (!options.environment.isEmpty()) {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        for (const QString& setting : options.environment) {
+            const qsizetype at = setting.indexOf(QLatin1Char('='));
+            env.insert(setting.left(at), setting.mid(at + 1));
+        }
+        p.setProcessEnvironment(env);
+    }
+    if (options.mergeChannels)
+        p.setProcessChannelMode(QProcess::MergedChannels);
+    if (options.asNobody)
+        p.start(QStringLiteral("setpriv"),
+                QStringList{QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
+                            QStringLiteral("--clear-groups"), program}
+                    + args);
+    else
+        p.start(program, args);
     ProgramRun r;
-    if (!p.waitForFinished(120000))
+    if (!p.waitForFinished(options.timeoutMs)) {
+        p.kill();
+        p.waitForFinished();
         return r;
+    }
     r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
     r.out = QString::fromUtf8(p.readAllStandardOutput());
-    const QStringList lines =
-        QString::fromUtf8(p.readAllStandardError())
-            .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
-            .filter(QRegularExpression(QStringLiteral("^(?!QStandardPaths:)")));
+    if (options.mergeChannels)
+        return r;
+    QStringList lines;
+    for (const QString& line :
+         QString::fromUtf8(p.readAllStandardError()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        if (line.startsWith(QLatin1String("QStandardPaths:")))
+            continue;
+        if (options.ownLinesOnly
+            && (line.startsWith(QLatin1String("zeb.diagnostics:"))
+                || line == QLatin1String("This plugin does not support propagateSizeHints()")))
+            continue;
+        lines.append(line);
+    }
     r.err = lines.join(QLatin1Char('\n'));
     return r;
+}
+
+QString pdfText(const QString& pdf)
+{
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    if (!p.waitForFinished(60000))
+        return {};
+    return QString::fromUtf8(p.readAllStandardOutput());
 }
 
 void clickCheckBox(QAbstractButton* box)

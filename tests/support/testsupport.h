@@ -59,11 +59,31 @@ void useScratchDataHome();
 
 // How a program the test started ended and what it said.
 struct ProgramRun {
-    int code = -1;  // -1 when it crashed or did not end within two minutes
+    int code = -1;  // -1 when it crashed or did not end in time
     QString out;
     QString err;  // without the notes Qt writes about QStandardPaths before the program speaks
 };
-ProgramRun runProgram(const QString& program, const QStringList& args);
+
+// How runProgram starts a program and how long it waits for it.
+struct ProgramOptions {
+    // NAME=value settings added to this program's environment for it.
+    QStringList environment;
+    // Runs it as the user nobody (through setpriv), with no supplementary groups.
+    bool asNobody = false;
+    // What it writes to standard error lands in out, in order, as a terminal shows it, and
+    // nothing is left out.
+    bool mergeChannels = false;
+    // Also leaves out of err Qt's notes about the platform and the diagnostics category, so that
+    // err holds the program's own lines alone.
+    bool ownLinesOnly = false;
+    // A program still running after this long is killed and reported as crashed.
+    int timeoutMs = 120000;
+};
+ProgramRun runProgram(const QString& program, const QStringList& args,
+                      const ProgramOptions& options = {});
+
+// The PDF's text as pdftotext lays it out; empty when it does not end within a minute.
+QString pdfText(const QString& pdf);
 
 // Clicks a check box on its box, as a user would; its caption may be far narrower than the widget.
 void clickCheckBox(QAbstractButton* box);
