@@ -14,13 +14,13 @@
 #include "store/storejob.h"
 #include "store/storesubmittal.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "workstation.h"
 
 #include <QAbstractButton>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -37,8 +37,6 @@
 using ZebObjects::Store;
 
 namespace {
-
-const QString kExe = QStringLiteral(ZEB_WORKBENCH_EXE);
 
 // A small tmpfs the test mounts (we are root here and in CI) and takes away afterwards.
 class SmallDisk {
@@ -119,56 +117,23 @@ void makeOldOffice(const QString& file)
     store->setIssuedByNames({QStringLiteral("Old office")});
 }
 
-struct Run {
-    int code = -1;
-    QString err;
-};
+using Run = ZebTest::ProgramRun;
 
-// Runs the workbench, as nobody when asked; a run that does not end within a minute is killed
-// and reported as code -2.
+// Runs the workbench on the data and settings folders in home, offscreen, as nobody when asked;
+// err holds the program's own lines alone.
 Run runWorkbench(const QStringList& args, const QString& home, bool asNobody = false)
 {
-    QProcess p;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
-    env.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/config"));
-    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    p.setProcessEnvironment(env);
-    if (asNobody)
-        p.start(QStringLiteral("setpriv"),
-                QStringList{QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
-                            QStringLiteral("--clear-groups"), kExe}
-                    + args);
-    else
-        p.start(kExe, args);
-    Run r;
-    if (!p.waitForFinished(60000)) {
-        p.kill();
-        p.waitForFinished();
-        r.code = -2;
-        return r;
-    }
-    r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    QStringList lines;
-    for (const QString& line :
-         QString::fromUtf8(p.readAllStandardError()).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
-        // Qt's notes about the environment and the platform are not the program's.
-        if (!line.startsWith(QLatin1String("QStandardPaths:"))
-            && !line.startsWith(QLatin1String("zeb.diagnostics:"))
-            && line != QLatin1String("This plugin does not support propagateSizeHints()"))
-            lines.append(line);
-    r.err = lines.join(QLatin1Char('\n'));
-    return r;
+    ZebTest::ProgramOptions options;
+    options.environment = {QStringLiteral("XDG_DATA_HOME=") + home + QStringLiteral("/data"),
+                           QStringLiteral("XDG_CONFIG_HOME=") + home + QStringLiteral("/config"),
+                           QStringLiteral("QT_QPA_PLATFORM=offscreen")};
+    options.asNobody = asNobody;
+    options.ownLinesOnly = true;
+    options.timeoutMs = 60000;
+    return ZebTest::runWorkbench(args, options);
 }
 
-template <class T>
-T* child(QWidget& window, const char* name)
-{
-    auto* found = window.findChild<T*>(QLatin1String(name));
-    if (!found)
-        qWarning("no %s", name);
-    return found;
-}
+using ZebTest::control;
 
 using ZebTest::clickCheckBox;
 
@@ -182,10 +147,7 @@ private slots:
         QVERIFY(m_home.isValid());
         // The workbench may run as nobody: its data and settings folders are open to all.
         QFile::setPermissions(m_home.path(), QFileDevice::Permissions(0x7777));
-        qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-        QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-        QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+        ZebTest::useScratchHome(m_home, true);
         QVERIFY2(geteuid() == 0,
                  "the fault tests mount small disks and run as nobody: run them as root");
     }
@@ -265,18 +227,15 @@ private slots:
         QVERIFY(disk.ok());
         const QString office = disk.filePath(QStringLiteral("office.sqlite"));
         auto store = OfficeFile::resetSample(office);
-        ZebObjects::Runtime::setApplicationServices(store->applicationServices());
         auto boxes = std::make_shared<ZebSubCtl::ScriptedMessageBoxService>();
         ZebSubCtl::MessageBoxes::setService(boxes);
-        Workstation::Options options;
-        options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
-                           store, options);
+        const auto owned = ZebTest::openWorkstation(store);
+        Workstation& window = *owned;
         window.openJob(window.startingJob());
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QCOMPARE(window.saveStatus(), QStringLiteral("All changes saved"));
-        auto* labels = child<QAbstractButton>(window, "chkLabels");
+        auto* labels = control<QAbstractButton>(window, "chkLabels");
         QVERIFY(labels);
         const bool before = labels->isChecked();
         const auto submittal = window.job()->submittal();
@@ -306,13 +265,13 @@ private slots:
         QCOMPARE(window.saveStatus(), QStringLiteral("Not saved: ") + cause);
         // Reading does not make it saved.
         QCOMPARE(window.job()->submittal()->IncludeBOM(),
-                 child<QAbstractButton>(window, "chkBOM")->isChecked());
+                 control<QAbstractButton>(window, "chkBOM")->isChecked());
         QCOMPARE(window.saveStatus(), QStringLiteral("Not saved: ") + cause);
 
         // F5 shows what the file holds.
         disk.release();
         QTest::keyClick(&window, Qt::Key_F5);
-        labels = child<QAbstractButton>(window, "chkLabels");
+        labels = control<QAbstractButton>(window, "chkLabels");
         QCOMPARE(labels->isChecked(), before);
         QCOMPARE(window.job()->submittal()->IncludeLabels(), before);
         QCOMPARE(window.saveStatus(), QStringLiteral("All changes saved"));
@@ -320,7 +279,7 @@ private slots:
         // Not saved again, until a later write succeeds.
         emptyLog();
         disk.fill(0);
-        auto* bom = child<QAbstractButton>(window, "chkBOM");
+        auto* bom = control<QAbstractButton>(window, "chkBOM");
         clickCheckBox(bom);
         QCOMPARE(boxes->shown().size(), 2);
         QCOMPARE(window.saveStatus(), QStringLiteral("Not saved: ") + cause);
@@ -341,15 +300,12 @@ private slots:
         const QString office = dir.filePath(QStringLiteral("office.sqlite"));
         OfficeFile::resetSample(office).reset();
         auto store = Store::open(office, Store::OpenMode::ReadOnly);
-        ZebObjects::Runtime::setApplicationServices(store->applicationServices());
         auto shown = std::make_shared<ZebSubCtl::ScriptedMessageBoxService>();
         auto boxes = std::make_shared<HostMessageBoxes>(shown, false);
         boxes->setQuiet(store->readOnlyFailure().Description());
         ZebSubCtl::MessageBoxes::setService(boxes);
-        Workstation::Options options;
-        options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
-                           store, options);
+        const auto owned = ZebTest::openWorkstation(store);
+        Workstation& window = *owned;
         window.openJob(window.startingJob());
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -359,7 +315,7 @@ private slots:
         for (int page = 0; page < window.pageCount(); ++page)
             window.showPage(page);
         window.showPage(0);
-        auto* labels = child<QAbstractButton>(window, "chkLabels");
+        auto* labels = control<QAbstractButton>(window, "chkLabels");
         const bool before = window.job()->submittal()->IncludeLabels();
         clickCheckBox(labels);
         QCOMPARE(window.job()->submittal()->IncludeLabels(), before);

@@ -3,6 +3,7 @@
 #include "contracts/lineitems.h"
 #include "contracts/textobjects.h"
 #include "formdescription.h"
+#include "support/workbenchtesting.h"
 #include "frame/controlregistry.h"
 #include "frame/usercontrol.h"
 #include "workbenchdata.h"
@@ -11,7 +12,6 @@
 #include <QFile>
 #include <QImage>
 #include <QPlainTextEdit>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -40,33 +40,8 @@ private:
 };
 
 namespace {
-QByteArray runWorkbench(const QStringList& args, int* exitCode)
-{
-    QProcess p;
-    p.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    if (!p.waitForFinished(60000))
-        return {};
-    *exitCode = p.exitCode();
-    return p.readAllStandardOutput();
-}
-struct Run {
-    int code = -1;
-    QString out;
-    QString err;
-};
-
-Run runWorkbenchFully(const QStringList& args)
-{
-    QProcess p;
-    p.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    Run run;
-    if (!p.waitForFinished(120000))
-        return run;
-    run.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    run.out = QString::fromUtf8(p.readAllStandardOutput());
-    run.err = QString::fromUtf8(p.readAllStandardError());
-    return run;
-}
+using Run = ZebTest::ProgramRun;
+using ZebTest::runWorkbench;
 
 // A form with the line item viewer alone, bound to "lineItems".
 FormDescription lineItemsForm()
@@ -89,16 +64,14 @@ void tst_Workbench::initTestCase()
 {
     // The workbench started here makes its office in the data folder: a scratch one.
     QVERIFY(m_home.isValid());
-    qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-    qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
+    ZebTest::useScratchHome(m_home, false);
 }
 
 void tst_Workbench::listPrintsEveryRegisteredIdentifier()
 {
-    int code = -1;
-    const QByteArray out = runWorkbench({QStringLiteral("--list")}, &code);
-    QCOMPARE(code, 0);
-    const QStringList printed = QString::fromUtf8(out).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const Run run = runWorkbench({QStringLiteral("--list")});
+    QCOMPARE(run.code, 0);
+    const QStringList printed = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     QCOMPARE(printed, ZebSubCtl::ControlRegistry::instance().identifiers());
     QVERIFY(printed.contains(QStringLiteral("ZebSubmittalControls.ctlTextSelect")));
 }
@@ -107,9 +80,7 @@ void tst_Workbench::screenshotWritesThePngOfTheWindow()
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("out.png"));
-    int code = -1;
-    runWorkbench({QStringLiteral("--screenshot"), file}, &code);
-    QCOMPARE(code, 0);
+    QCOMPARE(runWorkbench({QStringLiteral("--screenshot"), file}).code, 0);
     QImage image(file, "PNG");
     QVERIFY(!image.isNull());
     QCOMPARE(image.size(), QSize(980, 720));
@@ -210,7 +181,7 @@ void tst_Workbench::lineItemsPageBindsTheSampleJobAndRenders()
 
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("lines.png"));
-    const Run run = runWorkbenchFully(
+    const Run run = runWorkbench(
         {QStringLiteral("--screenshot"), file, QStringLiteral("--page"), QStringLiteral("8")});
     QCOMPARE(run.code, 0);
     QVERIFY(!QImage(file, "PNG").isNull());
@@ -242,7 +213,7 @@ void tst_Workbench::generatedJobBeyondTheViewerShowsItsFailureInTheLogNotACrash(
     QTemporaryDir dir;
     const QString shot = dir.filePath(QStringLiteral("lines.png"));
     const QString log = dir.filePath(QStringLiteral("lines.log"));
-    const Run run = runWorkbenchFully(
+    const Run run = runWorkbench(
         {QStringLiteral("--line-items"), QStringLiteral("800"), QStringLiteral("--page"),
          QStringLiteral("8"), QStringLiteral("--screenshot"), shot, QStringLiteral("--log"), log});
     QCOMPARE(run.code, 0);
@@ -262,15 +233,15 @@ void tst_Workbench::generatedJobBeyondTheViewerShowsItsFailureInTheLogNotACrash(
 
 void tst_Workbench::lineItemsOptionRejectsWhatIsNotACount()
 {
-    Run run = runWorkbenchFully(
+    Run run = runWorkbench(
         {QStringLiteral("--line-items"), QStringLiteral("many"), QStringLiteral("--list")});
     QCOMPARE(run.code, 0);  // listing needs no data
-    run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("many"),
-                             QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
+    run = runWorkbench({QStringLiteral("--line-items"), QStringLiteral("many"),
+                        QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
     QCOMPARE(run.code, 1);
     QVERIFY(run.err.contains(QStringLiteral("--line-items needs a whole number, not \"many\"")));
-    run = runWorkbenchFully({QStringLiteral("--line-items"), QStringLiteral("40000"),
-                             QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
+    run = runWorkbench({QStringLiteral("--line-items"), QStringLiteral("40000"),
+                        QStringLiteral("--screenshot"), QStringLiteral("/nonexistent/x.png")});
     QCOMPARE(run.code, 1);
     QVERIFY(run.err.contains(QStringLiteral("Overflow")));
 }
@@ -340,9 +311,7 @@ void tst_Workbench::shippedFormHasThePagesInTheOrderOfWorkWithTheCustomersSecond
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("design.json"));
-    int code = -1;
-    runWorkbench({QStringLiteral("--save-design"), file}, &code);
-    QCOMPARE(code, 0);
+    QCOMPARE(runWorkbench({QStringLiteral("--save-design"), file}).code, 0);
     QFile saved(file);
     QVERIFY(saved.open(QIODevice::ReadOnly));
     const FormDescription form = FormDescription::fromJson(saved.readAll());

@@ -12,6 +12,7 @@
 #include "store/store.h"
 #include "store/storejob.h"
 #include "store/storesubmittal.h"
+#include "support/workbenchtesting.h"
 #include "workstation.h"
 
 #include <QAction>
@@ -43,11 +44,6 @@ using ZebObjects::Store;
 
 namespace {
 
-FormDescription shippedForm()
-{
-    return FormDescription::fromFile(QStringLiteral(":/forms/workbench.json"));
-}
-
 QAbstractButton* bomBox(Workstation& window)
 {
     auto* panel = window.findChild<ZebSubCtl::ctlGeneralInfo*>(QStringLiteral("ctlGeneralInfo"));
@@ -56,31 +52,9 @@ QAbstractButton* bomBox(Workstation& window)
 
 std::unique_ptr<Workstation> workstation(const std::shared_ptr<Store>& store)
 {
-    ZebObjects::Runtime::setApplicationServices(store->applicationServices());
-    Workstation::Options options;
-    options.remember = false;
-    auto window = std::make_unique<Workstation>(shippedForm(), store, options);
+    auto window = ZebTest::openWorkstation(store);
     window->openJob(window->startingJob());
     return window;
-}
-
-// What a workbench process said and how it ended.
-struct Run {
-    int exitCode = -1;
-    QString out;
-};
-
-Run runWorkbench(const QStringList& args)
-{
-    QProcess exe;
-    exe.setProcessChannelMode(QProcess::MergedChannels);
-    exe.start(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    if (!exe.waitForFinished(120000)) {
-        exe.kill();
-        exe.waitForFinished();
-    }
-    return {exe.exitStatus() == QProcess::NormalExit ? exe.exitCode() : -1,
-            QString::fromLocal8Bit(exe.readAll())};
 }
 
 }  // namespace
@@ -99,13 +73,7 @@ class TestWorkstationServer : public QObject {
     }
 
 private slots:
-    void initTestCase()
-    {
-        qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-        QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-        QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
-    }
+    void initTestCase() { ZebTest::useScratchHome(m_home, true); }
 
     void cleanup() { ZebObjects::Runtime::setApplicationServices(nullptr); }
 
@@ -257,7 +225,7 @@ private slots:
         std::array<QProcess, 2> workstations;
         for (QProcess& w : workstations) {
             w.setProcessChannelMode(QProcess::MergedChannels);
-            w.start(QStringLiteral(ZEB_WORKBENCH_EXE), {QStringLiteral("--db"), location});
+            w.start(ZebTest::workbenchProgram(), {QStringLiteral("--db"), location});
         }
         const auto stop = qScopeGuard([&] {
             for (QProcess& w : workstations) {
@@ -378,10 +346,13 @@ private slots:
         QVERIFY(QDir().mkpath(logs));
 
         QStringList said;
+        // All it said, on both channels.
+        ZebTest::ProgramOptions both;
+        both.mergeChannels = true;
         const auto run = [&](const QStringList& args, int exitCode, const QString& expected) {
-            const Run r = runWorkbench(args);
+            const auto r = ZebTest::runWorkbench(args, both);
             said << r.out;
-            QCOMPARE(r.exitCode, exitCode);
+            QCOMPARE(r.code, exitCode);
             QVERIFY2(r.out.contains(expected), qPrintable(r.out));
         };
         run({QStringLiteral("--db"), plain, QStringLiteral("--reset-sample"),
@@ -463,22 +434,18 @@ private slots:
         if (!server().isRunning())
             QFAIL(qPrintable(server().error()));
         const QString location = server().location(server().newDatabaseName());
-        QProcess exe;
-        exe.start(QStringLiteral(ZEB_WORKBENCH_EXE),
-                  {QStringLiteral("--db"), location, QStringLiteral("--reset-sample"),
-                   QStringLiteral("--export"), m_home.filePath(QStringLiteral("package.pdf"))});
-        QVERIFY(exe.waitForFinished(120000));
-        QCOMPARE(exe.exitCode(), 0);
+        auto r = ZebTest::runWorkbench(
+            {QStringLiteral("--db"), location, QStringLiteral("--reset-sample"),
+             QStringLiteral("--export"), m_home.filePath(QStringLiteral("package.pdf"))});
+        QCOMPARE(r.code, 0);
         QVERIFY(QFile::exists(m_home.filePath(QStringLiteral("package.pdf"))));
         // The office on the server is never replaced from a workstation.
-        exe.start(QStringLiteral(ZEB_WORKBENCH_EXE),
-                  {QStringLiteral("--db"), location, QStringLiteral("--reset-sample"),
-                   QStringLiteral("--export"), m_home.filePath(QStringLiteral("again.pdf"))});
-        QVERIFY(exe.waitForFinished(120000));
-        QCOMPARE(exe.exitCode(), 1);
-        const QStringList said = QString::fromLocal8Bit(exe.readAllStandardError())
-                                     .split(QLatin1Char('\n'))
-                                     .filter(QStringLiteral("zeb-workbench: "));
+        r = ZebTest::runWorkbench({QStringLiteral("--db"), location,
+                                   QStringLiteral("--reset-sample"), QStringLiteral("--export"),
+                                   m_home.filePath(QStringLiteral("again.pdf"))});
+        QCOMPARE(r.code, 1);
+        const QStringList said =
+            r.err.split(QLatin1Char('\n')).filter(QStringLiteral("zeb-workbench: "));
         QCOMPARE(said,
                  QStringList{
                      QStringLiteral("zeb-workbench: Cannot load the sample office into \"%1\": the "
