@@ -23,6 +23,7 @@
 #include "store/store.h"
 #include "store/storejob.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -217,10 +218,7 @@ private:
     template <class T>
     T* find(const char* name)
     {
-        auto* found = m_window->findChild<T*>(QLatin1String(name));
-        if (!found)
-            qWarning("no %s", name);
-        return found;
+        return ZebTest::control<T>(*m_window, name);
     }
     KeyedListView* listOf(const char* control, const char* list = nullptr)
     {
@@ -250,10 +248,7 @@ private:
 void tst_ChoiceToPaper::initTestCase()
 {
     QVERIFY(m_home.isValid());
-    qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-    qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-    QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+    ZebTest::useScratchHome(m_home, true);
 }
 
 void tst_ChoiceToPaper::init()
@@ -314,11 +309,9 @@ void tst_ChoiceToPaper::openOffice(const QString& location, bool fill)
 
 void tst_ChoiceToPaper::startWorkstation()
 {
-    Workstation::Options options;
-    options.remember = false;
+    auto options = ZebTest::workstationOptions();
     options.exportProgressDelayMs = 60000;
-    m_window = std::make_unique<Workstation>(
-        FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+    m_window = ZebTest::openWorkstation(m_store, options);
     m_window->openJob(m_jobId);
     m_window->resize(1100, 800);
     m_window->show();

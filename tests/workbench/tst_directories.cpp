@@ -19,6 +19,7 @@
 #include "store/storejob.h"
 #include "store/storesubmittal.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "welcomedialog.h"
 #include "workstation.h"
@@ -60,8 +61,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_home.isValid());
-        qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
+        ZebTest::useScratchHome(m_home, false);
     }
     void init()
     {
@@ -226,11 +226,8 @@ private slots:
     void theIssuersAreEditedOneALine()
     {
         m_store->setIssuedByNames({QStringLiteral("Marta Halloran")});
-        ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-        Workstation::Options options;
-        options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
-                           m_store, options);
+        const auto owned = ZebTest::openWorkstation(m_store);
+        Workstation& window = *owned;
         ZebTest::WhenModal<IssuersDialog> answer([](IssuersDialog& d) {
             auto* names = d.findChild<QPlainTextEdit*>(QStringLiteral("txtIssuers"));
             names->moveCursor(QTextCursor::End);
@@ -271,11 +268,8 @@ private slots:
 
     void theHelpMenuListsTheKeysOfEveryCommand()
     {
-        ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-        Workstation::Options options;
-        options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
-                           m_store, options);
+        const auto owned = ZebTest::openWorkstation(m_store);
+        Workstation& window = *owned;
         const auto keys = window.shortcuts();
         QVERIFY(keys.contains(
             qMakePair(QStringLiteral("New Job"),

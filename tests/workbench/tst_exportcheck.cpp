@@ -16,6 +16,7 @@
 #include "store/storelineitems.h"
 #include "store/storesubmittal.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -43,7 +44,7 @@ using Run = ZebTest::ProgramRun;
 
 Run run(const QStringList& args)
 {
-    return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
+    return ZebTest::runWorkbench(args);
 }
 
 }  // namespace
@@ -76,10 +77,7 @@ private:
 void tst_ExportCheck::initTestCase()
 {
     QVERIFY(m_home.isValid());
-    qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-    qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-    QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+    ZebTest::useScratchHome(m_home, true);
 }
 
 void tst_ExportCheck::init()
@@ -113,11 +111,7 @@ void tst_ExportCheck::emptyRiverside()
 
 std::unique_ptr<Workstation> tst_ExportCheck::openWorkstation()
 {
-    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-    Workstation::Options options;
-    options.remember = false;
-    auto window = std::make_unique<Workstation>(
-        FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+    auto window = ZebTest::openWorkstation(m_store);
     window->openJob(Workstation::defaultJob(*m_store));
     window->show();
     return window;

@@ -10,6 +10,7 @@
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -42,12 +43,11 @@ private slots:
     void jobsAreMadeCopiedArchivedAndFoundOnTheServer()
     {
         const QString location = m_server->location(m_server->newDatabaseName());
-        auto r =
-            ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                                {QStringLiteral("--db"), location, QStringLiteral("--new-job"),
-                                 QStringLiteral("25-0500"), QStringLiteral("--job-name"),
-                                 QStringLiteral("Pier Warehouse"), QStringLiteral("--import-lines"),
-                                 QStringLiteral(ZEB_DATA_DIR "/lines-quoting-system.csv")});
+        auto r = ZebTest::runWorkbench(
+            {QStringLiteral("--db"), location, QStringLiteral("--new-job"),
+             QStringLiteral("25-0500"), QStringLiteral("--job-name"),
+             QStringLiteral("Pier Warehouse"), QStringLiteral("--import-lines"),
+             QStringLiteral(ZEB_DATA_DIR "/lines-quoting-system.csv")});
         QCOMPARE(r.err, QString());
         QCOMPARE(r.code, 0);
         QCOMPARE(r.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts).size(), 2);

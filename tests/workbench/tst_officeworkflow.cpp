@@ -23,6 +23,7 @@
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -30,9 +31,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QProcess>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -42,22 +41,8 @@ using ZebObjects::Store;
 namespace {
 const QString kData = QStringLiteral(ZEB_DATA_DIR);
 
-QString pdfText(const QString& pdf)
-{
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-    if (!p.waitForFinished(60000))
-        return {};
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
-
-void showPage(Workstation& window, const QString& title)
-{
-    QTabWidget* tabs = window.findChild<QTabWidget*>();
-    for (int i = 0; i < tabs->count(); ++i)
-        if (tabs->tabText(i) == title)
-            tabs->setCurrentIndex(i);
-}
+using ZebTest::pdfText;
+using ZebTest::showPage;
 
 void type(QWidget* dialog, const char* name, const QString& text)
 {
@@ -74,8 +59,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_home.isValid());
-        qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
+        ZebTest::useScratchHome(m_home, false);
     }
 
     void fromAnEmptyOfficeToAPackageThatShowsItAll()
@@ -84,11 +68,8 @@ private slots:
         const QString db = scratch.filePath(QStringLiteral("office.sqlite"));
         auto store = Store::open(db);
         QVERIFY(store->isEmpty());
-        ZebObjects::Runtime::setApplicationServices(store->applicationServices());
-        Workstation::Options options;
-        options.remember = false;
-        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
-                           store, options);
+        const auto owned = ZebTest::openWorkstation(store);
+        Workstation& window = *owned;
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(QTest::qWaitForWindowActive(&window));

@@ -28,6 +28,7 @@
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -45,7 +46,6 @@
 #include <QMenuBar>
 #include <QMenu>
 #include <QMessageBox>
-#include <QProcess>
 #include <QProgressDialog>
 #include <QRegularExpression>
 #include <QSqlDatabase>
@@ -103,10 +103,7 @@ private slots:
 
 private:
     using Run = ZebTest::ProgramRun;
-    static Run run(const QStringList& args)
-    {
-        return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    }
+    static Run run(const QStringList& args) { return ZebTest::runWorkbench(args); }
     std::unique_ptr<Workstation> openWorkstation(bool remember = false);
     // Lets go of the store the windows shared and opens the office again, as the next start of
     // the workbench would.
@@ -119,25 +116,10 @@ private:
 };
 
 namespace {
-FormDescription shippedForm()
-{
-    return FormDescription::fromFile(QStringLiteral(":/forms/workbench.json"));
-}
-
-QString defaultOffice()
-{
-    return qEnvironmentVariable("XDG_DATA_HOME")
-           + QStringLiteral("/ZebSubmittalControls/zeb-workbench/office.sqlite");
-}
-
-template <class T>
-T* control(Workstation& window, const char* name)
-{
-    auto* found = window.findChild<T*>(QLatin1String(name));
-    if (!found)
-        qWarning("no %s", name);
-    return found;
-}
+using ZebTest::control;
+using ZebTest::defaultOffice;
+using ZebTest::pdfText;
+using ZebTest::shippedForm;
 
 using ZebTest::clickCheckBox;
 
@@ -172,15 +154,6 @@ void unnamed(QAccessibleInterface* node, QStringList& found)
     }
     for (int i = 0; i < node->childCount(); ++i)
         unnamed(node->child(i), found);
-}
-
-QString pdfText(const QString& pdf)
-{
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-    if (!p.waitForFinished(60000))
-        return {};
-    return QString::fromUtf8(p.readAllStandardOutput());
 }
 
 QStringList textsOf(ZebObjects::TextObjects& texts)
@@ -254,10 +227,7 @@ void tst_Workstation::initTestCase()
 {
     // Neither this program nor the workbench it starts may touch the user's own office.
     QVERIFY(m_home.isValid());
-    qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-    qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-    QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+    ZebTest::useScratchHome(m_home, true);
 }
 
 void tst_Workstation::init()
@@ -287,10 +257,9 @@ std::unique_ptr<Workstation> tst_Workstation::openWorkstation(bool remember)
     if (!m_store)
         m_store =
             QFileInfo::exists(m_db) ? OfficeFile::open(m_db, false) : OfficeFile::resetSample(m_db);
-    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-    Workstation::Options options;
+    auto options = ZebTest::workstationOptions();
     options.remember = remember;
-    auto window = std::make_unique<Workstation>(shippedForm(), m_store, options);
+    auto window = ZebTest::openWorkstation(m_store, options);
     if (const qint64 id = window->startingJob())
         window->openJob(id);
     return window;
@@ -1004,11 +973,10 @@ void tst_Workstation::exportFromTheWindowWritesTheOpenJobsPackage()
 void tst_Workstation::exportFromTheWindowCanBeCancelledAndLeavesNoFile()
 {
     m_store = OfficeFile::resetSample(m_db);
-    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-    Workstation::Options options;
-    options.remember = false;
+    auto options = ZebTest::workstationOptions();
     options.exportProgressDelayMs = 0;
-    Workstation window(shippedForm(), m_store, options);
+    const auto owned = ZebTest::openWorkstation(m_store, options);
+    Workstation& window = *owned;
     qint64 large = 0;
     for (const auto& job : m_store->jobs())
         if (job.lineCount == ZebObjects::SampleOffice::LargeJobLineCount)
@@ -1061,16 +1029,15 @@ void tst_Workstation::exportMenuAsksForTheFileWritesItAndOffersToOpenIt()
 void tst_Workstation::openingThePackageWithoutAPdfViewerSaysSoAndShowsTheFolder()
 {
     m_store = OfficeFile::resetSample(m_db);
-    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
     QStringList opened;
-    Workstation::Options options;
-    options.remember = false;
+    auto options = ZebTest::workstationOptions();
     // A machine without a PDF viewer or a file manager.
     options.openFile = [&](const QString& path) {
         opened.append(path);
         return false;
     };
-    Workstation window(shippedForm(), m_store, options);
+    const auto owned = ZebTest::openWorkstation(m_store, options);
+    Workstation& window = *owned;
     window.openJob(window.startingJob());
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));

@@ -4,6 +4,7 @@
 #include "platform/keyedlistview.h"
 #include "store/store.h"
 #include "support/accessibleevents.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -52,10 +53,7 @@ private:
 void tst_WorkstationAccessibility::initTestCase()
 {
     QVERIFY(m_home.isValid());
-    qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-    qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-    QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+    ZebTest::useScratchHome(m_home, true);
 }
 
 void tst_WorkstationAccessibility::cleanup()
@@ -68,11 +66,7 @@ std::unique_ptr<Workstation> tst_WorkstationAccessibility::openShown()
 {
     if (!m_store)
         m_store = OfficeFile::resetSample(m_home.filePath(QStringLiteral("office.sqlite")));
-    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-    Workstation::Options options;
-    options.remember = false;
-    auto window = std::make_unique<Workstation>(
-        FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+    auto window = ZebTest::openWorkstation(m_store);
     if (const qint64 id = window->startingJob())
         window->openJob(id);
     window->show();
