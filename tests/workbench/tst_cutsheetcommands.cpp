@@ -8,12 +8,11 @@
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "workstation.h"
 
 #include <QBuffer>
 #include <QFile>
-#include <QPainter>
-#include <QPdfWriter>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,7 +23,7 @@ namespace {
 
 ZebTest::ProgramRun run(const QStringList& args)
 {
-    return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
+    return ZebTest::runWorkbench(args);
 }
 
 QString pdfText(const QString& path)
@@ -35,19 +34,7 @@ QString pdfText(const QString& path)
     return QString::fromUtf8(p.readAllStandardOutput()).simplified();
 }
 
-bool writeSheet(const QString& path, const QString& marker, int pages)
-{
-    QPdfWriter writer(path);
-    writer.setPageSize(QPageSize(QPageSize::A4));
-    writer.setResolution(72);
-    QPainter p(&writer);
-    for (int k = 1; k <= pages; ++k) {
-        if (k > 1)
-            writer.newPage();
-        p.drawText(QPointF(72, 90), QStringLiteral("%1-p%2").arg(marker).arg(k));
-    }
-    return p.end();
-}
+using ZebTest::writeCutSheet;
 
 const QString kJob = QStringLiteral("24-0117");
 
@@ -94,7 +81,8 @@ private slots:
 
     void attachedSheetPrintsInTheExportedPackage()
     {
-        QVERIFY(writeSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 2));
+        QVERIFY(writeCutSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 2,
+                              QPageSize::A4));
         const QString out = file(QStringLiteral("package.pdf"));
         const auto r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), kJob,
                             QStringLiteral("--attach-cut-sheet"),
@@ -129,7 +117,8 @@ private slots:
 
     void badFileIsRefusedWithItsReasonAndNothingIsAttached()
     {
-        QVERIFY(writeSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 1));
+        QVERIFY(writeCutSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 1,
+                              QPageSize::A4));
         QFile notes(file(QStringLiteral("notes.pdf")));
         QVERIFY(notes.open(QIODevice::WriteOnly));
         notes.write("Fixture schedule, see the drawings.\n");
@@ -150,7 +139,8 @@ private slots:
 
     void repairedFileIsAttachedAndTheRepairIsTold()
     {
-        QVERIFY(writeSheet(file(QStringLiteral("good.pdf")), QStringLiteral("golf"), 1));
+        QVERIFY(writeCutSheet(file(QStringLiteral("good.pdf")), QStringLiteral("golf"), 1,
+                              QPageSize::A4));
         QFile good(file(QStringLiteral("good.pdf")));
         QVERIFY(good.open(QIODevice::ReadOnly));
         QByteArray pdf = good.readAll();

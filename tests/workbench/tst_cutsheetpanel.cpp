@@ -13,6 +13,7 @@
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -22,10 +23,8 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPainter>
 #include <QPdfDocument>
 #include <QPdfView>
-#include <QPdfWriter>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -38,19 +37,7 @@ using ZebObjects::Store;
 
 namespace {
 
-bool writeSheet(const QString& path, const QString& marker, int pages)
-{
-    QPdfWriter writer(path);
-    writer.setPageSize(QPageSize(QPageSize::Letter));
-    writer.setResolution(72);
-    QPainter p(&writer);
-    for (int k = 1; k <= pages; ++k) {
-        if (k > 1)
-            writer.newPage();
-        p.drawText(QPointF(72, 90), QStringLiteral("%1-p%2").arg(marker).arg(k));
-    }
-    return p.end();
-}
+using ZebTest::writeCutSheet;
 
 QStringList titlesUnder(const QAbstractItemModel& model, const QModelIndex& parent = {},
                         int level = 0)
@@ -80,11 +67,7 @@ private:
 
     std::unique_ptr<Workstation> openWorkstation()
     {
-        ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-        Workstation::Options options;
-        options.remember = false;
-        auto window = std::make_unique<Workstation>(
-            FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+        auto window = ZebTest::openWorkstation(m_store);
         window->openJob(m_jobId);
         window->show();
         return window;
@@ -102,10 +85,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_home.isValid());
-        qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-        QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-        QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+        ZebTest::useScratchHome(m_home, true);
     }
 
     void init()
@@ -147,8 +127,8 @@ private slots:
 
     void droppedFilesAttachToTheTypeTheyAreDroppedOn()
     {
-        QVERIFY(writeSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 2));
-        QVERIFY(writeSheet(file(QStringLiteral("bravo.pdf")), QStringLiteral("bravo"), 1));
+        QVERIFY(writeCutSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 2));
+        QVERIFY(writeCutSheet(file(QStringLiteral("bravo.pdf")), QStringLiteral("bravo"), 1));
         auto window = openWorkstation();
         window->showPage(window->pageTitles().indexOf(QStringLiteral("Line Items")));
         auto* tree = window->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets"));
@@ -178,7 +158,7 @@ private slots:
 
     void attachButtonTakesTheChosenFilesAndRefusesABadOneWithItsReason()
     {
-        QVERIFY(writeSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 1));
+        QVERIFY(writeCutSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 1));
         QFile notes(file(QStringLiteral("notes.pdf")));
         QVERIFY(notes.open(QIODevice::WriteOnly));
         notes.write("Fixture schedule, see the drawings.\n");
@@ -218,7 +198,7 @@ private slots:
 
     void previewShowsAndExportsThePackagesOwnBytes()
     {
-        QVERIFY(writeSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 3));
+        QVERIFY(writeCutSheet(file(QStringLiteral("alpha.pdf")), QStringLiteral("alpha"), 3));
         auto window = openWorkstation();
         CutSheetPanel(m_store, m_store->openJob(m_jobId), {})
             .attachFiles(m_types[0], {file(QStringLiteral("alpha.pdf"))});

@@ -12,6 +12,7 @@
 #include "store/storejob.h"
 #include "store/storesubmittal.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -118,10 +119,7 @@ private:
 void tst_History::initTestCase()
 {
     QVERIFY(m_home.isValid());
-    qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-    qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-    QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-    QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+    ZebTest::useScratchHome(m_home, true);
 }
 
 void tst_History::init()
@@ -143,15 +141,12 @@ void tst_History::cleanup()
 
 std::unique_ptr<Workstation> tst_History::openWorkstation()
 {
-    ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-    Workstation::Options options;
-    options.remember = false;
+    auto options = ZebTest::workstationOptions();
     options.openFile = [](const QString&) { return false; };
     options.saveFile = [this](const QString&, const QString&, const QString&) {
         return m_saveAnswers.isEmpty() ? QString() : m_saveAnswers.takeFirst();
     };
-    auto window = std::make_unique<Workstation>(
-        FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+    auto window = ZebTest::openWorkstation(m_store, options);
     window->openJob(Workstation::defaultJob(*m_store));
     window->show();
     window->activateWindow();
@@ -318,9 +313,8 @@ void tst_History::commandLineIssuesExportsAgainAndPrintsTheHistory()
     const QString number = m_store->openJob(Workstation::defaultJob(*m_store))->number();
     m_store.reset();
     const QString rev0 = m_scratch->filePath(QStringLiteral("cli0.pdf"));
-    Run r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                                {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
-                                 QStringLiteral("--issue-package"), rev0});
+    Run r = ZebTest::runWorkbench({QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                                   QStringLiteral("--issue-package"), rev0});
     QCOMPARE(r.err, QString());
     QCOMPARE(r.code, 0);
     const QString sha = sha256Of(rev0);
@@ -334,30 +328,26 @@ void tst_History::commandLineIssuesExportsAgainAndPrintsTheHistory()
             ->setIssuedBy(QStringLiteral("Someone Else"));
     }
     const QString again = m_scratch->filePath(QStringLiteral("cli0-again.pdf"));
-    r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
-                             QStringLiteral("--revision"), QStringLiteral("0"),
-                             QStringLiteral("--export"), again});
+    r = ZebTest::runWorkbench({QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                               QStringLiteral("--revision"), QStringLiteral("0"),
+                               QStringLiteral("--export"), again});
     QCOMPARE(r.code, 0);
     QCOMPARE(sha256Of(again), sha);
 
-    r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
-                             QStringLiteral("--revision"), QStringLiteral("3"),
-                             QStringLiteral("--export"), again});
+    r = ZebTest::runWorkbench({QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                               QStringLiteral("--revision"), QStringLiteral("3"),
+                               QStringLiteral("--export"), again});
     QCOMPARE(r.code, 1);
     QCOMPARE(r.err, QStringLiteral("zeb-workbench: Element not found: the job has no revision 3"));
 
-    r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
-                             QStringLiteral("--issue-package"),
-                             m_scratch->filePath(QStringLiteral("cli1.pdf"))});
+    r = ZebTest::runWorkbench({QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                               QStringLiteral("--issue-package"),
+                               m_scratch->filePath(QStringLiteral("cli1.pdf"))});
     QCOMPARE(r.code, 0);
     QVERIFY(r.out.startsWith(QStringLiteral("Revision: 1\n")));
 
-    r = ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE),
-                            {QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
-                             QStringLiteral("--history")});
+    r = ZebTest::runWorkbench({QStringLiteral("--db"), m_db, QStringLiteral("--job"), number,
+                               QStringLiteral("--history")});
     QCOMPARE(r.code, 0);
     const QStringList lines = r.out.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 3);

@@ -22,6 +22,7 @@
 #include "store/storesubmittal.h"
 #include "store/storetextobjects.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -59,10 +60,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_home.isValid());
-        qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
-        QCoreApplication::setOrganizationName(QStringLiteral("ZebSubmittalControls"));
-        QCoreApplication::setApplicationName(QStringLiteral("zeb-workbench"));
+        ZebTest::useScratchHome(m_home, true);
     }
     void init()
     {
@@ -306,11 +304,7 @@ private:
     {
         if (!m_store)
             m_store = OfficeFile::resetSample(m_db);
-        ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-        Workstation::Options options;
-        options.remember = false;
-        auto window = std::make_unique<Workstation>(
-            FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+        auto window = ZebTest::openWorkstation(m_store);
         if (const qint64 id = window->startingJob())
             window->openJob(id);
         return window;
@@ -321,10 +315,7 @@ private:
         m_store.reset();
         return Store::open(m_db, Store::OpenMode::OpenExisting);
     }
-    static ZebTest::ProgramRun run(const QStringList& args)
-    {
-        return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    }
+    static ZebTest::ProgramRun run(const QStringList& args) { return ZebTest::runWorkbench(args); }
 
     QTemporaryDir m_home;
     std::unique_ptr<QTemporaryDir> m_scratch;

@@ -16,6 +16,7 @@
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "userinput.h"
 #include "workstation.h"
 
@@ -36,13 +37,7 @@ using ZebObjects::Store;
 namespace {
 const QString kData = QStringLiteral(ZEB_DATA_DIR);
 
-QStringList catalogNumbers(ZebObjects::StoreLineItems& lines)
-{
-    QStringList out;
-    for (const auto& r : lines.rows())
-        out.append(r.data.catalogNumber);
-    return out;
-}
+using ZebTest::catalogNumbers;
 
 TableImport checkedLines(const QByteArray& csv)
 {
@@ -68,8 +63,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_home.isValid());
-        qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
+        ZebTest::useScratchHome(m_home, false);
     }
     void init()
     {
@@ -399,18 +393,11 @@ private:
     }
     std::unique_ptr<Workstation> openWorkstation()
     {
-        ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-        Workstation::Options options;
-        options.remember = false;
-        auto window = std::make_unique<Workstation>(
-            FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+        auto window = ZebTest::openWorkstation(m_store);
         window->openJob(m_store->jobs().first().id);
         return window;
     }
-    static ZebTest::ProgramRun run(const QStringList& args)
-    {
-        return ZebTest::runProgram(QStringLiteral(ZEB_WORKBENCH_EXE), args);
-    }
+    static ZebTest::ProgramRun run(const QStringList& args) { return ZebTest::runWorkbench(args); }
 
     QTemporaryDir m_home;
     std::unique_ptr<QTemporaryDir> m_scratch;

@@ -17,12 +17,12 @@
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 #include "support/testsupport.h"
+#include "support/workbenchtesting.h"
 #include "workstation.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
-#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -47,22 +47,8 @@ LineItemRecord line(int quantity, const QString& type, const QString& catalog)
     return d;
 }
 
-QStringList catalogs(ZebObjects::StoreLineItems& lines)
-{
-    QStringList out;
-    for (const auto& r : lines.rows())
-        out.append(r.data.catalogNumber);
-    return out;
-}
-
-QString pdfText(const QString& pdf)
-{
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-    if (!p.waitForFinished(60000))
-        return {};
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
+using ZebTest::catalogNumbers;
+using ZebTest::pdfText;
 }  // namespace
 
 class tst_LineItemEditor : public QObject {
@@ -71,8 +57,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_home.isValid());
-        qputenv("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")).toUtf8());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")).toUtf8());
+        ZebTest::useScratchHome(m_home, false);
     }
     void init()
     {
@@ -88,19 +73,12 @@ private slots:
                    line(2, QStringLiteral("B"), QStringLiteral("CAT-B")),
                    line(3, QStringLiteral("C"), QStringLiteral("CAT-C"))};
         m_store->createJob(c);
-        ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
-        Workstation::Options options;
-        options.remember = false;
-        m_window = std::make_unique<Workstation>(
-            FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")), m_store, options);
+        m_window = ZebTest::openWorkstation(m_store);
         m_window->openJob(m_store->jobs().first().id);
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        QTabWidget* tabs = m_window->findChild<QTabWidget*>();
-        for (int i = 0; i < tabs->count(); ++i)
-            if (tabs->tabText(i) == QLatin1String("Line Items Editor"))
-                tabs->setCurrentIndex(i);
+        ZebTest::showPage(*m_window, QStringLiteral("Line Items Editor"));
         m_editor = m_window->lineItemEditor();
         QVERIFY(m_editor && m_editor->isVisible());
         m_table = m_editor->table();
@@ -140,7 +118,7 @@ private slots:
         QTest::keyClicks(editor, QStringLiteral("CAT-B2"));
         QTest::keyClick(editor, Qt::Key_Return);
         // The view hands the edit on once the key is done.
-        QTRY_COMPARE(catalogs(*lines),
+        QTRY_COMPARE(catalogNumbers(*lines),
                      (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B2"),
                                   QStringLiteral("CAT-C")}));
         // A quantity that is not a whole number is not taken.
@@ -154,10 +132,11 @@ private slots:
         QCOMPARE(m_editor->undoStack()->count(), 1);
 
         QTest::keyClick(m_table, Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"),
-                                                QStringLiteral("CAT-C")}));
+        QCOMPARE(catalogNumbers(*lines),
+                 (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"),
+                              QStringLiteral("CAT-C")}));
         QTest::keyClick(m_table, Qt::Key_Y, Qt::ControlModifier);
-        QCOMPARE(catalogs(*lines).at(1), QStringLiteral("CAT-B2"));
+        QCOMPARE(catalogNumbers(*lines).at(1), QStringLiteral("CAT-B2"));
         // The display page shows what the editor wrote.
         auto* display =
             m_window->findChild<ZebSubCtl::UserControl*>(QStringLiteral("ctlLineItems"));
@@ -179,11 +158,12 @@ private slots:
         QTest::keyClick(m_table, Qt::Key_Down, Qt::ShiftModifier);
         QCOMPARE(m_editor->selectedRows(), (QList<int>{1, 2}));
         QTest::keyClick(m_table, Qt::Key_Up, Qt::AltModifier);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-B"), QStringLiteral("CAT-C"),
-                                                QStringLiteral("CAT-A"), QString()}));
+        QCOMPARE(catalogNumbers(*lines),
+                 (QStringList{QStringLiteral("CAT-B"), QStringLiteral("CAT-C"),
+                              QStringLiteral("CAT-A"), QString()}));
         QCOMPARE(m_editor->selectedRows(), (QList<int>{0, 1}));
         QTest::keyClick(m_table, Qt::Key_Delete);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QString()}));
+        QCOMPARE(catalogNumbers(*lines), (QStringList{QStringLiteral("CAT-A"), QString()}));
         m_table->setCurrentIndex(m_editor->model()->index(0, 0));
         QTest::keyClick(m_table, Qt::Key_Insert);
         QCOMPARE(lines->Count(), qint16(3));
@@ -192,8 +172,9 @@ private slots:
         for (int i = 0; i < 4; ++i)
             QTest::mouseClick(m_editor->findChild<QPushButton*>(QStringLiteral("cmdUndo")),
                               Qt::LeftButton);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"),
-                                                QStringLiteral("CAT-C")}));
+        QCOMPARE(catalogNumbers(*lines),
+                 (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"),
+                              QStringLiteral("CAT-C")}));
         QVERIFY(!m_editor->findChild<QPushButton*>(QStringLiteral("cmdUndo"))->isEnabled());
         QTest::mouseClick(m_editor->findChild<QPushButton*>(QStringLiteral("cmdRedo")),
                           Qt::LeftButton);
@@ -218,9 +199,10 @@ private slots:
         QTest::keyClick(m_table, Qt::Key_V, Qt::ControlModifier);
         const auto rows = lines->rows();
         QCOMPARE(rows.size(), 5);
-        QCOMPARE(catalogs(*lines), (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"),
-                                                QStringLiteral("CAT-C"), QStringLiteral("CAT-B"),
-                                                QStringLiteral("CAT-C")}));
+        QCOMPARE(
+            catalogNumbers(*lines),
+            (QStringList{QStringLiteral("CAT-A"), QStringLiteral("CAT-B"), QStringLiteral("CAT-C"),
+                         QStringLiteral("CAT-B"), QStringLiteral("CAT-C")}));
         QCOMPARE(*rows[2].data.comment, QStringLiteral("Tab\there, \"quoted\"\nand two lines"));
         QCOMPARE(rows[2].data.mto, true);
         QCOMPARE(rows[2].data.quantity, 3);
