@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QRect>
 
 namespace ZebSubCtl {
@@ -22,6 +23,12 @@ constexpr QRect twipsRect(int left, int top, int width, int height)
 {
     return QRect(twipsToPixels(left), twipsToPixels(top), twipsToPixels(width),
                  twipsToPixels(height));
+}
+
+// A design point (left, top in twips) as a pixel point.
+constexpr QPoint twipsPoint(int left, int top)
+{
+    return QPoint(twipsToPixels(left), twipsToPixels(top));
 }
 
 }  // namespace ZebSubCtl

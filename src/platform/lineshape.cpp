@@ -10,6 +10,11 @@ LineShape::LineShape(QWidget* parent) : QWidget(parent), m_color(palette().color
     place();
 }
 
+LineShape::LineShape(const QLine& line, QWidget* parent) : LineShape(parent)
+{
+    setPoints(line.x1(), line.y1(), line.x2(), line.y2());
+}
+
 LineShape::~LineShape() = default;
 
 void LineShape::setX1(int x)

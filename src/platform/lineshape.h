@@ -3,6 +3,7 @@
 #include "zebsubctl_export.h"
 
 #include <QColor>
+#include <QLine>
 #include <QWidget>
 
 namespace ZebSubCtl {
@@ -14,6 +15,8 @@ class ZEBSUBCTL_EXPORT LineShape : public QWidget {
     Q_OBJECT
 public:
     explicit LineShape(QWidget* parent = nullptr);
+    // A line between the points of line.
+    explicit LineShape(const QLine& line, QWidget* parent = nullptr);
     ~LineShape() override;
 
     int X1() const { return m_x1; }

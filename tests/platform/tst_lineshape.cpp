@@ -9,6 +9,7 @@ class tst_LineShape : public QObject {
     Q_OBJECT
 private slots:
     void endsAreKeptInParentPixels();
+    void madeWithItsEndsItCoversThem();
     void movingTheRightEndStretchesTheLine();
     void rightEndLeftOfTheLeftEndStillCoversTheLine();
     void lineIsDrawnBetweenItsEnds();
@@ -24,6 +25,18 @@ void tst_LineShape::endsAreKeptInParentPixels()
     QWidget parent;
     LineShape line(&parent);
     line.setPoints(5, 90, 405, 90);
+    QCOMPARE(line.X1(), 5);
+    QCOMPARE(line.Y1(), 90);
+    QCOMPARE(line.X2(), 405);
+    QCOMPARE(line.Y2(), 90);
+    QCOMPARE(line.geometry(), QRect(5, 90, 401, 1));
+}
+
+void tst_LineShape::madeWithItsEndsItCoversThem()
+{
+    QWidget parent;
+    LineShape line(QLine(5, 90, 405, 90), &parent);
+    QCOMPARE(line.parentWidget(), &parent);
     QCOMPARE(line.X1(), 5);
     QCOMPARE(line.Y1(), 90);
     QCOMPARE(line.X2(), 405);

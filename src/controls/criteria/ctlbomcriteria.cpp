@@ -32,37 +32,17 @@ constexpr int kBoxesTop = 1350;
 constexpr int kLineIncludeY = 420;
 constexpr int kLineRemarksY = 3090;
 
-CheckBox* makeBox(QWidget* parent, const char* name, const QString& caption, int column, int row)
+// The box of a column of the bill of materials, by its place in the grid.
+QRect boxPlace(int column, int row)
 {
-    return makeChild<CheckBox>(parent, name,
-                               twipsRect(kIndent + column * kColumnWidth,
-                                         kBoxesTop + row * kRowHeight, kColumnWidth - 75, 255),
-                               caption);
+    return twipsRect(kIndent + column * kColumnWidth, kBoxesTop + row * kRowHeight,
+                     kColumnWidth - 75, 255);
 }
 
-QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place)
+// A rule under a heading, across the panel.
+QLine rule(int y)
 {
-    auto* label = makeChild<QLabel>(parent, name, place, caption);
-    label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    return label;
-}
-
-QLabel* makeHeading(QWidget* parent, const char* name, const QString& caption, QRect place)
-{
-    QLabel* label = makeLabel(parent, name, caption, place);
-    QFont bold = label->font();
-    bold.setBold(true);
-    label->setFont(bold);
-    return label;
-}
-
-LineShape* makeLine(QWidget* parent, const char* name, int y)
-{
-    auto* line = makeChild<LineShape>(parent, name, QRect());
-    line->setPoints(twipsToPixels(kIndent), twipsToPixels(y), twipsToPixels(7185),
-                    twipsToPixels(y));
-    return line;
+    return QLine(twipsToPixels(kIndent), twipsToPixels(y), twipsToPixels(7185), twipsToPixels(y));
 }
 
 }  // namespace
@@ -74,47 +54,52 @@ ctlBOMCriteria::ctlBOMCriteria(QWidget* parent) : UserControl(parent)
         "Choose the columns of the bill of materials and the default remarks printed at its "
         "bottom"));
 
-    Image2 = new Picture(PictureImage::BillOfMaterials, this);
-    Image2->setObjectName(QStringLiteral("Image2"));
-    Image2->move(twipsToPixels(75), twipsToPixels(75));
-    Image2->setAccessibleName(QStringLiteral("Bill of materials"));
-    Image2->setAccessibleDescription(QStringLiteral("Picture of a bill of materials"));
+    Image2 = makeChild<Picture>(this, "Image2", QRect(),
+                                ChildSettings()
+                                    .movedTo(twipsPoint(75, 75))
+                                    .named(QStringLiteral("Bill of materials"),
+                                           QStringLiteral("Picture of a bill of materials")),
+                                PictureImage::BillOfMaterials);
 
-    lblIncludeOnCoverLetter =
-        makeHeading(this, "lblIncludeOnCoverLetter", QStringLiteral("Include On Bill of Materials"),
-                    twipsRect(kIndent, 150, 4500, 240));
-    lineInclude = makeLine(this, "lineInclude", kLineIncludeY);
-    lblIncludeInfo = makeLabel(
-        this, "lblIncludeInfo",
+    lblIncludeOnCoverLetter = makeChild<QLabel>(
+        this, "lblIncludeOnCoverLetter", twipsRect(kIndent, 150, 4500, 240),
+        captionSettings(Caption::Heading), QStringLiteral("Include On Bill of Materials"));
+    lineInclude = makeChild<LineShape>(this, "lineInclude", QRect(), rule(kLineIncludeY));
+    lblIncludeInfo = makeChild<QLabel>(
+        this, "lblIncludeInfo", twipsRect(kIndent, 510, 6450, 660),
+        captionSettings(Caption::Paragraph),
         QStringLiteral("Choose what you want to include on the Bill of Materials for the "
                        "Submittal.  If you choose to include Default Remarks, they will print at "
-                       "the bottom of the Bill of Materials."),
-        twipsRect(kIndent, 510, 6450, 660));
-    lblIncludeInfo->setWordWrap(true);
+                       "the bottom of the Bill of Materials."));
 
     // The boxes in the order of the bill of materials' columns, read down each column.
-    chkQuantity = makeBox(this, "chkQuantity", QStringLiteral("Quantity"), 0, 0);
-    chkType = makeBox(this, "chkType", QStringLiteral("Type"), 0, 1);
-    chkBrand = makeBox(this, "chkBrand", QStringLiteral("Brand"), 0, 2);
-    chkMfr = makeBox(this, "chkMfr", QStringLiteral("Manufacturer"), 0, 3);
-    chkCatNum = makeBox(this, "chkCatNum", QStringLiteral("Catalog Number"), 1, 0);
-    chkDesc = makeBox(this, "chkDesc", QStringLiteral("Description"), 1, 1);
-    chkLineComments = makeBox(this, "chkLineComments", QStringLiteral("Line Comments"), 1, 2);
-    chkMTO = makeBox(this, "chkMTO", QStringLiteral("MTO"), 1, 3);
-    chkGroupCode = makeBox(this, "chkGroupCode", QStringLiteral("Group Codes"), 2, 0);
-    chkDefaultRemarks = makeBox(this, "chkDefaultRemarks", QStringLiteral("Default Remarks"), 2, 1);
+    chkQuantity =
+        makeChild<CheckBox>(this, "chkQuantity", boxPlace(0, 0), QStringLiteral("Quantity"));
+    chkType = makeChild<CheckBox>(this, "chkType", boxPlace(0, 1), QStringLiteral("Type"));
+    chkBrand = makeChild<CheckBox>(this, "chkBrand", boxPlace(0, 2), QStringLiteral("Brand"));
+    chkMfr = makeChild<CheckBox>(this, "chkMfr", boxPlace(0, 3), QStringLiteral("Manufacturer"));
+    chkCatNum =
+        makeChild<CheckBox>(this, "chkCatNum", boxPlace(1, 0), QStringLiteral("Catalog Number"));
+    chkDesc = makeChild<CheckBox>(this, "chkDesc", boxPlace(1, 1), QStringLiteral("Description"));
+    chkLineComments = makeChild<CheckBox>(this, "chkLineComments", boxPlace(1, 2),
+                                          QStringLiteral("Line Comments"));
+    chkMTO = makeChild<CheckBox>(this, "chkMTO", boxPlace(1, 3), QStringLiteral("MTO"));
+    chkGroupCode =
+        makeChild<CheckBox>(this, "chkGroupCode", boxPlace(2, 0), QStringLiteral("Group Codes"));
+    chkDefaultRemarks = makeChild<CheckBox>(this, "chkDefaultRemarks", boxPlace(2, 1),
+                                            QStringLiteral("Default Remarks"));
 
-    lblDefaultRemarks = makeHeading(this, "lblDefaultRemarks", QStringLiteral("Default Remarks"),
-                                    twipsRect(kIndent, 2820, 4500, 240));
-    lineRemarks = makeLine(this, "lineRemarks", kLineRemarksY);
+    lblDefaultRemarks =
+        makeChild<QLabel>(this, "lblDefaultRemarks", twipsRect(kIndent, 2820, 4500, 240),
+                          captionSettings(Caption::Heading), QStringLiteral("Default Remarks"));
+    lineRemarks = makeChild<LineShape>(this, "lineRemarks", QRect(), rule(kLineRemarksY));
 
-    ctlTextSelect = new ::ZebSubCtl::ctlTextSelect(this);
-    ctlTextSelect->setObjectName(QStringLiteral("ctlTextSelect"));
-    ctlTextSelect->setGeometry(twipsRect(0, 3165, 7185, 3300));
-    ctlTextSelect->setAccessibleName(QStringLiteral("Default remarks"));
-    ctlTextSelect->setAccessibleDescription(
-        QStringLiteral("The remarks that can print at the bottom of the bill of materials; tick "
-                       "the ones to print"));
+    ctlTextSelect = makeChild<::ZebSubCtl::ctlTextSelect>(
+        this, "ctlTextSelect", twipsRect(0, 3165, 7185, 3300),
+        ChildSettings().named(
+            QStringLiteral("Default remarks"),
+            QStringLiteral("The remarks that can print at the bottom of the bill of materials; "
+                           "tick the ones to print")));
     // The list inside has no caption of its own to be read out.
     if (auto* remarksList = ctlTextSelect->findChild<QWidget*>(QStringLiteral("ListView"))) {
         remarksList->setAccessibleName(QStringLiteral("Default remarks list"));

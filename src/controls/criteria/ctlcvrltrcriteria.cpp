@@ -27,59 +27,11 @@ constexpr int kIndent = 645;
 constexpr int kTextWidth = 6450;
 constexpr int kRowHeight = 270;
 
-QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place)
+// A rule under a heading, as wide as the texts.
+QLine rule(int y)
 {
-    auto* label = makeChild<QLabel>(parent, name, place, caption);
-    label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    return label;
-}
-
-QLabel* makeHeading(QWidget* parent, const char* name, const QString& caption, int top)
-{
-    QLabel* label = makeLabel(parent, name, caption, twipsRect(kIndent, top, 4500, 240));
-    QFont bold = label->font();
-    bold.setBold(true);
-    label->setFont(bold);
-    return label;
-}
-
-QLabel* makeInfo(QWidget* parent, const char* name, const QString& caption, int top, int height)
-{
-    QLabel* label = makeLabel(parent, name, caption, twipsRect(kIndent, top, kTextWidth, height));
-    label->setWordWrap(true);
-    return label;
-}
-
-LineShape* makeLine(QWidget* parent, const char* name, int y)
-{
-    auto* line = makeChild<LineShape>(parent, name, QRect());
-    line->setPoints(twipsToPixels(kIndent), twipsToPixels(y), twipsToPixels(kIndent + kTextWidth),
-                    twipsToPixels(y));
-    return line;
-}
-
-CheckBox* makeBox(QWidget* parent, const char* name, const QString& caption, int top)
-{
-    auto* box = makeChild<CheckBox>(parent, name, twipsRect(kIndent, top, 3900, 255), caption);
-    return box;
-}
-
-OptionButton* makeOption(QWidget* parent, const char* name, const QString& caption, int top)
-{
-    auto* option =
-        makeChild<OptionButton>(parent, name, twipsRect(kIndent, top, 4500, 255), caption);
-    return option;
-}
-
-Picture* makePicture(QWidget* parent, const char* name, PictureImage image, int top,
-                     const QString& accessibleName, const QString& description)
-{
-    auto* picture = makeChild<Picture>(parent, name, QRect(), image);
-    picture->move(twipsToPixels(75), twipsToPixels(top));
-    picture->setAccessibleName(accessibleName);
-    picture->setAccessibleDescription(description);
-    return picture;
+    return QLine(twipsToPixels(kIndent), twipsToPixels(y), twipsToPixels(kIndent + kTextWidth),
+                 twipsToPixels(y));
 }
 
 // The cover letter options; a submittal without them fails like an empty reference.
@@ -98,52 +50,68 @@ ctlCvrLtrCriteria::ctlCvrLtrCriteria(QWidget* parent) : UserControl(parent)
         "Choose what the cover letter includes and how several recipients get their letters"));
 
     // What the letter includes.
-    imgCheck = makePicture(this, "imgCheck", PictureImage::Check, 75, QStringLiteral("Include"),
-                           QStringLiteral("Picture of a ticked box"));
-    lblIncludeOnCoverLetter = makeHeading(this, "lblIncludeOnCoverLetter",
-                                          QStringLiteral("Include On Cover Letter"), 150);
-    Line1 = makeLine(this, "Line1", 420);
-    lblIncludeInfo = makeInfo(
-        this, "lblIncludeInfo",
+    imgCheck = makeChild<Picture>(
+        this, "imgCheck", QRect(),
+        ChildSettings()
+            .movedTo(twipsPoint(75, 75))
+            .named(QStringLiteral("Include"), QStringLiteral("Picture of a ticked box")),
+        PictureImage::Check);
+    lblIncludeOnCoverLetter = makeChild<QLabel>(
+        this, "lblIncludeOnCoverLetter", twipsRect(kIndent, 150, 4500, 240),
+        captionSettings(Caption::Heading), QStringLiteral("Include On Cover Letter"));
+    Line1 = makeChild<LineShape>(this, "Line1", QRect(), rule(420));
+    lblIncludeInfo = makeChild<QLabel>(
+        this, "lblIncludeInfo", twipsRect(kIndent, 510, kTextWidth, 660),
+        captionSettings(Caption::Paragraph),
         QStringLiteral("Choose what you want to include on the cover letter for the Submittal.  "
                        "If you choose to include Default Verbiage or Remarks, you will choose "
-                       "them in the next steps."),
-        510, 660);
-    chkIncludeLogo = makeBox(this, "chkIncludeLogo", QStringLiteral("Agency Logo"), 1260);
-    chkDefaultParagraph =
-        makeBox(this, "chkDefaultParagraph", QStringLiteral("Default Cover Letter Paragraphs"),
-                1260 + kRowHeight);
-    chkRemarks = makeBox(this, "chkRemarks", QStringLiteral("Default Cover Letter Remarks"),
-                         1260 + 2 * kRowHeight);
+                       "them in the next steps."));
+    chkIncludeLogo = makeChild<CheckBox>(
+        this, "chkIncludeLogo", twipsRect(kIndent, 1260, 3900, 255), QStringLiteral("Agency Logo"));
+    chkDefaultParagraph = makeChild<CheckBox>(this, "chkDefaultParagraph",
+                                              twipsRect(kIndent, 1260 + kRowHeight, 3900, 255),
+                                              QStringLiteral("Default Cover Letter Paragraphs"));
+    chkRemarks = makeChild<CheckBox>(this, "chkRemarks",
+                                     twipsRect(kIndent, 1260 + 2 * kRowHeight, 3900, 255),
+                                     QStringLiteral("Default Cover Letter Remarks"));
     // Last in the list, so that hiding it leaves no gap.
-    chkIncludeCC = makeBox(this, "chkIncludeCC", QStringLiteral("Print Carbon Copy Information"),
-                           1260 + 3 * kRowHeight);
+    chkIncludeCC = makeChild<CheckBox>(this, "chkIncludeCC",
+                                       twipsRect(kIndent, 1260 + 3 * kRowHeight, 3900, 255),
+                                       QStringLiteral("Print Carbon Copy Information"));
 
     // How several recipients are served.
-    imgPeopleEnabled =
-        makePicture(this, "imgPeopleEnabled", PictureImage::PeopleEnabled, 2445,
-                    QStringLiteral("Recipients"), QStringLiteral("Picture of two recipients"));
-    imgPeopleDisabled = makePicture(
-        this, "imgPeopleDisabled", PictureImage::PeopleDisabled, 2445,
-        QStringLiteral("Recipients, unavailable"),
-        QStringLiteral("Picture of two recipients, greyed: the recipient choice is unavailable"));
+    imgPeopleEnabled = makeChild<Picture>(
+        this, "imgPeopleEnabled", QRect(),
+        ChildSettings()
+            .movedTo(twipsPoint(75, 2445))
+            .named(QStringLiteral("Recipients"), QStringLiteral("Picture of two recipients")),
+        PictureImage::PeopleEnabled);
+    imgPeopleDisabled = makeChild<Picture>(
+        this, "imgPeopleDisabled", QRect(),
+        ChildSettings()
+            .movedTo(twipsPoint(75, 2445))
+            .named(QStringLiteral("Recipients, unavailable"),
+                   QStringLiteral(
+                       "Picture of two recipients, greyed: the recipient choice is unavailable")),
+        PictureImage::PeopleDisabled);
     imgPeopleDisabled->setVisible(false);
     lblMultipleRecipients =
-        makeHeading(this, "lblMultipleRecipients", QStringLiteral("Multiple Recipients"), 2520);
-    Line2 = makeLine(this, "Line2", 2790);
-    lblMultipleInstructions = makeInfo(
-        this, "lblMultipleInstructions",
+        makeChild<QLabel>(this, "lblMultipleRecipients", twipsRect(kIndent, 2520, 4500, 240),
+                          captionSettings(Caption::Heading), QStringLiteral("Multiple Recipients"));
+    Line2 = makeChild<LineShape>(this, "Line2", QRect(), rule(2790));
+    lblMultipleInstructions = makeChild<QLabel>(
+        this, "lblMultipleInstructions", twipsRect(kIndent, 2880, kTextWidth, 900),
+        captionSettings(Caption::Paragraph),
         QStringLiteral("Choose how you want to handle multiple recipients for the cover letter.  "
                        "You can choose to send all recipients the same cover letter or send each "
                        "recipient a cover letter with their company name and address printed on "
-                       "the cover letter."),
-        2880, 900);
-    optMultipleCoverLetters =
-        makeOption(this, "optMultipleCoverLetters",
-                   QStringLiteral("Separate Cover Letter For Each Recipient"), 3870);
-    optOneCoverLetter =
-        makeOption(this, "optOneCoverLetter", QStringLiteral("Same Letter For All Recipients"),
-                   3870 + kRowHeight);
+                       "the cover letter."));
+    optMultipleCoverLetters = makeChild<OptionButton>(
+        this, "optMultipleCoverLetters", twipsRect(kIndent, 3870, 4500, 255),
+        QStringLiteral("Separate Cover Letter For Each Recipient"));
+    optOneCoverLetter = makeChild<OptionButton>(this, "optOneCoverLetter",
+                                                twipsRect(kIndent, 3870 + kRowHeight, 4500, 255),
+                                                QStringLiteral("Same Letter For All Recipients"));
 
     setTabOrder(chkIncludeLogo, chkDefaultParagraph);
     setTabOrder(chkDefaultParagraph, chkRemarks);

@@ -71,35 +71,18 @@ constexpr PurposePlace kPurposePlaces[8] = {
                               QStringLiteral("Overflow"));
 }
 
-QLabel* makeLabel(QWidget* parent, const char* name, const QString& caption, QRect place,
-                  bool heading = false, bool wrap = false)
+// A caption here sits in the middle of its line; a paragraph reads from the top.
+ChildSettings caption(Caption kind)
 {
-    auto* label = makeChild<QLabel>(parent, name, place, caption);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(wrap);
-    label->setAlignment(wrap ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignLeft | Qt::AlignVCenter);
-    if (heading) {
-        QFont f = label->font();
-        f.setBold(true);
-        label->setFont(f);
-    }
-    return label;
+    return captionSettings(kind, kind == Caption::Paragraph ? Qt::AlignLeft | Qt::AlignTop
+                                                            : Qt::AlignLeft | Qt::AlignVCenter);
 }
 
-LineShape* makeLine(QWidget* parent, const char* name, int top)
+// A rule under a heading.
+QLine rule(int top)
 {
-    auto* line = makeChild<LineShape>(parent, name, QRect());
-    line->setPoints(twipsToPixels(kTextLeft), twipsToPixels(top), twipsToPixels(kLineRight),
-                    twipsToPixels(top));
-    line->setBorderColor(parent->palette().color(QPalette::Mid));
-    return line;
-}
-
-Picture* makePicture(QWidget* parent, const char* name, PictureImage image, int top)
-{
-    auto* picture = makeChild<Picture>(parent, name, QRect(), image);
-    picture->move(twipsToPixels(kLeft), twipsToPixels(top));
-    return picture;
+    return QLine(twipsToPixels(kTextLeft), twipsToPixels(top), twipsToPixels(kLineRight),
+                 twipsToPixels(top));
 }
 
 }  // namespace
@@ -111,14 +94,17 @@ ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
     setAccessibleDescription(
         QStringLiteral("What the submittal contains, its purpose, who issues it and its date"));
 
-    Image1 = makePicture(this, "Image1", PictureImage::Contents, kContentsTop);
-    lblContentsHeading = makeLabel(this, "lblContentsHeading", QStringLiteral("Submittal Contents"),
-                                   twipsRect(kTextLeft, kContentsTop, 3600, 240), true);
-    Line1 = makeLine(this, "Line1", kContentsTop + 300);
-    lblContentsInfo =
-        makeLabel(this, "lblContentsInfo",
-                  QStringLiteral("Choose which items you would like to include in your submittal."),
-                  twipsRect(kTextLeft, kContentsTop + 390, kInfoWidth, 240));
+    Image1 = makeChild<Picture>(this, "Image1", QRect(),
+                                ChildSettings().movedTo(twipsPoint(kLeft, kContentsTop)),
+                                PictureImage::Contents);
+    lblContentsHeading =
+        makeChild<QLabel>(this, "lblContentsHeading", twipsRect(kTextLeft, kContentsTop, 3600, 240),
+                          caption(Caption::Heading), QStringLiteral("Submittal Contents"));
+    Line1 = makeChild<LineShape>(this, "Line1", QRect(), rule(kContentsTop + 300));
+    lblContentsInfo = makeChild<QLabel>(
+        this, "lblContentsInfo", twipsRect(kTextLeft, kContentsTop + 390, kInfoWidth, 240),
+        caption(Caption::Line),
+        QStringLiteral("Choose which items you would like to include in your submittal."));
     chkCoverLetter = makeChild<CheckBox>(this, "chkCoverLetter",
                                          twipsRect(kControlLeft, kContentsTop + 720, 1560, 255),
                                          QStringLiteral("Cover Letter"));
@@ -128,17 +114,19 @@ ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
         makeChild<CheckBox>(this, "chkLabels", twipsRect(4560, kContentsTop + 720, 1200, 255),
                             QStringLiteral("Labels"));
 
-    Image2 = makePicture(this, "Image2", PictureImage::Purpose, kPurposeTop);
+    Image2 = makeChild<Picture>(this, "Image2", QRect(),
+                                ChildSettings().movedTo(twipsPoint(kLeft, kPurposeTop)),
+                                PictureImage::Purpose);
     lblSubmittalPurpose =
-        makeLabel(this, "lblSubmittalPurpose", QStringLiteral("Submittal Purpose"),
-                  twipsRect(kTextLeft, kPurposeTop, 3600, 240), true);
-    Line2 = makeLine(this, "Line2", kPurposeTop + 300);
-    lblPurposeInfo = makeLabel(
-        this, "lblPurposeInfo",
+        makeChild<QLabel>(this, "lblSubmittalPurpose", twipsRect(kTextLeft, kPurposeTop, 3600, 240),
+                          caption(Caption::Heading), QStringLiteral("Submittal Purpose"));
+    Line2 = makeChild<LineShape>(this, "Line2", QRect(), rule(kPurposeTop + 300));
+    lblPurposeInfo = makeChild<QLabel>(
+        this, "lblPurposeInfo", twipsRect(kTextLeft, kPurposeTop + 390, kInfoWidth, 600),
+        caption(Caption::Paragraph),
         QStringLiteral("Select the purpose for your submittal.  The purpose will print at the top "
                        "of the Bill of Materials.  You may choose from the following, or choose "
-                       "other to define your own."),
-        twipsRect(kTextLeft, kPurposeTop + 390, kInfoWidth, 600), false, true);
+                       "other to define your own."));
 
     optSubmittalPurpose = new OptionGroup(this);
     optSubmittalPurpose->setObjectName(QStringLiteral("optSubmittalPurpose"));
@@ -159,43 +147,44 @@ ctlGeneralInfo::ctlGeneralInfo(QWidget* parent) : UserControl(parent)
         optSubmittalPurpose->add(i, option);
     }
 
-    txtPurposeOther = new TextBox(this);
-    txtPurposeOther->setObjectName(QStringLiteral("txtPurposeOther"));
-    txtPurposeOther->setGeometry(twipsRect(4980, 3270, 4500, 300));
-    txtPurposeOther->setAccessibleName(QStringLiteral("Other purpose"));
-    txtPurposeOther->setAccessibleDescription(
-        QStringLiteral("The submittal's purpose in your own words"));
+    txtPurposeOther = makeChild<TextBox>(
+        this, "txtPurposeOther", twipsRect(4980, 3270, 4500, 300),
+        ChildSettings().named(QStringLiteral("Other purpose"),
+                              QStringLiteral("The submittal's purpose in your own words")));
     txtPurposeOther->setVisible(false);
 
-    Image3 = makePicture(this, "Image3", PictureImage::Details, kDetailsTop);
+    Image3 = makeChild<Picture>(this, "Image3", QRect(),
+                                ChildSettings().movedTo(twipsPoint(kLeft, kDetailsTop)),
+                                PictureImage::Details);
     lblSubmittalDetails =
-        makeLabel(this, "lblSubmittalDetails", QStringLiteral("Submittal Details"),
-                  twipsRect(kTextLeft, kDetailsTop, 3600, 240), true);
-    Line3 = makeLine(this, "Line3", kDetailsTop + 300);
-    lblDetailsInfo = makeLabel(
-        this, "lblDetailsInfo",
+        makeChild<QLabel>(this, "lblSubmittalDetails", twipsRect(kTextLeft, kDetailsTop, 3600, 240),
+                          caption(Caption::Heading), QStringLiteral("Submittal Details"));
+    Line3 = makeChild<LineShape>(this, "Line3", QRect(), rule(kDetailsTop + 300));
+    // The rules here are drawn in the lighter shade.
+    for (LineShape* line : {Line1, Line2, Line3})
+        line->setBorderColor(palette().color(QPalette::Mid));
+    lblDetailsInfo = makeChild<QLabel>(
+        this, "lblDetailsInfo", twipsRect(kTextLeft, kDetailsTop + 390, kInfoWidth, 450),
+        caption(Caption::Paragraph),
         QStringLiteral("Choose the person's name that will appear on documents in the "
                        "submittal.  You can also change the date that  will be used for the "
-                       "submittal."),
-        twipsRect(kTextLeft, kDetailsTop + 390, kInfoWidth, 450), false, true);
+                       "submittal."));
 
-    lblIssuedBy = makeLabel(this, "lblIssuedBy", QStringLiteral("Issued By:"),
-                            twipsRect(kControlLeft, kDetailsTop + 960, 1260, 300));
-    cmbIssuedBy = new ComboBox(this);
-    cmbIssuedBy->setObjectName(QStringLiteral("cmbIssuedBy"));
-    cmbIssuedBy->setGeometry(twipsRect(2160, kDetailsTop + 960, 3240, 315));
-    cmbIssuedBy->setToolTip(kIssuedByTip);
-    cmbIssuedBy->setAccessibleName(QStringLiteral("Issued By"));
-    cmbIssuedBy->setAccessibleDescription(kIssuedByTip);
+    lblIssuedBy = makeChild<QLabel>(this, "lblIssuedBy",
+                                    twipsRect(kControlLeft, kDetailsTop + 960, 1260, 300),
+                                    caption(Caption::Line), QStringLiteral("Issued By:"));
+    cmbIssuedBy = makeChild<ComboBox>(
+        this, "cmbIssuedBy", twipsRect(2160, kDetailsTop + 960, 3240, 315),
+        ChildSettings().tipped(kIssuedByTip).named(QStringLiteral("Issued By"), kIssuedByTip));
     cmbIssuedBy->lineEdit()->setAccessibleName(QStringLiteral("Issued By"));
     cmbIssuedBy->lineEdit()->setAccessibleDescription(kIssuedByTip);
     lblIssuedBy->setBuddy(cmbIssuedBy);
 
-    lblIssueDate = makeLabel(this, "lblIssueDate", QStringLiteral("Submittal Date:"),
-                             twipsRect(kControlLeft, kDetailsTop + 1380, 1260, 300));
-    pvdIssueDate = new DateEdit(this);
-    pvdIssueDate->setObjectName(QStringLiteral("pvdIssueDate"));
-    pvdIssueDate->setGeometry(twipsRect(2160, kDetailsTop + 1380, 1680, 315));
+    lblIssueDate = makeChild<QLabel>(this, "lblIssueDate",
+                                     twipsRect(kControlLeft, kDetailsTop + 1380, 1260, 300),
+                                     caption(Caption::Line), QStringLiteral("Submittal Date:"));
+    pvdIssueDate =
+        makeChild<DateEdit>(this, "pvdIssueDate", twipsRect(2160, kDetailsTop + 1380, 1680, 315));
     pvdIssueDate->setAccessibleTexts(
         QStringLiteral("Submittal Date"),
         QStringLiteral("The date used for the submittal; empty for no date"));

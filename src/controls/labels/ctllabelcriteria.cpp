@@ -72,14 +72,10 @@ void putByName(QObject& object, const char* name, const QVariant& value)
                                   QStringLiteral("ZebSubCtl"), QStringLiteral("Type mismatch"));
 }
 
-QPushButton* makeButton(QWidget* parent, const char* name, const QString& caption,
-                        const QString& toolTip, QRect place)
+// An arrow button: its tip names it, for a screen reader too, since the arrow says nothing.
+ChildSettings arrowSettings(const QString& tip)
 {
-    auto* button = makeChild<QPushButton>(parent, name, place, caption);
-    button->setToolTip(toolTip);
-    // The arrows say nothing to a screen reader; the tip does.
-    button->setAccessibleName(toolTip);
-    return button;
+    return ChildSettings().tipped(tip).named(tip);
 }
 
 // Rows of one height for every item.
@@ -114,59 +110,62 @@ void fitWholeRows(KeyedListView* list)
     list->header()->setFixedHeight(std::max(header, header + room - rows * height));
 }
 
-KeyedListView* makeList(QWidget* parent, const char* name, QRect place)
+// One column of field names, rows that show whole.
+void setUpFieldList(KeyedListView* list)
 {
-    auto* list = makeChild<KeyedListView>(parent, name, place);
     list->addColumn(QString(), QStringLiteral("Fields"));
     // The column's margin leaves room for the vertical bar; the few pixels it may still
     // reach under that bar are no reason for a horizontal one.
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     fitWholeRows(list);
-    return list;
 }
 
 }  // namespace
 
 ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
 {
-    Image2 = new Picture(PictureImage::LabelSheet, this);
-    Image2->setObjectName(QStringLiteral("Image2"));
-    Image2->move(twipsToPixels(120), twipsToPixels(120));
-    Image2->setAccessibleName(QStringLiteral("Label sheet"));
-    Image2->setAccessibleDescription(QStringLiteral("Picture of a sheet of mailing labels"));
+    Image2 = makeChild<Picture>(this, "Image2", QRect(),
+                                ChildSettings()
+                                    .movedTo(twipsPoint(120, 120))
+                                    .named(QStringLiteral("Label sheet"),
+                                           QStringLiteral("Picture of a sheet of mailing labels")),
+                                PictureImage::LabelSheet);
 
-    lblIncludeOnLabel = makeChild<QLabel>(this, "lblIncludeOnLabel", twipsRect(720, 225, 3000, 255),
-                                          QStringLiteral("Include On Label"));
-    QFont heading = lblIncludeOnLabel->font();
-    heading.setBold(true);
-    lblIncludeOnLabel->setFont(heading);
+    lblIncludeOnLabel =
+        makeChild<QLabel>(this, "lblIncludeOnLabel", twipsRect(720, 225, 3000, 255),
+                          ChildSettings().inBold(), QStringLiteral("Include On Label"));
 
-    lineInclude = new LineShape(this);
-    lineInclude->setObjectName(QStringLiteral("lineInclude"));
-    lineInclude->setPoints(twipsToPixels(720), twipsToPixels(540), twipsToPixels(9255),
-                           twipsToPixels(540));
+    lineInclude = makeChild<LineShape>(
+        this, "lineInclude", QRect(),
+        QLine(twipsToPixels(720), twipsToPixels(540), twipsToPixels(9255), twipsToPixels(540)));
 
     lblAvailableFields =
         makeChild<QLabel>(this, "lblAvailableFields", twipsRect(2040, 1125, 2700, 210),
                           QStringLiteral("Available Fields:"));
-    lsvAvailableItems = makeList(this, "lsvAvailableItems", twipsRect(2040, 1350, 3000, 1350));
+    lsvAvailableItems =
+        makeChild<KeyedListView>(this, "lsvAvailableItems", twipsRect(2040, 1350, 3000, 1350));
+    setUpFieldList(lsvAvailableItems);
     lsvAvailableItems->setAccessibleName(QStringLiteral("Available fields"));
     lsvAvailableItems->setAccessibleDescription(QStringLiteral(
         "Fields that are not on the label. Press Enter or double-click to add the selected "
         "field to the label."));
 
-    cmdAdd = makeButton(this, "cmdAdd", QStringLiteral(">"), QStringLiteral("Add Field"),
-                        twipsRect(5115, 1800, 450, 225));
+    cmdAdd =
+        makeChild<QPushButton>(this, "cmdAdd", twipsRect(5115, 1800, 450, 225),
+                               arrowSettings(QStringLiteral("Add Field")), QStringLiteral(">"));
     cmdAdd->setAccessibleDescription(
         QStringLiteral("Puts the selected available field on the label, after the others"));
-    cmdRemove = makeButton(this, "cmdRemove", QStringLiteral("<"), QStringLiteral("Remove Field"),
-                           twipsRect(5115, 2100, 450, 225));
+    cmdRemove =
+        makeChild<QPushButton>(this, "cmdRemove", twipsRect(5115, 2100, 450, 225),
+                               arrowSettings(QStringLiteral("Remove Field")), QStringLiteral("<"));
     cmdRemove->setAccessibleDescription(QStringLiteral("Takes the selected field off the label"));
 
     lblIssueToLisHeading =
         makeChild<QLabel>(this, "lblIssueToLisHeading", twipsRect(5640, 1125, 2700, 210),
                           QStringLiteral("Selected Fields:"));
-    lsvSelectedItems = makeList(this, "lsvSelectedItems", twipsRect(5640, 1350, 3000, 1350));
+    lsvSelectedItems =
+        makeChild<KeyedListView>(this, "lsvSelectedItems", twipsRect(5640, 1350, 3000, 1350));
+    setUpFieldList(lsvSelectedItems);
     // Each list is labelled by the heading over it.
     lblAvailableFields->setBuddy(lsvAvailableItems);
     lblIssueToLisHeading->setBuddy(lsvSelectedItems);
@@ -175,10 +174,9 @@ ctlLabelCriteria::ctlLabelCriteria(QWidget* parent) : UserControl(parent)
         "Fields on the label, in print order from the top. Press Enter or double-click to take "
         "the selected field off the label."));
 
-    lblIncludeInfo =
-        makeChild<QLabel>(this, "lblIncludeInfo", twipsRect(2040, 2880, 5850, 900), kInstructions);
-    lblIncludeInfo->setWordWrap(true);
-    lblIncludeInfo->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblIncludeInfo = makeChild<QLabel>(
+        this, "lblIncludeInfo", twipsRect(2040, 2880, 5850, 900),
+        ChildSettings().aligned(Qt::AlignLeft | Qt::AlignTop).wrapped(), kInstructions);
 
     // The lists are reached before and after the arrows.
     setTabOrder(lsvAvailableItems, cmdAdd);
