@@ -67,21 +67,12 @@ QStringList rawRows(const QString& file, const QString& sql)
 // Runs the child as the unprivileged user, whom permission bits bind.
 QString runAsNobody(const QStringList& args)
 {
-    QProcess p;
-    p.setProcessChannelMode(QProcess::MergedChannels);
-    if (geteuid() == 0)
-        p.start(QStringLiteral("setpriv"),
-                QStringList{QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
-                            QStringLiteral("--clear-groups"), kChild}
-                    + args);
-    else
-        p.start(kChild, args);
-    if (!p.waitForFinished(60000)) {
-        p.kill();
-        p.waitForFinished();
-        return QStringLiteral("(did not end)");
-    }
-    return QString::fromUtf8(p.readAll()).trimmed();
+    ZebTest::ProgramOptions options;
+    options.asNobody = geteuid() == 0;
+    options.mergeChannels = true;
+    options.timeoutMs = 60000;
+    const ZebTest::ProgramRun r = ZebTest::runProgram(kChild, args, options);
+    return r.timedOut ? QStringLiteral("(did not end)") : r.out.trimmed();
 }
 
 }  // namespace

@@ -127,6 +127,7 @@ ProgramRun runProgram(const QString& program, const QStringList& args,
     if (!p.waitForFinished(options.timeoutMs)) {
         p.kill();
         p.waitForFinished();
+        r.timedOut = true;
         return r;
     }
     r.code = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;

@@ -60,6 +60,7 @@ void useScratchDataHome();
 // How a program the test started ended and what it said.
 struct ProgramRun {
     int code = -1;  // -1 when it crashed or did not end in time
+    bool timedOut = false;  // killed for not ending in time
     QString out;
     QString err;  // without the notes Qt writes about QStandardPaths before the program speaks
 };
