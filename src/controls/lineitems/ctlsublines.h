@@ -66,6 +66,7 @@ protected:
     void moveEvent(QMoveEvent* event) override;
     /// Follows the window the list is placed in.
     bool event(QEvent* event) override;
+    /// Turns on the rows that a taller window brings into view.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
