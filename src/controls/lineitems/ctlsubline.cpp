@@ -51,9 +51,7 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
 
     lblNumber = makeChild<PaintedLabel>(this, "lblNumber", twipsRect(30, 60, 375, 240),
                                         QStringLiteral("0"));
-    imgComment = new ImageBox(this);
-    imgComment->setObjectName(QStringLiteral("imgComment"));
-    imgComment->setGeometry(twipsRect(660, 60, 240, 240));
+    imgComment = makeChild<ImageBox>(this, "imgComment", twipsRect(660, 60, 240, 240));
     imgComment->setPicture(commentPicture());
     imgComment->setAccessibleName(QStringLiteral("Comment"));
     imgComment->setAccessibleDescription(QStringLiteral("Shown when the line has a comment"));
@@ -68,9 +66,7 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
     lblGroup = makeChild<PaintedLabel>(this, "lblGroup", twipsRect(7965, 60, 840, 240),
                                        QStringLiteral("Group"));
 
-    chkSelect = new CheckBox(this);
-    chkSelect->setObjectName(QStringLiteral("chkSelect"));
-    chkSelect->setGeometry(twipsRect(30, 345, 225, 225));
+    chkSelect = makeChild<CheckBox>(this, "chkSelect", twipsRect(30, 345, 225, 225));
     chkSelect->setAccessibleName(QStringLiteral("Select line"));
     chkSelect->setAccessibleDescription(
         QStringLiteral("Ticked when this line is selected for the submittal"));
@@ -81,8 +77,7 @@ ctlSubLine::ctlSubLine(QWidget* parent) : UserControl(parent)
     lblDescription =
         makeChild<PaintedLabel>(this, "lblDescription", twipsRect(2490, 330, 5445, 240), QString());
 
-    auto* line = new LineShape(this);
-    line->setObjectName(QStringLiteral("Line1"));
+    auto* line = makeChild<LineShape>(this, "Line1", QRect());
     // Along the bottom edge, so stacked rows are ruled off from each other.
     line->setPoints(0, DesignHeight - 1, DesignWidth, DesignHeight - 1);
     line->setBorderColor(QColor(0x80, 0x80, 0x80));

@@ -93,9 +93,7 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     // The rows' check boxes are the viewer's one Tab stop.
     setFocusPolicy(Qt::NoFocus);
 
-    ControlHeading = new QWidget(this);
-    ControlHeading->setObjectName(QStringLiteral("ControlHeading"));
-    ControlHeading->setGeometry(twipsRect(0, 0, 9150, 375));
+    ControlHeading = makeChild<QWidget>(this, "ControlHeading", twipsRect(0, 0, 9150, 375));
     ControlHeading->setAutoFillBackground(true);
     ControlHeading->setBackgroundRole(QPalette::Button);
     ControlHeading->setFont(headingFont(font()));
@@ -112,21 +110,16 @@ ctlSubLineDsp::ctlSubLineDsp(QWidget* parent) : UserControl(parent)
     lblGroup = makeChild<PaintedLabel>(ControlHeading, "lblGroup", twipsRect(7980, 38, 705, 225),
                                        QStringLiteral("Group"));
 
-    DisplayWindow = new QWidget(this);
-    DisplayWindow->setObjectName(QStringLiteral("DisplayWindow"));
-    DisplayWindow->setGeometry(twipsRect(0, 375, 8895, 4920));
+    DisplayWindow = makeChild<QWidget>(this, "DisplayWindow", twipsRect(0, 375, 8895, 4920));
     DisplayWindow->setAutoFillBackground(true);
     DisplayWindow->setBackgroundRole(QPalette::Base);
     DisplayWindow->setAccessibleName(QStringLiteral("Line item window"));
 
-    auto* lines = new ctlSubLines(DisplayWindow);
-    lines->setObjectName(QStringLiteral("ctlSubLines"));
+    auto* lines = makeChild<ctlSubLines>(DisplayWindow, "ctlSubLines", QRect());
     lines->move(0, 0);
     mLines = lines;
 
-    VScroll = new ScrollBar(this);
-    VScroll->setObjectName(QStringLiteral("VScroll"));
-    VScroll->setGeometry(twipsRect(8895, 375, 255, 4920));
+    VScroll = makeChild<ScrollBar>(this, "VScroll", twipsRect(8895, 375, 255, 4920));
     VScroll->setAccessibleName(QStringLiteral("Line item scroll bar"));
     VScroll->setAccessibleDescription(
         QStringLiteral("Scrolls the lines a row or a page at a time"));

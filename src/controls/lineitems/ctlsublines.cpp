@@ -4,14 +4,18 @@
 #include "controls/lineitems/ctlsubline.h"
 #include "frame/controlregistry.h"
 #include "frame/errorpath.h"
+#include "frame/makechild.h"
 #include "frame/reportmessage.h"
 #include "frame/units.h"
 
 #include <QApplication>
+#include <QMoveEvent>
 #include <QPaintEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <limits>
+#include <optional>
 
 namespace ZebSubCtl {
 
@@ -73,8 +77,7 @@ ctlSubLines::ctlSubLines(QWidget* parent) : UserControl(parent)
     setAccessibleName(QStringLiteral("Line item list"));
     setAccessibleDescription(QStringLiteral("The lines of the submittal, one row each"));
 
-    auto* first = new ctlSubLine(this);
-    first->setObjectName(QStringLiteral("ctlSubLine"));
+    auto* first = makeChild<ctlSubLine>(this, "ctlSubLine", QRect());
     first->setIndex(1);
     first->move(0, 0);
     m_rows.emplace_back(first);
@@ -84,6 +87,9 @@ ctlSubLines::ctlSubLines(QWidget* parent) : UserControl(parent)
     // pixels already drawn instead of painting every row again.
     setAttribute(Qt::WA_OpaquePaintEvent);
     resize(ctlSubLine::DesignWidth, ctlSubLine::DesignHeight);
+
+    if (parent)
+        parent->installEventFilter(this);
 
     m_focusWatch = connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (const qint16 index = indexOfRowAt(now))
@@ -111,8 +117,60 @@ void ctlSubLines::moveTabStop(ctlSubLine* row)
     if (m_tabStop)
         m_tabStop->setTabStop(false);
     m_tabStop = row;
-    if (row)
-        row->setTabStop(true);
+    if (!row)
+        return;
+    row->setTabStop(true);
+    // The one stop takes the list's place in the focus chain, where row 1's box was made. Only
+    // the stop needs it: linking every new row while the list is hidden walks the whole chain.
+    if (row != m_rows.front())
+        QWidget::setTabOrder(m_rows.front()->selectBox(), row->selectBox());
+}
+
+int ctlSubLines::viewBottom() const
+{
+    const QWidget* window = parentWidget();
+    if (!window || isWindow())
+        return std::numeric_limits<int>::max();
+    return window->height() - y();
+}
+
+void ctlSubLines::wakeRowsInView()
+{
+    const int bottom = viewBottom();
+    while (m_quietFrom < m_rows.size()) {
+        ctlSubLine* line = m_rows[m_quietFrom];
+        if (line && line->y() >= bottom)
+            return;
+        if (line)
+            line->setUpdatesEnabled(true);
+        ++m_quietFrom;
+    }
+}
+
+void ctlSubLines::moveEvent(QMoveEvent* event)
+{
+    UserControl::moveEvent(event);
+    wakeRowsInView();
+}
+
+bool ctlSubLines::event(QEvent* event)
+{
+    if (event->type() == QEvent::ParentAboutToChange && parentWidget())
+        parentWidget()->removeEventFilter(this);
+    const bool handled = UserControl::event(event);
+    if (event->type() == QEvent::ParentChange && parentWidget())
+        parentWidget()->installEventFilter(this);
+    // A move made while the list was hidden reaches it no other way.
+    if (event->type() == QEvent::ParentChange || event->type() == QEvent::Show)
+        wakeRowsInView();
+    return handled;
+}
+
+bool ctlSubLines::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Resize)
+        wakeRowsInView();
+    return UserControl::eventFilter(watched, event);
 }
 
 ctlSubLine* ctlSubLines::row(qint16 index) const
@@ -159,6 +217,7 @@ void ctlSubLines::Clear()
             delete last;
             m_rows.pop_back();
         }
+        m_quietFrom = std::min(m_quietFrom, m_rows.size());
         moveTabStop(row(1));
         row(1)->setLineItem(nullptr);
     });
@@ -177,13 +236,18 @@ qint16 ctlSubLines::addNextLine()
 
             // A new element of the group takes its width from the design-time row.
             ctlSubLine* first = row(1);
-            auto* line = new ctlSubLine(this);
-            line->setObjectName(QStringLiteral("ctlSubLine"));
-            line->setIndex(newIndex);
+            auto* line = makeChild<ctlSubLine>(this, "ctlSubLine", QRect());
+            // Placed even when the rows have no size at all, which makeChild would skip.
             line->setGeometry(first->x(), int(top) + int(height), first->width(), height);
+            line->setIndex(newIndex);
             line->setTabStop(false);
-            // The boxes follow each other in the focus chain, whenever the rows are made.
-            QWidget::setTabOrder(last->selectBox(), line->selectBox());
+            // A row below the window cannot be seen: with its updates off, showing it does not
+            // queue each of its widgets for painting (Qt's painting visits every queued widget
+            // beside all rows of the list). It is turned on before it comes into view.
+            if (m_quietFrom < m_rows.size() || line->y() >= viewBottom())
+                line->setUpdatesEnabled(false);
+            else
+                m_quietFrom = m_rows.size() + 1;
             m_rows.emplace_back(line);
             line->setVisible(true);
 
@@ -206,13 +270,19 @@ void ctlSubLines::Populate()
                        if (!m_lineItems)
                            return;
                        qint16 n = 1;
+                       // The count is asked where the first row needs it and kept for the rest:
+                       // the collection does not change while its rows are built, and a store
+                       // answers each question with a query.
+                       std::optional<qint16> count;
                        for (const auto& item : m_lineItems->Enumerate()) {
                            ctlSubLine* line = row(n);
                            // By name, as for any row component.
                            line->setProperty("LineItem", QVariant::fromValue(item));
                            line->setProperty("LineNumber", QString::number(n));
                            line->setProperty("Grayed", n % 2 == 0);
-                           if (m_lineItems->Count() > n)
+                           if (!count)
+                               count = m_lineItems->Count();
+                           if (*count > n)
                                addNextLine();
                            n = add16(n, 1);
                        }

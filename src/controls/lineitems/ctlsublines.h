@@ -62,6 +62,12 @@ protected:
     void UserControl_Resize() override;
     /// Paints the list's background.
     void paintEvent(QPaintEvent* event) override;
+    /// Turns on the rows that the move brings into view.
+    void moveEvent(QMoveEvent* event) override;
+    /// Follows the window the list is placed in.
+    bool event(QEvent* event) override;
+    /// Turns on the rows that a taller window brings into view.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Clear();
@@ -69,8 +75,14 @@ private:
     void Populate();
     /// The rows' check boxes are one Tab stop, as a list is: the last one focused, else row 1's.
     void moveTabStop(ctlSubLine* row);
+    /// The lowest point of the list (its own pixels) that its window can show.
+    int viewBottom() const;
+    /// Turns the updates of the rows now in view back on.
+    void wakeRowsInView();
 
     std::vector<QPointer<ctlSubLine>> m_rows;
+    /// Rows from this place of m_rows on were made below the window with their updates off.
+    std::size_t m_quietFrom = 1;
     QPointer<ctlSubLine> m_tabStop;
     QMetaObject::Connection m_focusWatch;
     std::shared_ptr<ZebObjects::LineItems> m_lineItems;

@@ -18,6 +18,7 @@
 #include <QStyleOptionSlider>
 #include <QPushButton>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QTest>
 #include <QVBoxLayout>
 #include <QtTest/qtestspontaneevent.h>
@@ -114,6 +115,29 @@ struct Fixture {
     }
 };
 
+// What the window shows: its backing store, as the offscreen screen hands it out, once every
+// queued update has been painted.
+QImage shownPixels(QWidget* window)
+{
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents();
+    return window->screen()
+        ->grabWindow(window->winId())
+        .toImage()
+        .convertToFormat(QImage::Format_RGB32);
+}
+
+// Whether the window shows the row's whole strip exactly as the row paints itself.
+bool showsRow(QWidget* window, ctlSubLine* row)
+{
+    const QImage shown = shownPixels(window);
+    const QRect place(row->mapTo(window, QPoint(0, 0)), row->size());
+    if (!QRect(QPoint(0, 0), shown.size()).contains(place))
+        return false;
+    return shown.copy(place) == row->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
 }  // namespace
 
 class tst_ctlSubLineDsp : public QObject {
@@ -135,6 +159,9 @@ private slots:
     void wheelOverTheRowsScrollsTheList();
     void pageAndEndKeysFromARowScrollTheList();
     void downArrowToARowOutOfViewScrollsItInAndTabLeavesTheList();
+    void rowsMadeWhileTheHostIsHiddenAreStillOneTabStopInTheListsPlace();
+    void rowsBelowTheWindowArePaintedWhenScrolledIntoView();
+    void rowsBelowTheWindowArePaintedWhenTheViewerGrows();
     void aLoweredMaximumMovesTheListBackToTheTop();
     void bindingOneItemKeepsThePreviousRange();
     void lineItemsReadsTheListsCollectionAndWorksByName();
@@ -399,6 +426,65 @@ void tst_ctlSubLineDsp::downArrowToARowOutOfViewScrollsItInAndTabLeavesTheList()
     QVERIFY(f.row(4)->findChild<CheckBox*>(QStringLiteral("chkSelect"))->hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
     QVERIFY(before->hasFocus());
+}
+
+void tst_ctlSubLineDsp::rowsMadeWhileTheHostIsHiddenAreStillOneTabStopInTheListsPlace()
+{
+    Fixture f(QSize(610, 326 + 27));
+    auto* before = new QPushButton(QStringLiteral("Before"));
+    auto* after = new QPushButton(QStringLiteral("After"));
+    QWidget host;
+    auto* layout = new QVBoxLayout(&host);
+    layout->addWidget(before);
+    f.viewer->setParent(&host);
+    const auto giveBack = qScopeGuard([&f] { f.viewer->setParent(nullptr); });
+    layout->addWidget(f.viewer.get());
+    layout->addWidget(after);
+    f.viewer->setMinimumSize(610, 326 + 27);
+    // The rows are made after every other widget of the window, and before it shows.
+    f.bind(20);
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    before->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(before, Qt::Key_Tab);
+    QVERIFY(f.row(1)->selectBox()->hasFocus());
+    f.row(5)->selectBox()->setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QVERIFY(f.row(6)->selectBox()->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(after->hasFocus());
+    QTest::keyClick(after, Qt::Key_Backtab);
+    QVERIFY(f.row(6)->selectBox()->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    QVERIFY(before->hasFocus());
+}
+
+void tst_ctlSubLineDsp::rowsBelowTheWindowArePaintedWhenScrolledIntoView()
+{
+    Fixture f(QSize(610, 326 + 27));
+    f.bind(20);
+    // Rows 1 to 7 fill the window; row 8 starts 18 pixels above its bottom.
+    QVERIFY(showsRow(f.viewer.get(), f.row(1)));
+    QVERIFY(showsRow(f.viewer.get(), f.row(7)));
+    f.bar()->setValueChecked(44);
+    QVERIFY(showsRow(f.viewer.get(), f.row(8)));
+    f.bar()->setValueChecked(f.bar()->Max());
+    QCOMPARE(f.list()->y(), -(20 * 44 - 326));
+    QVERIFY(showsRow(f.viewer.get(), f.row(19)));
+    QVERIFY(showsRow(f.viewer.get(), f.row(20)));
+}
+
+void tst_ctlSubLineDsp::rowsBelowTheWindowArePaintedWhenTheViewerGrows()
+{
+    Fixture f(QSize(610, 326 + 27));
+    f.bind(20);
+    QVERIFY(showsRow(f.viewer.get(), f.row(7)));
+    f.viewer->resize(610, 12 * 44 + 27);
+    QCOMPARE(f.window()->height(), 12 * 44);
+    QVERIFY(showsRow(f.viewer.get(), f.row(10)));
+    QVERIFY(showsRow(f.viewer.get(), f.row(12)));
 }
 
 void tst_ctlSubLineDsp::aLoweredMaximumMovesTheListBackToTheTop()
