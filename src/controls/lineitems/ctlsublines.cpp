@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <optional>
 
 namespace ZebSubCtl {
 
@@ -270,19 +269,13 @@ void ctlSubLines::Populate()
                        if (!m_lineItems)
                            return;
                        qint16 n = 1;
-                       // The count is asked where the first row needs it and kept for the rest:
-                       // the collection does not change while its rows are built, and a store
-                       // answers each question with a query.
-                       std::optional<qint16> count;
                        for (const auto& item : m_lineItems->Enumerate()) {
                            ctlSubLine* line = row(n);
                            // By name, as for any row component.
                            line->setProperty("LineItem", QVariant::fromValue(item));
                            line->setProperty("LineNumber", QString::number(n));
                            line->setProperty("Grayed", n % 2 == 0);
-                           if (!count)
-                               count = m_lineItems->Count();
-                           if (*count > n)
+                           if (m_lineItems->Count() > n)
                                addNextLine();
                            n = add16(n, 1);
                        }
