@@ -217,6 +217,8 @@ private:
     template <class T>
     T* find(const char* name)
     {
+        // A page not shown yet is bound before its controls are read.
+        m_window->bindAllPages();
         auto* found = m_window->findChild<T*>(QLatin1String(name));
         if (!found)
             qWarning("no %s", name);

@@ -133,6 +133,8 @@ QString defaultOffice()
 template <class T>
 T* control(Workstation& window, const char* name)
 {
+    // A page not shown yet is bound before its controls are read.
+    window.bindAllPages();
     auto* found = window.findChild<T*>(QLatin1String(name));
     if (!found)
         qWarning("no %s", name);
@@ -935,6 +937,8 @@ void tst_Workstation::unregisteredControlLeavesItsPageOut()
 void tst_Workstation::everyInteractiveElementOfTheWindowAndTheJobListHasAName()
 {
     auto window = openWorkstation();
+    // Every page, not only the one shown at the open.
+    window->bindAllPages();
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     QStringList found;

@@ -145,6 +145,7 @@ void tst_WorkstationAccessibility::everyPageIsNamedAndOpeningAPageFocusesItsFirs
 void tst_WorkstationAccessibility::paragraphsAndRemarksPagesNameTheirControlsAfterWhatTheyHold()
 {
     auto window = openShown();
+    window->bindAllPages();
     auto name = [&](const char* control, const char* part) {
         QWidget* c = window->findChild<QWidget*>(QLatin1String(control));
         QWidget* w = part ? c->findChild<QWidget*>(QLatin1String(part)) : c;
