@@ -256,14 +256,20 @@ void WorkbenchWindow::bindPage(int index)
         delete scroll->takeWidget();
         scroll->setWidget(failed);
     }
-    if (m_problems.size() > known)
+    if (!m_bindingAll && m_problems.size() > known)
         emit problemsFound(m_problems.mid(known));
 }
 
 void WorkbenchWindow::bindAllPages()
 {
+    // One report for the whole walk, after it.
+    const qsizetype known = m_problems.size();
+    m_bindingAll = true;
     for (int i = 0; i < m_tabs->count(); ++i)
         bindPage(i);
+    m_bindingAll = false;
+    if (m_problems.size() > known)
+        emit problemsFound(m_problems.mid(known));
 }
 
 bool WorkbenchWindow::isPageBound(int index) const

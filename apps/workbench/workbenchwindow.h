@@ -97,6 +97,7 @@ private:
     QStringList m_problems;
     bool m_bindWhenShown = false;
     bool m_holdBinding = false;
+    bool m_bindingAll = false;
     // The pages not bound yet, by their scroll area, with what binds them.
     QHash<QWidget*, std::function<QWidget*()>> m_unbound;
 };

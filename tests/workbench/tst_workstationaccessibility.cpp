@@ -252,6 +252,9 @@ void tst_WorkstationAccessibility::aKeyboardAndScreenReaderUserOpensAJobTicksSet
     // Ctrl+O: the job list, read row by row; Enter opens the job on the row.
     QStringList heard;
     ZebTest::WhenModal<QDialog> jobs([&](QDialog& dialog) {
+        // The reader speaks once the dialog has the focus, which a loaded machine gives late.
+        static_cast<void>(
+            QTest::qWaitFor([&dialog] { return dialog.focusWidget() != nullptr; }, 5000));
         heard << dialog.windowTitle() << focusNameIn(&dialog);
         QTest::keyClick(dialog.windowHandle(), Qt::Key_Down);
         heard << focusNameIn(&dialog);
