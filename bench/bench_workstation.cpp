@@ -182,6 +182,7 @@ void BM_SwitchPage(benchmark::State& state, int lines, const QString& title, boo
 {
     Office office;
     const qint64 job = Workstation::jobByNumber(*office.store, jobOf(lines));
+    office.window->openJob(job);
     const int index = office.pageIndex(title);
     if (index <= 0) {
         state.SkipWithError("no such page after the first");
@@ -214,10 +215,16 @@ void BM_OpenJobOnPage(benchmark::State& state, const QString& title)
 {
     Office office;
     const qint64 job = Workstation::jobByNumber(*office.store, kLargeJob);
+    office.window->openJob(office.other);
+    const int index = office.pageIndex(title);
+    if (index <= 0) {
+        state.SkipWithError("no such page after the first");
+        return;
+    }
     Figures figures;
     for (auto _ : state) {
         office.window->openJob(office.other);
-        office.window->showPage(office.pageIndex(title));
+        office.window->showPage(index);
         settle();
         const double s = office.time([&] { office.window->openJob(job); });
         if (notPainted(state, s))

@@ -23,6 +23,8 @@
 #include "workstation.h"
 
 #include <QAbstractButton>
+#include <QAction>
+#include <QDockWidget>
 #include <QLabel>
 #include <QProcess>
 #include <QScrollArea>
@@ -71,6 +73,7 @@ private slots:
     void aChoiceOnThePageBoundAtTheOpenReachesTheStore();
     void ctrlTabToAPageNotBoundYetLandsOnItsFirstControl();
     void aPageBoundLaterTellsItsProblems();
+    void theCutSheetPanelIsMadeWhenItsDockShows();
 
 private:
     std::unique_ptr<Workstation> open(const QString& number, int page = 0);
@@ -378,6 +381,35 @@ void tst_WorkstationPages::aPageBoundLaterTellsItsProblems()
     QCOMPARE(told.at(0).at(0).toStringList(), expected);
     // The page is there with its control, unbound as the form asked.
     QVERIFY(window.findChild<ZebSubCtl::UserControl*>(QStringLiteral("ctlLabels")));
+}
+
+void tst_WorkstationPages::theCutSheetPanelIsMadeWhenItsDockShows()
+{
+    auto window = open(kSampleJob);
+    auto* dock = window->findChild<QDockWidget*>(QStringLiteral("dockCutSheets"));
+    QVERIFY(dock);
+    QVERIFY(!dock->isVisible());
+    QVERIFY(!dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+    // From View > Cut Sheets on any page, for the open job.
+    window->findChild<QAction*>(QStringLiteral("actCutSheets"))->trigger();
+    QVERIFY(dock->isVisible());
+    auto* tree = dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets"));
+    QVERIFY(tree);
+    QVERIFY(tree->topLevelItemCount() > 0);
+    QVERIFY(tree->topLevelItem(0)->text(0).startsWith(QStringLiteral("Type ")));
+    // Another job while the dock shows gets its own panel at once.
+    window->openJob(job(kLargeJob));
+    window->showPage(pageOf(*window, QStringLiteral("Line Items")));
+    QVERIFY(dock->isVisible());
+    QVERIFY(dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+    // And one opened on another page waits until the dock shows beside the Line Items page.
+    window->showPage(0);
+    window->openJob(job(kSampleJob));
+    QVERIFY(!dock->isVisible());
+    QVERIFY(!dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+    window->showPage(pageOf(*window, QStringLiteral("Line Items")));
+    QVERIFY(dock->isVisible());
+    QVERIFY(dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
 }
 
 QTEST_MAIN(tst_WorkstationPages)
