@@ -223,11 +223,14 @@ void WorkbenchWindow::addPage(int at, QScrollArea* scroll, const QString& title,
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
     scroll->installEventFilter(this);
-    if (bind && m_bindWhenShown)
+    const bool later = bind && m_bindWhenShown;
+    if (later)
         m_unbound.insert(scroll, std::move(bind));
     else if (bind)
         scroll->setWidget(bind());
-    m_tabs->insertTab(at, scroll, title);
+    const int index = m_tabs->insertTab(at, scroll, title);
+    if (!later)
+        pageBound(index);
 }
 
 void WorkbenchWindow::bindPage(int index)
