@@ -11,9 +11,9 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QJsonArray>
-#include <QLabel>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QResizeEvent>
 #include <QScrollBar>
