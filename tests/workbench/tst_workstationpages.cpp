@@ -5,6 +5,7 @@
 
 #include "contracts/coverletter.h"
 #include "contracts/customers.h"
+#include "contracts/recipients.h"
 #include "contracts/runtime.h"
 #include "contracts/submittal.h"
 #include "formdescription.h"
@@ -288,14 +289,17 @@ void tst_WorkstationPages::choicesSurviveSwitchingJobsBeforeOtherPagesWereShown(
     auto window = open(kSampleJob);
     const QString before = exportText(*window, QStringLiteral("before.pdf"));
     QVERIFY(!before.isEmpty());
-    // Carbon copies on, on the cover letter options, then another job before any other page.
+    const qsizetype letters = before.count(QStringLiteral("Sincerely,"));
+    QCOMPARE(letters, 1);
+    // One letter per recipient, on the cover letter options, then another job before any
+    // other page is shown.
     const int options = pageOf(*window, QStringLiteral("Cover Letter Options"));
     window->showPage(options);
-    auto* copies = window->findChild<QAbstractButton*>(QStringLiteral("chkIncludeCC"));
-    QVERIFY(copies);
-    const bool was = copies->isChecked();
-    ZebTest::clickCheckBox(copies);
-    QCOMPARE(copies->isChecked(), !was);
+    auto* each = window->findChild<QAbstractButton*>(QStringLiteral("optMultipleCoverLetters"));
+    QVERIFY(each);
+    QVERIFY(!each->isChecked());
+    QTest::mouseClick(each, Qt::LeftButton, {}, QPoint(8, each->height() / 2));
+    QVERIFY(each->isChecked());
     // And the bill of materials off, on the first page.
     window->showPage(0);
     auto* bom = window->findChild<QAbstractButton*>(QStringLiteral("chkBOM"));
@@ -307,16 +311,19 @@ void tst_WorkstationPages::choicesSurviveSwitchingJobsBeforeOtherPagesWereShown(
     window->openJob(job(kOtherJob));
     window->openJob(job(kSampleJob));
     QVERIFY(!window->isPageBound(options));
-    // What the package prints, without showing the pages again.
+    // What the package prints, without showing the pages again: a letter for each recipient,
+    // no bill of materials.
     const QString after = exportText(*window, QStringLiteral("after.pdf"));
     QVERIFY(!after.isEmpty());
-    QCOMPARE(after.count(QStringLiteral("cc:")), was ? 0 : 3);
+    QCOMPARE(after.count(QStringLiteral("Sincerely,")),
+             qsizetype(window->job()->submittal()->Recipients()->Count()));
+    QVERIFY(after.count(QStringLiteral("Sincerely,")) > letters);
     QVERIFY(before.contains(QStringLiteral("BILL OF MATERIALS"), Qt::CaseInsensitive));
     QVERIFY(!after.contains(QStringLiteral("BILL OF MATERIALS"), Qt::CaseInsensitive));
     // And what the pages show once they are shown.
     window->showPage(options);
-    QCOMPARE(window->findChild<QAbstractButton*>(QStringLiteral("chkIncludeCC"))->isChecked(),
-             !was);
+    QVERIFY(window->findChild<QAbstractButton*>(QStringLiteral("optMultipleCoverLetters"))
+                ->isChecked());
     window->showPage(0);
     QVERIFY(!window->findChild<QAbstractButton*>(QStringLiteral("chkBOM"))->isChecked());
 }
