@@ -31,6 +31,21 @@ QTabWidget* pagesOf(Workstation& window)
     return window.findChild<QTabWidget*>(QStringLiteral("tabPages"));
 }
 
+// Set on the dock while its panel waits to be made for the open job.
+const char* const kPanelWanted = "zebPanelWanted";
+
+// The open job's panel in the dock, in place of what it held.
+void makePanel(Workstation& window)
+{
+    QDockWidget* dock = dockOf(window);
+    CutSheetPanel::Hooks hooks;
+    hooks.preview = [&window] { CutSheetDock::preview(window); };
+    QWidget* old = dock->widget();
+    dock->setWidget(new CutSheetPanel(window.store(), window.job(), hooks, dock));
+    dock->setProperty(kPanelWanted, false);
+    delete old;
+}
+
 // The dock follows the Line Items page: shown with it, hidden on the other pages.
 void follow(Workstation& window)
 {
@@ -74,6 +89,12 @@ void CutSheetDock::install(Workstation& window)
     if (QTabWidget* pages = pagesOf(window))
         QObject::connect(pages, &QTabWidget::currentChanged, &window,
                          [&window] { follow(window); });
+    // Opening a job costs no panel until the dock shows (beside the Line Items page, or from
+    // View > Cut Sheets).
+    QObject::connect(dock, &QDockWidget::visibilityChanged, &window, [&window, dock](bool shown) {
+        if (shown && dock->property(kPanelWanted).toBool() && window.job())
+            makePanel(window);
+    });
 }
 
 void CutSheetDock::bind(Workstation& window)
@@ -81,11 +102,15 @@ void CutSheetDock::bind(Workstation& window)
     QDockWidget* dock = dockOf(window);
     if (!dock || !window.job())
         return;
-    CutSheetPanel::Hooks hooks;
-    hooks.preview = [&window] { CutSheetDock::preview(window); };
-    QWidget* old = dock->widget();
-    dock->setWidget(new CutSheetPanel(window.store(), window.job(), hooks, dock));
-    delete old;
+    // The panel of the job before goes; the job's own is made when the dock is shown.
+    if (dock->isVisible()) {
+        makePanel(window);
+    } else {
+        QWidget* old = dock->widget();
+        dock->setWidget(new QWidget(dock));
+        dock->setProperty(kPanelWanted, true);
+        delete old;
+    }
     follow(window);
 }
 

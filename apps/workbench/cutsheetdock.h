@@ -10,7 +10,8 @@ class CutSheetDock {
 public:
     // Adds the dock, the View menu's "Cut Sheets" and the File menu's "Preview Package...".
     static void install(Workstation& window);
-    // Binds the panel to the window's open job (after each open or refresh).
+    // Binds the panel to the window's open job (after each open or refresh): at once while the
+    // dock shows, else when it is next shown.
     static void bind(Workstation& window);
     // The package of the open job as Export would write it now: the pre-export check and the
     // progress included; empty when it was cancelled or failed (the failure is shown).

@@ -368,18 +368,23 @@ int runWorkstation(const Options& options, Session& session)
             return fail(QStringLiteral("the office \"%1\" has no job numbered \"%2\"")
                             .arg(session.store->path(), *options.job));
     }
+    session.pane->setView(window.logView());
+    // A page is built when it is first shown: its problems are told then. What reached the host
+    // is shown beside what the controls logged.
+    QObject::connect(
+        &window, &WorkbenchWindow::problemsFound, &window, [&window](const QStringList& problems) {
+            for (const QString& problem : problems) {
+                std::fprintf(stderr, "zeb-workbench: %s\n", qPrintable(problem));
+                window.logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + problem);
+            }
+        });
     try {
         if (first != 0)
             window.openJob(first);
     } catch (const ZebObjects::Failure& f) {
+        session.pane->setView(nullptr);
         return fail(f.Description());
     }
-    session.pane->setView(window.logView());
-    for (const QString& problem : window.problems())
-        std::fprintf(stderr, "zeb-workbench: %s\n", qPrintable(problem));
-    // What reached the host is shown beside what the controls logged.
-    for (const QString& problem : window.problems())
-        window.logView()->appendPlainText(QStringLiteral("zeb-workbench: ") + problem);
     if (options.page)
         window.showPage(options.page->toInt() - 1);
 

@@ -13,12 +13,15 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
+
+#include <algorithm>
 
 using ZebSubCtl::UserControl;
 
@@ -78,8 +81,11 @@ WorkbenchWindow::WorkbenchWindow(const FormDescription& form, QWidget* parent)
     m_tabs->tabBar()->setAccessibleDescription(
         QStringLiteral("Choose a page with the arrow keys, or Ctrl+Tab from within a page"));
     setCentralWidget(m_tabs);
-    // A page that opens is read by its name and starts at its first control.
-    connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
+    // A page that opens is bound (when it was not yet), read by its name and starts at its
+    // first control. The page stack has switched already; nothing is painted before this runs.
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this](int index) {
+        if (!m_holdBinding)
+            bindPage(index);
         if (!m_tabs->tabBar()->hasFocus())
             focusPage();
     });
@@ -126,6 +132,8 @@ void WorkbenchWindow::setData(WorkbenchData& data)
 
 void WorkbenchWindow::clearPages()
 {
+    // Pages that go are not bound on their way out, when the next one becomes the open page.
+    m_unbound.clear();
     while (m_tabs->count() > 0) {
         QWidget* page = m_tabs->widget(0);
         m_tabs->removeTab(0);
@@ -150,34 +158,147 @@ QStringList WorkbenchWindow::pageTitles() const
 
 void WorkbenchWindow::buildPages(WorkbenchData& data)
 {
-    for (const FormPage& page : m_form.pages) {
-        auto* canvas = new PageCanvas;
-        canvas->setObjectName(page.title);
-        bool any = false;
-        for (const FormControl& control : page.controls) {
-            if (UserControl* created = place(canvas, control, data)) {
-                canvas->addControl(created, ZebSubCtl::twipsRect(control.left, control.top,
-                                                                 control.width, control.height));
-                any = true;
-            }
-        }
-        if (!any) {
-            delete canvas;
+    // The pages bound later share one copy of the objects, held as long as a page waits for it.
+    const auto shared = std::make_shared<WorkbenchData>(data);
+    const auto& registry = ZebSubCtl::ControlRegistry::instance();
+    const qsizetype known = m_problems.size();
+    for (int i = 0; i < m_form.pages.size(); ++i) {
+        const FormPage& page = m_form.pages.at(i);
+        // A page none of whose controls can be created is left out; it is built at once, so
+        // that its problems are known now.
+        const bool creatable = std::any_of(
+            page.controls.begin(), page.controls.end(),
+            [&registry](const FormControl& c) { return registry.contains(c.identifier); });
+        if (!m_bindWhenShown || !creatable) {
+            QWidget* canvas = buildPage(page, data);
+            if (!canvas)
+                continue;
+            auto* scroll = new QScrollArea;
+            scroll->setObjectName(QStringLiteral("scr") + page.title);
+            scroll->setWidget(canvas);
+            addPage(-1, scroll, page.title, nullptr);
             continue;
         }
         auto* scroll = new QScrollArea;
         scroll->setObjectName(QStringLiteral("scr") + page.title);
-        scroll->setAccessibleName(page.title + QStringLiteral(" page"));
-        // Not a stop of its own: Tab and Ctrl+Tab land on the page's controls.
-        scroll->setFocusPolicy(Qt::NoFocus);
-        ZebSubCtl::nameScrollBars(scroll);
-        scroll->setFrameShape(QFrame::NoFrame);
-        scroll->setWidget(canvas);
-        scroll->setWidgetResizable(true);
-        scroll->installEventFilter(this);
-        m_tabs->addTab(scroll, page.title);
+        addPage(-1, scroll, page.title, [this, i, shared]() -> QWidget* {
+            QWidget* canvas = buildPage(m_form.pages.at(i), *shared);
+            // Its controls all failed: the page stays, empty, with its problems in the log.
+            return canvas ? canvas : new QWidget;
+        });
+    }
+    if (m_problems.size() > known)
+        emit problemsFound(m_problems.mid(known));
+}
+
+QWidget* WorkbenchWindow::buildPage(const FormPage& page, WorkbenchData& data)
+{
+    auto* canvas = new PageCanvas;
+    canvas->setObjectName(page.title);
+    bool any = false;
+    for (const FormControl& control : page.controls) {
+        if (UserControl* created = place(canvas, control, data)) {
+            canvas->addControl(created, ZebSubCtl::twipsRect(control.left, control.top,
+                                                             control.width, control.height));
+            any = true;
+        }
+    }
+    if (!any) {
+        delete canvas;
+        return nullptr;
+    }
+    return canvas;
+}
+
+void WorkbenchWindow::addPage(int at, QScrollArea* scroll, const QString& title,
+                              std::function<QWidget*()> bind)
+{
+    if (scroll->objectName().isEmpty())
+        scroll->setObjectName(QStringLiteral("scr") + QString(title).remove(QLatin1Char(' ')));
+    if (scroll->accessibleName().isEmpty())
+        scroll->setAccessibleName(title + QStringLiteral(" page"));
+    // Not a stop of its own: Tab and Ctrl+Tab land on the page's controls.
+    scroll->setFocusPolicy(Qt::NoFocus);
+    ZebSubCtl::nameScrollBars(scroll);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->installEventFilter(this);
+    const bool later = bind && m_bindWhenShown;
+    if (later)
+        m_unbound.insert(scroll, std::move(bind));
+    else if (bind)
+        scroll->setWidget(bind());
+    const int index = m_tabs->insertTab(at, scroll, title);
+    if (!later)
+        pageBound(index);
+}
+
+void WorkbenchWindow::bindPage(int index)
+{
+    auto* scroll = qobject_cast<QScrollArea*>(m_tabs->widget(index));
+    const auto it = m_unbound.find(scroll);
+    if (!scroll || it == m_unbound.end())
+        return;
+    const std::function<QWidget*()> bind = std::move(it.value());
+    m_unbound.erase(it);
+    const qsizetype known = m_problems.size();
+    try {
+        scroll->setWidget(bind());
+        pageBound(index);
+    } catch (const ZebObjects::Failure& f) {
+        // Bound from a tab click as well: the failure ends here, shown on the page and in the
+        // problems; View > Refresh tries again.
+        const QString title = m_tabs->tabText(index);
+        m_problems.append(QStringLiteral("%1: %2").arg(title, f.Description()));
+        auto* failed = new QLabel(
+            QStringLiteral("The %1 page cannot be shown: %2").arg(title, f.Description()));
+        failed->setObjectName(QStringLiteral("lblPageFailed"));
+        failed->setWordWrap(true);
+        failed->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        failed->setMargin(kPageMargin);
+        delete scroll->takeWidget();
+        scroll->setWidget(failed);
+    }
+    if (!m_bindingAll && m_problems.size() > known)
+        emit problemsFound(m_problems.mid(known));
+}
+
+void WorkbenchWindow::bindAllPages()
+{
+    // One report for the whole walk, after it.
+    const qsizetype known = m_problems.size();
+    m_bindingAll = true;
+    for (int i = 0; i < m_tabs->count(); ++i)
+        bindPage(i);
+    m_bindingAll = false;
+    if (m_problems.size() > known)
+        emit problemsFound(m_problems.mid(known));
+}
+
+bool WorkbenchWindow::isPageBound(int index) const
+{
+    QWidget* page = m_tabs->widget(index);
+    return page && !m_unbound.contains(page);
+}
+
+void WorkbenchWindow::holdBinding(bool hold)
+{
+    m_holdBinding = hold;
+    if (!hold && m_tabs->currentIndex() >= 0) {
+        bindPage(m_tabs->currentIndex());
+        focusPage();
     }
 }
+
+QWidget* WorkbenchWindow::pageNamed(const QString& title) const
+{
+    for (int i = 0; i < m_tabs->count(); ++i)
+        if (m_tabs->tabText(i) == title)
+            return m_tabs->widget(i);
+    return nullptr;
+}
+
+void WorkbenchWindow::pageBound(int) { }
 
 UserControl* WorkbenchWindow::place(QWidget* page, const FormControl& control, WorkbenchData& data)
 {
@@ -239,8 +360,9 @@ void WorkbenchWindow::setRuntimeProperty(UserControl* control, const QString& pr
                                       .arg(control->Name(), property, value.toString()));
 }
 
-FormDescription WorkbenchWindow::currentDesign() const
+FormDescription WorkbenchWindow::currentDesign()
 {
+    bindAllPages();
     FormDescription form = m_form;
     for (FormPage& page : form.pages)
         for (FormControl& control : page.controls)
@@ -252,7 +374,7 @@ FormDescription WorkbenchWindow::currentDesign() const
     return form;
 }
 
-QByteArray WorkbenchWindow::currentDesignJson() const
+QByteArray WorkbenchWindow::currentDesignJson()
 {
     const FormDescription form = currentDesign();
     QJsonArray pages;
@@ -307,8 +429,12 @@ bool WorkbenchWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Hide && watched != m_tabs->widget(m_tabs->currentIndex())
         && m_tabs->indexOf(static_cast<QWidget*>(watched)) >= 0) {
         QWidget* focused = QApplication::focusWidget();
-        if (focused && static_cast<QWidget*>(watched)->isAncestorOf(focused))
+        if (focused && static_cast<QWidget*>(watched)->isAncestorOf(focused)) {
+            // The page that opens gets its controls first, to take the focus.
+            if (!m_holdBinding)
+                bindPage(m_tabs->currentIndex());
             focusPage();
+        }
     }
     return QMainWindow::eventFilter(watched, event);
 }

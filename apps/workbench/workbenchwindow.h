@@ -2,11 +2,16 @@
 
 #include "formdescription.h"
 
+#include <QHash>
 #include <QList>
 #include <QMainWindow>
 
+#include <functional>
+#include <memory>
+
 class QDockWidget;
 class QPlainTextEdit;
+class QScrollArea;
 class QTabWidget;
 class WorkbenchData;
 namespace ZebSubCtl {
@@ -14,7 +19,10 @@ class UserControl;
 }
 
 // The host's main window: one tab per form page with its controls, a page whose controls all
-// failed to be created left out, and a dockable pane that shows the diagnostic log.
+// failed to be created left out, and a dockable pane that shows the diagnostic log. A window may
+// bind its pages when they are first shown (setBindPagesWhenShown): opening then costs the page
+// the user sees, and whatever reads a page's controls asks for it to be bound first (bindPage,
+// bindAllPages), so that nothing reads a control that is not bound yet.
 class WorkbenchWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -23,20 +31,27 @@ public:
 
     // Drops every page and builds them again over other objects.
     void setData(WorkbenchData& data);
+    // Binds the page at index when it is not bound yet, as showing it would.
+    void bindPage(int index);
+    // Binds every page not bound yet, as visiting each would.
+    void bindAllPages();
+    bool isPageBound(int index) const;
     // Drops every page.
     void clearPages();
     int pageCount() const;
     QStringList pageTitles() const;
     QDockWidget* diagnosticsDock() const { return m_dock; }
 
+    // The controls of the pages bound so far.
     QList<ZebSubCtl::UserControl*> controls() const { return m_controls; }
     QPlainTextEdit* logView() const { return m_log; }
-    // Problems met while building the form (a control that could not be created, restored or
-    // bound); the form still shows everything else.
+    // Problems met while building the pages bound so far (a control that could not be created,
+    // restored or bound); the form still shows everything else. Each building step tells its
+    // own with problemsFound.
     QStringList problems() const { return m_problems; }
-    // The form with every control's current saved design.
-    FormDescription currentDesign() const;
-    QByteArray currentDesignJson() const;
+    // The form with every control's current saved design; every page is bound first.
+    FormDescription currentDesign();
+    QByteArray currentDesignJson();
     void showPage(int index);
     // Gives the focus to the first control of the open page.
     void focusPage();
@@ -46,14 +61,32 @@ public:
     static void setRuntimeProperty(ZebSubCtl::UserControl* control, const QString& property,
                                    const QVariant& value);
 
+signals:
+    // Problems met while building pages or binding one of them (when it was first shown).
+    void problemsFound(const QStringList& problems);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // From the next setData on, each page is bound when first shown or asked for.
+    void setBindPagesWhenShown(bool whenShown) { m_bindWhenShown = whenShown; }
+    // While held, showing a page does not bind it: the host is still adding pages. Releasing
+    // binds the open page.
+    void holdBinding(bool hold);
+    // Adds the page scroll at index (-1: at the end); bind() makes its content when the page is
+    // first shown or asked for, or at once when pages are not bound when shown. Without bind,
+    // the scroll area holds its content already.
+    void addPage(int at, QScrollArea* scroll, const QString& title, std::function<QWidget*()> bind);
+    // The scroll area of the page titled title; null when there is none.
+    QWidget* pageNamed(const QString& title) const;
+    // Runs after the page at index got its content, before it is shown.
+    virtual void pageBound(int index);
     // The window without pages, for a host that binds them later.
     explicit WorkbenchWindow(const FormDescription& form, QWidget* parent = nullptr);
     QTabWidget* tabs() const { return m_tabs; }
 
 private:
     void buildPages(WorkbenchData& data);
+    QWidget* buildPage(const FormPage& page, WorkbenchData& data);
     ZebSubCtl::UserControl* place(QWidget* page, const FormControl& control, WorkbenchData& data);
 
     FormDescription m_form;
@@ -62,4 +95,9 @@ private:
     QDockWidget* m_dock = nullptr;
     QList<ZebSubCtl::UserControl*> m_controls;
     QStringList m_problems;
+    bool m_bindWhenShown = false;
+    bool m_holdBinding = false;
+    bool m_bindingAll = false;
+    // The pages not bound yet, by their scroll area, with what binds them.
+    QHash<QWidget*, std::function<QWidget*()>> m_unbound;
 };

@@ -44,6 +44,7 @@ const QString kStateKey = QStringLiteral("workstation/state");
 const QString kLastJobKey = QStringLiteral("workstation/lastJob");
 // The job the office's sample is shown with first.
 const QString kSampleJobName = QStringLiteral("Riverside Medical Office Building");
+const QString kHistoryPage = QStringLiteral("History");
 
 // The save state in the status bar: its whole text where it fits, else shortened in the middle,
 // so that the start ("Not saved") and the end of the cause stay; the whole text is its tool tip.
@@ -91,6 +92,8 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
       m_baseTitle(form.title)
 {
     setObjectName(QStringLiteral("frmWorkstation"));
+    // Opening a job costs the page the user sees; the others are bound when first shown.
+    setBindPagesWhenShown(true);
 
     menuBar()->setObjectName(QStringLiteral("mnuMain"));
     menuBar()->setAccessibleName(QStringLiteral("Menu"));
@@ -134,8 +137,8 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     exportPackage->setObjectName(QStringLiteral("actExportPackage"));
     exportPackage->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
     QAction* issuePackage = file->addAction(QStringLiteral("&Issue Package..."), this, [this] {
-        if (m_historyPage)
-            m_historyPage->chooseIssue();
+        if (HistoryPage* history = historyPage())
+            history->chooseIssue();
     });
     issuePackage->setObjectName(QStringLiteral("actIssuePackage"));
     issuePackage->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I));
@@ -208,18 +211,26 @@ void Workstation::openJob(qint64 id)
     if (m_options.generatedLineItems >= 0)
         data.generateLineItems(m_options.generatedLineItems);
     const int page = tabs()->currentIndex();
-    clearPages();
-    m_job = std::move(job);
-    // From here the pages show what the office holds; a write while binding them tells again.
-    m_saveState.shownFromOffice();
-    setData(data);
-    CutSheetDock::bind(*this);
-    addHostPages();
-    addHistoryPage();
-    keepCarbonCopyChoice();
-    followPendingEdits();
-    if (page >= 0 && page < pageCount())
-        showPage(page);
+    // Only the page the user sees is bound now; the others when they are first shown, or when
+    // something reads them.
+    holdBinding(true);
+    try {
+        clearPages();
+        m_job = std::move(job);
+        // From here the pages show what the office holds; a write while binding them tells again.
+        m_saveState.shownFromOffice();
+        m_saveState.setPendingEdit(QString());
+        setData(data);
+        CutSheetDock::bind(*this);
+        addHostPages();
+        addHistoryPage();
+        if (page >= 0 && page < pageCount())
+            showPage(page);
+    } catch (...) {
+        holdBinding(false);
+        throw;
+    }
+    holdBinding(false);
     if (m_options.remember)
         QSettings().setValue(kLastJobKey, m_job->number());
     updateStatus();
@@ -227,33 +238,36 @@ void Workstation::openJob(qint64 id)
 
 void Workstation::addHistoryPage()
 {
-    HistoryPage::Hooks hooks;
-    hooks.openFile = m_options.openFile ? m_options.openFile : DesktopOpener::open;
-    hooks.saveFile = m_options.saveFile;
-    hooks.finishEdit = [this] { finishEdit(); };
-    hooks.tell = [this](const QString& text) { statusBar()->showMessage(text, 10000); };
-    m_historyPage = new HistoryPage(m_store, m_job, hooks);
-    connect(m_historyPage, &QObject::destroyed, this, [this] { m_historyPage = nullptr; });
-    // A resubmittal changes the job's purpose and ticks: every page shows them.
-    connect(m_historyPage, &HistoryPage::jobChanged, this, [this] { refreshSoon(); });
     // A page like the form's: not a stop of its own, scrolled when the window is small.
     auto* scroll = new QScrollArea;
     scroll->setObjectName(QStringLiteral("scrHistory"));
-    scroll->setAccessibleName(QStringLiteral("History page"));
-    scroll->setFocusPolicy(Qt::NoFocus);
-    ZebSubCtl::nameScrollBars(scroll);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidget(m_historyPage);
-    scroll->setWidgetResizable(true);
-    scroll->installEventFilter(this);
-    tabs()->addTab(scroll, QStringLiteral("History"));
+    addPage(-1, scroll, kHistoryPage, [this]() -> QWidget* {
+        HistoryPage::Hooks hooks;
+        hooks.openFile = m_options.openFile ? m_options.openFile : DesktopOpener::open;
+        hooks.saveFile = m_options.saveFile;
+        hooks.finishEdit = [this] { finishEdit(); };
+        hooks.tell = [this](const QString& text) { statusBar()->showMessage(text, 10000); };
+        m_historyPage = new HistoryPage(m_store, m_job, hooks);
+        connect(m_historyPage, &QObject::destroyed, this, [this] { m_historyPage = nullptr; });
+        // A resubmittal changes the job's purpose and ticks: every page shows them.
+        connect(m_historyPage, &HistoryPage::jobChanged, this, [this] { refreshSoon(); });
+        return m_historyPage;
+    });
 }
 
-void Workstation::keepCarbonCopyChoice()
+HistoryPage* Workstation::historyPage()
+{
+    if (!m_job)
+        return nullptr;
+    bindPage(tabs()->indexOf(pageNamed(kHistoryPage)));
+    return m_historyPage;
+}
+
+void Workstation::keepCarbonCopyChoice(QWidget* page)
 {
     // The cover letter panel shows "Print Carbon Copy Information" but never writes it; the
     // workstation writes the user's click, so the choice reaches the letters.
-    auto* box = findChild<QAbstractButton*>(QStringLiteral("chkIncludeCC"));
+    auto* box = page ? page->findChild<QAbstractButton*>(QStringLiteral("chkIncludeCC")) : nullptr;
     if (!box || !m_job)
         return;
     const std::weak_ptr<ZebObjects::StoreJob> job = m_job;
@@ -485,13 +499,13 @@ void Workstation::finishEdit()
             date->finishEdit();
 }
 
-void Workstation::followPendingEdits()
+void Workstation::followPendingEdits(QWidget* page)
 {
-    // Asked only when pages are bound and when a field's edit starts or ends, never per write:
-    // the walk visits every widget of every page.
+    // Asked only when a page is bound and when a field's edit starts or ends, never per write:
+    // the walk visits every widget of the bound pages.
     const auto follow = [this] { m_saveState.setPendingEdit(pendingEdit()); };
     follow();
-    for (auto* date : tabs()->findChildren<ZebSubCtl::DateEdit*>())
+    for (auto* date : page->findChildren<ZebSubCtl::DateEdit*>())
         connect(date, &ZebSubCtl::DateEdit::editPendingChanged, this, [this, follow] {
             follow();
             updateSaveStatus();

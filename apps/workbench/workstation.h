@@ -43,7 +43,9 @@ public:
                 const Options& options, QWidget* parent = nullptr);
     ~Workstation() override;
 
-    // Opens the job and binds every page to its objects; a job not in the store fails with 35601.
+    // Opens the job: the page the user sees is bound to its objects at once, every other page
+    // when it is first shown or read (bindPage, bindAllPages, lineItemEditor, historyPage). A
+    // job not in the store fails with 35601.
     void openJob(qint64 id);
     // The job to start with: the one last open when it still exists, else the office's sample
     // job, else the first; 0 for an office without jobs.
@@ -65,8 +67,8 @@ public:
     // Asks where to write the package, writes it and offers to open it; without a program to
     // show it, says so and shows the folder that holds it.
     void chooseExport();
-    // The open job's History page; null without a job.
-    HistoryPage* historyPage() const { return m_historyPage; }
+    // The open job's History page, bound when it was not yet; null without a job.
+    HistoryPage* historyPage();
     // Shows the office's letterhead (name, address, logo) for editing and keeps what is accepted.
     void chooseLetterhead();
     // Asks where the office is (a file or the office's server) for the next start.
@@ -85,8 +87,9 @@ public:
     // File > Import Line Items...: from a CSV file. Edit > Paste Line Items: from the clipboard.
     void chooseImportLines();
     void pasteLines();
-    // The Line Items Editor page of the open job; null when no job is open.
-    LineItemEditor* lineItemEditor() const;
+    // The Line Items Editor page of the open job, bound when it was not yet; null when no job is
+    // open.
+    LineItemEditor* lineItemEditor();
     // The same for the office's customer directory.
     bool importCustomers(const CsvTable& table, const QString& source);
     void chooseImportCustomers();
@@ -116,21 +119,23 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void pageBound(int index) override;
 
 private:
     void addHostPages();
-    void addHostPage(QWidget* content, const QString& title, int at);
+    // The Line Items page's line above its list, when the job has more lines than it shows.
+    void noteLines(int index);
     void addHelpMenu();
     void lineItemsChanged();
     void updateDisplayNote();
     void showFailure(const QString& title, const ZebObjects::Failure& failure);
     void updateStatus();
     void updateSaveStatus();
-    void keepCarbonCopyChoice();
+    void keepCarbonCopyChoice(QWidget* page);
     void addHistoryPage();
     // What is typed but not written yet, as the status bar names it; empty when nothing is.
     QString pendingEdit() const;
-    void followPendingEdits();
+    void followPendingEdits(QWidget* page);
 
     std::shared_ptr<ZebObjects::Store> m_store;
     std::shared_ptr<ZebObjects::StoreJob> m_job;
@@ -141,7 +146,7 @@ private:
     SaveState m_saveState;
     bool m_refreshPending = false;
     int m_automaticRefreshes = 0;
-    // Goes with the pages; null between them.
+    // Goes with the pages; null between them and until the History page is bound.
     HistoryPage* m_historyPage = nullptr;
     // The Line Items page carries the note that it does not show every line.
     bool m_linesNoted = false;

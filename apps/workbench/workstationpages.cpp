@@ -21,53 +21,50 @@ const QString kEditorPage = QStringLiteral("Line Items Editor");
 const QString kRecipientsPage = QStringLiteral("Recipients");
 }  // namespace
 
-void Workstation::addHostPage(QWidget* content, const QString& title, int at)
-{
-    // Like the form's pages: a scroll area named after the page that is no Tab stop itself.
-    auto* scroll = new QScrollArea;
-    scroll->setObjectName(QStringLiteral("scr") + QString(title).remove(QLatin1Char(' ')));
-    scroll->setAccessibleName(title + QStringLiteral(" page"));
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setWidget(content);
-    scroll->installEventFilter(this);
-    tabs()->insertTab(at, scroll, title);
-}
-
 void Workstation::addHostPages()
 {
     if (!m_job)
         return;
-    int at = -1;
-    for (int i = 0; i < tabs()->count(); ++i)
-        if (tabs()->tabText(i) == kLinesPage)
-            at = i;
+    const int at = tabs()->indexOf(pageNamed(kLinesPage));
     m_linesNoted = m_job->lineItems()->Count() > FirstLines::Displayed;
-    if (at >= 0 && m_linesNoted) {
-        // The display page gets a line above its list that tells it does not show every line.
-        if (auto* scroll = qobject_cast<QScrollArea*>(tabs()->widget(at))) {
-            QWidget* canvas = scroll->takeWidget();
-            auto* page = new QWidget;
-            page->setObjectName(QStringLiteral("pagLineItems"));
-            auto* note = new QLabel(page);
-            note->setObjectName(QStringLiteral("lblDisplayNote"));
-            note->setWordWrap(true);
-            note->setMargin(6);
-            note->setStyleSheet(QStringLiteral("QLabel { background: #FFF4CE; color: #3B2F00; }"));
-            auto* layout = new QVBoxLayout(page);
-            layout->setContentsMargins(0, 0, 0, 0);
-            layout->setSpacing(0);
-            layout->addWidget(note);
-            layout->addWidget(canvas, 1);
-            scroll->setWidget(page);
-        }
-    }
-    auto* editor = new LineItemEditor(m_job->lineItems(), FirstLines::Displayed);
-    editor->onChanged = [this] { lineItemsChanged(); };
-    addHostPage(editor, kEditorPage, at >= 0 ? at + 1 : tabs()->count());
-    addHostPage(new RecipientsPage(m_store, m_job), kRecipientsPage,
-                at >= 0 ? at + 2 : tabs()->count());
+    addPage(at >= 0 ? at + 1 : -1, new QScrollArea, kEditorPage, [this]() -> QWidget* {
+        auto* editor = new LineItemEditor(m_job->lineItems(), FirstLines::Displayed);
+        editor->onChanged = [this] { lineItemsChanged(); };
+        return editor;
+    });
+    addPage(at >= 0 ? at + 2 : -1, new QScrollArea, kRecipientsPage,
+            [this]() -> QWidget* { return new RecipientsPage(m_store, m_job); });
+}
+
+void Workstation::pageBound(int index)
+{
+    QWidget* page = tabs()->widget(index);
+    if (tabs()->tabText(index) == kLinesPage)
+        noteLines(index);
+    keepCarbonCopyChoice(page);
+    followPendingEdits(page);
+}
+
+void Workstation::noteLines(int index)
+{
+    auto* scroll = qobject_cast<QScrollArea*>(tabs()->widget(index));
+    if (!scroll || !m_linesNoted)
+        return;
+    // The display page gets a line above its list that tells it does not show every line.
+    QWidget* canvas = scroll->takeWidget();
+    auto* page = new QWidget;
+    page->setObjectName(QStringLiteral("pagLineItems"));
+    auto* note = new QLabel(page);
+    note->setObjectName(QStringLiteral("lblDisplayNote"));
+    note->setWordWrap(true);
+    note->setMargin(6);
+    note->setStyleSheet(QStringLiteral("QLabel { background: #FFF4CE; color: #3B2F00; }"));
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(note);
+    layout->addWidget(canvas, 1);
+    scroll->setWidget(page);
     updateDisplayNote();
 }
 
@@ -100,7 +97,10 @@ void Workstation::updateDisplayNote()
     note->setVisible(count > FirstLines::Displayed);
 }
 
-LineItemEditor* Workstation::lineItemEditor() const
+LineItemEditor* Workstation::lineItemEditor()
 {
+    if (!m_job)
+        return nullptr;
+    bindPage(tabs()->indexOf(pageNamed(kEditorPage)));
     return findChild<LineItemEditor*>(QStringLiteral("pagLineItemEditor"));
 }

@@ -41,6 +41,15 @@ T* control(QWidget& window, const char* name)
     return found;
 }
 
+// The same in a workbench window: the pages not shown yet are bound first, as visiting each
+// would, so that no test reads a control that is not bound yet.
+template <class T>
+T* control(WorkbenchWindow& window, const char* name)
+{
+    window.bindAllPages();
+    return control<T>(static_cast<QWidget&>(window), name);
+}
+
 // Shows the page with this tab title, as a click on its tab would.
 void showPage(Workstation& window, const QString& title);
 

@@ -243,6 +243,7 @@ def tab_round(watch, page_name, problems):
 
 
 def main():
+    from gi.repository import GLib
     exe = sys.argv[1]
     signal.signal(signal.SIGALRM, out_of_time)
     signal.alarm(DEADLINE_SECONDS)
@@ -318,9 +319,16 @@ def main():
             watch.events.clear()
             was_open = page.getState().contains(pyatspi.STATE_SELECTED)
             began = time.monotonic()
-            action.doAction(names.index("press") if "press" in names else 0)
-            print("%s: opened in %.3f s" % (page.name, time.monotonic() - began))
-            opened = watch.next_focus(1.0 if was_open else 3.0)
+            late = False
+            try:
+                action.doAction(names.index("press") if "press" in names else 0)
+            except GLib.GError:
+                # A page is bound when first opened: the 744-line page's binding can outlast the
+                # time a call waits for its answer. The page opens all the same.
+                late = True
+            print("%s: opened in %.3f s%s" % (page.name, time.monotonic() - began,
+                                             " (no answer in time)" if late else ""))
+            opened = watch.next_focus(1.0 if was_open else 60.0 if late else 3.0)
             if opened is None and was_open:
                 opened = find(frame, lambda n: n.getState().contains(pyatspi.STATE_FOCUSED))
             watch.pump(0.5)

@@ -253,6 +253,8 @@ void tst_History::issueReviewResubmitAndReopenTheFirstRevisionUnchanged()
     QCOMPARE(window->job()->submittal()->SubmittalPurpose(),
              QStringLiteral("Resubmittal For Approval"));
     bool shown = false;
+    // The pages not shown since are read as they will show.
+    window->bindAllPages();
     for (auto* option : window->findChildren<QAbstractButton*>())
         if (option->text() == QStringLiteral("Resubmittal For Approval"))
             shown = option->isChecked();

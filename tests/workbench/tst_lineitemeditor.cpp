@@ -108,6 +108,8 @@ private slots:
     void aCellTypedOverIsWrittenAndUndoRedoTakeItBackAndAgain()
     {
         const auto lines = m_window->job()->lineItems();
+        // The display page is bound before the edit, as after a visit: the edit reaches it.
+        m_window->bindAllPages();
         m_table->setFocus();
         m_table->setCurrentIndex(m_editor->model()->index(1, LineItemTableModel::CatalogNumber));
         QTest::keyClick(m_table, Qt::Key_F2);
@@ -218,6 +220,8 @@ private slots:
             more.append(line(i, QStringLiteral("T"), QStringLiteral("CAT-%1").arg(i)));
         lines->importLines(more, false);
         QVERIFY(m_window->refresh());
+        // The display page, read as it shows when the user goes there.
+        m_window->bindAllPages();
         auto* display =
             m_window->findChild<ZebSubCtl::UserControl*>(QStringLiteral("ctlLineItems"));
         QCOMPARE(int(display->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size()), 744);

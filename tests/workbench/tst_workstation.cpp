@@ -904,6 +904,8 @@ void tst_Workstation::unregisteredControlLeavesItsPageOut()
 void tst_Workstation::everyInteractiveElementOfTheWindowAndTheJobListHasAName()
 {
     auto window = openWorkstation();
+    // Every page, not only the one shown at the open.
+    window->bindAllPages();
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     QStringList found;

@@ -139,6 +139,7 @@ void tst_WorkstationAccessibility::everyPageIsNamedAndOpeningAPageFocusesItsFirs
 void tst_WorkstationAccessibility::paragraphsAndRemarksPagesNameTheirControlsAfterWhatTheyHold()
 {
     auto window = openShown();
+    window->bindAllPages();
     auto name = [&](const char* control, const char* part) {
         QWidget* c = window->findChild<QWidget*>(QLatin1String(control));
         QWidget* w = part ? c->findChild<QWidget*>(QLatin1String(part)) : c;
@@ -245,6 +246,9 @@ void tst_WorkstationAccessibility::aKeyboardAndScreenReaderUserOpensAJobTicksSet
     // Ctrl+O: the job list, read row by row; Enter opens the job on the row.
     QStringList heard;
     ZebTest::WhenModal<QDialog> jobs([&](QDialog& dialog) {
+        // The reader speaks once the dialog has the focus, which a loaded machine gives late.
+        static_cast<void>(
+            QTest::qWaitFor([&dialog] { return dialog.focusWidget() != nullptr; }, 5000));
         heard << dialog.windowTitle() << focusNameIn(&dialog);
         QTest::keyClick(dialog.windowHandle(), Qt::Key_Down);
         heard << focusNameIn(&dialog);
