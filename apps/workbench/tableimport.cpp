@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace {
 
 QString columnLetters(int column)
@@ -81,6 +83,13 @@ void TableImport::guessMapping()
             }
         }
     }
+    for (qsizetype f = 0; f < m_fields.size(); ++f) {
+        const int to = m_fields[f].yieldsTo;
+        if (to >= 0 && to < mapping.size() && mapping[f] >= 0 && mapping[to] < 0) {
+            mapping[to] = mapping[f];
+            mapping[f] = -1;
+        }
+    }
     m_mapping = mapping;
 }
 
@@ -138,15 +147,22 @@ void TableImport::check()
 {
     m_rows.clear();
     m_problems.clear();
+    m_rows.reserve(std::max<qsizetype>(m_table.rows.size() - 1, 0));
+    // Where each field is read from, as a problem names it.
+    QStringList where;
+    for (qsizetype f = 0; f < m_fields.size(); ++f)
+        where.append(m_mapping[f] >= 0 ? columnName(m_mapping[f])
+                                       : QStringLiteral("\"%1\"").arg(m_fields[f].name));
     for (qsizetype r = 1; r < m_table.rows.size(); ++r) {
         const QStringList& cells = m_table.rows[r];
         Row row;
         row.fileRow = int(r + 1);
+        row.values.reserve(m_fields.size());
+        row.bad.reserve(m_fields.size());
         for (qsizetype f = 0; f < m_fields.size(); ++f) {
             const Field& field = m_fields[f];
             const int c = m_mapping[f];
             const QString value = c >= 0 && c < cells.size() ? cells[c].trimmed() : QString();
-            const QString where = c >= 0 ? columnName(c) : QStringLiteral("\"%1\"").arg(field.name);
             QString problem;
             if (field.required && value.isEmpty()) {
                 problem = QStringLiteral("the %1 is missing").arg(field.name.toLower());
@@ -169,8 +185,8 @@ void TableImport::check()
             row.values.append(value);
             row.bad.append(!problem.isEmpty());
             if (!problem.isEmpty())
-                m_problems.append({row.fileRow, where, problem});
+                m_problems.append({row.fileRow, where[f], problem});
         }
-        m_rows.append(row);
+        m_rows.append(std::move(row));
     }
 }

@@ -7,6 +7,8 @@
 #include "frame/usercontrol.h"
 #include "lineitemeditor.h"
 #include "recipientspage.h"
+#include "store/store.h"
+#include "store/storebrands.h"
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 
@@ -65,6 +67,9 @@ void Workstation::addHostPages()
     }
     auto* editor = new LineItemEditor(m_job->lineItems(), FirstLines::Displayed);
     editor->onChanged = [this] { lineItemsChanged(); };
+    editor->model()->onBrandEntered = [store = m_store](const QString& brand) {
+        store->brands().addMissing({{brand, {}}});
+    };
     addHostPage(editor, kEditorPage, at >= 0 ? at + 1 : tabs()->count());
     addHostPage(new RecipientsPage(m_store, m_job), kRecipientsPage,
                 at >= 0 ? at + 2 : tabs()->count());
