@@ -145,8 +145,8 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + 6);
     m_view->setWordWrap(false);
-    // Columns fit the first rows' cells; a long file is not measured to its end.
-    m_view->horizontalHeader()->setResizeContentsPrecision(200);
+    // Columns fit the header and the first rows' cells; a long file is not measured to its end.
+    m_view->horizontalHeader()->setResizeContentsPrecision(50);
 
     m_summary = new QLabel(this);
     m_summary->setObjectName(QStringLiteral("lblSummary"));

@@ -133,12 +133,16 @@ bool TableImport::useMappingText(const QString& text)
 
 std::optional<bool> TableImport::yesNo(const QString& text)
 {
-    const QString t = text.trimmed().toLower();
-    if (t.isEmpty() || t == QLatin1String("n") || t == QLatin1String("no")
-        || t == QLatin1String("0") || t == QLatin1String("false"))
+    // Read in place: a file of many rows asks this for every cell of its yes/no columns.
+    const QStringView t = QStringView(text).trimmed();
+    const auto is = [t](QLatin1StringView word) {
+        return t.compare(word, Qt::CaseInsensitive) == 0;
+    };
+    if (t.isEmpty() || is(QLatin1StringView("n")) || is(QLatin1StringView("no"))
+        || is(QLatin1StringView("0")) || is(QLatin1StringView("false")))
         return false;
-    if (t == QLatin1String("y") || t == QLatin1String("yes") || t == QLatin1String("1")
-        || t == QLatin1String("true") || t == QLatin1String("x"))
+    if (is(QLatin1StringView("y")) || is(QLatin1StringView("yes")) || is(QLatin1StringView("1"))
+        || is(QLatin1StringView("true")) || is(QLatin1StringView("x")))
         return true;
     return std::nullopt;
 }
