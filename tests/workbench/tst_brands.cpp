@@ -92,6 +92,7 @@ QLineEdit* editCurrentCell(QAbstractItemView* table)
 
 void typeAndEnter(QLineEdit* editor, const QString& text)
 {
+    QVERIFY2(editor, "no editor opened");
     editor->selectAll();
     QTest::keyClicks(editor, text);
     QTest::keyClick(editor, Qt::Key_Return);
@@ -223,6 +224,8 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
         QCOMPARE(ZebTest::unnamedAccessibleElements(&dialog), QStringList());
         QTableWidget* table = dialog.table();
+        QCOMPARE(dialog.shown(), (QList<BrandRecord>{{QStringLiteral("Orphan"), QString()},
+                                                     {QStringLiteral("Varnholt"), QString()}}));
         QCOMPARE(table->item(0, 2)->text(), QStringLiteral("0"));
         QCOMPARE(table->item(1, 2)->text(), QStringLiteral("1"));
 
@@ -257,7 +260,8 @@ private slots:
         ZebTest::WhenModal<QMessageBox> refused([&](QMessageBox& box) {
             title = box.windowTitle();
             text = box.text();
-            box.button(QMessageBox::Ok)->click();
+            if (QAbstractButton* ok = box.button(QMessageBox::Ok))
+                ok->click();
         });
         QTest::keyClick(table, Qt::Key_Delete);
         QVERIFY(refused.answered());
@@ -374,6 +378,7 @@ private slots:
             BrandsDialog dialog(m_store);
             dialog.show();
             QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+            QCOMPARE(dialog.table()->rowCount(), 1);
             dialog.table()->setCurrentCell(0, 1);
             typeAndEnter(editCurrentCell(dialog.table()),
                          QStringLiteral("Brightline Manufacturing"));

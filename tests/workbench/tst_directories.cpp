@@ -220,7 +220,8 @@ private slots:
         ZebTest::WhenModal<QMessageBox> offer([&](QMessageBox& box) {
             title = box.windowTitle();
             text = box.text();
-            box.button(QMessageBox::Yes)->click();
+            if (QAbstractButton* yes = box.button(QMessageBox::Yes))
+                yes->click();
         });
         QString company;
         ZebTest::WhenModal<CustomerDialog> add([&](CustomerDialog& d) {
@@ -267,12 +268,18 @@ private slots:
             ZebObjects::CustomerChooser::setTellsWhenNothingFound(false);
         });
         const auto finder = m_store->applicationServices()->CreateCustomerFinder();
-        ZebTest::WhenModal<QMessageBox> offer(
-            [&](QMessageBox& box) { box.button(QMessageBox::No)->click(); });
+        QString text;
+        ZebTest::WhenModal<QMessageBox> offer([&](QMessageBox& box) {
+            text = box.text();
+            if (QAbstractButton* no = box.button(QMessageBox::No))
+                no->click();
+        });
         const auto result = finder->Search(
             false, true, false, false, false, QVariant(), QStringLiteral("Cobalt"), QString(),
             QString(), QString(), QString(), QString(), QString(), QString(), 0);
         QVERIFY(offer.answered());
+        QCOMPARE(text, QStringLiteral("No customer matches \"Cobalt\".\nAdd a new customer named "
+                                      "\"Cobalt\"?"));
         QVERIFY(!result);
         QCOMPARE(m_store->directoryCount(), 0);
     }
