@@ -43,6 +43,8 @@ TARGETS = {
         "BM_SwitchBack/744/*": ("control_ms", 50.0),
     },
     "bench_issue": {"BM_Issue/744": ("ratio", 1.5)},
+    # Parse, check, preview and commit 10,000 CSV lines against a plain INSERT loop of them.
+    "bench_import": {"BM_ImportLines/10000": ("ratio", 2.0), "BM_ImportLines/1000": ("ratio", None)},
     "bench_store": {
         "BM_ControlWrite": ("control_ms", 2.0), "BM_FillSampleOffice": ("control_ms", None),
         "BM_OpenLargeJob": ("ratio", None),

@@ -3,7 +3,6 @@
 #include "contracts/failure.h"
 
 #include <QFile>
-#include <QStringDecoder>
 
 #include <csv.h>
 
@@ -18,7 +17,7 @@ const char16_t kCp1252High[32] = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178,
 };
 
-QString fromCp1252(const QByteArray& bytes)
+QString fromCp1252(QByteArrayView bytes)
 {
     QString out;
     out.reserve(bytes.size());
@@ -27,14 +26,6 @@ QString fromCp1252(const QByteArray& bytes)
         out.append(b >= 0x80 && b < 0xA0 ? QChar(kCp1252High[b - 0x80]) : QChar(b));
     }
     return out;
-}
-
-bool isUtf8(const QByteArray& bytes)
-{
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder.decode(bytes);
-    Q_UNUSED(text);
-    return !decoder.hasError();
 }
 
 char guessDelimiter(const QByteArray& bytes)
@@ -54,22 +45,34 @@ char guessDelimiter(const QByteArray& bytes)
     return best;
 }
 
+// Each field is decoded as the parser hands it over; a row that holds nothing but delimiters is
+// no row.
 struct Collector {
-    QList<QList<QByteArray>> rows;
-    QList<QByteArray> row;
+    bool cp1252 = false;
+    QList<QStringList> rows;
+    QStringList row;
+    qsizetype parsedRows = 0;
+    bool blank = true;
 };
 
 void onField(void* field, size_t length, void* data)
 {
     auto* c = static_cast<Collector*>(data);
-    c->row.append(QByteArray(static_cast<const char*>(field), qsizetype(length)));
+    const QByteArrayView bytes(static_cast<const char*>(field), qsizetype(length));
+    QString cell = c->cp1252 ? fromCp1252(bytes) : QString::fromUtf8(bytes);
+    c->blank = c->blank && cell.trimmed().isEmpty();
+    c->row.append(std::move(cell));
 }
 
 void onRow(int, void* data)
 {
     auto* c = static_cast<Collector*>(data);
-    c->rows.append(std::move(c->row));
-    c->row.clear();
+    ++c->parsedRows;
+    if (!c->blank)
+        c->rows.append(std::move(c->row));
+    c->row = QStringList();
+    c->row.reserve(c->rows.isEmpty() ? 8 : c->rows.first().size());
+    c->blank = true;
 }
 
 int onlySpace(unsigned char c)
@@ -97,9 +100,9 @@ CsvTable CsvTable::parse(const QByteArray& raw, const QString& origin, char deli
         bytes.remove(0, 3);
         table.encoding = QStringLiteral("UTF-8 with BOM");
     } else {
-        table.encoding = isUtf8(bytes) ? QStringLiteral("UTF-8") : QStringLiteral("Windows-1252");
+        table.encoding =
+            bytes.isValidUtf8() ? QStringLiteral("UTF-8") : QStringLiteral("Windows-1252");
     }
-    const bool cp1252 = table.encoding == QLatin1String("Windows-1252");
 
     csv_parser parser;
     if (csv_init(&parser, CSV_STRICT | CSV_STRICT_FINI) != 0)
@@ -109,6 +112,7 @@ CsvTable CsvTable::parse(const QByteArray& raw, const QString& origin, char deli
     // A tab that separates fields is no blank to trim.
     csv_set_space_func(&parser, delimiter == '\t' ? onlySpace : spaceOrTab);
     Collector collector;
+    collector.cp1252 = table.encoding == QLatin1String("Windows-1252");
     const size_t done =
         csv_parse(&parser, bytes.constData(), size_t(bytes.size()), onField, onRow, &collector);
     int error = done == size_t(bytes.size()) ? CSV_SUCCESS : csv_error(&parser);
@@ -119,22 +123,10 @@ CsvTable CsvTable::parse(const QByteArray& raw, const QString& origin, char deli
         throw ZebObjects::Failure(ZebObjects::ErrorNumber::BadFileFormat, kSource,
                                   QStringLiteral("%1 is not a readable CSV file: row %2: %3")
                                       .arg(origin)
-                                      .arg(collector.rows.size() + 1)
+                                      .arg(collector.parsedRows + 1)
                                       .arg(QString::fromLatin1(csv_strerror(error))));
 
-    table.rows.reserve(collector.rows.size());
-    for (const QList<QByteArray>& r : collector.rows) {
-        QStringList cells;
-        cells.reserve(r.size());
-        for (const QByteArray& cell : r)
-            cells.append(cp1252 ? fromCp1252(cell) : QString::fromUtf8(cell));
-        // A line that holds nothing but delimiters is no row.
-        bool empty = true;
-        for (const QString& cell : cells)
-            empty = empty && cell.trimmed().isEmpty();
-        if (!empty)
-            table.rows.append(cells);
-    }
+    table.rows = std::move(collector.rows);
     return table;
 }
 

@@ -109,6 +109,34 @@ void CustomerChooser::tellNothingFound()
     delete box.data();
 }
 
+void CustomerChooser::installNewCustomerOffer(NewCustomerEditor editor)
+{
+    CustomerChoice::setNewCustomer(
+        [editor](const QString& typed) { return offerNewCustomer(typed, editor); });
+}
+
+std::optional<CustomerRecord> CustomerChooser::offerNewCustomer(const QString& typed,
+                                                                const NewCustomerEditor& editor)
+{
+    if (!g_tellNothingFound || !qobject_cast<QApplication*>(QCoreApplication::instance()))
+        return std::nullopt;
+    QPointer<QMessageBox> box = new QMessageBox(
+        QMessageBox::Question, QStringLiteral("Customer Search"),
+        QStringLiteral("No customer matches \"%1\".\nAdd a new customer named \"%1\"?").arg(typed),
+        QMessageBox::Yes | QMessageBox::No, QApplication::activeWindow());
+    box->setObjectName(QStringLiteral("frmNoCustomer"));
+    box->setDefaultButton(QMessageBox::Yes);
+    const int answer = box->exec();
+    delete box.data();
+    if (answer != QMessageBox::Yes || !editor)
+        return std::nullopt;
+    CustomerRecord named;
+    named.name = typed;
+    named.displayText = typed;
+    named.active = true;
+    return editor(named);
+}
+
 qsizetype CustomerChooser::current() const
 {
     const QTreeWidgetItem* item = m_list->currentItem();

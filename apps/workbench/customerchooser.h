@@ -5,6 +5,9 @@
 #include <QDialog>
 #include <QList>
 
+#include <functional>
+#include <optional>
+
 class QTreeWidget;
 
 namespace ZebObjects {
@@ -38,6 +41,18 @@ public:
     static bool tellsWhenNothingFound();
     // Shows that box when it is on and the process has a widget application.
     static void tellNothingFound();
+
+    // The host's dialog for a new customer, given one with the typed name: answers the customer
+    // as entered, or nothing when cancelled.
+    using NewCustomerEditor =
+        std::function<std::optional<CustomerRecord>(const CustomerRecord& named)>;
+    // From now on, a search by name that matches nobody says so and offers the name as a new
+    // customer (when the box above is on): "No customer matches "NAME".\nAdd a new customer named
+    // "NAME"?" titled "Customer Search" (object name "frmNoCustomer"), Yes and No; Yes opens
+    // editor, and the customer it answers joins the directory as the one found.
+    static void installNewCustomerOffer(NewCustomerEditor editor);
+    static std::optional<CustomerRecord> offerNewCustomer(const QString& typed,
+                                                          const NewCustomerEditor& editor);
 
 private:
     QTreeWidget* m_list;

@@ -1,5 +1,7 @@
 #include "customerdialog.h"
 
+#include <QApplication>
+
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
@@ -77,4 +79,13 @@ Data CustomerDialog::customer() const
         d.*kFields[i].member = m_edits[i]->text().trimmed();
     d.displayText = d.city.isEmpty() ? d.name : QStringLiteral("%1 (%2)").arg(d.name, d.city);
     return d;
+}
+
+std::optional<ZebObjects::CustomerRecord> CustomerDialog::askNew(
+    const ZebObjects::CustomerRecord& named)
+{
+    CustomerDialog dialog(QStringLiteral("New Customer"), named, QApplication::activeWindow());
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.customer();
 }

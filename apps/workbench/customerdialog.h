@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <optional>
+
 class QLineEdit;
 class QPushButton;
 
@@ -17,6 +19,11 @@ public:
 
     // The fields as typed; the key is kept, the display text follows the company and city.
     ZebObjects::CustomerRecord customer() const;
+
+    // Shows the dialog titled "New Customer" over the active window, filled with named; answers
+    // the customer as entered, or nothing when cancelled.
+    static std::optional<ZebObjects::CustomerRecord> askNew(
+        const ZebObjects::CustomerRecord& named);
 
 private:
     ZebObjects::CustomerRecord m_customer;

@@ -11,9 +11,83 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSet>
-#include <QStandardItemModel>
+#include <QAbstractTableModel>
+#include <QHash>
 #include <QTableView>
 #include <QVBoxLayout>
+
+#include <functional>
+
+// The checked rows of the import as a table, read where they are: a file of ten thousand rows is
+// shown without an item per cell.
+class ImportDialog::PreviewModel : public QAbstractTableModel {
+public:
+    PreviewModel(const TableImport& import, QObject* parent)
+        : QAbstractTableModel(parent), m_import(import)
+    { }
+
+    // Runs change (which checks the rows again) and shows the rows as it leaves them.
+    void reset(const std::function<void()>& change)
+    {
+        beginResetModel();
+        change();
+        m_problemOf.clear();
+        const int fields = int(m_import.fields().size());
+        qsizetype problem = 0;
+        const QList<TableImport::Row>& rows = m_import.rows();
+        for (int r = 0; r < rows.size(); ++r)
+            for (int f = 0; f < fields; ++f)
+                if (rows[r].bad.value(f))
+                    m_problemOf.insert(qint64(r) * fields + f, problem++);
+        endResetModel();
+    }
+
+    int rowCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : int(m_import.rows().size());
+    }
+    int columnCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : int(m_import.fields().size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        if (!index.isValid() || index.row() >= m_import.rows().size())
+            return {};
+        const TableImport::Row& row = m_import.rows()[index.row()];
+        const int f = index.column();
+        switch (role) {
+        case Qt::DisplayRole:
+        case Qt::EditRole: return row.values.value(f);
+        case Qt::BackgroundRole:
+            return row.bad.value(f) ? QVariant(QBrush(QColor(0xFF, 0xD7, 0xD7))) : QVariant();
+        case Qt::ForegroundRole:
+            return row.bad.value(f) ? QVariant(QBrush(QColor(0x80, 0x00, 0x00))) : QVariant();
+        case Qt::ToolTipRole:
+        case Qt::AccessibleDescriptionRole: {
+            if (!row.bad.value(f))
+                return {};
+            const qint64 cell = qint64(index.row()) * m_import.fields().size() + f;
+            return m_import.problems().value(m_problemOf.value(cell)).message();
+        }
+        default: return {};
+        }
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (role != Qt::DisplayRole)
+            return {};
+        if (orientation == Qt::Horizontal)
+            return m_import.fields().value(section).name;
+        // Rows as the file counts them.
+        return m_import.rows().value(section).fileRow;
+    }
+
+private:
+    const TableImport& m_import;
+    // A bad cell (row * fields + field) -> its problem.
+    QHash<qint64, qsizetype> m_problemOf;
+};
 
 ImportDialog::ImportDialog(const QString& title, const QString& source, TableImport import,
                            bool offerReplace, QWidget* parent)
@@ -61,7 +135,7 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
         m_boxes.append(box);
     }
 
-    m_model = new QStandardItemModel(this);
+    m_model = new PreviewModel(m_import, this);
     m_view = new QTableView(this);
     m_view->setObjectName(QStringLiteral("tblPreview"));
     m_view->setAccessibleName(QStringLiteral("Preview"));
@@ -71,6 +145,8 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + 6);
     m_view->setWordWrap(false);
+    // Columns fit the header and the first rows' cells; a long file is not measured to its end.
+    m_view->horizontalHeader()->setResizeContentsPrecision(50);
 
     m_summary = new QLabel(this);
     m_summary->setObjectName(QStringLiteral("lblSummary"));
@@ -133,6 +209,11 @@ ImportDialog::ImportDialog(const QString& title, const QString& source, TableImp
 
 ImportDialog::~ImportDialog() = default;
 
+QAbstractItemModel* ImportDialog::preview() const
+{
+    return m_model;
+}
+
 bool ImportDialog::replace() const
 {
     return m_replace && m_replace->isChecked();
@@ -149,42 +230,12 @@ void ImportDialog::mappingChanged()
 
 void ImportDialog::fill()
 {
-    m_import.check();
-    const QList<TableImport::Field>& fields = m_import.fields();
+    m_model->reset([this] { m_import.check(); });
     const QList<TableImport::Row>& rows = m_import.rows();
-    // The model is filled before the view sees it.
-    m_view->setModel(nullptr);
-    m_model->clear();
-    QStringList headers;
-    for (const auto& f : fields)
-        headers.append(f.name);
-    m_model->setColumnCount(int(fields.size()));
-    m_model->setHorizontalHeaderLabels(headers);
-    const QBrush bad(QColor(0xFF, 0xD7, 0xD7));
-    QStringList verticals;
-    QSet<int> badRows;
-    int problem = 0;
-    for (int r = 0; r < rows.size(); ++r) {
-        QList<QStandardItem*> items;
-        items.reserve(fields.size());
-        for (int f = 0; f < fields.size(); ++f) {
-            auto* item = new QStandardItem(rows[r].values[f]);
-            if (rows[r].bad[f]) {
-                item->setBackground(bad);
-                item->setForeground(QBrush(QColor(0x80, 0x00, 0x00)));
-                const TableImport::Problem& p = m_import.problems().value(problem++);
-                item->setToolTip(p.message());
-                item->setData(p.message(), Qt::AccessibleDescriptionRole);
-                badRows.insert(rows[r].fileRow);
-            }
-            items.append(item);
-        }
-        m_model->appendRow(items);
-        verticals.append(QString::number(rows[r].fileRow));
-    }
-    m_model->setVerticalHeaderLabels(verticals);
-    m_view->setModel(m_model);
     m_view->resizeColumnsToContents();
+    QSet<int> badRows;
+    for (const TableImport::Problem& p : m_import.problems())
+        badRows.insert(p.row);
 
     m_problems->clear();
     for (const TableImport::Problem& p : m_import.problems())

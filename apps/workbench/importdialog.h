@@ -9,7 +9,8 @@ class QDialogButtonBox;
 class QLabel;
 class QListWidget;
 class QRadioButton;
-class QStandardItemModel;
+class QAbstractItemModel;
+class QAbstractTableModel;
 class QTableView;
 
 // An import before anything is written: which column each field is read from (guessed from the
@@ -28,7 +29,9 @@ public:
     const TableImport& import() const { return m_import; }
     bool replace() const;
     QComboBox* mappingBox(int field) const { return m_boxes.value(field); }
-    QStandardItemModel* preview() const { return m_model; }
+    // The rows as they will be written: a bad cell has the problem's text as its tool tip and
+    // accessible description, and its own colours.
+    QAbstractItemModel* preview() const;
     QListWidget* problemList() const { return m_problems; }
 
 private:
@@ -37,7 +40,8 @@ private:
 
     TableImport m_import;
     QList<QComboBox*> m_boxes;
-    QStandardItemModel* m_model = nullptr;
+    class PreviewModel;
+    PreviewModel* m_model = nullptr;
     QTableView* m_view = nullptr;
     QListWidget* m_problems = nullptr;
     QLabel* m_summary = nullptr;

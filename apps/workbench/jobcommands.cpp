@@ -5,6 +5,7 @@
 #include "csvtable.h"
 #include "rules/textkind.h"
 #include "officeimports.h"
+#include "store/storebrands.h"
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 
@@ -137,13 +138,19 @@ QString importLines(ZebObjects::Store& store, const QString& jobNumber, const QS
         checked(OfficeImports::lineItems(), store, path, OfficeImports::LineMappingSetting);
     const auto lines = store.openJob(id)->lineItems();
     const qint32 before = lines->Count();
-    lines->importLines(OfficeImports::lines(import), replace);
-    return QStringLiteral("Imported %1 lines from \"%2\" into job %3 (%4; it has %5 lines)")
+    // The lines and the brands new to the office, together.
+    qint32 brandsAdded = 0;
+    store.writeAll([&] {
+        lines->importLines(OfficeImports::lines(import), replace);
+        brandsAdded = store.brands().addMissing(OfficeImports::brands(import));
+    });
+    return QStringLiteral("Imported %1 lines from \"%2\" into job %3 (%4; it has %5 lines)%6")
         .arg(import.rows().size())
         .arg(path, jobNumber,
              replace ? QStringLiteral("replacing its %1 lines").arg(before)
                      : QStringLiteral("added after its %1 lines").arg(before))
-        .arg(lines->Count());
+        .arg(lines->Count())
+        .arg(OfficeImports::brandsAdded(brandsAdded));
 }
 
 QString importCustomers(ZebObjects::Store& store, const QString& path)

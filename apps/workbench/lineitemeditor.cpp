@@ -189,6 +189,14 @@ bool LineItemTableModel::setData(const QModelIndex& index, const QVariant& value
         return false;
     }
     setLine(index.row(), d);
+    if (role == Qt::EditRole && column == Brand && !d.brand.isEmpty() && onBrandEntered) {
+        try {
+            onBrandEntered(d.brand);
+        } catch (const ZebObjects::Failure& f) {
+            if (onFailure)
+                onFailure(QStringLiteral("New brand"), f.Description());
+        }
+    }
     return true;
 }
 

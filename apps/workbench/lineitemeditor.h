@@ -52,6 +52,8 @@ public:
 
     // A failure of the store: told to whoever shows it.
     std::function<void(const QString& what, const QString& description)> onFailure;
+    // A brand typed into a line, after the line is written: the office learns a brand it lacks.
+    std::function<void(const QString& brand)> onBrandEntered;
 
 private:
     friend class LineCommand;

@@ -12,6 +12,7 @@
 #include "frame/libraryinfo.h"
 #include "logpane.h"
 #include "customerchooser.h"
+#include "customerdialog.h"
 #include "objects/defaultdiagnosticlog.h"
 #include "contracts/runtime.h"
 #include "officefile.h"
@@ -361,6 +362,8 @@ int runWorkstation(const Options& options, Session& session)
     // A user searching for a customer chooses among several matches and hears when nobody matches.
     ZebObjects::CustomerChooser::install();
     ZebObjects::CustomerChooser::setTellsWhenNothingFound(true);
+    // ... and may add the customer it typed there and then.
+    ZebObjects::CustomerChooser::installNewCustomerOffer(&CustomerDialog::askNew);
     qint64 first = window.startingJob();
     if (options.job) {
         first = window.jobByNumber(*options.job);

@@ -11,7 +11,18 @@ const QString CustomerMappingSetting = QStringLiteral("import_mapping_customers"
 
 namespace {
 using Kind = TableImport::Kind;
-enum LineField { Quantity, Type, Brand, CatalogNumber, Description, Group, MTO, Comment, Selected };
+enum LineField {
+    Quantity,
+    Type,
+    Brand,
+    CatalogNumber,
+    Description,
+    Group,
+    MTO,
+    Comment,
+    Selected,
+    Manufacturer
+};
 enum CustomerField {
     Company,
     Contact,
@@ -75,6 +86,12 @@ TableImport lineItems()
          Kind::YesNo,
          0,
          false},
+        {QStringLiteral("Manufacturer"),
+         {QStringLiteral("manufacturer name"), QStringLiteral("maker")},
+         Kind::Text,
+         80,
+         false,
+         Brand},
     });
 }
 
@@ -157,6 +174,23 @@ QList<ZebObjects::LineItemRecord> lines(const TableImport& import)
         out.append(d);
     }
     return out;
+}
+
+QList<ZebObjects::BrandRecord> brands(const TableImport& import)
+{
+    QList<ZebObjects::BrandRecord> out;
+    for (const TableImport::Row& row : import.rows())
+        if (!row.values[Brand].isEmpty())
+            out.append({row.values[Brand], row.values[Manufacturer]});
+    return out;
+}
+
+QString brandsAdded(qint32 count)
+{
+    if (count == 0)
+        return {};
+    return count == 1 ? QStringLiteral("; 1 brand added to the office")
+                      : QStringLiteral("; %1 brands added to the office").arg(count);
 }
 
 QList<ZebObjects::CustomerRecord> customers(const TableImport& import,

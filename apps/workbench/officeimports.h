@@ -1,5 +1,6 @@
 #pragma once
 
+#include "rules/brandrecord.h"
 #include "rules/customerrecord.h"
 #include "rules/lineitemrecord.h"
 #include "tableimport.h"
@@ -16,7 +17,8 @@ class Store;
 namespace OfficeImports {
 
 // The line item fields: Quantity, Type, Brand, Catalog Number, Description, Group, MTO, Comment,
-// Selected (on the bill of materials; every line when the table has no such column).
+// Selected (on the bill of materials; every line when the table has no such column),
+// Manufacturer (of the line's brand, for a brand the office does not know yet).
 TableImport lineItems();
 // The directory's fields: Company, Contact, Street, Street 2, City, State, ZIP, Phone, E-mail,
 // Account Number, Type, Category.
@@ -31,6 +33,10 @@ void mapColumns(TableImport& import, const ZebObjects::Store& store, const QStri
 
 // The records of a checked import (every row fine).
 QList<ZebObjects::LineItemRecord> lines(const TableImport& import);
+// Each row's brand with the manufacturer the row gives for it (rows without a brand left out).
+QList<ZebObjects::BrandRecord> brands(const TableImport& import);
+// What an import of lines adds to its summary: "" or "; 2 brands added to the office".
+QString brandsAdded(qint32 count);
 // New customers get a key of their own: their account number, else the next free "C" number.
 QList<ZebObjects::CustomerRecord> customers(const TableImport& import,
                                             const ZebObjects::Store& store);

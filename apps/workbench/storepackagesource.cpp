@@ -5,6 +5,7 @@
 #include "contracts/lineitem.h"
 #include "objects/standalonepackagesource.h"
 #include "store/store.h"
+#include "store/storebrands.h"
 #include "store/storebom.h"
 #include "store/storecustomers.h"
 #include "store/storejob.h"
@@ -16,8 +17,7 @@
 StorePackageSource::StorePackageSource(const ZebObjects::Store& store,
                                        std::shared_ptr<ZebObjects::StoreJob> job)
     : m_job(std::move(job)), m_office(store.letterhead()),
-      m_manufacturers(ZebObjects::StandalonePackageSource::sampleManufacturers()),
-      m_cutSheets(store.cutSheets())
+      m_manufacturers(store.brands().manufacturers()), m_cutSheets(store.cutSheets())
 {
     for (const auto& customer : store.directoryCustomers())
         m_addresses.insert(customer.key, ZebObjects::StandalonePackageSource::addressOf(customer));

@@ -14,8 +14,7 @@ class StoreJob;
 
 // A job of the office's store as the package generator reads it: a customer's address comes from
 // the office's directory, a recipient's from the recipient's row, the letterhead from the
-// office's settings. The store keeps no maker for a line: a line's maker comes from the makers
-// the office knows for its brands.
+// office's settings, a line's manufacturer from the office's brands.
 class StorePackageSource : public ZebPackage::PackageSource {
 public:
     StorePackageSource(const ZebObjects::Store& store, std::shared_ptr<ZebObjects::StoreJob> job);

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace {
 
 QString columnLetters(int column)
@@ -81,6 +83,13 @@ void TableImport::guessMapping()
             }
         }
     }
+    for (qsizetype f = 0; f < m_fields.size(); ++f) {
+        const int to = m_fields[f].yieldsTo;
+        if (to >= 0 && to < mapping.size() && mapping[f] >= 0 && mapping[to] < 0) {
+            mapping[to] = mapping[f];
+            mapping[f] = -1;
+        }
+    }
     m_mapping = mapping;
 }
 
@@ -124,12 +133,16 @@ bool TableImport::useMappingText(const QString& text)
 
 std::optional<bool> TableImport::yesNo(const QString& text)
 {
-    const QString t = text.trimmed().toLower();
-    if (t.isEmpty() || t == QLatin1String("n") || t == QLatin1String("no")
-        || t == QLatin1String("0") || t == QLatin1String("false"))
+    // Read in place: a file of many rows asks this for every cell of its yes/no columns.
+    const QStringView t = QStringView(text).trimmed();
+    const auto is = [t](QLatin1StringView word) {
+        return t.compare(word, Qt::CaseInsensitive) == 0;
+    };
+    if (t.isEmpty() || is(QLatin1StringView("n")) || is(QLatin1StringView("no"))
+        || is(QLatin1StringView("0")) || is(QLatin1StringView("false")))
         return false;
-    if (t == QLatin1String("y") || t == QLatin1String("yes") || t == QLatin1String("1")
-        || t == QLatin1String("true") || t == QLatin1String("x"))
+    if (is(QLatin1StringView("y")) || is(QLatin1StringView("yes")) || is(QLatin1StringView("1"))
+        || is(QLatin1StringView("true")) || is(QLatin1StringView("x")))
         return true;
     return std::nullopt;
 }
@@ -138,15 +151,22 @@ void TableImport::check()
 {
     m_rows.clear();
     m_problems.clear();
+    m_rows.reserve(std::max<qsizetype>(m_table.rows.size() - 1, 0));
+    // Where each field is read from, as a problem names it.
+    QStringList where;
+    for (qsizetype f = 0; f < m_fields.size(); ++f)
+        where.append(m_mapping[f] >= 0 ? columnName(m_mapping[f])
+                                       : QStringLiteral("\"%1\"").arg(m_fields[f].name));
     for (qsizetype r = 1; r < m_table.rows.size(); ++r) {
         const QStringList& cells = m_table.rows[r];
         Row row;
         row.fileRow = int(r + 1);
+        row.values.reserve(m_fields.size());
+        row.bad.reserve(m_fields.size());
         for (qsizetype f = 0; f < m_fields.size(); ++f) {
             const Field& field = m_fields[f];
             const int c = m_mapping[f];
             const QString value = c >= 0 && c < cells.size() ? cells[c].trimmed() : QString();
-            const QString where = c >= 0 ? columnName(c) : QStringLiteral("\"%1\"").arg(field.name);
             QString problem;
             if (field.required && value.isEmpty()) {
                 problem = QStringLiteral("the %1 is missing").arg(field.name.toLower());
@@ -169,8 +189,8 @@ void TableImport::check()
             row.values.append(value);
             row.bad.append(!problem.isEmpty());
             if (!problem.isEmpty())
-                m_problems.append({row.fileRow, where, problem});
+                m_problems.append({row.fileRow, where[f], problem});
         }
-        m_rows.append(row);
+        m_rows.append(std::move(row));
     }
 }

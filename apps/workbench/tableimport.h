@@ -22,6 +22,9 @@ public:
         // The longest text the office keeps in it.
         int maxLength = 255;
         bool required = false;
+        // When the field of this index finds no column of its own, it takes the column guessed
+        // for this one (a lone "Manufacturer" column names the brand); -1 for none.
+        int yieldsTo = -1;
     };
     struct Problem {
         // The row as the file counts it: the header is row 1.

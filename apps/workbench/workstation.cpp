@@ -128,6 +128,9 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     QAction* directory = file->addAction(QStringLiteral("Customer Di&rectory..."), this,
                                          [this] { chooseDirectory(); });
     directory->setObjectName(QStringLiteral("actCustomerDirectory"));
+    QAction* brands = file->addAction(QStringLiteral("Brands and &Manufacturers..."), this,
+                                      [this] { chooseBrands(); });
+    brands->setObjectName(QStringLiteral("actBrands"));
     QAction* issuers =
         file->addAction(QStringLiteral("Issued &By..."), this, [this] { chooseIssuers(); });
     issuers->setObjectName(QStringLiteral("actIssuers"));

@@ -100,6 +100,8 @@ public:
     void chooseIssuers();
     // File > Customer Directory...: the office's customers to add, edit, merge and import.
     void chooseDirectory();
+    // File > Brands and Manufacturers...: the office's brands and who makes each.
+    void chooseBrands();
 
     // Opens the open job again, so that every page shows what the store holds now (other
     // workstations' changes included). A failure is shown and logged; the pages stay as they

@@ -2,6 +2,7 @@
 // the office's directory, each shown in full before anything is written.
 #include "workstation.h"
 
+#include "brandsdialog.h"
 #include "contracts/failure.h"
 #include "csvtable.h"
 #include "directorydialog.h"
@@ -9,6 +10,7 @@
 #include "issuersdialog.h"
 #include "officeimports.h"
 #include "store/store.h"
+#include "store/storebrands.h"
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 
@@ -33,14 +35,19 @@ bool Workstation::importLines(const CsvTable& table, const QString& source)
             return false;
         const auto lines = m_job->lineItems();
         const QList<ZebObjects::LineItemRecord> data = OfficeImports::lines(dialog.import());
-        // The lines and the mapping the office will be offered next time, together.
+        // The lines, the brands new to the office and the mapping the office will be offered
+        // next time, together.
+        qint32 brandsAdded = 0;
         m_store->writeAll([&] {
             lines->importLines(data, dialog.replace());
+            brandsAdded = m_store->brands().addMissing(OfficeImports::brands(dialog.import()));
             m_store->setSetting(OfficeImports::LineMappingSetting, dialog.import().mappingText());
         });
         refresh();
-        statusBar()->showMessage(
-            QStringLiteral("Imported %1 lines from %2").arg(data.size()).arg(source), 5000);
+        statusBar()->showMessage(QStringLiteral("Imported %1 lines from %2%3")
+                                     .arg(data.size())
+                                     .arg(source, OfficeImports::brandsAdded(brandsAdded)),
+                                 5000);
         return true;
     } catch (const ZebObjects::Failure& f) {
         showFailure(title, f);
@@ -120,6 +127,14 @@ void Workstation::chooseDirectory()
     dialog.onImport = [this] { chooseImportCustomers(); };
     dialog.exec();
     // The pages that show customers and contacts see the changes.
+    refresh();
+}
+
+void Workstation::chooseBrands()
+{
+    BrandsDialog dialog(m_store, this);
+    dialog.exec();
+    // A renamed brand is renamed on the job's lines too.
     refresh();
 }
 

@@ -7,6 +7,8 @@
 #include "frame/usercontrol.h"
 #include "lineitemeditor.h"
 #include "recipientspage.h"
+#include "store/store.h"
+#include "store/storebrands.h"
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 
@@ -30,6 +32,9 @@ void Workstation::addHostPages()
     addPage(at >= 0 ? at + 1 : -1, new QScrollArea, kEditorPage, [this]() -> QWidget* {
         auto* editor = new LineItemEditor(m_job->lineItems(), FirstLines::Displayed);
         editor->onChanged = [this] { lineItemsChanged(); };
+        editor->model()->onBrandEntered = [store = m_store](const QString& brand) {
+            store->brands().addMissing({{brand, {}}});
+        };
         return editor;
     });
     addPage(at >= 0 ? at + 2 : -1, new QScrollArea, kRecipientsPage,

@@ -8,6 +8,7 @@
 #include "objects/customerdirectory.h"
 #include "objects/sampledata.h"
 #include "objects/standalonebom.h"
+#include "rules/brandrecord.h"
 #include "objects/standalonecustomer.h"
 #include "objects/standalonecustomers.h"
 #include "objects/standalonelabels.h"
@@ -75,14 +76,10 @@ std::shared_ptr<StandalonePackageSource> StandalonePackageSource::sampleJob(qint
 
 QHash<QString, QString> StandalonePackageSource::sampleManufacturers()
 {
-    return {
-        {QStringLiteral("Varnholt"), QStringLiteral("Varnholt Lighting Works")},
-        {QStringLiteral("Quenza Architectural"), QStringLiteral("Quenza Lighting Group")},
-        {QStringLiteral("Lumatrex"), QStringLiteral("Lumatrex Linear Systems")},
-        {QStringLiteral("Northgate Lighting"), QStringLiteral("Northgate Electric Manufacturing")},
-        {QStringLiteral("Cellar & Beam"), QStringLiteral("Cellar & Beam Studio")},
-        {QStringLiteral("Solace Exterior"), QStringLiteral("Solace Outdoor Lighting")},
-    };
+    QHash<QString, QString> out;
+    for (const BrandRecord& b : SampleBrands::all())
+        out.insert(b.name, b.manufacturer);
+    return out;
 }
 
 ZebPackage::PostalAddress StandalonePackageSource::addressOf(const StandaloneCustomer::Data& record)

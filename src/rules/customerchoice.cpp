@@ -7,6 +7,7 @@ namespace {
 struct Hooks {
     CustomerChoice::Chooser chooser;
     CustomerChoice::NothingFound nothingFound;
+    CustomerChoice::NewCustomer newCustomer;
 };
 
 Hooks& hooks()
@@ -29,6 +30,25 @@ bool CustomerChoice::hasChooser()
 void CustomerChoice::setNothingFound(NothingFound tell)
 {
     hooks().nothingFound = std::move(tell);
+}
+
+void CustomerChoice::setNewCustomer(NewCustomer offer)
+{
+    hooks().newCustomer = std::move(offer);
+}
+
+bool CustomerChoice::offersNewCustomer()
+{
+    return bool(hooks().newCustomer);
+}
+
+std::optional<CustomerRecord> CustomerChoice::offerNewCustomer(const QString& typed)
+{
+    // A copy: the offer may put another in place while it runs.
+    const auto offer = hooks().newCustomer;
+    if (!offer)
+        return std::nullopt;
+    return offer(typed);
 }
 
 qsizetype CustomerChoice::settle(const QList<CustomerRecord>& matches, bool interactive)

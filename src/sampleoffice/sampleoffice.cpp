@@ -3,6 +3,7 @@
 #include "contracts/labelfield.h"
 #include "contracts/labelfields.h"
 #include "contracts/lineitemcomment.h"
+#include "rules/brandrecord.h"
 #include "rules/collectionrules.h"
 #include "objects/customerdirectory.h"
 #include "objects/sampledata.h"
@@ -13,6 +14,7 @@
 #include "objects/standalonelineitems.h"
 #include "objects/standalonepackagesource.h"
 #include "objects/standalonerecipients.h"
+#include "store/storebrands.h"
 #include "objects/standalonesubmittal.h"
 #include "objects/standalonetextobjects.h"
 #include "rules/textkind.h"
@@ -406,6 +408,7 @@ void SampleOffice::fill(Store& store)
         store.setSearchContextValue(SampleData::searchContextValue());
         store.setLetterhead(StandalonePackageSource::sampleLetterhead());
         store.addDirectoryCustomers(directory());
+        store.brands().addMissing(SampleBrands::all());
         const auto fillLibrary = [&](qint32 kind, const QList<JobContents::Text>& texts) {
             const auto library = store.library(kind);
             for (const auto& t : texts)

@@ -5,6 +5,7 @@
 #include "rules/textkind.h"
 #include "store/jobcontents.h"
 #include "store/storeapplicationservices.h"
+#include "store/storebrands.h"
 #include "store/storeconnection.h"
 #include "store/storecustomers.h"
 #include "store/storecutsheets.h"
@@ -79,6 +80,11 @@ QString Store::path() const
 StoreCutSheets Store::cutSheets() const
 {
     return StoreCutSheets(m_db);
+}
+
+StoreBrands Store::brands() const
+{
+    return StoreBrands(m_db);
 }
 bool Store::isServer() const
 {

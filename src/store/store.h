@@ -17,6 +17,7 @@
 namespace ZebObjects {
 
 class ApplicationServices;
+class StoreBrands;
 class StoreConnection;
 class StoreCutSheets;
 class StoreJob;
@@ -161,6 +162,8 @@ public:
 
     // The office's cut sheet library and the jobs' attachments.
     StoreCutSheets cutSheets() const;
+    // The office's brands and their manufacturers.
+    StoreBrands brands() const;
 
     // True when the file holds no job, no issuer and no directory customer.
     bool isEmpty() const;

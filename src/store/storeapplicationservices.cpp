@@ -57,6 +57,23 @@ std::shared_ptr<CustomerSearchResult> StoreCustomerFinder::Search(
                               category,
                               maximumResults};
     const auto matches = CustomerSearch::match(StoreDirectory::records(*m_db), query);
+    const QString typed = keyword.trimmed();
+    if (matches.isEmpty() && interactive && !typed.isEmpty()
+        && CustomerChoice::offersNewCustomer()) {
+        // Nobody by that name: the user may make the customer there and then; it joins the
+        // directory and is the one found.
+        std::optional<CustomerRecord> added = CustomerChoice::offerNewCustomer(typed);
+        if (!added)
+            return nullptr;
+        m_db->write([&] {
+            if (added->key.isEmpty())
+                added->key = StoreDirectory::nextKey(*m_db);
+            StoreDirectory::add(*m_db, *added);
+        });
+        added->included = false;
+        return std::make_shared<StoreSearchResult>(
+            std::make_shared<StoreCustomer>(m_db, std::move(*added)));
+    }
     const qsizetype chosen = CustomerChoice::settle(matches, interactive);
     if (chosen < 0)
         return nullptr;

@@ -3,6 +3,8 @@
 #include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
+#include <QSet>
+
 namespace ZebObjects {
 
 QList<CustomerRecord> StoreDirectory::records(StoreConnection& db)
@@ -49,6 +51,17 @@ void StoreDirectory::add(StoreConnection& db, const CustomerRecord& d)
                           "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
            {d.key, d.displayText, d.name, d.accountNumber, d.city, d.state, d.type, d.category,
             d.zip, d.phone, int(d.active), d.attention, d.street, d.street2, d.email});
+}
+
+QString StoreDirectory::nextKey(StoreConnection& db)
+{
+    QSet<QString> keys;
+    for (const QVariantList& r : db.rows(QStringLiteral("SELECT key FROM directory_customers")))
+        keys.insert(r[0].toString());
+    int n = 1;
+    while (keys.contains(QStringLiteral("C%1").arg(n)))
+        ++n;
+    return QStringLiteral("C%1").arg(n);
 }
 
 QStringList StoreDirectory::issuedByNames(StoreConnection& db)

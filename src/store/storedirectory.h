@@ -20,6 +20,8 @@ public:
     static qint32 count(StoreConnection& db);
     // Inside the caller's transaction; a key already held fails with 457.
     static void add(StoreConnection& db, const CustomerRecord& record);
+    // The first "C" number no customer has as its key.
+    static QString nextKey(StoreConnection& db);
 
     static QStringList issuedByNames(StoreConnection& db);
     // Replaces the issuers, inside the caller's transaction.

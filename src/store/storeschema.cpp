@@ -1,7 +1,9 @@
 #include "store/storeschema.h"
 
+#include "rules/brandrecord.h"
 #include "store/storeconnection.h"
 
+#include <QHash>
 #include <QStringList>
 
 namespace ZebObjects {
@@ -221,6 +223,12 @@ const char* const kVersion4[] = {
     "ALTER TABLE jobs ADD COLUMN archived INTEGER NOT NULL DEFAULT 0",
 };
 
+// Version 7: the office's brands and who makes each, as the bill of materials prints them.
+const char* const kBrands = R"(CREATE TABLE brands (
+        id INTEGER PRIMARY KEY,
+        name TEXT NOT NULL UNIQUE CHECK (name <> ''),
+        manufacturer TEXT NOT NULL DEFAULT ''))";
+
 void runAll(StoreConnection& db, const QStringList& statements)
 {
     for (const QString& sql : statements)
@@ -249,6 +257,7 @@ void StoreSchema::create(StoreConnection& db)
         statements << QString::fromLatin1(sql);
     for (const char* sql : kHistory)
         statements << QString::fromLatin1(sql);
+    statements << QString::fromLatin1(kBrands);
     runAll(db, statements);
     db.dialect().setSchemaVersion(db, CurrentVersion);
 }
@@ -313,6 +322,21 @@ void StoreSchema::migrate(StoreConnection& db, int from)
         // Issued revisions and their reviews: an older office has issued nothing yet.
         for (const char* sql : kHistory)
             runTable(db, sql);
+    }
+    if (from <= 6) {
+        // The brands the office's lines use. Their makers were the sample office's for every
+        // office until now: a brand it knows keeps the maker the bill of materials printed,
+        // any other starts without one, as it printed.
+        runTable(db, kBrands);
+        QHash<QString, QString> makers;
+        for (const BrandRecord& b : SampleBrands::all())
+            makers.insert(b.name, b.manufacturer);
+        for (const QVariantList& r : db.rows(QStringLiteral(
+                 "SELECT DISTINCT brand FROM line_items WHERE brand <> '' ORDER BY brand"))) {
+            const QString brand = r[0].toString();
+            db.run(QStringLiteral("INSERT INTO brands (name, manufacturer) VALUES (?, ?)"),
+                   {brand, makers.value(brand)});
+        }
     }
     db.dialect().setSchemaVersion(db, CurrentVersion);
 }

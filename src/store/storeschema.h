@@ -19,10 +19,10 @@ class StoreConnection;
 // job's site address, architect, engineer and contractor, and whether it is archived. Version 5
 // adds the office's library of cut sheets and which of them each job's fixture types print.
 // Version 6 keeps the issued revisions of each job: the package as sent, the lines it printed
-// and their review.
+// and their review. Version 7 keeps the office's brands and the manufacturer of each.
 class ZEBSTORE_EXPORT StoreSchema {
 public:
-    static constexpr int CurrentVersion = 6;
+    static constexpr int CurrentVersion = 7;
 
     // An empty file becomes a store of the current version.
     static void create(StoreConnection& db);

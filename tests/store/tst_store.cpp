@@ -145,7 +145,7 @@ private slots:
         auto db = QSqlDatabase::database(store->connectionName());
         QSqlQuery q(db);
         QVERIFY(q.exec(QStringLiteral("PRAGMA user_version")) && q.next());
-        QCOMPARE(q.value(0).toInt(), 6);
+        QCOMPARE(q.value(0).toInt(), 7);
         QVERIFY(q.exec(QStringLiteral("PRAGMA foreign_keys")) && q.next());
         QCOMPARE(q.value(0).toInt(), 1);
         QVERIFY(q.exec(QStringLiteral("PRAGMA journal_mode")) && q.next());
@@ -173,7 +173,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 7);
         QCOMPARE(check.value(QStringLiteral("PRAGMA integrity_check")).toString(),
                  QStringLiteral("ok"));
         QCOMPARE(check.value(QStringLiteral("PRAGMA foreign_key_check")), QVariant());
@@ -258,6 +258,7 @@ private slots:
                 "DELETE FROM settings WHERE name LIKE 'office%'",
                 "DROP TABLE issued_lines",
                 "DROP TABLE issued_revisions",
+                "DROP TABLE brands",
                 "PRAGMA user_version = 2",
             };
             for (const char* sql : back)
@@ -265,7 +266,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 7);
         QCOMPARE(store->jobs().size(), 4);
         const auto job = store->openJob(store->jobs().first().id);
         QCOMPARE(job->submittal()->Recipients()->Count(), qint16(1));
@@ -297,6 +298,7 @@ private slots:
                 "DROP TABLE cut_sheets",
                 "DROP TABLE issued_lines",
                 "DROP TABLE issued_revisions",
+                "DROP TABLE brands",
                 "PRAGMA user_version = 3",
             };
             for (const char* sql : back)
@@ -304,7 +306,7 @@ private slots:
         }
         const auto store = Store::open(path(dir));
         RawConnection check(path(dir));
-        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 6);
+        QCOMPARE(check.value(QStringLiteral("PRAGMA user_version")).toInt(), 7);
         QCOMPARE(store->jobs().size(), 4);
         const qint64 id = store->jobs().first().id;
         const JobDetails details = store->jobDetails(id);
@@ -353,13 +355,13 @@ private slots:
         Store::open(path(dir));
         {
             RawConnection raw(path(dir));
-            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 7")));
+            QVERIFY(raw.exec(QStringLiteral("PRAGMA user_version = 8")));
         }
         const ErrorInfo e = failureOf([&] { Store::open(path(dir)); });
         QCOMPARE(e, (ErrorInfo{321, QStringLiteral("ZebObjects.Store"),
                                QStringLiteral("The database file \"%1\" was written by a newer "
-                                              "version of the program (schema version 7; this "
-                                              "program reads up to version 6)")
+                                              "version of the program (schema version 8; this "
+                                              "program reads up to version 7)")
                                    .arg(path(dir))}));
     }
 

@@ -218,13 +218,15 @@ private slots:
             const auto old = raw();
             QVERIFY(old->exec(QStringLiteral("DROP TABLE cut_sheet_attachments")));
             QVERIFY(old->exec(QStringLiteral("DROP TABLE cut_sheets")));
-            // Nor what versions 4 and 6 add: the jobs' details and the issued revisions.
+            // Nor what versions 4, 6 and 7 add: the jobs' details, the issued revisions, the
+            // brands.
             for (const char* column :
                  {"site_address", "architect", "engineer", "contractor", "archived"})
                 QVERIFY(old->exec(
                     QStringLiteral("ALTER TABLE jobs DROP COLUMN %1").arg(QLatin1String(column))));
             QVERIFY(old->exec(QStringLiteral("DROP TABLE issued_lines")));
             QVERIFY(old->exec(QStringLiteral("DROP TABLE issued_revisions")));
+            QVERIFY(old->exec(QStringLiteral("DROP TABLE brands")));
             QVERIFY(old->exec(onServer ? QStringLiteral("UPDATE store_version SET version = 3")
                                        : QStringLiteral("PRAGMA user_version = 3")));
         }

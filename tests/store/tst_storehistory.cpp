@@ -131,7 +131,7 @@ private slots:
             QVERIFY(db.open());
             QSqlQuery q(db);
             QVERIFY(q.exec(QStringLiteral("PRAGMA user_version")) && q.next());
-            QCOMPARE(q.value(0).toInt(), 6);
+            QCOMPARE(q.value(0).toInt(), 7);
             QVERIFY(q.exec(QStringLiteral("SELECT COUNT(*) FROM issued_lines")) && q.next());
             QVERIFY(q.value(0).toInt() > 0);
         }

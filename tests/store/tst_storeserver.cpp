@@ -122,7 +122,7 @@ private slots:
         QVERIFY(store->isEmpty());
         RawDatabase raw(m_server->port(), name);
         QVERIFY(raw.isOpen());
-        QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 6);
+        QCOMPARE(raw.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 7);
         // Ids number themselves on the server as well.
         const qint64 first = store->createJob(oneJob());
         JobContents second = oneJob();
@@ -163,7 +163,7 @@ private slots:
         }
         const auto store = Store::open(m_server->location(name));
         RawDatabase check(m_server->port(), name);
-        QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 6);
+        QCOMPARE(check.value(QStringLiteral("SELECT version FROM store_version")).toInt(), 7);
         QCOMPARE(store->jobs(), (QList<JobSummary>{{1,
                                                     QStringLiteral("23-0042"),
                                                     QStringLiteral("Old Library Annex"),

@@ -1,10 +1,16 @@
 // What the office keeps besides its jobs: the customer directory (edited, merged), the
 // recipients of a job's letters (ordered, removed), the welcome of a first start and the Help
 // menu's list of keys.
+#include "contracts/applicationservices.h"
 #include "contracts/customer.h"
+#include "contracts/customerfinder.h"
+#include "contracts/customersearchresult.h"
 #include "contracts/customers.h"
 #include "csvtable.h"
+#include "customerchooser.h"
 #include "customerdialog.h"
+#include "frame/usercontrol.h"
+#include "rules/customerchoice.h"
 #include "importdialog.h"
 #include "jobdialog.h"
 #include "officeimports.h"
@@ -32,10 +38,12 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QSqlDatabase>
+#include <QTabWidget>
 #include <QSqlQuery>
 
 using ZebObjects::CustomerRecord;
@@ -168,6 +176,112 @@ private slots:
         QVERIFY(add.answered());
         QVERIFY(named);
         QCOMPARE(m_store->directoryCustomers().first().name, QStringLiteral("Cobalt Lighting"));
+    }
+
+    void aCustomersPageSearchThatFindsNobodyOffersTheNameAsANewCustomer()
+    {
+        m_store->addDirectoryCustomers({customer(
+            QStringLiteral("H1"), QStringLiteral("Harbor Supply"), QStringLiteral("Astoria"))});
+        ZebObjects::JobContents c;
+        c.number = QStringLiteral("1");
+        c.name = QStringLiteral("Job");
+        const qint64 id = m_store->createJob(c);
+        ZebObjects::Runtime::setApplicationServices(m_store->applicationServices());
+        Workstation::Options options;
+        options.remember = false;
+        Workstation window(FormDescription::fromFile(QStringLiteral(":/forms/workbench.json")),
+                           m_store, options);
+        window.openJob(id);
+        // As the workstation's program sets up its users' searches.
+        ZebObjects::CustomerChooser::install();
+        ZebObjects::CustomerChooser::setTellsWhenNothingFound(true);
+        ZebObjects::CustomerChooser::installNewCustomerOffer(&CustomerDialog::askNew);
+        const auto restore = qScopeGuard([] {
+            ZebObjects::CustomerChoice::setChooser({});
+            ZebObjects::CustomerChoice::setNothingFound({});
+            ZebObjects::CustomerChoice::setNewCustomer({});
+            ZebObjects::CustomerChooser::setTellsWhenNothingFound(false);
+        });
+        window.show();
+        QTabWidget* tabs = window.findChild<QTabWidget*>();
+        for (int i = 0; i < tabs->count(); ++i)
+            if (tabs->tabText(i) == QLatin1String("Customers"))
+                tabs->setCurrentIndex(i);
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        auto* panel = window.findChild<ZebSubCtl::UserControl*>(QStringLiteral("ctlCustomers"));
+        QVERIFY(panel && panel->isVisible());
+        auto* name = panel->findChild<QLineEdit*>(QStringLiteral("txtNameKeyword"));
+        QTest::mouseClick(name, Qt::LeftButton);
+        QTest::keyClicks(name, QStringLiteral("Cobalt Lighting"));
+
+        QString title;
+        QString text;
+        ZebTest::WhenModal<QMessageBox> offer([&](QMessageBox& box) {
+            title = box.windowTitle();
+            text = box.text();
+            if (QAbstractButton* yes = box.button(QMessageBox::Yes))
+                yes->click();
+        });
+        QString company;
+        ZebTest::WhenModal<CustomerDialog> add([&](CustomerDialog& d) {
+            QCOMPARE(d.windowTitle(), QStringLiteral("New Customer"));
+            company = d.findChild<QLineEdit*>(QStringLiteral("txtCompany"))->text();
+            auto* city = d.findChild<QLineEdit*>(QStringLiteral("txtCity"));
+            city->setFocus();
+            QTest::keyClicks(city, QStringLiteral("Salem"));
+            QTest::mouseClick(d.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+        });
+        QTest::mouseClick(panel->findChild<QAbstractButton*>(QStringLiteral("cmdSearch")),
+                          Qt::LeftButton);
+        QVERIFY(offer.answered());
+        QCOMPARE(title, QStringLiteral("Customer Search"));
+        QCOMPARE(text, QStringLiteral("No customer matches \"Cobalt Lighting\".\nAdd a new "
+                                      "customer named \"Cobalt Lighting\"?"));
+        QVERIFY(add.answered());
+        QCOMPARE(company, QStringLiteral("Cobalt Lighting"));
+
+        // The new customer is in the directory and is the one found: Add takes it to the job.
+        const auto directory = m_store->directoryCustomers();
+        QCOMPARE(directory.size(), 2);
+        QCOMPARE(directory.last().name, QStringLiteral("Cobalt Lighting"));
+        QCOMPARE(directory.last().city, QStringLiteral("Salem"));
+        QCOMPARE(directory.last().key, QStringLiteral("C1"));
+        QTest::mouseClick(panel->findChild<QAbstractButton*>(QStringLiteral("cmdAdd")),
+                          Qt::LeftButton);
+        const auto customers = window.job()->customers();
+        QCOMPARE(customers->Count(), qint16(1));
+        QCOMPARE(customers->Item(1)->Name(), QStringLiteral("Cobalt Lighting"));
+        QCOMPARE(m_store->openJob(id)->customers()->Count(), qint16(1));
+    }
+
+    void declinedTheOfferAddsNobody()
+    {
+        ZebObjects::JobContents c;
+        c.number = QStringLiteral("1");
+        c.name = QStringLiteral("Job");
+        m_store->createJob(c);
+        ZebObjects::CustomerChooser::setTellsWhenNothingFound(true);
+        ZebObjects::CustomerChooser::installNewCustomerOffer(&CustomerDialog::askNew);
+        const auto restore = qScopeGuard([] {
+            ZebObjects::CustomerChoice::setNewCustomer({});
+            ZebObjects::CustomerChooser::setTellsWhenNothingFound(false);
+        });
+        const auto finder = m_store->applicationServices()->CreateCustomerFinder();
+        QString text;
+        ZebTest::WhenModal<QMessageBox> offer([&](QMessageBox& box) {
+            text = box.text();
+            if (QAbstractButton* no = box.button(QMessageBox::No))
+                no->click();
+        });
+        const auto result = finder->Search(
+            false, true, false, false, false, QVariant(), QStringLiteral("Cobalt"), QString(),
+            QString(), QString(), QString(), QString(), QString(), QString(), 0);
+        QVERIFY(offer.answered());
+        QCOMPARE(text, QStringLiteral("No customer matches \"Cobalt\".\nAdd a new customer named "
+                                      "\"Cobalt\"?"));
+        QVERIFY(!result);
+        QCOMPARE(m_store->directoryCount(), 0);
     }
 
     void recipientsAreOrderedAndRemovedOnTheirPage()

@@ -129,14 +129,15 @@ private slots:
         TableImport a = OfficeImports::lineItems();
         a.setTable(CsvTable::read(kData + QStringLiteral("/lines-quoting-system.csv")));
         a.guessMapping();
-        // Quantity, Type, Brand, Catalog Number, Description, Group, MTO, Comment, Selected.
-        QCOMPARE(a.mapping(), (QList<int>{1, 0, 2, 3, 4, 5, 6, 7, -1}));
+        // Quantity, Type, Brand, Catalog Number, Description, Group, MTO, Comment, Selected,
+        // Manufacturer: a lone "Manufacturer" column is the brand.
+        QCOMPARE(a.mapping(), (QList<int>{1, 0, 2, 3, 4, 5, 6, 7, -1, -1}));
         TableImport b = OfficeImports::lineItems();
         b.setTable(CsvTable::read(kData + QStringLiteral("/lines-spreadsheet-export.csv")));
         b.guessMapping();
         QCOMPARE(b.table().delimiter, ';');
         QCOMPARE(b.table().encoding, QStringLiteral("Windows-1252"));
-        QCOMPARE(b.mapping(), (QList<int>{0, 2, 3, 1, 4, 5, -1, 6, -1}));
+        QCOMPARE(b.mapping(), (QList<int>{0, 2, 3, 1, 4, 5, -1, 6, -1, -1}));
     }
 
     void everyBadCellIsNamedByRowAndColumn()
@@ -173,7 +174,8 @@ private slots:
         QCOMPARE(
             r.out,
             QStringLiteral("Imported 5 lines from \"%1/lines-quoting-system.csv\" into job 25-0001 "
-                           "(added after its 0 lines; it has 5 lines)\n")
+                           "(added after its 0 lines; it has 5 lines); 4 brands added to the "
+                           "office\n")
                 .arg(kData));
         r = run({QStringLiteral("--db"), m_db, QStringLiteral("--job"), QStringLiteral("25-0001"),
                  QStringLiteral("--import-lines"),
@@ -276,11 +278,15 @@ private slots:
         QCOMPARE(dialog.problemList()->count(), 2);
         QCOMPARE(dialog.problemList()->item(0)->text(),
                  QStringLiteral("Row 2, column \"Quantity\": the quantity is missing"));
-        QCOMPARE(dialog.preview()->item(0, 0)->toolTip(),
+        const QAbstractItemModel* preview = dialog.preview();
+        QCOMPARE(preview->index(0, 0).data(Qt::ToolTipRole).toString(),
                  QStringLiteral("Row 2, column \"Quantity\": the quantity is missing"));
-        QCOMPARE(dialog.preview()->item(0, 1)->text(), QStringLiteral("A"));
-        QVERIFY(dialog.preview()->item(0, 0)->background()
-                != dialog.preview()->item(0, 1)->background());
+        QCOMPARE(preview->index(0, 0).data(Qt::AccessibleDescriptionRole).toString(),
+                 QStringLiteral("Row 2, column \"Quantity\": the quantity is missing"));
+        QCOMPARE(preview->index(0, 1).data().toString(), QStringLiteral("A"));
+        QCOMPARE(preview->headerData(0, Qt::Vertical).toInt(), 2);
+        QVERIFY(preview->index(0, 0).data(Qt::BackgroundRole)
+                != preview->index(0, 1).data(Qt::BackgroundRole));
         QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblSummary"))->text(),
                  QStringLiteral("2 of 2 rows are not right; nothing is imported until they are "
                                 "fixed in the file or "
