@@ -23,6 +23,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QPushButton>
+#include <QStringBuilder>
 
 namespace ZebSubCtl {
 
@@ -31,7 +32,7 @@ ZEB_REGISTER_CONTROL(ctlTextSelect)
 namespace {
 
 const QString kModule = QStringLiteral("ctlTextSelect");
-const QString kItemKeyPrefix = QStringLiteral("TEXTOBJECT");
+constexpr QLatin1StringView kItemKeyPrefix("TEXTOBJECT");
 const QString kReformatted = QStringLiteral(
     "Your text contains unsupported characters and will be reformatted.\r\n"
     "Please review the paragraph to be certain you are satisfied with the new format\r\n"
@@ -49,6 +50,13 @@ ToolTipRegistry& tipsOf(ToolTipRegistry* registry)
     if (!registry)
         raiseObjectNotSet();
     return *registry;
+}
+
+// The list item's key of a text object's key: built in one allocation, as a fill makes one per
+// paragraph.
+QString itemKey(const QString& key)
+{
+    return kItemKeyPrefix % key;
 }
 
 // A paragraph as one list line: each line break shows as two blanks.
@@ -360,7 +368,7 @@ void ctlTextSelect::Populate()
             for (const auto& object : objects) {
                 const QString key = objectRef(object).Key();
                 const QString text = object->Text();
-                const int item = ListView->addItem(kItemKeyPrefix + key, displayText(text));
+                const int item = ListView->addItem(itemKey(key), displayText(text));
                 ListView->setChecked(item, object->Selected());
                 ListView->setTag(item, key);
             }
@@ -670,10 +678,10 @@ void ctlTextSelect::mTextObjects_ItemAdded(const QString& key)
                    Ending::report(), [&] {
                        const auto textObject = objectRef(mTextObjects).Item(key);
                        const QString text = objectRef(textObject).Text();
-                       const int item = ListView->addItem(kItemKeyPrefix + key, displayText(text));
+                       const int item = ListView->addItem(itemKey(key), displayText(text));
                        ListView->setTag(item, key);
                        ListView->setChecked(item, textObject->Selected());
-                       const int index = ListView->row(kItemKeyPrefix + key);
+                       const int index = ListView->row(itemKey(key));
                        tipsOf(mToolTip).addTool(ListView->viewport(), index,
                                                 ListView->itemRect(index), textObject->Text());
                    });
@@ -682,7 +690,7 @@ void ctlTextSelect::mTextObjects_ItemAdded(const QString& key)
 void ctlTextSelect::mTextObjects_ItemDeleted(const QString& key)
 {
     ErrorPath::run(Procedure::untraced(this, QStringLiteral("mTextObjects_ItemDeleted()")),
-                   Ending::report(), [&] { ListView->removeItem(kItemKeyPrefix + key); });
+                   Ending::report(), [&] { ListView->removeItem(itemKey(key)); });
 }
 
 void ctlTextSelect::mTextObjects_ItemInserted(const QString& key, qint32 position)
@@ -692,8 +700,8 @@ void ctlTextSelect::mTextObjects_ItemInserted(const QString& key, qint32 positio
                        const auto textObject = objectRef(mTextObjects).Item(key);
                        const QString text = objectRef(textObject).Text();
                        // No tag: commands on this item pass an empty key until the next rebuild.
-                       const int item = ListView->insertItem(position - 1, kItemKeyPrefix + key,
-                                                             displayText(text));
+                       const int item =
+                           ListView->insertItem(position - 1, itemKey(key), displayText(text));
                        ListView->setChecked(item, textObject->Selected());
                        ListView->setSelectedRow(item);
                        UpdateToolTipText();
