@@ -14,6 +14,8 @@
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -65,6 +67,12 @@ struct Column {
 // second array and compares the characters of every key it meets, which made the hash most of
 // the cost of filling a list of 100,000 items.
 //
+// Within a batch, keys appended at the end wait in a list and are placed together at the end of
+// the batch, each slot fetched from memory a few keys ahead of its use, so that the fill does not
+// wait for one slot after the other. A duplicate is still refused at once: a bit array of the
+// hashes held (small enough to stay in the cache) says for most keys that they are new; only a
+// key whose bit is set is looked up, after the waiting keys are placed.
+//
 // The slots hold row numbers: a change of rows tells the index before the rows vector changes
 // (insert(), remove()), and the index renumbers the later rows itself.
 class KeyIndex {
@@ -74,6 +82,8 @@ public:
     void clear()
     {
         m_slots = {};
+        m_seen = {};
+        m_waiting = {};
         m_size = 0;
     }
 
@@ -83,21 +93,42 @@ public:
             rehash(keys);
     }
 
+    // Keys appended from now on may wait (see above) until endBatch().
+    void beginBatch() { m_batch = true; }
+    void endBatch()
+    {
+        m_batch = false;
+        placeWaiting();
+    }
+
     // The row of key, or -1.
-    int find(const QString& key) const { return find(key, hashOf(key)); }
+    int find(const QString& key)
+    {
+        placeWaiting();
+        return find(key, hashOf(key));
+    }
 
     // Adds the key of a row about to be put at row (rows from there move down by one); false,
     // with nothing changed, when the key is already there.
     bool insert(const QString& key, int row)
     {
         const quint32 hash = hashOf(key);
-        if (find(key, hash) >= 0)
-            return false;
         reserve(m_size + 1);
+        if (mayHold(hash)) {
+            placeWaiting();
+            if (find(key, hash) >= 0)
+                return false;
+        }
+        markHeld(hash);
+        ++m_size;
+        if (m_batch && std::size_t(row) == m_rows.size()) {
+            m_waiting.push_back(Slot{hash, row});
+            return true;
+        }
+        placeWaiting();
         if (std::size_t(row) < m_rows.size())
             renumber(row, +1);
         place(hash, row);
-        ++m_size;
         return true;
     }
 
@@ -105,6 +136,7 @@ public:
     // one (at the end of the list there are none, and a removal costs no pass over the index).
     void remove(const QString& key, int row, bool laterRows)
     {
+        placeWaiting();
         if (m_slots.empty())
             return;
         const quint32 hash = hashOf(key);
@@ -124,6 +156,8 @@ public:
 
 private:
     static constexpr qint32 kEmpty = -1;
+    // How many waiting keys ahead a slot is fetched.
+    static constexpr std::size_t kAhead = 16;
     struct Slot {
         quint32 hash = 0;
         qint32 row = kEmpty;
@@ -131,6 +165,24 @@ private:
 
     static quint32 hashOf(const QString& key) { return quint32(qHash(key)); }
     std::size_t mask() const { return m_slots.size() - 1; }
+
+    // The bit array has two bits per slot, indexed by the hash's high bits (the slots use the
+    // low ones). Bits are never cleared on removal: a stale bit only costs a look-up.
+    std::size_t seenBit(quint32 hash) const
+    {
+        return std::size_t((quint64(hash) * 0x9E3779B97F4A7C15ull) >> 32)
+               & (m_seen.size() * 64 - 1);
+    }
+    bool mayHold(quint32 hash) const
+    {
+        const std::size_t bit = seenBit(hash);
+        return m_seen[bit / 64] >> (bit % 64) & 1;
+    }
+    void markHeld(quint32 hash)
+    {
+        const std::size_t bit = seenBit(hash);
+        m_seen[bit / 64] |= quint64(1) << (bit % 64);
+    }
 
     int find(const QString& key, quint32 hash) const
     {
@@ -151,6 +203,17 @@ private:
         while (m_slots[i].row != kEmpty)
             i = (i + 1) & mask();
         m_slots[i] = Slot{hash, row};
+    }
+
+    void placeWaiting()
+    {
+        const std::size_t n = m_waiting.size();
+        for (std::size_t k = 0; k < n; ++k) {
+            if (k + kAhead < n)
+                __builtin_prefetch(&m_slots[m_waiting[k + kAhead].hash & mask()], 1);
+            place(m_waiting[k].hash, m_waiting[k].row);
+        }
+        m_waiting.clear();
     }
 
     // Empties slot i and moves later slots of the same run back, so that no probe stops short.
@@ -176,18 +239,26 @@ private:
 
     void rehash(std::size_t keys)
     {
+        placeWaiting();
         std::size_t capacity = 16;
         while (capacity < 2 * keys)
             capacity *= 2;
         std::vector<Slot> old = std::exchange(m_slots, std::vector<Slot>(capacity));
-        for (const Slot& slot : old)
-            if (slot.row != kEmpty)
+        m_seen.assign(std::max<std::size_t>(1, capacity * 2 / 64), 0);
+        for (const Slot& slot : old) {
+            if (slot.row != kEmpty) {
                 place(slot.hash, slot.row);
+                markHeld(slot.hash);
+            }
+        }
     }
 
     const std::vector<Row>& m_rows;
     std::vector<Slot> m_slots;
+    std::vector<quint64> m_seen;
+    std::vector<Slot> m_waiting;
     std::size_t m_size = 0;
+    bool m_batch = false;
 };
 
 }  // namespace
@@ -290,12 +361,19 @@ public:
 
     // --- batching
     bool inBatch() const { return m_depth > 0; }
-    void beginUpdate() { ++m_depth; }
+    void beginUpdate()
+    {
+        if (m_depth++ == 0)
+            rowOfKey.beginBatch();
+    }
     void endUpdate()
     {
-        if (m_depth > 0 && --m_depth == 0 && m_resetting) {
-            m_resetting = false;
-            endResetModel();
+        if (m_depth > 0 && --m_depth == 0) {
+            rowOfKey.endBatch();
+            if (m_resetting) {
+                m_resetting = false;
+                endResetModel();
+            }
         }
     }
     bool batching()

@@ -229,8 +229,19 @@ void tst_KeyedListView::everyKeyFindsItsRowThroughInsertsRemovalsAndDuplicates()
     for (int step = 0; step < 3000; ++step) {
         const std::size_t op = pick(9);
         const bool batch = op == 9;
-        if (batch)
+        if (batch) {
+            // A batch of appends, and a key of the batch refused within it.
             list.beginUpdate();
+            const std::size_t appends = 1 + pick(40);
+            for (std::size_t i = 0; i < appends; ++i) {
+                const QString key = QStringLiteral("K%1").arg(next++);
+                QCOMPARE(list.addItem(key, key), int(shadow.size()));
+                shadow.push_back(key);
+            }
+            const QString again = shadow[shadow.size() - 1 - pick(appends - 1)];
+            QCOMPARE(failureOf([&] { list.addItem(again, QString()); }).first, 35602);
+            QCOMPARE(list.find(shadow.back()), int(shadow.size()) - 1);
+        }
         if (op <= 4 || shadow.empty()) {
             // Mostly adds at the end; some at the front or anywhere.
             const QString key = QStringLiteral("K%1").arg(next++);
@@ -245,7 +256,7 @@ void tst_KeyedListView::everyKeyFindsItsRowThroughInsertsRemovalsAndDuplicates()
                 list.removeItem(int(at));
             QCOMPARE(list.find(shadow[at]), -1);
             shadow.erase(shadow.begin() + qsizetype(at));
-        } else if (!shadow.empty()) {
+        } else if (op == 8) {
             // A key already there is refused and changes nothing.
             const QString key = shadow[pick(shadow.size() - 1)];
             QCOMPARE(failureOf([&] { list.addItem(key, QString()); }).first, 35602);
@@ -253,7 +264,7 @@ void tst_KeyedListView::everyKeyFindsItsRowThroughInsertsRemovalsAndDuplicates()
         if (batch)
             list.endUpdate();
         QCOMPARE(list.count(), int(shadow.size()));
-        if (step % 50 == 0 || step > 2950) {
+        if (step % 100 == 0 || step > 2980) {
             for (std::size_t row = 0; row < shadow.size(); ++row) {
                 QCOMPARE(list.find(shadow[row]), int(row));
                 QCOMPARE(list.key(int(row)), shadow[row]);

@@ -59,13 +59,21 @@ QString itemKey(const QString& key)
     return kItemKeyPrefix % key;
 }
 
-// A paragraph as one list line: each line break shows as two blanks.
+// A paragraph as one list line: each line break shows as two blanks. The pair and the blanks
+// are as long, so the text is rewritten in place, and a text without one is taken as it is.
 QString displayText(const QString& text)
 {
-    if (!text.contains(u'\r'))
+    qsizetype at = text.indexOf(u'\r');
+    if (at < 0)
         return text;
     QString out = text;
-    out.replace(QStringLiteral("\r\n"), QStringLiteral("  "));
+    QChar* chars = out.data();
+    for (const qsizetype end = out.size() - 1; at < end; ++at) {
+        if (chars[at] == u'\r' && chars[at + 1] == u'\n') {
+            chars[at] = chars[at + 1] = u' ';
+            ++at;
+        }
+    }
     return out;
 }
 
@@ -85,30 +93,26 @@ ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
     setAccessibleName(QStringLiteral("Text list"));
     setAccessibleDescription(QStringLiteral("Reusable paragraphs or remarks: tick the ones to use, "
                                             "add, edit, delete and reorder them."));
-    txtNewComment = new MultiLineTextBox(this);
-    txtNewComment->setObjectName(QStringLiteral("txtNewComment"));
-    txtNewComment->setGeometry(twipsRect(75, 75, 4575, 1200));
+    txtNewComment =
+        makeChild<MultiLineTextBox>(this, "txtNewComment", twipsRect(75, 75, 4575, 1200));
     txtNewComment->setAccessibleName(QStringLiteral("New text"));
     txtNewComment->setAccessibleDescription(QStringLiteral(
         "Type a new paragraph or remark here, then choose Add to put it in the list."));
 
-    chkIsSelected = new CheckBox(QStringLiteral("Selected"), this);
-    chkIsSelected->setObjectName(QStringLiteral("chkIsSelected"));
-    chkIsSelected->setGeometry(twipsRect(4875, 75, 975, 225));
+    chkIsSelected = makeChild<CheckBox>(this, "chkIsSelected", twipsRect(4875, 75, 975, 225),
+                                        QStringLiteral("Selected"));
 
     cmdAdd = makeChild<QPushButton>(this, "cmdAdd", twipsRect(4875, 375, 1050, 375),
                                     QStringLiteral("&Add"));
     cmdCancel = makeChild<QPushButton>(this, "cmdCancel", twipsRect(4875, 900, 1050, 375),
                                        QStringLiteral("&Cancel"));
 
-    Line1 = new LineShape(this);
-    Line1->setObjectName(QStringLiteral("Line1"));
+    // A line is placed by its end points.
+    Line1 = makeChild<LineShape>(this, "Line1", QRect());
     Line1->setPoints(twipsToPixels(75), twipsToPixels(1350), twipsToPixels(6075),
                      twipsToPixels(1350));
 
-    ListView = new KeyedListView(this);
-    ListView->setObjectName(QStringLiteral("ListView"));
-    ListView->setGeometry(twipsRect(75, 1425, 6000, 3225));
+    ListView = makeChild<KeyedListView>(this, "ListView", twipsRect(75, 1425, 6000, 3225));
     ListView->setCheckBoxes(true);
     ListView->addColumn(QString(), QStringLiteral("Text"));
     ListView->setAccessibleName(QStringLiteral("Texts"));
