@@ -1,17 +1,23 @@
 // The paragraph list against what one writes by hand in plain Qt: a QListView with uniform item
 // sizes over a QStandardItemModel that is filled with the same checkable texts, each with its
-// tool tip, in one batch before it is set on the view. Both widgets are shown, at the same size,
-// and measured in the same iteration; the counters give both times and their ratio.
+// tool tip, in one batch before it is set on the view. The control is made as a host makes it:
+// by identifier through the control registry, bound by property name. Both widgets are shown at
+// the same size and measured in the same iteration, in alternating order; each time runs until
+// every posted event (deferred deletes included) is handled and the first paint is done. The
+// counters are medians: both times and the median of the per-iteration ratios.
 //
 //   BM_Bind/N      binding N paragraphs (fill, every tool tip, the first paint) against the
-//                  hand-written fill
+//                  hand-written fill of a shown, empty QListView
 //   BM_MouseMove   one pointer move over a list of 10,000 (every tool rectangle refreshed)
-//   BM_ItemMoved   Move Down on a list of 10,000 (the list rebuilt) against the hand-written
-//                  fill of 10,000
+//   BM_ItemMoved   Move Down on a list of 10,000 (the list rebuilt, the old rows dropped)
+//                  against the hand-written view given a new model of 10,000 (the old one
+//                  deleted)
 
 #include "benchsupport.h"
+#include "contracts/textobjects.h"
+#include "frame/controlregistry.h"
+#include "frame/usercontrol.h"
 #include "objects/standaloneservices.h"
-#include "controls/textselect/ctltextselect.h"
 #include "objects/standalonetextobjects.h"
 #include "platform/keyedlistview.h"
 
@@ -23,18 +29,17 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <map>
 #include <memory>
 
 using namespace ZebSubCtl;
-using Clock = std::chrono::steady_clock;
 
-using ZebBench::seconds;
-using ZebBench::settle;
+using ZebBench::settleAll;
+using ZebBench::timeSettled;
 
 namespace {
 
+const QString kIdentifier = QStringLiteral("ZebSubmittalControls.ctlTextSelect");
 constexpr QSize kControlSize(410, 352);
 // The list inside the control at kControlSize without the entry area.
 constexpr QSize kListSize(400, 302);
@@ -60,73 +65,88 @@ std::unique_ptr<QListView> shownPlainList()
     list->setUniformItemSizes(true);
     list->resize(kListSize);
     list->show();
+    settleAll();
     return list;
 }
 
-// The hand-written fill: one checkable QStandardItem per paragraph with its tool tip, appended
-// to the model in one batch, and the model set on the view once it is full.
-std::unique_ptr<QStandardItemModel> fillPlainList(QListView& list,
-                                                  const ZebObjects::TextObjects& texts)
+// The hand-written fill: one checkable QStandardItem per paragraph (its flags set in one call,
+// its line breaks replaced only where it has any) with its tool tip, appended
+// to a new model in one batch, and the model set on the view once it is full. The view's earlier
+// model, if any, is deleted once the view has let go of it.
+QStandardItemModel* fillPlainList(QListView& list, const ZebObjects::TextObjects& texts)
 {
-    auto model = std::make_unique<QStandardItemModel>();
+    auto* model = new QStandardItemModel(&list);
     QList<QStandardItem*> items;
     const auto objects = texts.Enumerate();
     items.reserve(qsizetype(objects.size()));
     for (const auto& object : objects) {
         const QString text = object->Text();
-        auto* item =
-            new QStandardItem(QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("  ")));
-        item->setEditable(false);
-        item->setCheckable(true);
+        // Line breaks show as two blanks; texts without one are taken as they are.
+        auto* item = new QStandardItem(text.contains(u'\r') ? QString(text).replace(
+                                           QStringLiteral("\r\n"), QStringLiteral("  "))
+                                                            : text);
+        item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable
+                       | Qt::ItemNeverHasChildren);
         item->setCheckState(object->Selected() ? Qt::Checked : Qt::Unchecked);
         item->setToolTip(text);
         items.append(item);
     }
     model->appendColumn(items);
-    list.setModel(model.get());
+    QAbstractItemModel* old = list.model();
+    list.setModel(model);
+    if (old && old->parent() == &list)
+        old->deleteLater();
     return model;
 }
 
-double baselineFill(const ZebObjects::TextObjects& texts)
+// The control as a host makes it: by identifier, at its size, shown.
+std::unique_ptr<UserControl> shownControl()
 {
-    auto list = shownPlainList();
-    settle();
-    const auto start = Clock::now();
-    const auto model = fillPlainList(*list, texts);
-    settle();
-    const double elapsed = seconds(start, Clock::now());
-    list.reset();
-    return elapsed;
-}
-
-std::unique_ptr<ctlTextSelect> shownControl()
-{
-    auto control = std::make_unique<ctlTextSelect>();
+    std::unique_ptr<UserControl> control(ControlRegistry::instance().create(kIdentifier));
     control->resize(kControlSize);
     control->show();
-    settle();
+    settleAll();
     return control;
 }
 
-double controlBind(const std::shared_ptr<ZebObjects::StandaloneTextObjects>& texts)
+// The host's binding: the collection handed over by property name.
+bool bind(UserControl& control, const std::shared_ptr<ZebObjects::TextObjects>& texts)
 {
-    auto control = shownControl();
-    const auto start = Clock::now();
-    control->setTextObjects(texts);
-    settle();
-    const double elapsed = seconds(start, Clock::now());
-    control->setTextObjects(nullptr);
-    return elapsed;
+    return control.setProperty("TextObjects", QVariant::fromValue(texts));
 }
 
-void sendMove(QWidget* viewport, QPoint pos)
+KeyedListView* listOf(UserControl& control)
 {
-    QMouseEvent move(QEvent::MouseMove, pos, viewport->mapToGlobal(pos), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
-    QCoreApplication::sendEvent(viewport, &move);
+    return control.findChild<KeyedListView*>(QStringLiteral("ListView"));
 }
 
-std::map<int, double>& bindSeconds()
+// One iteration's hand-written bind; false when the view did not paint.
+bool baselineBind(const ZebObjects::TextObjects& texts, ZebBench::Timing& elapsed)
+{
+    const auto list = shownPlainList();
+    const ZebBench::PaintCounter painted(list->viewport());
+    elapsed = timeSettled([&] { fillPlainList(*list, texts); });
+    return painted.paints() > 0;
+}
+
+// One iteration's bind of a new control; an empty text when it went as it should.
+QString controlBind(const std::shared_ptr<ZebObjects::TextObjects>& texts,
+                    ZebBench::Timing& elapsed)
+{
+    const auto control = shownControl();
+    const ZebBench::PaintCounter painted(listOf(*control)->viewport());
+    bool bound = false;
+    elapsed = timeSettled([&] { bound = bind(*control, texts); });
+    if (!bound)
+        return QStringLiteral("the control does not take TextObjects by name");
+    if (listOf(*control)->count() != texts->Count())
+        return QStringLiteral("the list does not show every paragraph");
+    if (painted.paints() == 0)
+        return QStringLiteral("the list did not paint");
+    return {};
+}
+
+std::map<int, double>& bindMedians()
 {
     static std::map<int, double> s;
     return s;
@@ -135,97 +155,130 @@ std::map<int, double>& bindSeconds()
 void BM_Bind(benchmark::State& state)
 {
     const int count = int(state.range(0));
-    const auto texts = paragraphs(count);
-    double control = 0;
-    double baseline = 0;
+    const std::shared_ptr<ZebObjects::TextObjects> texts = paragraphs(count);
+    ZebBench::Samples samples;
     for (auto _ : state) {
-        const double b = baselineFill(*texts);
-        const double c = controlBind(texts);
-        baseline += b;
-        control += c;
-        state.SetIterationTime(c);
+        ZebBench::Timing control;
+        ZebBench::Timing baseline;
+        bool plainPainted = true;
+        QString problem;
+        if (samples.baselineFirst()) {
+            plainPainted = baselineBind(*texts, baseline);
+            problem = controlBind(texts, control);
+        } else {
+            problem = controlBind(texts, control);
+            plainPainted = baselineBind(*texts, baseline);
+        }
+        settleAll();
+        if (!problem.isEmpty() || !plainPainted) {
+            state.SkipWithError(problem.isEmpty() ? "the plain list did not paint"
+                                                  : qPrintable(problem));
+            return;
+        }
+        samples.add(control, baseline);
+        state.SetIterationTime(control.wall);
     }
-    const double n = double(state.iterations());
-    ZebBench::reportAgainstBaseline(state, control, baseline);
-    bindSeconds()[count] = control / n;
-    if (count == 100000 && bindSeconds().count(10000))
-        state.counters["growth_100k_over_10k"] = bindSeconds()[100000] / bindSeconds()[10000];
+    ZebBench::reportMedians(state, samples);
+    // The growth compares processor times: a shared machine stretches wall times of runs made at
+    // different moments unevenly.
+    bindMedians()[count] = samples.controlCpuMedian();
+    if (count == 100000 && bindMedians().count(10000))
+        state.counters["growth_100k_over_10k"] = bindMedians()[100000] / bindMedians()[10000];
 }
 // In this order: the 100,000 run reports its growth over the 10,000 run.
-BENCHMARK(BM_Bind)->Arg(1000)->Iterations(20)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Bind)->Arg(10000)->Iterations(8)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Bind)->Arg(100000)->Iterations(3)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Bind)->Arg(1000)->Iterations(31)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Bind)->Arg(10000)->Iterations(15)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Bind)->Arg(100000)->Iterations(7)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void sendMove(QWidget* viewport, QPoint pos)
+{
+    QMouseEvent move(QEvent::MouseMove, pos, viewport->mapToGlobal(pos), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(viewport, &move);
+}
 
 void BM_MouseMove(benchmark::State& state)
 {
     const int count = int(state.range(0));
-    const auto texts = paragraphs(count);
-    auto control = shownControl();
-    control->setTextObjects(texts);
-    settle();
-    QWidget* viewport = control->findChild<KeyedListView*>(QStringLiteral("ListView"))->viewport();
+    const std::shared_ptr<ZebObjects::TextObjects> texts = paragraphs(count);
+    const auto control = shownControl();
+    if (!bind(*control, texts)) {
+        state.SkipWithError("the control does not take TextObjects by name");
+        return;
+    }
+    settleAll();
+    QWidget* viewport = listOf(*control)->viewport();
 
-    auto plain = shownPlainList();
+    const auto plain = shownPlainList();
     plain->setMouseTracking(true);
-    const auto plainModel = fillPlainList(*plain, *texts);
-    settle();
+    fillPlainList(*plain, *texts);
+    settleAll();
 
-    double ours = 0;
-    double theirs = 0;
+    ZebBench::Samples samples;
     int step = 0;
     for (auto _ : state) {
         const QPoint at(40 + step % 7, 20 + (step * 13) % 200);
         ++step;
-        auto start = Clock::now();
-        sendMove(plain->viewport(), at);
-        theirs += seconds(start, Clock::now());
-        start = Clock::now();
-        sendMove(viewport, at);
-        const double c = seconds(start, Clock::now());
-        ours += c;
-        state.SetIterationTime(c);
+        const ZebBench::Timing b = ZebBench::timeStep([&] { sendMove(plain->viewport(), at); });
+        const ZebBench::Timing c = ZebBench::timeStep([&] { sendMove(viewport, at); });
+        samples.add(c, b);
+        state.SetIterationTime(c.wall);
     }
-    ZebBench::reportAgainstBaseline(state, ours, theirs);
+    ZebBench::reportMedians(state, samples);
     state.counters["target_ms"] = 2.0;
 }
 BENCHMARK(BM_MouseMove)
     ->Arg(10000)
-    ->Iterations(200)
+    ->Iterations(201)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
 void BM_ItemMoved(benchmark::State& state)
 {
     const int count = int(state.range(0));
-    const auto texts = paragraphs(count);
-    auto control = shownControl();
-    control->setAllowReorder(true);
-    control->setAllowSave(true);
-    control->setTextObjects(texts);
-    settle();
-    auto* list = control->findChild<KeyedListView*>(QStringLiteral("ListView"));
+    const std::shared_ptr<ZebObjects::TextObjects> texts = paragraphs(count);
+    const auto control = shownControl();
+    control->setProperty("AllowReorder", true);
+    control->setProperty("AllowSave", true);
+    if (!bind(*control, texts)) {
+        state.SkipWithError("the control does not take TextObjects by name");
+        return;
+    }
+    settleAll();
+    KeyedListView* list = listOf(*control);
     auto* moveDown = control->findChild<QPushButton*>(QStringLiteral("cmdMoveDown"));
     auto* moveUp = control->findChild<QPushButton*>(QStringLiteral("cmdMoveUp"));
     list->setSelectedRow(count / 2);
 
-    double ours = 0;
-    double baseline = 0;
+    const auto plain = shownPlainList();
+    fillPlainList(*plain, *texts);
+    settleAll();
+
+    ZebBench::Samples samples;
     bool down = true;
     for (auto _ : state) {
-        baseline += baselineFill(*texts);
-        const auto start = Clock::now();
-        (down ? moveDown : moveUp)->click();
-        settle();
-        const double c = seconds(start, Clock::now());
-        down = !down;
-        ours += c;
-        state.SetIterationTime(c);
+        ZebBench::Timing c;
+        ZebBench::Timing b;
+        const auto move = [&] {
+            c = timeSettled([&] { (down ? moveDown : moveUp)->click(); });
+            down = !down;
+        };
+        const auto refill = [&] { b = timeSettled([&] { fillPlainList(*plain, *texts); }); };
+        if (samples.baselineFirst()) {
+            refill();
+            move();
+        } else {
+            move();
+            refill();
+        }
+        samples.add(c, b);
+        state.SetIterationTime(c.wall);
     }
     if (list->selectedRow() < 0)
         state.SkipWithError("the moved paragraph lost its selection");
-    ZebBench::reportAgainstBaseline(state, ours, baseline);
+    ZebBench::reportMedians(state, samples);
 }
-BENCHMARK(BM_ItemMoved)->Arg(10000)->Iterations(10)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ItemMoved)->Arg(10000)->Iterations(11)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -14,6 +14,8 @@
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -59,16 +61,216 @@ struct Column {
     QString heading;
 };
 
+// The key-to-row index: open addressing over one flat array of (hash, row) slots, kept at most
+// half full. A probe compares the stored hashes and reads a row's key only when they agree, so
+// adding a key touches about one cache line; a QHash<QString, int> reaches its nodes through a
+// second array and compares the characters of every key it meets, which made the hash most of
+// the cost of filling a list of 100,000 items.
+//
+// Within a batch, keys appended at the end wait in a list and are placed together at the end of
+// the batch, each slot fetched from memory a few keys ahead of its use, so that the fill does not
+// wait for one slot after the other. A duplicate is still refused at once: a bit array of the
+// hashes held (small enough to stay in the cache) says for most keys that they are new; only a
+// key whose bit is set is looked up, after the waiting keys are placed.
+//
+// The slots hold row numbers: a change of rows tells the index before the rows vector changes
+// (insert(), remove()), and the index renumbers the later rows itself.
+class KeyIndex {
+public:
+    explicit KeyIndex(const std::vector<Row>& rows) : m_rows(rows) { }
+
+    void clear()
+    {
+        m_slots = {};
+        m_seen = {};
+        m_waiting = {};
+        m_size = 0;
+    }
+
+    void reserve(std::size_t keys)
+    {
+        if (m_slots.size() < 2 * keys)
+            rehash(keys);
+    }
+
+    // Keys appended from now on may wait (see above) until endBatch().
+    void beginBatch() { m_batch = true; }
+    void endBatch()
+    {
+        m_batch = false;
+        placeWaiting();
+    }
+
+    // The row of key, or -1.
+    int find(const QString& key)
+    {
+        placeWaiting();
+        return find(key, hashOf(key));
+    }
+
+    // Adds the key of a row about to be put at row (rows from there move down by one); false,
+    // with nothing changed, when the key is already there.
+    bool insert(const QString& key, int row)
+    {
+        const quint32 hash = hashOf(key);
+        reserve(m_size + 1);
+        if (mayHold(hash)) {
+            placeWaiting();
+            if (find(key, hash) >= 0)
+                return false;
+        }
+        markHeld(hash);
+        ++m_size;
+        if (m_batch && std::size_t(row) == m_rows.size()) {
+            m_waiting.push_back(Slot{hash, row});
+            return true;
+        }
+        placeWaiting();
+        if (std::size_t(row) < m_rows.size())
+            renumber(row, +1);
+        place(hash, row);
+        return true;
+    }
+
+    // Drops the key of the row about to be removed; when laterRows, the rows after it move up by
+    // one (at the end of the list there are none, and a removal costs no pass over the index).
+    void remove(const QString& key, int row, bool laterRows)
+    {
+        placeWaiting();
+        if (m_slots.empty())
+            return;
+        const quint32 hash = hashOf(key);
+        std::size_t i = hash & mask();
+        for (;; i = (i + 1) & mask()) {
+            const Slot& slot = m_slots[i];
+            if (slot.row == kEmpty)
+                return;
+            if (slot.hash == hash && slot.row == row)
+                break;
+        }
+        erase(i);
+        --m_size;
+        if (laterRows)
+            renumber(row + 1, -1);
+    }
+
+private:
+    static constexpr qint32 kEmpty = -1;
+    // How many waiting keys ahead a slot is fetched.
+    static constexpr std::size_t kAhead = 16;
+    struct Slot {
+        quint32 hash = 0;
+        qint32 row = kEmpty;
+    };
+
+    static quint32 hashOf(const QString& key) { return quint32(qHash(key)); }
+    std::size_t mask() const { return m_slots.size() - 1; }
+
+    // The bit array has two bits per slot, indexed by the hash's high bits (the slots use the
+    // low ones). Bits are never cleared on removal: a stale bit only costs a look-up.
+    std::size_t seenBit(quint32 hash) const
+    {
+        return std::size_t((quint64(hash) * 0x9E3779B97F4A7C15ull) >> 32)
+               & (m_seen.size() * 64 - 1);
+    }
+    bool mayHold(quint32 hash) const
+    {
+        const std::size_t bit = seenBit(hash);
+        return m_seen[bit / 64] >> (bit % 64) & 1;
+    }
+    void markHeld(quint32 hash)
+    {
+        const std::size_t bit = seenBit(hash);
+        m_seen[bit / 64] |= quint64(1) << (bit % 64);
+    }
+
+    int find(const QString& key, quint32 hash) const
+    {
+        if (m_slots.empty())
+            return -1;
+        for (std::size_t i = hash & mask();; i = (i + 1) & mask()) {
+            const Slot& slot = m_slots[i];
+            if (slot.row == kEmpty)
+                return -1;
+            if (slot.hash == hash && m_rows[std::size_t(slot.row)].key == key)
+                return slot.row;
+        }
+    }
+
+    void place(quint32 hash, qint32 row)
+    {
+        std::size_t i = hash & mask();
+        while (m_slots[i].row != kEmpty)
+            i = (i + 1) & mask();
+        m_slots[i] = Slot{hash, row};
+    }
+
+    void placeWaiting()
+    {
+        const std::size_t n = m_waiting.size();
+        for (std::size_t k = 0; k < n; ++k) {
+            if (k + kAhead < n)
+                __builtin_prefetch(&m_slots[m_waiting[k + kAhead].hash & mask()], 1);
+            place(m_waiting[k].hash, m_waiting[k].row);
+        }
+        m_waiting.clear();
+    }
+
+    // Empties slot i and moves later slots of the same run back, so that no probe stops short.
+    void erase(std::size_t i)
+    {
+        for (std::size_t j = (i + 1) & mask(); m_slots[j].row != kEmpty; j = (j + 1) & mask()) {
+            const std::size_t home = m_slots[j].hash & mask();
+            const bool stays = i <= j ? (i < home && home <= j) : (i < home || home <= j);
+            if (!stays) {
+                m_slots[i] = m_slots[j];
+                i = j;
+            }
+        }
+        m_slots[i].row = kEmpty;
+    }
+
+    void renumber(int from, int by)
+    {
+        for (Slot& slot : m_slots)
+            if (slot.row >= from)
+                slot.row += by;
+    }
+
+    void rehash(std::size_t keys)
+    {
+        placeWaiting();
+        std::size_t capacity = 16;
+        while (capacity < 2 * keys)
+            capacity *= 2;
+        std::vector<Slot> old = std::exchange(m_slots, std::vector<Slot>(capacity));
+        m_seen.assign(std::max<std::size_t>(1, capacity * 2 / 64), 0);
+        for (const Slot& slot : old) {
+            if (slot.row != kEmpty) {
+                place(slot.hash, slot.row);
+                markHeld(slot.hash);
+            }
+        }
+    }
+
+    const std::vector<Row>& m_rows;
+    std::vector<Slot> m_slots;
+    std::vector<quint64> m_seen;
+    std::vector<Slot> m_waiting;
+    std::size_t m_size = 0;
+    bool m_batch = false;
+};
+
 }  // namespace
 
-// The items in a vector, with a key-to-row hash. Changes made inside a batch (beginUpdate) are
+// The items in a vector, with a key-to-row index. Changes made inside a batch (beginUpdate) are
 // announced as one model reset; outside a batch each change is announced on its own.
 class KeyedListView::Model : public QAbstractItemModel {
 public:
     explicit Model(QObject* parent) : QAbstractItemModel(parent) { }
 
     std::vector<Row> rows;
-    QHash<QString, int> rowOfKey;
+    KeyIndex rowOfKey{rows};
     std::vector<Column> columns;
     bool checkBoxes = false;
     std::function<void(int)> onUserCheck;
@@ -159,12 +361,19 @@ public:
 
     // --- batching
     bool inBatch() const { return m_depth > 0; }
-    void beginUpdate() { ++m_depth; }
+    void beginUpdate()
+    {
+        if (m_depth++ == 0)
+            rowOfKey.beginBatch();
+    }
     void endUpdate()
     {
-        if (m_depth > 0 && --m_depth == 0 && m_resetting) {
-            m_resetting = false;
-            endResetModel();
+        if (m_depth > 0 && --m_depth == 0) {
+            rowOfKey.endBatch();
+            if (m_resetting) {
+                m_resetting = false;
+                endResetModel();
+            }
         }
     }
     bool batching()
@@ -189,25 +398,25 @@ public:
     {
         if (row < 0 || row > int(rows.size()))
             indexOutOfBounds();
-        if (!key.isEmpty() && rowOfKey.contains(key))
+        const bool keyed = !key.isEmpty();
+        if (keyed && !rowOfKey.insert(key, row))
             keyNotUnique();
-        const bool append = row == int(rows.size());
-        const bool batch = batching();
-        if (!batch)
-            beginInsertRows({}, row, row);
-        Row r;
-        r.key = key;
-        r.text = text;
-        if (append) {
-            rows.push_back(std::move(r));
-        } else {
+        try {
+            const bool batch = batching();
+            if (!batch)
+                beginInsertRows({}, row, row);
+            Row r;
+            r.key = key;
+            r.text = text;
             rows.insert(rows.begin() + row, std::move(r));
-            renumberFrom(row + 1);
+            if (!batch)
+                endInsertRows();
+        } catch (...) {
+            // The rows are as they were: so must the index be.
+            if (keyed)
+                rowOfKey.remove(key, row, std::size_t(row) < rows.size());
+            throw;
         }
-        if (!key.isEmpty())
-            rowOfKey.insert(key, row);
-        if (!batch)
-            endInsertRows();
         return row;
     }
 
@@ -217,11 +426,10 @@ public:
         const bool batch = batching();
         if (!batch)
             beginRemoveRows({}, row, row);
-        const QString key = rows[std::size_t(row)].key;
+        const QString& key = rows[std::size_t(row)].key;
         if (!key.isEmpty())
-            rowOfKey.remove(key);
+            rowOfKey.remove(key, row, std::size_t(row) + 1 < rows.size());
         rows.erase(rows.begin() + row);
-        renumberFrom(row);
         if (!batch)
             endRemoveRows();
     }
@@ -263,15 +471,6 @@ public:
     }
 
 private:
-    void renumberFrom(int row)
-    {
-        for (int i = row; i < int(rows.size()); ++i) {
-            const QString& k = rows[std::size_t(i)].key;
-            if (!k.isEmpty())
-                rowOfKey[k] = i;
-        }
-    }
-
     int m_depth = 0;
     bool m_resetting = false;
 };
@@ -437,7 +636,7 @@ void KeyedListView::reserve(int items)
 {
     if (items > 0) {
         m_model->rows.reserve(std::size_t(items));
-        m_model->rowOfKey.reserve(items);
+        m_model->rowOfKey.reserve(std::size_t(items));
     }
 }
 
@@ -445,7 +644,7 @@ int KeyedListView::find(const QString& key) const
 {
     if (key.isEmpty())
         return -1;
-    return m_model->rowOfKey.value(key, -1);
+    return m_model->rowOfKey.find(key);
 }
 
 int KeyedListView::row(const QString& key) const

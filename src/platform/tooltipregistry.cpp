@@ -42,6 +42,16 @@ struct ToolTipRegistry::Tools {
 class ToolTipRegistry::Private {
 public:
     QHash<QWidget*, Tools> windows;
+    // The window last looked up and its tools: a pass over every item registers one window's
+    // tools one after the other. Cleared whenever windows gains or loses an entry, which may
+    // move the others.
+    QWidget* lastWindow = nullptr;
+    Tools* lastTools = nullptr;
+    void forgetLast()
+    {
+        lastWindow = nullptr;
+        lastTools = nullptr;
+    }
     QPointer<QWidget> shownWindow;
     int shownTool = -1;
 };
@@ -78,17 +88,26 @@ void ToolTipRegistry::setActive(bool active)
 
 ToolTipRegistry::Tools* ToolTipRegistry::toolsOf(QWidget* window) const
 {
+    if (window && window == d->lastWindow)
+        return d->lastTools;
     const auto it = d->windows.find(window);
-    return it == d->windows.end() ? nullptr : &*it;
+    if (it == d->windows.end())
+        return nullptr;
+    d->lastWindow = window;
+    d->lastTools = &*it;
+    return d->lastTools;
 }
 
 ToolTipRegistry::Tools& ToolTipRegistry::ensureTools(QWidget* window)
 {
-    auto it = d->windows.find(window);
-    if (it != d->windows.end())
-        return *it;
+    if (Tools* tools = toolsOf(window))
+        return *tools;
     window->installEventFilter(this);
-    connect(window, &QObject::destroyed, this, [this, window] { d->windows.remove(window); });
+    connect(window, &QObject::destroyed, this, [this, window] {
+        d->forgetLast();
+        d->windows.remove(window);
+    });
+    d->forgetLast();
     return *d->windows.insert(window, Tools{});
 }
 

@@ -15,6 +15,8 @@
 #include <QVBoxLayout>
 
 #include <functional>
+#include <random>
+#include <vector>
 
 using namespace ZebSubCtl;
 using ZebObjects::Failure;
@@ -74,6 +76,7 @@ private slots:
     void insertingMovesLaterKeysDown();
     void removingByKeyMovesLaterKeysUp();
     void clearEmptiesTheList();
+    void everyKeyFindsItsRowThroughInsertsRemovalsAndDuplicates();
     void subItemsAreKeyedAndShownInTheirColumns();
     void duplicateSubItemKeyFailsWith35602();
     void columnsCarryKeysAndHeadings();
@@ -210,6 +213,65 @@ void tst_KeyedListView::clearEmptiesTheList()
     QCOMPARE(list.model()->rowCount(), 0);
     // The key is free again.
     QCOMPARE(list.addItem(QStringLiteral("a"), QStringLiteral("A")), 0);
+}
+
+// Thousands of changes at the front, in the middle and at the end, in and out of batches, with
+// keys that grow the index several times over, checked against a plain list of the keys.
+void tst_KeyedListView::everyKeyFindsItsRowThroughInsertsRemovalsAndDuplicates()
+{
+    KeyedListView list;
+    std::vector<QString> shadow;
+    std::mt19937 random(24);
+    int next = 0;
+    const auto pick = [&](std::size_t bound) {
+        return std::uniform_int_distribution<std::size_t>(0, bound)(random);
+    };
+    for (int step = 0; step < 3000; ++step) {
+        const std::size_t op = pick(9);
+        const bool batch = op == 9;
+        if (batch) {
+            // A batch of appends, and a key of the batch refused within it.
+            list.beginUpdate();
+            const std::size_t appends = 1 + pick(40);
+            for (std::size_t i = 0; i < appends; ++i) {
+                const QString key = QStringLiteral("K%1").arg(next++);
+                QCOMPARE(list.addItem(key, key), int(shadow.size()));
+                shadow.push_back(key);
+            }
+            const QString again = shadow[shadow.size() - 1 - pick(appends - 1)];
+            QCOMPARE(failureOf([&] { list.addItem(again, QString()); }).first, 35602);
+            QCOMPARE(list.find(shadow.back()), int(shadow.size()) - 1);
+        }
+        if (op <= 4 || shadow.empty()) {
+            // Mostly adds at the end; some at the front or anywhere.
+            const QString key = QStringLiteral("K%1").arg(next++);
+            const std::size_t at = op <= 2 ? shadow.size() : pick(shadow.size());
+            QCOMPARE(list.insertItem(int(at), key, key), int(at));
+            shadow.insert(shadow.begin() + qsizetype(at), key);
+        } else if (op <= 7) {
+            const std::size_t at = op == 5 ? shadow.size() - 1 : pick(shadow.size() - 1);
+            if (op == 6)
+                list.removeItem(shadow[at]);
+            else
+                list.removeItem(int(at));
+            QCOMPARE(list.find(shadow[at]), -1);
+            shadow.erase(shadow.begin() + qsizetype(at));
+        } else if (op == 8) {
+            // A key already there is refused and changes nothing.
+            const QString key = shadow[pick(shadow.size() - 1)];
+            QCOMPARE(failureOf([&] { list.addItem(key, QString()); }).first, 35602);
+        }
+        if (batch)
+            list.endUpdate();
+        QCOMPARE(list.count(), int(shadow.size()));
+        if (step % 100 == 0 || step > 2980) {
+            for (std::size_t row = 0; row < shadow.size(); ++row) {
+                QCOMPARE(list.find(shadow[row]), int(row));
+                QCOMPARE(list.key(int(row)), shadow[row]);
+            }
+        }
+    }
+    QCOMPARE(list.find(QStringLiteral("K%1").arg(next)), -1);
 }
 
 void tst_KeyedListView::subItemsAreKeyedAndShownInTheirColumns()

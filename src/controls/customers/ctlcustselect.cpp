@@ -72,13 +72,6 @@ void setTop(QWidget* widget, int top)
     widget->move(widget->x(), top);
 }
 
-QPushButton* makeButton(QWidget* parent, const char* name, const QString& caption, QRect place)
-{
-    auto* button = makeChild<QPushButton>(parent, name, place, caption);
-    button->setAutoDefault(false);
-    return button;
-}
-
 // One row in the form every row has: key and text, the text again as tool tip, the check from
 // Included, then the six keyed sub-items.
 void addCustomerRow(KeyedListView* list, ZebObjects::Customer& customer)
@@ -119,8 +112,8 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
     txtAcctNum->setAccessibleDescription(
         QStringLiteral("The customer's whole account number to search for"));
 
-    cmdSearch =
-        makeButton(this, "cmdSearch", QStringLiteral("Searc&h"), twipsRect(5250, 375, 1200, 375));
+    cmdSearch = makeChild<QPushButton>(this, "cmdSearch", twipsRect(5250, 375, 1200, 375),
+                                       QStringLiteral("Searc&h"));
     // Enter in either search box searches, as Alt+H does.
     for (QLineEdit* box : {txtNameKeyword, txtAcctNum})
         connect(box, &QLineEdit::returnPressed, this, [this] {
@@ -129,13 +122,13 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
         });
     lblCustomerNameHeading->setBuddy(txtNameKeyword);
     lblCustomerAcctNumHeading->setBuddy(txtAcctNum);
-    cmdClear =
-        makeButton(this, "cmdClear", QStringLiteral("C&lear"), twipsRect(6600, 375, 1200, 375));
-    cmdAdd = makeButton(this, "cmdAdd", QStringLiteral("&Add"), twipsRect(5250, 975, 1200, 375));
+    cmdClear = makeChild<QPushButton>(this, "cmdClear", twipsRect(6600, 375, 1200, 375),
+                                      QStringLiteral("C&lear"));
+    cmdAdd = makeChild<QPushButton>(this, "cmdAdd", twipsRect(5250, 975, 1200, 375),
+                                    QStringLiteral("&Add"));
 
-    lsvCustomers = new KeyedListView(this);
-    lsvCustomers->setObjectName(QStringLiteral("lsvCustomers"));
-    lsvCustomers->setGeometry(
+    lsvCustomers = makeChild<KeyedListView>(
+        this, "lsvCustomers",
         QRect(kMargin, kListTopAlone, twipsToPixels(8700), twipsToPixels(4500)));
     lsvCustomers->setAccessibleName(QStringLiteral("Submittal customers"));
     lsvCustomers->setAccessibleDescription(QStringLiteral(
@@ -159,14 +152,19 @@ ctlCustSelect::ctlCustSelect(QWidget* parent) : UserControl(parent)
     for (int i = 0; i < int(std::size(columns)); ++i)
         lsvCustomers->setColumnWidth(i, columns[i].width);
 
-    cmdRemove =
-        makeButton(this, "cmdRemove", QStringLiteral("&Remove"), twipsRect(150, 5700, 1200, 375));
-    cmdRemoveAll = makeButton(this, "cmdRemoveAll", QStringLiteral("R&emove All"),
-                              twipsRect(1500, 5700, 1200, 375));
-    cmdMoveUp =
-        makeButton(this, "cmdMoveUp", QStringLiteral("Move &Up"), twipsRect(6300, 5700, 1200, 375));
-    cmdMoveDown = makeButton(this, "cmdMoveDown", QStringLiteral("Move &Down"),
-                             twipsRect(7500, 5700, 1200, 375));
+    cmdRemove = makeChild<QPushButton>(this, "cmdRemove", twipsRect(150, 5700, 1200, 375),
+                                       QStringLiteral("&Remove"));
+    cmdRemoveAll = makeChild<QPushButton>(this, "cmdRemoveAll", twipsRect(1500, 5700, 1200, 375),
+                                          QStringLiteral("R&emove All"));
+    cmdMoveUp = makeChild<QPushButton>(this, "cmdMoveUp", twipsRect(6300, 5700, 1200, 375),
+                                       QStringLiteral("Move &Up"));
+    cmdMoveDown = makeChild<QPushButton>(this, "cmdMoveDown", twipsRect(7500, 5700, 1200, 375),
+                                         QStringLiteral("Move &Down"));
+
+    // Enter in a search box searches: no button of the panel takes it as a default button.
+    for (QPushButton* button :
+         {cmdSearch, cmdClear, cmdAdd, cmdRemove, cmdRemoveAll, cmdMoveUp, cmdMoveDown})
+        button->setAutoDefault(false);
 
     // The widgets start as the default properties have them: no search area and no removing.
     for (QWidget* w :

@@ -23,6 +23,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QPushButton>
+#include <QStringBuilder>
 
 namespace ZebSubCtl {
 
@@ -31,7 +32,7 @@ ZEB_REGISTER_CONTROL(ctlTextSelect)
 namespace {
 
 const QString kModule = QStringLiteral("ctlTextSelect");
-const QString kItemKeyPrefix = QStringLiteral("TEXTOBJECT");
+constexpr QLatin1StringView kItemKeyPrefix("TEXTOBJECT");
 const QString kReformatted = QStringLiteral(
     "Your text contains unsupported characters and will be reformatted.\r\n"
     "Please review the paragraph to be certain you are satisfied with the new format\r\n"
@@ -51,13 +52,28 @@ ToolTipRegistry& tipsOf(ToolTipRegistry* registry)
     return *registry;
 }
 
-// A paragraph as one list line: each line break shows as two blanks.
+// The list item's key of a text object's key: built in one allocation, as a fill makes one per
+// paragraph.
+QString itemKey(const QString& key)
+{
+    return kItemKeyPrefix % key;
+}
+
+// A paragraph as one list line: each line break shows as two blanks. The pair and the blanks
+// are as long, so the text is rewritten in place, and a text without one is taken as it is.
 QString displayText(const QString& text)
 {
-    if (!text.contains(u'\r'))
+    qsizetype at = text.indexOf(u'\r');
+    if (at < 0)
         return text;
     QString out = text;
-    out.replace(QStringLiteral("\r\n"), QStringLiteral("  "));
+    QChar* chars = out.data();
+    for (const qsizetype end = out.size() - 1; at < end; ++at) {
+        if (chars[at] == u'\r' && chars[at + 1] == u'\n') {
+            chars[at] = chars[at + 1] = u' ';
+            ++at;
+        }
+    }
     return out;
 }
 
@@ -77,30 +93,26 @@ ctlTextSelect::ctlTextSelect(QWidget* parent) : UserControl(parent)
     setAccessibleName(QStringLiteral("Text list"));
     setAccessibleDescription(QStringLiteral("Reusable paragraphs or remarks: tick the ones to use, "
                                             "add, edit, delete and reorder them."));
-    txtNewComment = new MultiLineTextBox(this);
-    txtNewComment->setObjectName(QStringLiteral("txtNewComment"));
-    txtNewComment->setGeometry(twipsRect(75, 75, 4575, 1200));
+    txtNewComment =
+        makeChild<MultiLineTextBox>(this, "txtNewComment", twipsRect(75, 75, 4575, 1200));
     txtNewComment->setAccessibleName(QStringLiteral("New text"));
     txtNewComment->setAccessibleDescription(QStringLiteral(
         "Type a new paragraph or remark here, then choose Add to put it in the list."));
 
-    chkIsSelected = new CheckBox(QStringLiteral("Selected"), this);
-    chkIsSelected->setObjectName(QStringLiteral("chkIsSelected"));
-    chkIsSelected->setGeometry(twipsRect(4875, 75, 975, 225));
+    chkIsSelected = makeChild<CheckBox>(this, "chkIsSelected", twipsRect(4875, 75, 975, 225),
+                                        QStringLiteral("Selected"));
 
     cmdAdd = makeChild<QPushButton>(this, "cmdAdd", twipsRect(4875, 375, 1050, 375),
                                     QStringLiteral("&Add"));
     cmdCancel = makeChild<QPushButton>(this, "cmdCancel", twipsRect(4875, 900, 1050, 375),
                                        QStringLiteral("&Cancel"));
 
-    Line1 = new LineShape(this);
-    Line1->setObjectName(QStringLiteral("Line1"));
+    // A line is placed by its end points.
+    Line1 = makeChild<LineShape>(this, "Line1", QRect());
     Line1->setPoints(twipsToPixels(75), twipsToPixels(1350), twipsToPixels(6075),
                      twipsToPixels(1350));
 
-    ListView = new KeyedListView(this);
-    ListView->setObjectName(QStringLiteral("ListView"));
-    ListView->setGeometry(twipsRect(75, 1425, 6000, 3225));
+    ListView = makeChild<KeyedListView>(this, "ListView", twipsRect(75, 1425, 6000, 3225));
     ListView->setCheckBoxes(true);
     ListView->addColumn(QString(), QStringLiteral("Text"));
     ListView->setAccessibleName(QStringLiteral("Texts"));
@@ -360,7 +372,7 @@ void ctlTextSelect::Populate()
             for (const auto& object : objects) {
                 const QString key = objectRef(object).Key();
                 const QString text = object->Text();
-                const int item = ListView->addItem(kItemKeyPrefix + key, displayText(text));
+                const int item = ListView->addItem(itemKey(key), displayText(text));
                 ListView->setChecked(item, object->Selected());
                 ListView->setTag(item, key);
             }
@@ -670,10 +682,10 @@ void ctlTextSelect::mTextObjects_ItemAdded(const QString& key)
                    Ending::report(), [&] {
                        const auto textObject = objectRef(mTextObjects).Item(key);
                        const QString text = objectRef(textObject).Text();
-                       const int item = ListView->addItem(kItemKeyPrefix + key, displayText(text));
+                       const int item = ListView->addItem(itemKey(key), displayText(text));
                        ListView->setTag(item, key);
                        ListView->setChecked(item, textObject->Selected());
-                       const int index = ListView->row(kItemKeyPrefix + key);
+                       const int index = ListView->row(itemKey(key));
                        tipsOf(mToolTip).addTool(ListView->viewport(), index,
                                                 ListView->itemRect(index), textObject->Text());
                    });
@@ -682,7 +694,7 @@ void ctlTextSelect::mTextObjects_ItemAdded(const QString& key)
 void ctlTextSelect::mTextObjects_ItemDeleted(const QString& key)
 {
     ErrorPath::run(Procedure::untraced(this, QStringLiteral("mTextObjects_ItemDeleted()")),
-                   Ending::report(), [&] { ListView->removeItem(kItemKeyPrefix + key); });
+                   Ending::report(), [&] { ListView->removeItem(itemKey(key)); });
 }
 
 void ctlTextSelect::mTextObjects_ItemInserted(const QString& key, qint32 position)
@@ -692,8 +704,8 @@ void ctlTextSelect::mTextObjects_ItemInserted(const QString& key, qint32 positio
                        const auto textObject = objectRef(mTextObjects).Item(key);
                        const QString text = objectRef(textObject).Text();
                        // No tag: commands on this item pass an empty key until the next rebuild.
-                       const int item = ListView->insertItem(position - 1, kItemKeyPrefix + key,
-                                                             displayText(text));
+                       const int item =
+                           ListView->insertItem(position - 1, itemKey(key), displayText(text));
                        ListView->setChecked(item, textObject->Selected());
                        ListView->setSelectedRow(item);
                        UpdateToolTipText();
