@@ -10,7 +10,7 @@ root="$ZEB_ROOT"
 build="$root/build-bench"
 zeb_ensure_packages "${ZEB_PACKAGES[@]}" libbenchmark-dev python3
 
-benches=(${BENCHES:-bench_textselect bench_lineitems bench_custselect bench_package bench_cutsheets bench_store bench_workstation bench_issue})
+benches=(${BENCHES:-bench_textselect bench_lineitems bench_custselect bench_package bench_cutsheets bench_store bench_storebind bench_workstation bench_issue})
 
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZEB_BUILD_BENCH=ON \
       -DZEB_BUILD_TESTS=OFF -DZEB_BUILD_WORKBENCH=ON >/dev/null
