@@ -50,6 +50,12 @@ TARGETS = {
         "BM_ControlWrite": ("control_ms", 2.0), "BM_FillSampleOffice": ("control_ms", None),
         "BM_OpenLargeJob": ("ratio", None),
     },
+    # Binding from the SQLite store against the same data in the stand-alone objects.
+    "bench_storebind": {
+        "BM_LineItems/744": ("ratio", 1.5), "BM_Paragraphs/5000": ("ratio", 1.5),
+        "BM_Customers/32767": ("ratio", 1.5), "BM_RemoveAll/1000": ("ratio", 1.5),
+        "BM_RemoveAll/32767": ("ratio", 1.5),
+    },
 }
 
 # Growth counters: (counter, limit, label).
@@ -58,6 +64,8 @@ GROWTH = [
     ("growth_744_over_100", 9.7, "growth 744/100"),
     ("growth_32767_over_10k", 4.3, "growth 32767/10k"),
     ("growth_744_over_20", None, "growth 744/20 lines"),
+    ("store_statements", None, "store statements"),
+    ("store_statements_per_item", None, "  per item"),
 ]
 
 SUFFIXES = ("/iterations", "/manual_time", "/real_time", "/repeats", "/threads")

@@ -54,10 +54,13 @@ struct JobDetails {
 
 // A sales office's business objects in one SQLite file or in one PostgreSQL database that the
 // office's workstations share: jobs with their submittals, the
-// customer directory, the issuers and the text libraries. Every object it hands out reads the
-// file on each use, so changes another program has committed show on the next read, and
-// commits each write at once, raising its event after the commit. A collection enumerated in
-// one statement (paragraphs, a label's fields) answers from that read until the event loop runs
+// customer directory, the issuers and the text libraries. Its objects commit each write at
+// once, raising its event after the commit. A collection (lines, paragraphs, customers) reads
+// its items with their values in one statement and answers from that read for as long as the
+// database has not changed; whether it has is asked once until the event loop runs again, and
+// again after every write of this store and every commit of another store of this program, so
+// another program's commit shows once the event loop has run. A collection enumerated in one
+// statement (paragraphs, a label's fields) answers from that read until the event loop runs
 // again or the store writes, so that a list filled from it shows one state of the file.
 // Failures of the file come as Failure from ZebObjects.Store naming the file and the cause.
 class ZEBSTORE_EXPORT Store {

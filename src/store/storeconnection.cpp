@@ -79,6 +79,10 @@ constexpr qint32 kUnreachable = 68;
 // How much longer than the server's own statement timeout the workstation waits for an answer.
 constexpr int kAnswerGraceMs = 2000;
 
+// Commits of every connection of this program: one connection's commit makes the others ask
+// the database again at their next read.
+std::atomic<quint64> g_commits{0};
+
 // Less room than a few pages is a full disk.
 bool diskFull(const QString& folder)
 {
@@ -588,6 +592,7 @@ void StoreConnection::lose()
 {
     dropServerConnection();
     m_lost = true;
+    forgetState();
 }
 
 Failure StoreConnection::unreachable(const QString& cause) const
@@ -747,6 +752,8 @@ Failure StoreConnection::sqliteFailure(int code, const QString& path, const QStr
 QSqlQuery& StoreConnection::exec(const QString& sql, const QVariantList& args)
 {
     ++m_statementCount;
+    if (m_depth > 0 && !sql.startsWith(QLatin1String("SELECT")))
+        m_stateInWrite = false;
     try {
         return execOnce(sql, args);
     } catch (const Failure& f) {
@@ -928,6 +935,21 @@ QList<QVariantList> StoreConnection::rows(const QString& sql, const QVariantList
     return out;
 }
 
+void StoreConnection::eachRow(const QString& sql, const QVariantList& args,
+                              const std::function<void(const QSqlQuery&)>& each)
+{
+    AnswerGuard guard(*this);
+    QSqlQuery& q = exec(sql, args);
+    try {
+        while (q.next())
+            each(q);
+    } catch (...) {
+        drain(q);
+        throw;
+    }
+    q.finish();
+}
+
 qint64 StoreConnection::insert(const QString& sql, const QVariantList& args)
 {
     AnswerGuard guard(*this);
@@ -1049,6 +1071,76 @@ void StoreConnection::endSnapshot()
     m_snapshot = 0;
 }
 
+quint64 StoreConnection::state()
+{
+    if (m_depth > 0) {
+        if (m_dialect.isServer())
+            return 0;
+        // The write lock keeps other writers out: only this write's own changes count.
+        if (!m_stateInWrite) {
+            readState();
+            m_stateInWrite = true;
+        }
+        return m_state;
+    }
+    const quint64 commits = g_commits.load(std::memory_order_relaxed);
+    if (m_depth == 0 && m_state != 0 && holds(m_stateSnapshot) && m_stateCommits == commits)
+        return m_state;
+    readState();
+    if (m_depth == 0) {
+        m_stateSnapshot = snapshot();
+        m_stateCommits = commits;
+    }
+    return m_state;
+}
+
+quint64 StoreConnection::stateAfterWrite()
+{
+    // The server's snapshot moves with this very commit: what was kept is read again.
+    if (m_depth == 0 || m_dialect.isServer())
+        return 0;
+    return state();
+}
+
+QString StoreConnection::stateAlong() const
+{
+    // Outside a write on a file whose state is not known yet in this pass of the event loop.
+    if (m_dialect.isServer() || m_depth > 0
+        || (m_state != 0 && holds(m_stateSnapshot)
+            && m_stateCommits == g_commits.load(std::memory_order_relaxed)))
+        return QString();
+    return QStringLiteral(", (SELECT data_version FROM pragma_data_version), total_changes()");
+}
+
+quint64 StoreConnection::stateRead(const QVariantList& token)
+{
+    const quint64 commits = g_commits.load(std::memory_order_relaxed);
+    if (token != m_stateToken || m_state == 0) {
+        m_stateToken = token;
+        ++m_state;
+    }
+    m_stateSnapshot = snapshot();
+    m_stateCommits = commits;
+    return m_state;
+}
+
+void StoreConnection::readState()
+{
+    const QVariantList token = row(m_dialect.stateQuery());
+    if (token.isEmpty() || token != m_stateToken || m_state == 0) {
+        m_stateToken = token;
+        ++m_state;
+    }
+}
+
+void StoreConnection::forgetState()
+{
+    m_stateInWrite = false;
+    m_stateToken.clear();
+    ++m_state;
+    m_stateSnapshot = 0;
+}
+
 void StoreConnection::setColumn(const QString& table, const QString& column,
                                 const QString& keyColumn, const QVariant& key,
                                 const QVariant& value, const QVariant& current)
@@ -1071,6 +1163,7 @@ void StoreConnection::begin()
         m_writeFailure.reset();
         m_changedSomething = false;
         m_rowsChanged = false;
+        m_stateInWrite = false;
         // A read-only file takes only a read transaction; its writes are checked one by one.
         const QStringList statements = m_readOnly && !m_dialect.isServer()
                                            ? QStringList{QStringLiteral("BEGIN")}
@@ -1134,9 +1227,11 @@ void StoreConnection::commit()
         }
         ++m_commits;
         m_changedSomething = true;
+        g_commits.fetch_add(1, std::memory_order_relaxed);
         return;
     }
     --m_depth;
+    g_commits.fetch_add(1, std::memory_order_relaxed);
     if (changed) {
         ++m_commits;
         m_changedSomething = true;
@@ -1196,6 +1291,8 @@ void StoreConnection::committedAfterAll(qint64 xid, const QString& cause)
 void StoreConnection::rollback()
 {
     endSnapshot();
+    // What was read inside the write may be undone now.
+    forgetState();
     if (m_depth == 0)
         return;
     --m_depth;

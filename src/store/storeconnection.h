@@ -75,6 +75,10 @@ public:
     // The first row, or an empty list when there is none.
     QVariantList row(const QString& sql, const QVariantList& args = {});
     QList<QVariantList> rows(const QString& sql, const QVariantList& args = {});
+    // Calls each with the query on every row in turn, for a reader that takes the values
+    // straight into its own objects; a failure of each ends the statement and goes on.
+    void eachRow(const QString& sql, const QVariantList& args,
+                 const std::function<void(const QSqlQuery& row)>& each);
     // The new row's id of an insert.
     qint64 insert(const QString& sql, const QVariantList& args = {});
     // Sets column of the row of table whose keyColumn is key to value in a write of its own.
@@ -140,6 +144,26 @@ public:
     quint64 snapshot();
     bool holds(quint64 snapshot) const { return snapshot != 0 && snapshot == m_snapshot; }
 
+    // A number for what the database holds, under which a collection keeps what it read: it
+    // changes whenever the data may have changed since it was last given (another connection's
+    // commit, a change made through this connection, a write rolled back, a server connection
+    // made again), so that what is kept under it answers as a read of the database would. The
+    // database is asked (one small statement) at most once until the event loop runs again,
+    // this connection writes or another connection of this program commits; inside a write,
+    // again after each change. 0 means nothing may be kept (inside a write on the server).
+    quint64 state();
+    // Inside a write, after the writer's own changes: the number that state() gives after the
+    // commit unless something else changes the database meanwhile, so that a collection that
+    // brought what it keeps up to date with its own change keeps it. 0 when that cannot be
+    // known (no write, or the server).
+    quint64 stateAfterWrite();
+    // For a reader that has nothing kept yet: columns to add to its query's select list that
+    // read the state along with the rows, in the same statement (empty when state() would not
+    // ask the database, or where that cannot be done). stateRead takes those columns of a row
+    // and answers the number for them, as state() would.
+    QString stateAlong() const;
+    quint64 stateRead(const QVariantList& token);
+
     // The failure for an error of the database, naming the file and the cause.
     Failure failure(const QSqlError& error) const;
     // The failure for an SQLite result code (extended, as the driver reports it) on path.
@@ -185,6 +209,8 @@ private:
     void checkWhole(const QString& check);
     void writeEnded(bool committed);
     void endSnapshot();
+    void readState();
+    void forgetState();
     QSqlQuery& exec(const QString& sql, const QVariantList& args);
     QSqlQuery& execOnce(const QString& sql, const QVariantList& args);
     bool changesNothing(const QString& sql, const QVariantList& args);
@@ -219,6 +245,14 @@ private:
     quint64 m_snapshot = 0;
     quint64 m_lastSnapshot = 0;
     std::unique_ptr<QObject> m_snapshotEnd;
+    // What state() last read of the database, the number given for it, and until when it holds
+    // without asking again.
+    QVariantList m_stateToken;
+    quint64 m_state = 0;
+    quint64 m_stateSnapshot = 0;
+    quint64 m_stateCommits = 0;
+    // Read inside the current write, and nothing changed since.
+    bool m_stateInWrite = false;
 };
 
 }  // namespace ZebObjects

@@ -42,14 +42,19 @@ public:
 private:
     friend class StoreCustomers;
 
-    QVariant column(const char* name) const;
-    QString text(const char* name, const QString CustomerRecord::*field) const;
+    // The submittal's row as read in the database's state, read again (in one statement) once
+    // that state has passed.
+    const CustomerRecord& row() const;
+    QString text(const QString CustomerRecord::*field) const;
     // From now on the customer is the one in row id.
     void adopt(qint64 id);
+    void seen(quint64 state, CustomerRecord row);
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id = 0;
-    std::optional<CustomerRecord> m_record;
+    std::unique_ptr<CustomerRecord> m_record;
+    mutable quint64 m_state = 0;
+    mutable CustomerRecord m_row;
 };
 
 // The customers of a submittal in a store, in collection order. Same rules as the stand-alone
@@ -58,6 +63,9 @@ private:
 // object it is given when the object is a customer this store's directory search found: Item
 // hands out that object, and its writes reach the submittal. Any other customer (one made by
 // another library, or already on a submittal) is copied into a new customer of this submittal.
+// The customers and their values are read in one statement and kept for as long as the
+// database's state stays the same; a position is found in that order, and a removal made here
+// keeps it up to date.
 class ZEBSTORE_EXPORT StoreCustomers : public Customers {
     Q_OBJECT
 public:
@@ -78,12 +86,18 @@ public:
                          const Customer& customer);
 
 private:
-    std::shared_ptr<Customer> customer(qint64 id) const;
+    std::shared_ptr<StoreCustomer> customer(qint64 id) const;
     qint64 idAt(qint16 index) const;
+    // Reads the customers again unless what is kept is still the database's; false when nothing
+    // may be kept (inside a write on the server).
+    bool kept() const;
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     mutable QHash<qint64, std::shared_ptr<StoreCustomer>> m_customers;
+    // The customer ids in collection order, read in state m_state.
+    mutable quint64 m_state = 0;
+    mutable QList<qint64> m_ids;
 };
 
 }  // namespace ZebObjects

@@ -34,6 +34,15 @@ QStringList StoreDialect::beginWrite() const
     return {QStringLiteral("BEGIN IMMEDIATE")};
 }
 
+QString StoreDialect::stateQuery() const
+{
+    // The server's snapshot changes with every transaction that writes, this connection's
+    // included; a file counts other connections' commits and this connection's changed rows.
+    if (m_kind == Kind::Postgres)
+        return QStringLiteral("SELECT txid_current_snapshot()::text");
+    return QStringLiteral("SELECT data_version, total_changes() FROM pragma_data_version");
+}
+
 QString StoreDialect::table(const QString& sql) const
 {
     if (m_kind == Kind::Sqlite)

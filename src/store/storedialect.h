@@ -44,6 +44,9 @@ public:
     bool hasTables(StoreConnection& db) const;
     // After rows were copied with their ids, the next new id follows the highest one.
     void idsCopied(StoreConnection& db, const QString& table) const;
+    // One row that changes whenever the data may have changed: another connection's commit,
+    // or a change made through this one (committed or not).
+    QString stateQuery() const;
     // Raised in every write transaction so other workstations learn of the commit.
     QString announceCommit() const;
 

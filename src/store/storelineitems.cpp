@@ -3,6 +3,8 @@
 #include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
+#include <QSqlQuery>
+
 namespace ZebObjects {
 
 namespace {
@@ -35,61 +37,71 @@ StoreLineItem::StoreLineItem(std::shared_ptr<StoreConnection> db, qint64 id)
     : m_db(std::move(db)), m_id(id)
 { }
 
-QVariant StoreLineItem::column(const char* name) const
+void StoreLineItem::seen(quint64 state, const LineItemRecord& data)
 {
-    const QVariant v = m_db->value(
-        QStringLiteral("SELECT %1 FROM line_items WHERE id = ?").arg(QLatin1String(name)), {m_id});
-    if (!v.isValid())
+    m_state = state;
+    m_data = data;
+}
+
+const LineItemRecord& StoreLineItem::data() const
+{
+    // The state is taken before the read: a change that comes between shows at the next use.
+    const quint64 state = m_db->state();
+    if (state != 0 && state == m_state)
+        return m_data;
+    const QList<QVariantList> r =
+        m_db->rows(StoreLineItems::rowsQuery(QStringLiteral("l.id = ?")), {m_id});
+    if (r.isEmpty())
         throw gone(*m_db);
-    return v;
+    m_data = StoreLineItems::record(r.first(), 1);
+    m_state = state;
+    return m_data;
 }
 
 bool StoreLineItem::Selected() const
 {
-    return column("selected").toBool();
+    return data().selected;
 }
 
 void StoreLineItem::setSelected(bool selected)
 {
     m_db->setColumn(QStringLiteral("line_items"), QStringLiteral("selected"), QStringLiteral("id"),
-                    m_id, int(selected), int(column("selected").toBool()));
+                    m_id, int(selected), int(data().selected));
 }
 
 QString StoreLineItem::Quantity() const
 {
-    return QString::number(column("quantity").toLongLong());
+    return QString::number(data().quantity);
 }
 
 QString StoreLineItem::Type() const
 {
-    return column("type").toString();
+    return data().type;
 }
 QString StoreLineItem::Brand() const
 {
-    return column("brand").toString();
+    return data().brand;
 }
 QString StoreLineItem::CatalogNumber() const
 {
-    return column("catalog_number").toString();
+    return data().catalogNumber;
 }
 QString StoreLineItem::Description() const
 {
-    return column("description").toString();
+    return data().description;
 }
 QString StoreLineItem::Group() const
 {
-    return column("group_code").toString();
+    return data().group;
 }
 bool StoreLineItem::MTO() const
 {
-    return column("mto").toBool();
+    return data().mto;
 }
 
 std::shared_ptr<LineItemComment> StoreLineItem::Comment() const
 {
-    const QVariant has = m_db->value(
-        QStringLiteral("SELECT 1 FROM line_item_comments WHERE line_item_id = ?"), {m_id});
-    if (!has.isValid())
+    if (!data().comment)
         return nullptr;
     if (!m_comment)
         m_comment = std::make_shared<StoreLineItemComment>(m_db, m_id);
@@ -102,7 +114,7 @@ StoreLineItems::StoreLineItems(std::shared_ptr<StoreConnection> db, qint64 submi
 
 StoreLineItems::~StoreLineItems() = default;
 
-std::shared_ptr<LineItem> StoreLineItems::line(qint64 id) const
+std::shared_ptr<StoreLineItem> StoreLineItems::line(qint64 id) const
 {
     auto& slot = m_lines[id];
     if (!slot)
@@ -110,8 +122,61 @@ std::shared_ptr<LineItem> StoreLineItems::line(qint64 id) const
     return slot;
 }
 
+QString StoreLineItems::rowsQuery(const QString& where, const QString& along)
+{
+    return QStringLiteral("SELECT l.id, l.quantity, l.type, l.brand, l.catalog_number, "
+                          "l.description, l.group_code, l.mto, l.selected, c.text, "
+                          "c.line_item_id%1 FROM line_items l LEFT JOIN line_item_comments c ON "
+                          "c.line_item_id = l.id WHERE %2 ORDER BY l.position, l.id")
+        .arg(along, where);
+}
+
+template <class Values>
+LineItemRecord StoreLineItems::record(const Values& r, int first)
+{
+    LineItemRecord data;
+    data.quantity = r.value(first).toInt();
+    data.type = r.value(first + 1).toString();
+    data.brand = r.value(first + 2).toString();
+    data.catalogNumber = r.value(first + 3).toString();
+    data.description = r.value(first + 4).toString();
+    data.group = r.value(first + 5).toString();
+    data.mto = r.value(first + 6).toBool();
+    data.selected = r.value(first + 7).toBool();
+    if (!r.value(first + 9).isNull())
+        data.comment = r.value(first + 8).toString();
+    return data;
+}
+
+bool StoreLineItems::kept() const
+{
+    // Nothing kept yet: the state comes along with the first read.
+    const QString along = m_state == 0 ? m_db->stateAlong() : QString();
+    quint64 state = along.isEmpty() ? m_db->state() : 0;
+    if (along.isEmpty()) {
+        if (state == 0)
+            return false;
+        if (state == m_state)
+            return true;
+    }
+    m_state = 0;
+    m_ids.clear();
+    m_db->eachRow(rowsQuery(QStringLiteral("l.submittal_id = ?"), along), {m_id},
+                  [&](const QSqlQuery& r) {
+                      if (state == 0)
+                          state = m_db->stateRead({r.value(11), r.value(12)});
+                      const qint64 id = r.value(0).toLongLong();
+                      line(id)->seen(state, record(r, 1));
+                      m_ids.append(id);
+                  });
+    m_state = state != 0 ? state : m_db->state();
+    return m_state != 0;
+}
+
 qint16 StoreLineItems::Count() const
 {
+    if (kept())
+        return qint16(m_ids.size());
     return qint16(
         m_db->value(QStringLiteral("SELECT COUNT(*) FROM line_items WHERE submittal_id = ?"),
                     {m_id})
@@ -120,11 +185,15 @@ qint16 StoreLineItems::Count() const
 
 std::shared_ptr<LineItem> StoreLineItems::Item(qint16 position) const
 {
-    const QVariant id =
-        position < 1 ? QVariant()
-                     : m_db->value(QStringLiteral("SELECT id FROM line_items WHERE submittal_id "
-                                                  "= ? ORDER BY position, id LIMIT 1 OFFSET ?"),
-                                   {m_id, int(position) - 1});
+    QVariant id;
+    if (position >= 1 && kept()) {
+        if (position <= m_ids.size())
+            id = m_ids[position - 1];
+    } else if (position >= 1) {
+        id = m_db->value(QStringLiteral("SELECT id FROM line_items WHERE submittal_id = ? ORDER "
+                                        "BY position, id LIMIT 1 OFFSET ?"),
+                         {m_id, int(position) - 1});
+    }
     if (!id.isValid())
         throw CollectionRules::noPosition(kSource, QStringLiteral("line"), position, Count());
     return line(id.toLongLong());
@@ -133,6 +202,12 @@ std::shared_ptr<LineItem> StoreLineItems::Item(qint16 position) const
 LineItemList StoreLineItems::Enumerate() const
 {
     LineItemList out;
+    if (kept()) {
+        out.reserve(m_ids.size());
+        for (const qint64 id : std::as_const(m_ids))
+            out.append(line(id));
+        return out;
+    }
     for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT id FROM line_items WHERE "
                                                            "submittal_id = ? ORDER BY position, "
                                                            "id"),
@@ -148,25 +223,11 @@ namespace ZebObjects {
 QList<StoreLineItems::Row> StoreLineItems::rows() const
 {
     QList<Row> out;
-    for (const QVariantList& r : m_db->rows(
-             QStringLiteral("SELECT l.id, l.quantity, l.type, l.brand, l.catalog_number, "
-                            "l.description, l.group_code, l.mto, l.selected, c.text, "
-                            "c.line_item_id FROM line_items l LEFT JOIN line_item_comments c ON "
-                            "c.line_item_id = l.id WHERE l.submittal_id = ? ORDER BY l.position, "
-                            "l.id"),
-             {m_id})) {
+    for (const QVariantList& r :
+         m_db->rows(rowsQuery(QStringLiteral("l.submittal_id = ?")), {m_id})) {
         Row row;
         row.id = r[0].toLongLong();
-        row.data.quantity = r[1].toInt();
-        row.data.type = r[2].toString();
-        row.data.brand = r[3].toString();
-        row.data.catalogNumber = r[4].toString();
-        row.data.description = r[5].toString();
-        row.data.group = r[6].toString();
-        row.data.mto = r[7].toBool();
-        row.data.selected = r[8].toBool();
-        if (!r[10].isNull())
-            row.data.comment = r[9].toString();
+        row.data = record(r, 1);
         out.append(row);
     }
     return out;

@@ -24,7 +24,9 @@ private:
     qint64 m_id;
 };
 
-// One line of a submittal in a store. Every read asks the file, and nothing else.
+// One line of a submittal in a store. It answers from what it or its collection last read of
+// it for as long as the database's state is the one it was read in; then it reads its row again,
+// all of it in one statement.
 class ZEBSTORE_EXPORT StoreLineItem : public LineItem {
 public:
     StoreLineItem(std::shared_ptr<StoreConnection> db, qint64 id);
@@ -40,15 +42,22 @@ public:
     bool MTO() const override;
     std::shared_ptr<LineItemComment> Comment() const override;
 
+    // What the collection read of this line in the database's state.
+    void seen(quint64 state, const LineItemRecord& data);
+
 private:
-    QVariant column(const char* name) const;
+    const LineItemRecord& data() const;
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     mutable std::shared_ptr<StoreLineItemComment> m_comment;
+    mutable quint64 m_state = 0;
+    mutable LineItemRecord m_data;
 };
 
-// The lines of a submittal in a store, in display order.
+// The lines of a submittal in a store, in display order. The lines and their values are read in
+// one statement and kept for as long as the database's state stays the same, so that a list
+// that asks the count or a line by position for every row sends no statement per row.
 class ZEBSTORE_EXPORT StoreLineItems : public LineItems {
 public:
     StoreLineItems(std::shared_ptr<StoreConnection> db, qint64 submittalId);
@@ -83,13 +92,24 @@ public:
     void reorder(const QList<qint64>& ids);
 
 private:
+    friend class StoreLineItem;
+
     void writeLine(qint64 id, const LineItemRecord& data);
 
-    std::shared_ptr<LineItem> line(qint64 id) const;
+    std::shared_ptr<StoreLineItem> line(qint64 id) const;
+    // Reads the lines again unless what is kept is still the database's; false when nothing may
+    // be kept (inside a write on the server).
+    bool kept() const;
+    static QString rowsQuery(const QString& where, const QString& along = QString());
+    template <class Values>
+    static LineItemRecord record(const Values& r, int first);
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
     mutable QHash<qint64, std::shared_ptr<StoreLineItem>> m_lines;
+    // The line ids in display order, read in state m_state.
+    mutable quint64 m_state = 0;
+    mutable QList<qint64> m_ids;
 };
 
 }  // namespace ZebObjects

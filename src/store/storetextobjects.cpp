@@ -3,6 +3,8 @@
 #include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
+#include <QSqlQuery>
+
 namespace ZebObjects {
 
 namespace {
@@ -29,16 +31,35 @@ QString StoreTextObject::Key() const
 {
     return m_key;
 }
-QString StoreTextObject::Text() const
+bool StoreTextObject::fresh() const
 {
     if (m_db->holds(m_snapshot))
-        return m_lastRead.remember(QStringLiteral("text"), m_seenText).toString();
-    return m_lastRead.remember(QStringLiteral("text"), column("text")).toString();
+        return true;
+    // The state is taken before the read: a change that comes between shows at the next use.
+    const quint64 state = m_db->state();
+    if (state != 0 && state == m_state)
+        return true;
+    const QVariantList r =
+        m_db->row(QStringLiteral("SELECT text, selected FROM texts WHERE id = ?"), {m_id});
+    if (r.isEmpty())
+        throw CollectionRules::missingKey(kSource, kWhat, m_key);
+    m_snapshot = 0;
+    m_state = state;
+    m_seenText = r[0].toString();
+    m_seenSelected = r[1].toBool();
+    return true;
 }
 
-void StoreTextObject::seen(quint64 snapshot, const QString& text, bool selected)
+QString StoreTextObject::Text() const
+{
+    fresh();
+    return m_lastRead.remember(QStringLiteral("text"), m_seenText).toString();
+}
+
+void StoreTextObject::seen(quint64 snapshot, quint64 state, const QString& text, bool selected)
 {
     m_snapshot = snapshot;
+    m_state = state;
     m_seenText = text;
     m_seenSelected = selected;
 }
@@ -68,9 +89,8 @@ void StoreTextObject::setText(const QString& text)
 
 bool StoreTextObject::Selected() const
 {
-    if (m_db->holds(m_snapshot))
-        return m_seenSelected;
-    return column("selected").toBool();
+    fresh();
+    return m_seenSelected;
 }
 
 void StoreTextObject::setSelected(bool selected)
@@ -120,6 +140,23 @@ bool StoreTextObjects::inSnapshot() const
     return m_db->holds(m_snapshot);
 }
 
+bool StoreTextObjects::kept() const
+{
+    if (inSnapshot())
+        return true;
+    // Nothing kept yet: the state comes along with the first read.
+    if (m_state == 0 && !m_db->stateAlong().isEmpty()) {
+        read(0);
+        return m_state != 0;
+    }
+    const quint64 state = m_db->state();
+    if (state == 0)
+        return false;
+    if (state != m_state)
+        read(state);
+    return true;
+}
+
 std::shared_ptr<StoreTextObject> StoreTextObjects::object(qint64 id, const QString& key) const
 {
     auto& slot = m_objects[id];
@@ -139,7 +176,7 @@ qint64 StoreTextObjects::idOf(const QString& key) const
 
 std::shared_ptr<TextObject> StoreTextObjects::Item(const QString& key) const
 {
-    if (inSnapshot()) {
+    if (kept()) {
         const auto at = m_seenAt.constFind(key);
         if (at == m_seenAt.constEnd())
             throw CollectionRules::missingKey(kSource, kWhat, key);
@@ -150,7 +187,7 @@ std::shared_ptr<TextObject> StoreTextObjects::Item(const QString& key) const
 
 std::shared_ptr<TextObject> StoreTextObjects::Item(qint32 position) const
 {
-    if (inSnapshot()) {
+    if (kept()) {
         if (position < 1 || position > m_seen.size())
             throw CollectionRules::noPosition(kSource, kWhat, position, qint32(m_seen.size()));
         return m_seen[position - 1];
@@ -167,7 +204,7 @@ std::shared_ptr<TextObject> StoreTextObjects::Item(qint32 position) const
 
 qint32 StoreTextObjects::Count() const
 {
-    if (inSnapshot())
+    if (kept())
         return qint32(m_seen.size());
     return m_db->value(QStringLiteral("SELECT COUNT(*) FROM texts WHERE collection_id = ?"), {m_id})
         .toInt();
@@ -197,14 +234,32 @@ void StoreTextObjects::append(StoreConnection& db, qint64 collection, const QStr
 
 std::shared_ptr<TextObject> StoreTextObjects::Add(const QString& text, bool selected)
 {
-    const QVariantList added = m_db->write([&] {
-        append(*m_db, m_id, text, selected);
-        return m_db->row(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = ? "
-                                        "ORDER BY position DESC LIMIT 1"),
-                         {m_id});
+    // The file keeps a null text as an empty one.
+    const QString stored = text.isNull() ? QStringLiteral("") : text;
+    std::shared_ptr<StoreTextObject> o;
+    const QString key = m_db->write([&] {
+        // What was read before is brought up to date only when it is still the file's.
+        const quint64 before = m_db->state();
+        const bool wasKept = before != 0 && before == m_state;
+        append(*m_db, m_id, stored, selected);
+        const QVariantList added =
+            m_db->row(QStringLiteral("SELECT id, key FROM texts WHERE collection_id = ? "
+                                     "ORDER BY position DESC LIMIT 1"),
+                      {m_id});
+        o = object(added[0].toLongLong(), added[1].toString());
+        // The new paragraph is what was just written: it is not read back.
+        const quint64 after = m_db->stateAfterWrite();
+        o->seen(0, after, stored, selected);
+        if (wasKept && after != 0) {
+            m_seenAt.insert(o->Key(), m_seen.size());
+            m_seen.append(o);
+            m_state = after;
+        } else {
+            m_state = 0;
+        }
+        return added[1].toString();
     });
-    const auto o = object(added[0].toLongLong(), added[1].toString());
-    emit ItemAdded(added[1].toString());
+    emit ItemAdded(key);
     emit Changed();
     return o;
 }
@@ -272,28 +327,43 @@ void StoreTextObjects::SaveOrder()
     emit Changed();
 }
 
-TextObjectList StoreTextObjects::Enumerate() const
+void StoreTextObjects::read(quint64 state) const
 {
     // One statement: it reads one state of the file, whatever another program commits
     // meanwhile.
-    const QList<QVariantList> rows =
-        m_db->rows(QStringLiteral("SELECT id, key, text, selected FROM texts WHERE "
-                                  "collection_id = ? ORDER BY position"),
-                   {m_id});
-    m_snapshot = m_db->snapshot();
+    m_snapshot = 0;
+    m_state = 0;
     m_seen.clear();
     m_seenAt.clear();
-    m_seen.reserve(rows.size());
+    // Without a state the reader's own, the state comes along with the rows.
+    const QString along = state == 0 ? m_db->stateAlong() : QString();
+    const quint64 snapshot = m_db->snapshot();
+    m_db->eachRow(QStringLiteral("SELECT id, key, text, selected%1 FROM texts WHERE "
+                                 "collection_id = ? ORDER BY position")
+                      .arg(along),
+                  {m_id}, [&](const QSqlQuery& r) {
+                      if (state == 0 && !along.isEmpty())
+                          state = m_db->stateRead({r.value(4), r.value(5)});
+                      const QString key = r.value(1).toString();
+                      auto o = object(r.value(0).toLongLong(), key);
+                      o->seen(snapshot, state, r.value(2).toString(), r.value(3).toBool());
+                      m_seenAt.insert(key, m_seen.size());
+                      m_seen.append(std::move(o));
+                  });
+    if (state == 0 && !along.isEmpty())
+        state = m_db->state();
+    m_snapshot = snapshot;
+    m_state = state;
+}
+
+TextObjectList StoreTextObjects::Enumerate() const
+{
+    if (!kept())
+        read(0);
     TextObjectList out;
-    out.reserve(rows.size());
-    for (const QVariantList& r : rows) {
-        const QString key = r[1].toString();
-        auto o = object(r[0].toLongLong(), key);
-        o->seen(m_snapshot, r[2].toString(), r[3].toBool());
-        m_seenAt.insert(key, m_seen.size());
-        m_seen.append(o);
+    out.reserve(m_seen.size());
+    for (const auto& o : std::as_const(m_seen))
         out.append(o);
-    }
     return out;
 }
 

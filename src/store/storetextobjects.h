@@ -24,15 +24,19 @@ public:
     bool Selected() const override;
     void setSelected(bool selected) override;
 
-    // What the collection read of this paragraph for the snapshot; answered while it holds.
-    void seen(quint64 snapshot, const QString& text, bool selected);
+    // What the collection read (or wrote) of this paragraph: answered while the connection's
+    // snapshot holds, or while the database's state is still state.
+    void seen(quint64 snapshot, quint64 state, const QString& text, bool selected);
 
 private:
     QVariant column(const char* name) const;
+    // Whether what was seen is still what the database holds; else it is read again.
+    bool fresh() const;
 
-    quint64 m_snapshot = 0;
-    QString m_seenText;
-    bool m_seenSelected = false;
+    mutable quint64 m_snapshot = 0;
+    mutable quint64 m_state = 0;
+    mutable QString m_seenText;
+    mutable bool m_seenSelected = false;
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
@@ -47,7 +51,9 @@ private:
 // differ. Events are raised after the commit, as the stand-alone collection raises them.
 // Enumerate reads every paragraph in one statement, and until the connection's snapshot ends
 // the collection and its paragraphs answer from that read: a list filled from it shows one
-// state of the file even while another program changes it.
+// state of the file even while another program changes it. Past the snapshot, the count and the
+// paragraphs by position or key come from that read for as long as the database's state stays
+// the same, and are read again, all in one statement, once it has changed.
 class ZEBSTORE_EXPORT StoreTextObjects : public TextObjects {
     Q_OBJECT
 public:
@@ -75,6 +81,10 @@ public:
 private:
     std::shared_ptr<StoreTextObject> object(qint64 id, const QString& key) const;
     bool inSnapshot() const;
+    // Reads the paragraphs again unless what was read is still the database's; false when
+    // nothing may be kept (inside a write on the server).
+    bool kept() const;
+    void read(quint64 state) const;
     void move(const QString& key, int step);
     qint64 idOf(const QString& key) const;
 
@@ -82,8 +92,10 @@ private:
     qint64 m_id;
     mutable QHash<qint64, std::shared_ptr<StoreTextObject>> m_objects;
     std::optional<qint32> m_shownType;
-    // The paragraphs of the last enumeration, in order, and where each key is in it.
+    // The paragraphs of the last read, in order, and where each key is in it; read in the
+    // connection's snapshot m_snapshot and the database's state m_state.
     mutable quint64 m_snapshot = 0;
+    mutable quint64 m_state = 0;
     mutable QList<std::shared_ptr<StoreTextObject>> m_seen;
     mutable QHash<QString, qsizetype> m_seenAt;
 };
