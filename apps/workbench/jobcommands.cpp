@@ -171,7 +171,8 @@ void addOptions(QCommandLineParser& parser)
     parser.addOptions({
         {QStringLiteral("new-job"),
          QStringLiteral("Make a job with this number (and --job-name) and exit; fails when the "
-                        "number exists."),
+                        "number exists. A --db file that does not exist becomes a new, empty "
+                        "office."),
          QStringLiteral("number")},
         {QStringLiteral("job-name"), QStringLiteral("With --new-job: the new job's name."),
          QStringLiteral("name")},

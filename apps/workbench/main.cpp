@@ -21,6 +21,7 @@
 #include "startupfailure.h"
 #include "welcomedialog.h"
 #include "store/store.h"
+#include "store/storedialect.h"
 #include "store/storejob.h"
 #include "workbenchdata.h"
 #include "workstation.h"
@@ -281,6 +282,22 @@ int openOffice(const Options& options, Session& session)
                             .arg(path),
                         QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
                     == QMessageBox::Yes;
+    // A job made from a script into a file that does not exist yet starts an office of its own:
+    // an empty one, never the sample.
+    if (options.jobs.newJob && !options.resetSample
+        && !ZebObjects::StoreDialect::isServerLocation(path) && !QFileInfo::exists(path)) {
+        const QString folder = QFileInfo(path).absolutePath();
+        if (!QFileInfo(folder).isDir())
+            return fail(
+                QStringLiteral("Cannot make the office \"%1\": the folder \"%2\" does not exist")
+                    .arg(path, folder));
+        try {
+            ZebObjects::Store::open(path);
+        } catch (const ZebObjects::Failure& f) {
+            return fail(f.Description());
+        }
+        create = false;
+    }
     try {
         session.store = options.resetSample ? OfficeFile::resetSample(path)
                                             : OfficeFile::open(path, create, newOffice);

@@ -29,6 +29,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -297,6 +298,32 @@ private slots:
         const auto store = Store::open(db, Store::OpenMode::OpenExisting);
         QCOMPARE(store->jobs().size(), 1);
         QCOMPARE(store->jobs().first().name, QStringLiteral("Cannery Lofts"));
+    }
+
+    void newJobIntoAFileNotThereYetMakesAnEmptyOfficeOfItsOwn()
+    {
+        const QString db = m_db;
+        QVERIFY(!QFileInfo::exists(db));
+        auto r =
+            run({QStringLiteral("--db"), db, QStringLiteral("--new-job"), QStringLiteral("26-0001"),
+                 QStringLiteral("--job-name"), QStringLiteral("Quarry Hall")});
+        QCOMPARE(r.code, 0);
+        QCOMPARE(r.out, QStringLiteral("Made job 26-0001 \"Quarry Hall\" in %1\n").arg(db));
+        // The office holds the one job made, nothing of the sample.
+        const auto store = Store::open(db, Store::OpenMode::OpenExisting);
+        QCOMPARE(store->jobs().size(), 1);
+        QCOMPARE(store->jobs().first().number, QStringLiteral("26-0001"));
+
+        // A folder that is not there is not made on the way.
+        const QString nowhere =
+            QFileInfo(db).absolutePath() + QStringLiteral("/no folder/o.sqlite");
+        r = run({QStringLiteral("--db"), nowhere, QStringLiteral("--new-job"),
+                 QStringLiteral("26-0002"), QStringLiteral("--job-name"), QStringLiteral("X")});
+        QCOMPARE(r.code, 1);
+        QCOMPARE(r.err, QStringLiteral("zeb-workbench: Cannot make the office \"%1\": the folder "
+                                       "\"%2\" does not exist")
+                            .arg(nowhere, QFileInfo(nowhere).absolutePath()));
+        QVERIFY(!QFileInfo::exists(QFileInfo(nowhere).absolutePath()));
     }
 
 private:
