@@ -9,7 +9,9 @@ through AT-SPI with pyatspi, the library Orca reads applications with. It fails 
 - a name that is a raw object name ("lsvCustomers", "qt_calendar_..."),
 - an unticked list row that does not say it can be ticked ("checkable"),
 - a Tab stop without a name (every page is tabbed round),
-- a walk of the 744-line page slower than 2 seconds (the fastest of three walks).
+- a 744-line page that shows a screen reader more than 1,500 objects: it must offer the rows in
+  view, not every line, or a reader's walk of it outlasts its patience (the walk's time is
+  printed, not judged: the machine's other work would decide it).
 
 Every process it starts is ended before it exits, also when it fails or runs out of time.
 
@@ -27,7 +29,7 @@ import tempfile
 import time
 
 DEADLINE_SECONDS = 150
-WALK_LIMIT_SECONDS = 2.0
+WALK_LIMIT_OBJECTS = 1500
 PAGE_OF_744_LINES = "Line Items"
 
 started = []  # Popen objects, ended in reverse order
@@ -332,8 +334,8 @@ def main():
             if opened is None and was_open:
                 opened = find(frame, lambda n: n.getState().contains(pyatspi.STATE_FOCUSED))
             watch.pump(0.5)
-            # The 744-line page is walked three times and judged by its fastest walk, so that a
-            # moment when other programs hold the processor does not count against it.
+            # The 744-line page is walked three times; the times are printed for whoever reads
+            # the log, the number of objects is what is judged.
             walks = []
             for attempt in range(3 if page.name == PAGE_OF_744_LINES else 1):
                 counts = [0]
@@ -346,9 +348,9 @@ def main():
             seconds = min(walks)
             print("%s: walked %d objects in %s s" % (page.name, counts[0],
                                                      ", ".join("%.3f" % w for w in walks)))
-            if page.name == PAGE_OF_744_LINES and seconds > WALK_LIMIT_SECONDS:
-                problems.append("walking the 744-line page took %.2f s at best (limit %.1f s)"
-                                % (seconds, WALK_LIMIT_SECONDS))
+            if page.name == PAGE_OF_744_LINES and counts[0] > WALK_LIMIT_OBJECTS:
+                problems.append("the 744-line page shows %d objects (at most %d), best walk %.2f s"
+                                % (counts[0], WALK_LIMIT_OBJECTS, seconds))
             if opened is None:
                 problems.append("%s: opening the page moved the focus nowhere" % page.name)
             else:
