@@ -83,7 +83,8 @@ struct ProgramOptions {
 ProgramRun runProgram(const QString& program, const QStringList& args,
                       const ProgramOptions& options = {});
 
-// The PDF's text as pdftotext lays it out; empty when it does not end within a minute.
+// The PDF's text as pdftotext lays it out, in UTF-8; empty when pdftotext fails or does not end
+// within a minute.
 QString pdfText(const QString& pdf);
 
 // Clicks a check box on its box, as a user would; its caption may be far narrower than the widget.

@@ -25,7 +25,6 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QProcess>
 #include <QPushButton>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -102,15 +101,6 @@ void typeAndEnter(QLineEdit* editor, const QString& text)
     QCoreApplication::processEvents();
 }
 
-QString pdfText(const QString& pdf)
-{
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
-                                          QStringLiteral("UTF-8"), pdf, QStringLiteral("-")});
-    if (!p.waitForFinished(60000) || p.exitCode() != 0)
-        return {};
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
 }  // namespace
 
 class tst_Brands : public QObject {
@@ -386,7 +376,7 @@ private slots:
         const QString pdf = m_scratch->filePath(QStringLiteral("package.pdf"));
         ZebPackage::PackageGenerator generator;
         QVERIFY(generator.Generate(StorePackageSource(*m_store, m_store->openJob(id)), pdf));
-        const QString text = pdfText(pdf);
+        const QString text = ZebTest::pdfText(pdf);
         QVERIFY2(text.contains(QStringLiteral("Brightline Manufacturing")), qPrintable(text));
     }
 

@@ -27,7 +27,6 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QLabel>
-#include <QProcess>
 #include <QScrollArea>
 #include <QSignalSpy>
 #include <QTabWidget>
@@ -43,17 +42,6 @@ namespace {
 const QString kSampleJob = QStringLiteral("24-0131");
 const QString kLargeJob = QStringLiteral("25-0009");
 const QString kOtherJob = QStringLiteral("24-0117");
-
-// The package's text as pdftotext lays it out.
-QString packageText(const QString& pdf)
-{
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
-                                          QStringLiteral("UTF-8"), pdf, QStringLiteral("-")});
-    if (!p.waitForFinished(60000) || p.exitCode() != 0)
-        return {};
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
 
 }  // namespace
 
@@ -143,7 +131,7 @@ QString tst_WorkstationPages::exportText(Workstation& window, const QString& nam
     const QString path = m_scratch->filePath(name);
     if (!window.exportPackage(path))
         return {};
-    return packageText(path);
+    return ZebTest::pdfText(path);
 }
 
 void tst_WorkstationPages::onlyThePageTheUserSeesIsBoundWhenAJobOpens()
