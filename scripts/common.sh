@@ -2,7 +2,7 @@
 set -euo pipefail
 
 ZEB_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-ZEB_PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev libqt6sql6-sqlite fonts-dejavu-core fonts-liberation2 poppler-utils qt6-tools-dev postgresql libqt6sql6-psql libpq-dev pkgconf libqpdf-dev qpdf qt6-base-private-dev xvfb at-spi2-core dbus-x11 python3-pyatspi qt6-pdf-dev libcsv-dev doxygen appstream dpkg-dev file desktop-file-utils qtbase5-doc-dev clang-format)
+ZEB_PACKAGES=(cmake ninja-build g++ ccache qt6-base-dev libqt6sql6-sqlite fonts-dejavu-core fonts-liberation2 poppler-utils qt6-tools-dev postgresql libqt6sql6-psql libpq-dev libsqlite3-dev pkgconf libqpdf-dev qpdf qt6-base-private-dev xvfb at-spi2-core dbus-x11 python3-pyatspi qt6-pdf-dev libcsv-dev doxygen appstream dpkg-dev file desktop-file-utils qtbase5-doc-dev clang-format)
 
 zeb_sudo() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi

@@ -17,6 +17,7 @@
 #include <QTimer>
 
 #include <libpq-fe.h>
+#include <sqlite3.h>
 #include <QRegularExpression>
 #include <QUrl>
 #include <QUrlQuery>
@@ -240,6 +241,8 @@ StoreConnection::~StoreConnection()
     m_direct = QSqlQuery();
     m_nothing = QSqlQuery();
     m_statements.clear();
+    // The driver closes the file only when no statement of it is left.
+    finalizeFileStatements();
     if (m_db.isValid())
         m_db.close();
     m_db = QSqlDatabase();
@@ -935,19 +938,173 @@ QList<QVariantList> StoreConnection::rows(const QString& sql, const QVariantList
     return out;
 }
 
-void StoreConnection::eachRow(const QString& sql, const QVariantList& args,
-                              const std::function<void(const QSqlQuery&)>& each)
+namespace {
+
+// A row of the server's answer.
+class QueryRow final : public StoreRow {
+public:
+    explicit QueryRow(const QSqlQuery& q) : m_q(q) { }
+    QVariant value(int column) const override { return m_q.value(column); }
+
+private:
+    const QSqlQuery& m_q;
+};
+
+// A row of a statement on the file, read with SQLite's own accessors: the text as the file
+// holds it, turned into a string once, and numbers without a variant. Values come as the
+// driver gives them: whole numbers as 64-bit integers, a NULL as a null text.
+class FileRow final : public StoreRow {
+public:
+    explicit FileRow(sqlite3_stmt* s) : m_s(s) { }
+    QVariant value(int column) const override
+    {
+        switch (sqlite3_column_type(m_s, column)) {
+        case SQLITE_INTEGER: return QVariant(qlonglong(sqlite3_column_int64(m_s, column)));
+        case SQLITE_FLOAT: return QVariant(sqlite3_column_double(m_s, column));
+        case SQLITE_NULL: return QVariant(QMetaType::fromType<QString>());
+        case SQLITE_BLOB:
+            return QByteArray(static_cast<const char*>(sqlite3_column_blob(m_s, column)),
+                              sqlite3_column_bytes(m_s, column));
+        default: return text(column);
+        }
+    }
+    QString text(int column) const override
+    {
+        const auto* t = reinterpret_cast<const char*>(sqlite3_column_text(m_s, column));
+        return t ? QString::fromUtf8(t, sqlite3_column_bytes(m_s, column)) : QString();
+    }
+    qint64 integer(int column) const override { return sqlite3_column_int64(m_s, column); }
+    bool isNull(int column) const override
+    {
+        return sqlite3_column_type(m_s, column) == SQLITE_NULL;
+    }
+
+private:
+    sqlite3_stmt* m_s;
+};
+
+// Binds one argument as the driver binds it.
+int bindFileArgument(sqlite3_stmt* s, int index, const QVariant& arg)
 {
+    if (arg.isNull() && arg.typeId() != QMetaType::QString)
+        return sqlite3_bind_null(s, index);
+    switch (arg.typeId()) {
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Char:
+    case QMetaType::UChar:
+    case QMetaType::Long:
+    case QMetaType::LongLong:
+    case QMetaType::ULong:
+    case QMetaType::ULongLong: return sqlite3_bind_int64(s, index, arg.toLongLong());
+    case QMetaType::Double:
+    case QMetaType::Float: return sqlite3_bind_double(s, index, arg.toDouble());
+    case QMetaType::QByteArray: {
+        const QByteArray bytes = arg.toByteArray();
+        return sqlite3_bind_blob(s, index, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+    }
+    default: {
+        // A null text is still text: the columns take empty text, never NULL.
+        const QString text = arg.toString();
+        return sqlite3_bind_text16(s, index,
+                                   text.isNull() ? static_cast<const void*>(u"") : text.utf16(),
+                                   int(text.size() * 2), SQLITE_TRANSIENT);
+    }
+    }
+}
+
+// Leaves a statement ready for its next use, whatever happened while it ran.
+struct FileStatementReset {
+    sqlite3_stmt* s;
+    ~FileStatementReset()
+    {
+        sqlite3_reset(s);
+        sqlite3_clear_bindings(s);
+    }
+};
+
+}  // namespace
+
+void StoreConnection::eachRow(const QString& sql, const QVariantList& args,
+                              const std::function<void(const StoreRow&)>& each)
+{
+    if (!m_dialect.isServer()) {
+        eachFileRow(sql, args, each);
+        return;
+    }
     AnswerGuard guard(*this);
     QSqlQuery& q = exec(sql, args);
+    const QueryRow row(q);
     try {
         while (q.next())
-            each(q);
+            each(row);
     } catch (...) {
         drain(q);
         throw;
     }
     q.finish();
+}
+
+sqlite3* StoreConnection::fileHandle() const
+{
+    const QVariant handle = m_db.driver() ? m_db.driver()->handle() : QVariant();
+    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        return nullptr;
+    return *static_cast<sqlite3* const*>(handle.constData());
+}
+
+void StoreConnection::finalizeFileStatements()
+{
+    for (sqlite3_stmt* s : std::as_const(m_fileStatements))
+        sqlite3_finalize(s);
+    m_fileStatements.clear();
+}
+
+void StoreConnection::eachFileRow(const QString& sql, const QVariantList& args,
+                                  const std::function<void(const StoreRow&)>& each)
+{
+    // The driver's own connection, read without Qt SQL's copy of every value into a variant:
+    // the same file, transaction, lock wait and error codes as every other statement.
+    ++m_statementCount;
+    sqlite3* handle = fileHandle();
+    const auto failed = [&](int code) {
+        m_writeFailure = std::make_unique<Failure>(
+            sqliteFailure(code, m_path, QString::fromUtf8(sqlite3_errmsg(handle))));
+        return *m_writeFailure;
+    };
+    if (!handle)
+        throw failed(SQLITE_MISUSE);
+    auto it = m_fileStatements.constFind(sql);
+    if (it == m_fileStatements.constEnd()) {
+        const QByteArray text = sql.toUtf8();
+        sqlite3_stmt* s = nullptr;
+        const int code = sqlite3_prepare_v3(handle, text.constData(), int(text.size()),
+                                            SQLITE_PREPARE_PERSISTENT, &s, nullptr);
+        if (code != SQLITE_OK) {
+            sqlite3_finalize(s);
+            throw failed(code);
+        }
+        it = m_fileStatements.insert(sql, s);
+    }
+    sqlite3_stmt* s = *it;
+    const FileStatementReset reset{s};
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const int code = bindFileArgument(s, int(i + 1), args[i]);
+        if (code != SQLITE_OK)
+            throw failed(code);
+    }
+    const FileRow row(s);
+    for (;;) {
+        const int code = sqlite3_step(s);
+        if (code == SQLITE_DONE)
+            return;
+        if (code != SQLITE_ROW)
+            throw failed(sqlite3_extended_errcode(handle));
+        each(row);
+    }
 }
 
 qint64 StoreConnection::insert(const QString& sql, const QVariantList& args)

@@ -19,10 +19,34 @@
 class QObject;
 class QSqlError;
 struct pg_conn;
+struct sqlite3;
+struct sqlite3_stmt;
 
 namespace ZebObjects {
 
 class StoreCommitWatch;
+
+// One row of an answer, read column by column. On a file the values come straight from SQLite,
+// without a variant per value: a collection of 30,000 rows reads each of them once.
+class ZEBSTORE_EXPORT StoreRow {
+public:
+    virtual ~StoreRow() = default;
+    virtual QVariant value(int column) const = 0;
+    virtual QString text(int column) const { return value(column).toString(); }
+    virtual qint64 integer(int column) const { return value(column).toLongLong(); }
+    virtual bool isNull(int column) const { return value(column).isNull(); }
+    bool boolean(int column) const { return integer(column) != 0; }
+};
+
+// A row already read into values (row()'s answer), for the readers that take a StoreRow.
+class ZEBSTORE_EXPORT StoreValuesRow final : public StoreRow {
+public:
+    explicit StoreValuesRow(const QVariantList& values) : m_values(values) { }
+    QVariant value(int column) const override { return m_values.value(column); }
+
+private:
+    const QVariantList& m_values;
+};
 
 // One open database, an SQLite file or a database on the office's PostgreSQL server, shared by
 // the store and every object it hands out; it stays open while any of them lives. Statements are
@@ -75,10 +99,10 @@ public:
     // The first row, or an empty list when there is none.
     QVariantList row(const QString& sql, const QVariantList& args = {});
     QList<QVariantList> rows(const QString& sql, const QVariantList& args = {});
-    // Calls each with the query on every row in turn, for a reader that takes the values
-    // straight into its own objects; a failure of each ends the statement and goes on.
+    // Calls each on every row in turn, for a reader that takes the values straight into its own
+    // objects; a failure of each ends the statement and goes on.
     void eachRow(const QString& sql, const QVariantList& args,
-                 const std::function<void(const QSqlQuery& row)>& each);
+                 const std::function<void(const StoreRow& row)>& each);
     // The new row's id of an insert.
     qint64 insert(const QString& sql, const QVariantList& args = {});
     // Sets column of the row of table whose keyColumn is key to value in a write of its own.
@@ -215,6 +239,10 @@ private:
     QSqlQuery& execOnce(const QString& sql, const QVariantList& args);
     bool changesNothing(const QString& sql, const QVariantList& args);
     void drain(QSqlQuery& q);
+    void eachFileRow(const QString& sql, const QVariantList& args,
+                     const std::function<void(const StoreRow& row)>& each);
+    sqlite3* fileHandle() const;
+    void finalizeFileStatements();
 
     StoreDialect m_dialect;
     StoreLocation m_location;
@@ -230,6 +258,8 @@ private:
     std::unique_ptr<StoreCommitWatch> m_commitWatch;
     QSqlDatabase m_db;
     QHash<QString, QSqlQuery> m_statements;
+    // Reads of many rows on a file, prepared once on the driver's own SQLite connection.
+    QHash<QString, sqlite3_stmt*> m_fileStatements;
     QSqlQuery m_direct;
     QSqlQuery m_nothing;
     int m_depth = 0;

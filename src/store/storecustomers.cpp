@@ -3,7 +3,9 @@
 #include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
-#include <QSqlQuery>
+#include <QScopeGuard>
+
+#include <algorithm>
 
 namespace ZebObjects {
 
@@ -31,20 +33,18 @@ namespace {
 const QString kColumns = QStringLiteral("id, customer_key, display_text, name, account_number, "
                                         "city, state, type, category, included");
 
-// Row is a QVariantList or a QSqlQuery on the row.
-template <class Row>
-CustomerRecord customerRow(const Row& r)
+CustomerRecord customerRow(const StoreRow& r)
 {
     CustomerRecord c;
-    c.key = r.value(1).toString();
-    c.displayText = r.value(2).toString();
-    c.name = r.value(3).toString();
-    c.accountNumber = r.value(4).toString();
-    c.city = r.value(5).toString();
-    c.state = r.value(6).toString();
-    c.type = r.value(7).toString();
-    c.category = r.value(8).toString();
-    c.included = r.value(9).toBool();
+    c.key = r.text(1);
+    c.displayText = r.text(2);
+    c.name = r.text(3);
+    c.accountNumber = r.text(4);
+    c.city = r.text(5);
+    c.state = r.text(6);
+    c.type = r.text(7);
+    c.category = r.text(8);
+    c.included = r.boolean(9);
     return c;
 }
 
@@ -58,6 +58,8 @@ void StoreCustomer::seen(quint64 state, CustomerRecord row)
 
 const CustomerRecord& StoreCustomer::row() const
 {
+    if (m_leaving)
+        return m_row;
     // The state is taken before the read: a change that comes between shows at the next use.
     const quint64 state = m_db->state();
     if (state != 0 && state == m_state)
@@ -69,7 +71,7 @@ const CustomerRecord& StoreCustomer::row() const
                       QStringLiteral("Element not found: the customer is no longer on the "
                                      "submittal in the database file \"%1\"")
                           .arg(m_db->path()));
-    m_row = customerRow(r);
+    m_row = customerRow(StoreValuesRow(r));
     m_state = state;
     return m_row;
 }
@@ -136,8 +138,11 @@ StoreCustomers::~StoreCustomers() = default;
 std::shared_ptr<StoreCustomer> StoreCustomers::customer(qint64 id) const
 {
     auto& slot = m_customers[id];
-    if (!slot)
-        slot = std::make_shared<StoreCustomer>(m_db, id);
+    if (!slot) {
+        const auto held = std::find_if(m_kept.cbegin(), m_kept.cend(),
+                                       [id](const auto& c) { return c->m_id == id; });
+        slot = held != m_kept.cend() ? *held : std::make_shared<StoreCustomer>(m_db, id);
+    }
     return slot;
 }
 
@@ -186,27 +191,51 @@ bool StoreCustomers::kept() const
             return true;
     }
     m_state = 0;
-    m_ids.clear();
-    m_db->eachRow(QStringLiteral("SELECT %1%2 FROM submittal_customers WHERE submittal_id = ? "
-                                 "ORDER BY position")
-                      .arg(kColumns, along),
-                  {m_id}, [&](const QSqlQuery& r) {
-                      if (state == 0)
-                          state = m_db->stateRead({r.value(10), r.value(11)});
-                      const qint64 id = r.value(0).toLongLong();
-                      customer(id)->seen(state, customerRow(r));
-                      m_ids.append(id);
-                  });
+    read(along, state);
     m_state = state != 0 ? state : m_db->state();
     return m_state != 0;
+}
+
+void StoreCustomers::read(const QString& along, quint64& state) const
+{
+    // The customers handed out before stay the same objects.
+    QHash<qint64, std::shared_ptr<StoreCustomer>> known;
+    known.swap(m_customers);
+    for (auto& c : m_kept)
+        known.insert(c->m_id, std::move(c));
+    m_kept.clear();
+    m_kept.reserve(known.size());
+    try {
+        m_db->eachRow(QStringLiteral("SELECT %1%2 FROM submittal_customers WHERE submittal_id = "
+                                     "? ORDER BY position")
+                          .arg(kColumns, along),
+                      {m_id}, [&](const StoreRow& r) {
+                          if (state == 0 && !along.isEmpty())
+                              state = m_db->stateRead({r.value(10), r.value(11)});
+                          const qint64 id = r.integer(0);
+                          std::shared_ptr<StoreCustomer> c =
+                              known.isEmpty() ? nullptr : known.take(id);
+                          if (!c)
+                              c = std::make_shared<StoreCustomer>(m_db, id);
+                          c->seen(state, customerRow(r));
+                          m_kept.append(std::move(c));
+                      });
+    } catch (...) {
+        // A read that failed part way keeps nothing, and every object stays the one it was.
+        for (auto& c : m_kept)
+            known.insert(c->m_id, std::move(c));
+        m_kept.clear();
+        m_customers.swap(known);
+        throw;
+    }
 }
 
 qint64 StoreCustomers::idAt(qint16 index) const
 {
     QVariant id;
     if (index >= 1 && kept()) {
-        if (index <= m_ids.size())
-            id = m_ids[index - 1];
+        if (index <= m_kept.size())
+            id = m_kept[index - 1]->m_id;
     } else if (index >= 1) {
         id = m_db->value(QStringLiteral("SELECT id FROM submittal_customers WHERE submittal_id "
                                         "= ? ORDER BY position LIMIT 1 OFFSET ?"),
@@ -226,7 +255,7 @@ void StoreCustomers::Remove(qint16 index)
         m_db->run(QStringLiteral("DELETE FROM submittal_customers WHERE id = ?"), {id});
         m_customers.remove(id);
         if (wasKept) {
-            m_ids.removeAt(index - 1);
+            m_kept.removeAt(index - 1);
             m_state = m_db->stateAfterWrite();
         } else {
             m_state = 0;
@@ -237,25 +266,61 @@ void StoreCustomers::Remove(qint16 index)
 
 void StoreCustomers::RemoveAll()
 {
-    // Always the last one: a handler of CustomerRemoved that changes the collection does not
-    // throw the walk off.
-    for (;;) {
-        const qint16 count = Count();
-        if (count < 1)
-            break;
-        Remove(count);
+    QList<std::shared_ptr<StoreCustomer>> leaving;
+    m_db->write([&] {
+        // What leaves is what the file holds inside this write, each customer with its values.
+        if (!kept()) {
+            quint64 state = 0;
+            read(QString(), state);
+        }
+        if (m_kept.isEmpty())
+            return;
+        m_db->run(QStringLiteral("DELETE FROM submittal_customers WHERE submittal_id = ?"), {m_id});
+        leaving.swap(m_kept);
+        m_state = 0;
+    });
+    for (const auto& c : std::as_const(leaving)) {
+        c->m_leaving = true;
+        m_customers.remove(c->m_id);
+    }
+    m_leaving = std::move(leaving);
+    const auto ended = qScopeGuard([this] {
+        // A handler that failed ends the events: the rest are gone all the same.
+        for (const auto& c : std::as_const(*m_leaving))
+            c->m_leaving = false;
+        m_leaving.reset();
+    });
+    // The last one first, as one removal after another would announce them.
+    while (!m_leaving->isEmpty()) {
+        const std::shared_ptr<StoreCustomer> gone = m_leaving->takeLast();
+        gone->m_leaving = false;
+        emit CustomerRemoved(qint16(m_leaving->size() + 1));
     }
 }
 
 std::shared_ptr<Customer> StoreCustomers::Item(qint16 index) const
 {
+    if (m_leaving) {
+        if (index < 1 || index > m_leaving->size())
+            throw CollectionRules::noPosition(kSource, QStringLiteral("customer"), index,
+                                              qint16(m_leaving->size()));
+        return m_leaving->at(index - 1);
+    }
+    if (index >= 1 && kept()) {
+        if (index > m_kept.size())
+            throw CollectionRules::noPosition(kSource, QStringLiteral("customer"), index,
+                                              qint16(m_kept.size()));
+        return m_kept[index - 1];
+    }
     return customer(idAt(index));
 }
 
 qint16 StoreCustomers::Count() const
 {
+    if (m_leaving)
+        return qint16(m_leaving->size());
     if (kept())
-        return qint16(m_ids.size());
+        return qint16(m_kept.size());
     return qint16(m_db->value(QStringLiteral("SELECT COUNT(*) FROM submittal_customers WHERE "
                                              "submittal_id = ?"),
                               {m_id})
@@ -265,10 +330,11 @@ qint16 StoreCustomers::Count() const
 CustomerList StoreCustomers::Enumerate() const
 {
     CustomerList out;
-    if (kept()) {
-        out.reserve(m_ids.size());
-        for (const qint64 id : std::as_const(m_ids))
-            out.append(customer(id));
+    if (m_leaving || kept()) {
+        const auto& list = m_leaving ? *m_leaving : m_kept;
+        out.reserve(list.size());
+        for (const auto& c : list)
+            out.append(c);
         return out;
     }
     for (const QVariantList& r : m_db->rows(QStringLiteral("SELECT id FROM submittal_customers "

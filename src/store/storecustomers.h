@@ -55,11 +55,16 @@ private:
     std::unique_ptr<CustomerRecord> m_record;
     mutable quint64 m_state = 0;
     mutable CustomerRecord m_row;
+    // Gone from the file with a Remove All whose event for it has not come yet: it answers what
+    // it showed until then.
+    bool m_leaving = false;
 };
 
 // The customers of a submittal in a store, in collection order. Same rules as the stand-alone
-// collection (none fails with 91, a key already held with 457); RemoveAll takes them out from
-// the last to the first, each removal committed and announced on its own. Add takes in the very
+// collection (none fails with 91, a key already held with 457). RemoveAll takes them all out in
+// one statement and one commit, then announces each removal from the last customer to the first;
+// while it does, the collection answers as it stands once the customers announced so far have
+// left. Add takes in the very
 // object it is given when the object is a customer this store's directory search found: Item
 // hands out that object, and its writes reach the submittal. Any other customer (one made by
 // another library, or already on a submittal) is copied into a new customer of this submittal.
@@ -91,13 +96,19 @@ private:
     // Reads the customers again unless what is kept is still the database's; false when nothing
     // may be kept (inside a write on the server).
     bool kept() const;
+    // Reads every customer in order into m_kept, with the state along when along is not empty.
+    void read(const QString& along, quint64& state) const;
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
+    // Customers handed out while nothing was kept, and those Add took in: one object per
+    // customer, whichever way it was asked for.
     mutable QHash<qint64, std::shared_ptr<StoreCustomer>> m_customers;
-    // The customer ids in collection order, read in state m_state.
+    // The customers in collection order, read in state m_state.
     mutable quint64 m_state = 0;
-    mutable QList<qint64> m_ids;
+    mutable QList<std::shared_ptr<StoreCustomer>> m_kept;
+    // During a Remove All's events: the customers not announced yet.
+    std::optional<QList<std::shared_ptr<StoreCustomer>>> m_leaving;
 };
 
 }  // namespace ZebObjects

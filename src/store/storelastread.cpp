@@ -4,16 +4,20 @@ namespace ZebObjects {
 
 const QVariant& StoreLastRead::remember(const QString& name, const QVariant& value)
 {
-    return *m_values.insert(name, value);
+    for (auto& [known, last] : m_values)
+        if (known == name)
+            return last = value;
+    m_values.append({name, value});
+    return m_values.back().second;
 }
 
 bool StoreLastRead::conflicts(const QString& name, const QVariant& now,
                               const QVariant& wanted) const
 {
-    const auto it = m_values.constFind(name);
-    if (it == m_values.constEnd())
-        return false;
-    return *it != now && now != wanted;
+    for (const auto& [known, last] : m_values)
+        if (known == name)
+            return last != now && now != wanted;
+    return false;
 }
 
 Failure StoreLastRead::conflict(const QString& source, const QString& what, const QVariant& now,

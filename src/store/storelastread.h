@@ -4,9 +4,11 @@
 
 #include "contracts/failure.h"
 
-#include <QHash>
+#include <QVarLengthArray>
 #include <QString>
 #include <QVariant>
+
+#include <utility>
 
 namespace ZebObjects {
 
@@ -29,7 +31,9 @@ public:
     static constexpr qint32 ChangedElsewhere = 3197;
 
 private:
-    QHash<QString, QVariant> m_values;
+    // A paragraph remembers one value, a submittal a handful: a short list kept in place, so
+    // that the thousands of paragraphs a list shows allocate nothing to remember their text.
+    QVarLengthArray<std::pair<QString, QVariant>, 1> m_values;
 };
 
 }  // namespace ZebObjects

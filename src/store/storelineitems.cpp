@@ -3,8 +3,6 @@
 #include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
-#include <QSqlQuery>
-
 namespace ZebObjects {
 
 namespace {
@@ -53,7 +51,7 @@ const LineItemRecord& StoreLineItem::data() const
         m_db->rows(StoreLineItems::rowsQuery(QStringLiteral("l.id = ?")), {m_id});
     if (r.isEmpty())
         throw gone(*m_db);
-    m_data = StoreLineItems::record(r.first(), 1);
+    m_data = StoreLineItems::record(StoreValuesRow(r.first()), 1);
     m_state = state;
     return m_data;
 }
@@ -131,20 +129,19 @@ QString StoreLineItems::rowsQuery(const QString& where, const QString& along)
         .arg(along, where);
 }
 
-template <class Values>
-LineItemRecord StoreLineItems::record(const Values& r, int first)
+LineItemRecord StoreLineItems::record(const StoreRow& r, int first)
 {
     LineItemRecord data;
-    data.quantity = r.value(first).toInt();
-    data.type = r.value(first + 1).toString();
-    data.brand = r.value(first + 2).toString();
-    data.catalogNumber = r.value(first + 3).toString();
-    data.description = r.value(first + 4).toString();
-    data.group = r.value(first + 5).toString();
-    data.mto = r.value(first + 6).toBool();
-    data.selected = r.value(first + 7).toBool();
-    if (!r.value(first + 9).isNull())
-        data.comment = r.value(first + 8).toString();
+    data.quantity = int(r.integer(first));
+    data.type = r.text(first + 1);
+    data.brand = r.text(first + 2);
+    data.catalogNumber = r.text(first + 3);
+    data.description = r.text(first + 4);
+    data.group = r.text(first + 5);
+    data.mto = r.boolean(first + 6);
+    data.selected = r.boolean(first + 7);
+    if (!r.isNull(first + 9))
+        data.comment = r.text(first + 8);
     return data;
 }
 
@@ -162,10 +159,10 @@ bool StoreLineItems::kept() const
     m_state = 0;
     m_ids.clear();
     m_db->eachRow(rowsQuery(QStringLiteral("l.submittal_id = ?"), along), {m_id},
-                  [&](const QSqlQuery& r) {
+                  [&](const StoreRow& r) {
                       if (state == 0)
                           state = m_db->stateRead({r.value(11), r.value(12)});
-                      const qint64 id = r.value(0).toLongLong();
+                      const qint64 id = r.integer(0);
                       line(id)->seen(state, record(r, 1));
                       m_ids.append(id);
                   });
@@ -223,13 +220,9 @@ namespace ZebObjects {
 QList<StoreLineItems::Row> StoreLineItems::rows() const
 {
     QList<Row> out;
-    for (const QVariantList& r :
-         m_db->rows(rowsQuery(QStringLiteral("l.submittal_id = ?")), {m_id})) {
-        Row row;
-        row.id = r[0].toLongLong();
-        row.data = record(r, 1);
-        out.append(row);
-    }
+    m_db->eachRow(rowsQuery(QStringLiteral("l.submittal_id = ?")), {m_id}, [&](const StoreRow& r) {
+        out.append({r.integer(0), record(r, 1)});
+    });
     return out;
 }
 

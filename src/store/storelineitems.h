@@ -12,6 +12,7 @@
 namespace ZebObjects {
 
 class StoreConnection;
+class StoreRow;
 
 class ZEBSTORE_EXPORT StoreLineItemComment : public LineItemComment {
 public:
@@ -101,8 +102,7 @@ private:
     // be kept (inside a write on the server).
     bool kept() const;
     static QString rowsQuery(const QString& where, const QString& along = QString());
-    template <class Values>
-    static LineItemRecord record(const Values& r, int first);
+    static LineItemRecord record(const StoreRow& r, int first);
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;

@@ -3,8 +3,6 @@
 #include "rules/collectionrules.h"
 #include "store/storeconnection.h"
 
-#include <QSqlQuery>
-
 namespace ZebObjects {
 
 namespace {
@@ -160,9 +158,24 @@ bool StoreTextObjects::kept() const
 std::shared_ptr<StoreTextObject> StoreTextObjects::object(qint64 id, const QString& key) const
 {
     auto& slot = m_objects[id];
-    if (!slot)
-        slot = std::make_shared<StoreTextObject>(m_db, id, key);
+    if (!slot) {
+        const auto seen = std::find_if(m_seen.cbegin(), m_seen.cend(),
+                                       [id](const auto& o) { return o->id() == id; });
+        slot = seen != m_seen.cend() ? *seen : std::make_shared<StoreTextObject>(m_db, id, key);
+    }
     return slot;
+}
+
+const QHash<QString, qsizetype>& StoreTextObjects::seenAt() const
+{
+    if (!m_seenIndexed) {
+        m_seenAt.clear();
+        m_seenAt.reserve(m_seen.size());
+        for (qsizetype i = 0; i < m_seen.size(); ++i)
+            m_seenAt.insert(m_seen[i]->Key(), i);
+        m_seenIndexed = true;
+    }
+    return m_seenAt;
 }
 
 qint64 StoreTextObjects::idOf(const QString& key) const
@@ -177,8 +190,9 @@ qint64 StoreTextObjects::idOf(const QString& key) const
 std::shared_ptr<TextObject> StoreTextObjects::Item(const QString& key) const
 {
     if (kept()) {
-        const auto at = m_seenAt.constFind(key);
-        if (at == m_seenAt.constEnd())
+        const QHash<QString, qsizetype>& index = seenAt();
+        const auto at = index.constFind(key);
+        if (at == index.constEnd())
             throw CollectionRules::missingKey(kSource, kWhat, key);
         return m_seen[*at];
     }
@@ -251,7 +265,8 @@ std::shared_ptr<TextObject> StoreTextObjects::Add(const QString& text, bool sele
         const quint64 after = m_db->stateAfterWrite();
         o->seen(0, after, stored, selected);
         if (wasKept && after != 0) {
-            m_seenAt.insert(o->Key(), m_seen.size());
+            if (m_seenIndexed)
+                m_seenAt.insert(o->Key(), m_seen.size());
             m_seen.append(o);
             m_state = after;
         } else {
@@ -333,23 +348,41 @@ void StoreTextObjects::read(quint64 state) const
     // meanwhile.
     m_snapshot = 0;
     m_state = 0;
+    // The paragraphs handed out before stay the same objects.
+    QHash<qint64, std::shared_ptr<StoreTextObject>> known;
+    known.swap(m_objects);
+    for (auto& o : m_seen)
+        known.insert(o->id(), std::move(o));
     m_seen.clear();
+    m_seen.reserve(known.size());
     m_seenAt.clear();
+    m_seenIndexed = false;
     // Without a state the reader's own, the state comes along with the rows.
     const QString along = state == 0 ? m_db->stateAlong() : QString();
     const quint64 snapshot = m_db->snapshot();
-    m_db->eachRow(QStringLiteral("SELECT id, key, text, selected%1 FROM texts WHERE "
-                                 "collection_id = ? ORDER BY position")
-                      .arg(along),
-                  {m_id}, [&](const QSqlQuery& r) {
-                      if (state == 0 && !along.isEmpty())
-                          state = m_db->stateRead({r.value(4), r.value(5)});
-                      const QString key = r.value(1).toString();
-                      auto o = object(r.value(0).toLongLong(), key);
-                      o->seen(snapshot, state, r.value(2).toString(), r.value(3).toBool());
-                      m_seenAt.insert(key, m_seen.size());
-                      m_seen.append(std::move(o));
-                  });
+    try {
+        m_db->eachRow(QStringLiteral("SELECT id, key, text, selected%1 FROM texts WHERE "
+                                     "collection_id = ? ORDER BY position")
+                          .arg(along),
+                      {m_id}, [&](const StoreRow& r) {
+                          if (state == 0 && !along.isEmpty())
+                              state = m_db->stateRead({r.value(4), r.value(5)});
+                          const qint64 id = r.integer(0);
+                          std::shared_ptr<StoreTextObject> o =
+                              known.isEmpty() ? nullptr : known.take(id);
+                          if (!o)
+                              o = std::make_shared<StoreTextObject>(m_db, id, r.text(1));
+                          o->seen(snapshot, state, r.text(2), r.boolean(3));
+                          m_seen.append(std::move(o));
+                      });
+    } catch (...) {
+        // A read that failed part way keeps nothing, and every object stays the one it was.
+        for (auto& o : m_seen)
+            known.insert(o->id(), std::move(o));
+        m_seen.clear();
+        m_objects.swap(known);
+        throw;
+    }
     if (state == 0 && !along.isEmpty())
         state = m_db->state();
     m_snapshot = snapshot;

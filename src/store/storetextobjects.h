@@ -27,6 +27,7 @@ public:
     // What the collection read (or wrote) of this paragraph: answered while the connection's
     // snapshot holds, or while the database's state is still state.
     void seen(quint64 snapshot, quint64 state, const QString& text, bool selected);
+    qint64 id() const { return m_id; }
 
 private:
     QVariant column(const char* name) const;
@@ -90,14 +91,20 @@ private:
 
     std::shared_ptr<StoreConnection> m_db;
     qint64 m_id;
+    // Paragraphs handed out while nothing was kept (the last read's are in m_seen): one object
+    // per paragraph, whichever way it was asked for.
     mutable QHash<qint64, std::shared_ptr<StoreTextObject>> m_objects;
     std::optional<qint32> m_shownType;
+    // Where each key is in m_seen, made when a key is first asked for.
+    const QHash<QString, qsizetype>& seenAt() const;
+
     // The paragraphs of the last read, in order, and where each key is in it; read in the
     // connection's snapshot m_snapshot and the database's state m_state.
     mutable quint64 m_snapshot = 0;
     mutable quint64 m_state = 0;
     mutable QList<std::shared_ptr<StoreTextObject>> m_seen;
     mutable QHash<QString, qsizetype> m_seenAt;
+    mutable bool m_seenIndexed = false;
 };
 
 }  // namespace ZebObjects
