@@ -2,19 +2,24 @@
 // the same run and iteration: the same control, created through the registry and bound by
 // property name as the workstation does, at the same size, posted events and the first paint
 // included. Each iteration binds a collection of a job opened afresh, so nothing read by an
-// earlier iteration is kept; the connection stays open, as the workstation keeps it.
+// earlier iteration is kept; the connection stays open, as the workstation keeps it. The two
+// sides alternate which goes first.
 //
 //   BM_LineItems/744       the 744-line job into the line item viewer
 //   BM_Paragraphs/5000     5,000 paragraphs into the paragraph list
 //   BM_Customers/32767     a job with 32,767 customers into the customer panel
-//   BM_RemoveAll/N         Remove All of N customers through the panel, each removal committed
-//                          and announced on its own (1,000 and 32,767)
+//   BM_RemoveAll/N         Remove All of N customers through the panel (1,000 and 32,767): the
+//                          store takes them out in one write, the panel follows the events
 //
-// Counters: control_ms (the store) and baseline_ms (stand-alone) are medians, ratio is theirs;
-// store_statements is what the store ran for one bind or one Remove All, store_statements_per_item
-// the same per line, paragraph or customer. Times are the main thread's processor time: the
-// benchmarks run on shared machines, where wall time mostly measures the neighbours (the store runs
-// its statements on the main thread, so its reading is in it).
+// Counters: control_ms (the store) and baseline_ms (stand-alone) are medians of wall time, ratio
+// the median of the per-iteration ratios; the same in the main thread's processor time as
+// control_cpu_ms, baseline_cpu_ms and ratio_cpu (the store runs its statements on the main thread,
+// so its reading is in it). store_statements is what the store ran for one bind or one Remove
+// All, store_statements_per_item the same per line, paragraph or customer. For the paragraphs and
+// the customers, sqlite_read_ms is what SQLite alone takes to step through the same statement on
+// its own connection and hand over every column (no string made, nothing bound), and ratio_floor
+// is (baseline + sqlite_read) / baseline: the least any store that reads the rows at the bind can
+// reach against objects that are in memory already.
 //   BENCHES=bench_storebind bench/run.sh
 #include "benchsupport.h"
 #include "contracts/customers.h"
@@ -41,8 +46,7 @@
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <time.h>
+#include <sqlite3.h>
 
 #include <algorithm>
 #include <chrono>
@@ -53,21 +57,9 @@ using namespace ZebObjects;
 
 namespace {
 
+using ZebBench::median;
 using ZebBench::settle;
-
-double threadSeconds()
-{
-    timespec t{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-    return double(t.tv_sec) + double(t.tv_nsec) * 1e-9;
-}
-
-double median(std::vector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    const std::size_t n = times.size();
-    return n % 2 ? times[n / 2] : (times[n / 2 - 1] + times[n / 2]) / 2;
-}
+using ZebBench::Timing;
 
 // The design sizes of the three controls.
 constexpr QSize kViewerSize(610, 355);
@@ -189,13 +181,15 @@ std::unique_ptr<ZebSubCtl::UserControl> shownControl(const char* name, QSize siz
 }
 
 template <class Collection>
-double bind(ZebSubCtl::UserControl& control, const char* property,
+Timing bind(ZebSubCtl::UserControl& control, const char* property,
             const std::shared_ptr<Collection>& collection)
 {
-    const double start = threadSeconds();
+    const auto start = std::chrono::steady_clock::now();
+    const double cpu = ZebBench::threadSeconds();
     control.setProperty(property, QVariant::fromValue(collection));
     settle();
-    return threadSeconds() - start;
+    return {ZebBench::seconds(start, std::chrono::steady_clock::now()),
+            ZebBench::threadSeconds() - cpu};
 }
 
 template <class Collection>
@@ -205,47 +199,113 @@ void unbind(ZebSubCtl::UserControl& control, const char* property)
     settle();
 }
 
-// Reports the medians of both sides, their ratio, and the store's statements per bind.
-void report(benchmark::State& state, const std::vector<double>& store,
-            const std::vector<double>& standalone, quint64 statements, int items)
+// What SQLite alone takes to step through sql with args on a connection of its own to the
+// office file and hand over every column (numbers as numbers, texts as the file holds them),
+// nothing made of the values: the floor under any
+// store that reads these rows at the bind. The median of a few runs, in seconds.
+double sqliteRead(const char* sql, qint64 arg)
 {
-    const double s = median(store);
-    const double b = median(standalone);
-    state.counters["control_ms"] = s * 1e3;
-    state.counters["baseline_ms"] = b * 1e3;
-    state.counters["ratio"] = s / b;
+    sqlite3* db = nullptr;
+    sqlite3_open_v2(office().store->path().toUtf8().constData(), &db, SQLITE_OPEN_READONLY,
+                    nullptr);
+    sqlite3_stmt* s = nullptr;
+    sqlite3_prepare_v2(db, sql, -1, &s, nullptr);
+    std::vector<double> times;
+    std::size_t bytes = 0;
+    for (int i = 0; i < 9; ++i) {
+        const double start = ZebBench::threadSeconds();
+        sqlite3_bind_int64(s, 1, arg);
+        while (sqlite3_step(s) == SQLITE_ROW)
+            for (int c = 0, n = sqlite3_column_count(s); c < n; ++c) {
+                if (sqlite3_column_type(s, c) == SQLITE_INTEGER) {
+                    bytes += std::size_t(sqlite3_column_int64(s, c));
+                    continue;
+                }
+                benchmark::DoNotOptimize(sqlite3_column_text(s, c));
+                bytes += std::size_t(sqlite3_column_bytes(s, c));
+            }
+        sqlite3_reset(s);
+        times.push_back(ZebBench::threadSeconds() - start);
+    }
+    benchmark::DoNotOptimize(bytes);
+    sqlite3_finalize(s);
+    sqlite3_close(db);
+    return median(times);
+}
+
+// One side's id in the office file, found with plain SQL.
+qint64 officeId(const char* sql)
+{
+    sqlite3* db = nullptr;
+    sqlite3_open_v2(office().store->path().toUtf8().constData(), &db, SQLITE_OPEN_READONLY,
+                    nullptr);
+    sqlite3_stmt* s = nullptr;
+    sqlite3_prepare_v2(db, sql, -1, &s, nullptr);
+    sqlite3_bind_int64(s, 1, office().job);
+    const qint64 id = sqlite3_step(s) == SQLITE_ROW ? sqlite3_column_int64(s, 0) : 0;
+    sqlite3_finalize(s);
+    sqlite3_close(db);
+    return id;
+}
+
+// Reports the medians of both sides, their ratio, and the store's statements per bind.
+void report(benchmark::State& state, const ZebBench::Samples& samples, quint64 statements,
+            int items)
+{
+    ZebBench::reportMedians(state, samples);
     state.counters["store_statements"] = double(statements);
     state.counters["store_statements_per_item"] = double(statements) / double(items);
+}
+
+void reportFloor(benchmark::State& state, const ZebBench::Samples& samples, double sqlite)
+{
+    state.counters["sqlite_read_ms"] = sqlite * 1e3;
+    state.counters["ratio_floor"] =
+        (samples.baselineCpuMedian() + sqlite) / samples.baselineCpuMedian();
 }
 
 // Binds the store's collection and the stand-alone one in turn; open answers the store's
 // collection of a job opened afresh, count tells how many rows the control shows.
 template <class Collection, class Open, class Shown>
-void compareBinds(benchmark::State& state, const char* control, QSize size, const char* property,
-                  const std::shared_ptr<Collection>& standalone, Open open, Shown shown, int items)
+ZebBench::Samples compareBinds(benchmark::State& state, const char* control, QSize size,
+                               const char* property, const std::shared_ptr<Collection>& standalone,
+                               Open open, Shown shown, int items)
 {
     Office& o = office();
     auto ctl = shownControl(control, size);
-    std::vector<double> store;
-    std::vector<double> alone;
+    ZebBench::Samples samples;
     quint64 statements = 0;
     for (auto _ : state) {
         const std::shared_ptr<Collection> stored = open(*o.store->openJob(o.job));
-        const quint64 before = o.store->statementCount();
-        const double c = bind(*ctl, property, stored);
-        statements = o.store->statementCount() - before;
-        if (shown(*ctl) != items)
-            state.SkipWithError("the control does not show every item from the store");
-        unbind<Collection>(*ctl, property);
-        const double b = bind(*ctl, property, standalone);
-        if (shown(*ctl) != items)
-            state.SkipWithError("the control does not show every stand-alone item");
-        unbind<Collection>(*ctl, property);
-        store.push_back(c);
-        alone.push_back(b);
-        state.SetIterationTime(c);
+        const auto fromStore = [&] {
+            const quint64 before = o.store->statementCount();
+            const Timing t = bind(*ctl, property, stored);
+            statements = o.store->statementCount() - before;
+            if (shown(*ctl) != items)
+                state.SkipWithError("the control does not show every item from the store");
+            unbind<Collection>(*ctl, property);
+            return t;
+        };
+        const auto fromMemory = [&] {
+            const Timing t = bind(*ctl, property, standalone);
+            if (shown(*ctl) != items)
+                state.SkipWithError("the control does not show every stand-alone item");
+            unbind<Collection>(*ctl, property);
+            return t;
+        };
+        Timing c, b;
+        if (samples.baselineFirst()) {
+            b = fromMemory();
+            c = fromStore();
+        } else {
+            c = fromStore();
+            b = fromMemory();
+        }
+        samples.add(c, b);
+        state.SetIterationTime(c.wall);
     }
-    report(state, store, alone, statements, items);
+    report(state, samples, statements, items);
+    return samples;
 }
 
 int rows(const ZebSubCtl::UserControl& control, const char* list)
@@ -270,10 +330,15 @@ BENCHMARK(BM_LineItems)->Arg(kLines)->Iterations(9)->UseManualTime()->Unit(bench
 void BM_Paragraphs(benchmark::State& state)
 {
     const std::shared_ptr<TextObjects> alone = standaloneParagraphs();
-    compareBinds<TextObjects>(
+    const ZebBench::Samples samples = compareBinds<TextObjects>(
         state, "ctlTextSelect", kListSize, "TextObjects", alone,
         [](StoreJob& job) { return std::shared_ptr<TextObjects>(job.coverLetterParagraphs()); },
         [](const ZebSubCtl::UserControl& c) { return rows(c, "ListView"); }, kParagraphs);
+    const qint64 collection = office().store->openJob(office().job)->coverLetterParagraphs()->id();
+    reportFloor(state, samples,
+                sqliteRead("SELECT id, key, text, selected FROM texts WHERE collection_id = ? "
+                           "ORDER BY position",
+                           collection));
 }
 BENCHMARK(BM_Paragraphs)
     ->Arg(kParagraphs)
@@ -284,10 +349,16 @@ BENCHMARK(BM_Paragraphs)
 void BM_Customers(benchmark::State& state)
 {
     const std::shared_ptr<Customers> alone = standaloneCustomers(kCustomers);
-    compareBinds<Customers>(
+    const ZebBench::Samples samples = compareBinds<Customers>(
         state, "ctlCustSelect", kPanelSize, "Customers", alone,
         [](StoreJob& job) { return std::shared_ptr<Customers>(job.customers()); },
         [](const ZebSubCtl::UserControl& c) { return rows(c, "lsvCustomers"); }, kCustomers);
+    const qint64 submittal = officeId("SELECT id FROM submittals WHERE job_id = ?");
+    reportFloor(state, samples,
+                sqliteRead("SELECT id, customer_key, display_text, name, account_number, city, "
+                           "state, type, category, included FROM submittal_customers WHERE "
+                           "submittal_id = ? ORDER BY position",
+                           submittal));
 }
 BENCHMARK(BM_Customers)
     ->Arg(kCustomers)
@@ -302,7 +373,7 @@ public:
 };
 
 // Remove All clicked in the panel, the first row selected, until the panel is empty.
-double removeAll(ZebSubCtl::UserControl& panel, const std::shared_ptr<Customers>& customers)
+Timing removeAll(ZebSubCtl::UserControl& panel, const std::shared_ptr<Customers>& customers)
 {
     auto* list = panel.findChild<ZebSubCtl::KeyedListView*>(QStringLiteral("lsvCustomers"));
     panel.setProperty("Customers", QVariant::fromValue(customers));
@@ -310,10 +381,12 @@ double removeAll(ZebSubCtl::UserControl& panel, const std::shared_ptr<Customers>
     // The customers outlive their removal on both sides: neither pays for destroying them.
     const CustomerList held = customers->Enumerate();
     settle();
-    const double start = threadSeconds();
+    const auto start = std::chrono::steady_clock::now();
+    const double cpu = ZebBench::threadSeconds();
     panel.findChild<QPushButton*>(QStringLiteral("cmdRemoveAll"))->click();
     settle();
-    const double took = threadSeconds() - start;
+    const Timing took{ZebBench::seconds(start, std::chrono::steady_clock::now()),
+                      ZebBench::threadSeconds() - cpu};
     panel.setProperty("Customers", QVariant::fromValue(std::shared_ptr<Customers>()));
     settle();
     return took;
@@ -326,30 +399,42 @@ void BM_RemoveAll(benchmark::State& state)
     ZebSubCtl::MessageBoxes::setService(std::make_shared<AnswerOK>());
     auto panel = shownControl("ctlCustSelect", kPanelSize);
     panel->setProperty("AllowDelete", true);
-    std::vector<double> store;
-    std::vector<double> alone;
+    ZebBench::Samples samples;
     quint64 statements = 0;
     int serial = 0;
     for (auto _ : state) {
-        const qint64 id = o.store->createJob(
-            job(QStringLiteral("R-%1-%2").arg(count).arg(++serial), 0, 0, count));
-        const std::shared_ptr<Customers> stored = o.store->openJob(id)->customers();
-        const quint64 before = o.store->statementCount();
-        const double c = removeAll(*panel, stored);
-        statements = o.store->statementCount() - before;
-        if (stored->Count() != 0)
-            state.SkipWithError("Remove All left customers in the store");
-        o.store->deleteJob(id);
-        const std::shared_ptr<Customers> standalone = standaloneCustomers(count);
-        const double b = removeAll(*panel, standalone);
-        if (standalone->Count() != 0)
-            state.SkipWithError("Remove All left stand-alone customers");
-        store.push_back(c);
-        alone.push_back(b);
-        state.SetIterationTime(c);
+        const auto fromStore = [&] {
+            const qint64 id = o.store->createJob(
+                job(QStringLiteral("R-%1-%2").arg(count).arg(++serial), 0, 0, count));
+            const std::shared_ptr<Customers> stored = o.store->openJob(id)->customers();
+            const quint64 before = o.store->statementCount();
+            const Timing t = removeAll(*panel, stored);
+            statements = o.store->statementCount() - before;
+            if (o.store->openJob(id)->customers()->Count() != 0)
+                state.SkipWithError("Remove All left customers in the store");
+            o.store->deleteJob(id);
+            return t;
+        };
+        const auto fromMemory = [&] {
+            const std::shared_ptr<Customers> standalone = standaloneCustomers(count);
+            const Timing t = removeAll(*panel, standalone);
+            if (standalone->Count() != 0)
+                state.SkipWithError("Remove All left stand-alone customers");
+            return t;
+        };
+        Timing c, b;
+        if (samples.baselineFirst()) {
+            b = fromMemory();
+            c = fromStore();
+        } else {
+            c = fromStore();
+            b = fromMemory();
+        }
+        samples.add(c, b);
+        state.SetIterationTime(c.wall);
     }
     ZebSubCtl::MessageBoxes::setService(nullptr);
-    report(state, store, alone, statements, count);
+    report(state, samples, statements, count);
 }
 BENCHMARK(BM_RemoveAll)->Arg(1000)->Iterations(5)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RemoveAll)

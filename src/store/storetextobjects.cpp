@@ -44,6 +44,7 @@ bool StoreTextObject::fresh() const
     m_snapshot = 0;
     m_state = state;
     m_seenText = r[0].toString();
+    m_textRemembered = false;
     m_seenSelected = r[1].toBool();
     return true;
 }
@@ -51,7 +52,13 @@ bool StoreTextObject::fresh() const
 QString StoreTextObject::Text() const
 {
     fresh();
-    return m_lastRead.remember(QStringLiteral("text"), m_seenText).toString();
+    // A list shows each text once and asks again on every paint: what it shows is remembered
+    // once for each time it is read.
+    if (!m_textRemembered) {
+        m_lastRead.remember(QStringLiteral("text"), m_seenText);
+        m_textRemembered = true;
+    }
+    return m_seenText;
 }
 
 void StoreTextObject::seen(quint64 snapshot, quint64 state, const QString& text, bool selected)
@@ -59,6 +66,7 @@ void StoreTextObject::seen(quint64 snapshot, quint64 state, const QString& text,
     m_snapshot = snapshot;
     m_state = state;
     m_seenText = text;
+    m_textRemembered = false;
     m_seenSelected = selected;
 }
 
@@ -68,6 +76,7 @@ void StoreTextObject::setText(const QString& text)
     // Writing what is stored changes nothing (no conflict either: the values agree).
     if (now == text) {
         m_lastRead.remember(QStringLiteral("text"), now);
+        m_textRemembered = false;
         return;
     }
     const bool conflict = m_db->write([&] {
@@ -80,6 +89,7 @@ void StoreTextObject::setText(const QString& text)
         return false;
     });
     m_lastRead.remember(QStringLiteral("text"), now);
+    m_textRemembered = false;
     if (conflict)
         throw m_db->refused(
             StoreLastRead::conflict(kSource, QStringLiteral("the text %1").arg(m_key), now, text));

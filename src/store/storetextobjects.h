@@ -37,6 +37,8 @@ private:
     mutable quint64 m_snapshot = 0;
     mutable quint64 m_state = 0;
     mutable QString m_seenText;
+    // Whether m_lastRead holds m_seenText as the text last shown.
+    mutable bool m_textRemembered = false;
     mutable bool m_seenSelected = false;
 
     std::shared_ptr<StoreConnection> m_db;
