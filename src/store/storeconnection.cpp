@@ -1269,6 +1269,24 @@ QString StoreConnection::stateAlong() const
     return QStringLiteral(", (SELECT data_version FROM pragma_data_version), total_changes()");
 }
 
+bool StoreConnection::keep(quint64& kept,
+                           const std::function<void(const QString& along, quint64& state)>& read)
+{
+    // Nothing kept yet: the state comes along with the first read.
+    const QString along = kept == 0 ? stateAlong() : QString();
+    quint64 now = along.isEmpty() ? state() : 0;
+    if (along.isEmpty()) {
+        if (now == 0)
+            return false;
+        if (now == kept)
+            return true;
+    }
+    kept = 0;
+    read(along, now);
+    kept = now != 0 ? now : state();
+    return kept != 0;
+}
+
 quint64 StoreConnection::stateRead(const QVariantList& token)
 {
     const quint64 commits = g_commits.load(std::memory_order_relaxed);

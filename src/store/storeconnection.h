@@ -187,6 +187,11 @@ public:
     // and answers the number for them, as state() would.
     QString stateAlong() const;
     quint64 stateRead(const QVariantList& token);
+    // Whether what a collection read in state kept is still the database's. When it is not, read
+    // reads it again: with along not empty, read puts it after the statement's columns and takes
+    // state from the first row (stateRead); else state is the state it reads in. kept becomes the
+    // state of what was read. False when nothing may be kept (inside a write on the server).
+    bool keep(quint64& kept, const std::function<void(const QString& along, quint64& state)>& read);
 
     // The failure for an error of the database, naming the file and the cause.
     Failure failure(const QSqlError& error) const;

@@ -181,19 +181,8 @@ bool StoreCustomers::Add(const QString& key, std::shared_ptr<Customer> c)
 
 bool StoreCustomers::kept() const
 {
-    // Nothing kept yet: the state comes along with the first read.
-    const QString along = m_state == 0 ? m_db->stateAlong() : QString();
-    quint64 state = along.isEmpty() ? m_db->state() : 0;
-    if (along.isEmpty()) {
-        if (state == 0)
-            return false;
-        if (state == m_state)
-            return true;
-    }
-    m_state = 0;
-    read(along, state);
-    m_state = state != 0 ? state : m_db->state();
-    return m_state != 0;
+    return m_db->keep(m_state,
+                      [this](const QString& along, quint64& state) { read(along, state); });
 }
 
 void StoreCustomers::read(const QString& along, quint64& state) const

@@ -96,7 +96,7 @@ private:
     // Reads the customers again unless what is kept is still the database's; false when nothing
     // may be kept (inside a write on the server).
     bool kept() const;
-    // Reads every customer in order into m_kept, with the state along when along is not empty.
+    // Reads every customer in order into m_kept (see StoreConnection::keep for along and state).
     void read(const QString& along, quint64& state) const;
 
     std::shared_ptr<StoreConnection> m_db;

@@ -147,27 +147,17 @@ LineItemRecord StoreLineItems::record(const StoreRow& r, int first)
 
 bool StoreLineItems::kept() const
 {
-    // Nothing kept yet: the state comes along with the first read.
-    const QString along = m_state == 0 ? m_db->stateAlong() : QString();
-    quint64 state = along.isEmpty() ? m_db->state() : 0;
-    if (along.isEmpty()) {
-        if (state == 0)
-            return false;
-        if (state == m_state)
-            return true;
-    }
-    m_state = 0;
-    m_ids.clear();
-    m_db->eachRow(rowsQuery(QStringLiteral("l.submittal_id = ?"), along), {m_id},
-                  [&](const StoreRow& r) {
-                      if (state == 0)
-                          state = m_db->stateRead({r.value(11), r.value(12)});
-                      const qint64 id = r.integer(0);
-                      line(id)->seen(state, record(r, 1));
-                      m_ids.append(id);
-                  });
-    m_state = state != 0 ? state : m_db->state();
-    return m_state != 0;
+    return m_db->keep(m_state, [this](const QString& along, quint64& state) {
+        m_ids.clear();
+        m_db->eachRow(rowsQuery(QStringLiteral("l.submittal_id = ?"), along), {m_id},
+                      [&](const StoreRow& r) {
+                          if (state == 0)
+                              state = m_db->stateRead({r.value(11), r.value(12)});
+                          const qint64 id = r.integer(0);
+                          line(id)->seen(state, record(r, 1));
+                          m_ids.append(id);
+                      });
+    });
 }
 
 qint16 StoreLineItems::Count() const

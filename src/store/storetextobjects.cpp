@@ -152,17 +152,8 @@ bool StoreTextObjects::kept() const
 {
     if (inSnapshot())
         return true;
-    // Nothing kept yet: the state comes along with the first read.
-    if (m_state == 0 && !m_db->stateAlong().isEmpty()) {
-        read(0);
-        return m_state != 0;
-    }
-    const quint64 state = m_db->state();
-    if (state == 0)
-        return false;
-    if (state != m_state)
-        read(state);
-    return true;
+    return m_db->keep(m_state,
+                      [this](const QString& along, quint64& state) { read(along, state); });
 }
 
 std::shared_ptr<StoreTextObject> StoreTextObjects::object(qint64 id, const QString& key) const
@@ -352,12 +343,11 @@ void StoreTextObjects::SaveOrder()
     emit Changed();
 }
 
-void StoreTextObjects::read(quint64 state) const
+void StoreTextObjects::read(const QString& along, quint64& state) const
 {
     // One statement: it reads one state of the file, whatever another program commits
     // meanwhile.
     m_snapshot = 0;
-    m_state = 0;
     // The paragraphs handed out before stay the same objects.
     QHash<qint64, std::shared_ptr<StoreTextObject>> known;
     known.swap(m_objects);
@@ -367,8 +357,6 @@ void StoreTextObjects::read(quint64 state) const
     m_seen.reserve(known.size());
     m_seenAt.clear();
     m_seenIndexed = false;
-    // Without a state the reader's own, the state comes along with the rows.
-    const QString along = state == 0 ? m_db->stateAlong() : QString();
     const quint64 snapshot = m_db->snapshot();
     try {
         m_db->eachRow(QStringLiteral("SELECT id, key, text, selected%1 FROM texts WHERE "
@@ -393,16 +381,17 @@ void StoreTextObjects::read(quint64 state) const
         m_objects.swap(known);
         throw;
     }
-    if (state == 0 && !along.isEmpty())
-        state = m_db->state();
     m_snapshot = snapshot;
-    m_state = state;
 }
 
 TextObjectList StoreTextObjects::Enumerate() const
 {
-    if (!kept())
-        read(0);
+    if (!kept()) {
+        // Inside a write on the server: read now, kept for nothing after.
+        quint64 none = 0;
+        read(QString(), none);
+        m_state = 0;
+    }
     TextObjectList out;
     out.reserve(m_seen.size());
     for (const auto& o : std::as_const(m_seen))

@@ -87,7 +87,8 @@ private:
     // Reads the paragraphs again unless what was read is still the database's; false when
     // nothing may be kept (inside a write on the server).
     bool kept() const;
-    void read(quint64 state) const;
+    // Reads every paragraph in order into m_seen (see StoreConnection::keep for along and state).
+    void read(const QString& along, quint64& state) const;
     void move(const QString& key, int step);
     qint64 idOf(const QString& key) const;
 
