@@ -61,6 +61,7 @@ struct Clock {
 using ZebObjects::StandaloneLineItem;
 using ZebObjects::StandaloneLineItems;
 
+using ZebBench::median;
 using ZebBench::seconds;
 using ZebBench::settle;
 
@@ -186,15 +187,6 @@ double viewerBind(UserControl& viewer, const std::shared_ptr<StandaloneLineItems
     bindByName(viewer, items);
     settle();
     return seconds(start, Clock::now());
-}
-
-double median(std::vector<double> values)
-{
-    if (values.empty())
-        return 0;
-    std::sort(values.begin(), values.end());
-    const std::size_t mid = values.size() / 2;
-    return values.size() % 2 ? values[mid] : (values[mid - 1] + values[mid]) / 2;
 }
 
 // The medians of both sides' times in milliseconds and their ratio: the counters
