@@ -1,11 +1,13 @@
 // A failure of the store's file reaches a control's error path like any other failure, and the
 // control goes on working once the file is free again.
+#include "controls/customers/ctlcustselect.h"
 #include "controls/textselect/ctltextselect.h"
 #include "contracts/runtime.h"
 #include "platform/keyedlistview.h"
 #include "platform/multilinetextbox.h"
 #include "store/jobcontents.h"
 #include "store/store.h"
+#include "store/storecustomers.h"
 #include "store/storejob.h"
 #include "store/storetextobjects.h"
 #include "support/testsupport.h"
@@ -87,6 +89,78 @@ private slots:
         const auto again = Store::open(file, Store::OpenMode::OpenExisting);
         QCOMPARE(again->openJob(job->id())->coverLetterParagraphs()->Item(2)->Text(),
                  QStringLiteral("Lead times start at approval."));
+    }
+
+    void removeAllOnALockedFileKeepsEveryRowAndThenEmptiesTheFileAndTheList()
+    {
+        ZebTest::Harness h;
+        QTemporaryDir dir;
+        const QString file = dir.filePath(QStringLiteral("office.zebdb"));
+        Store::Options options;
+        options.busyTimeoutMs = 50;
+        const auto store = Store::open(file, Store::OpenMode::OpenOrCreate, options);
+        JobContents c;
+        c.number = QStringLiteral("24-0131");
+        c.name = QStringLiteral("Riverside Medical Office Building");
+        for (int i = 1; i <= 3; ++i) {
+            CustomerRecord r;
+            r.key = QStringLiteral("C%1").arg(i);
+            r.name = QStringLiteral("Customer %1").arg(i);
+            r.displayText = r.name;
+            c.customers.append(r);
+        }
+        const auto job = store->openJob(store->createJob(c));
+        Runtime::setApplicationServices(store->applicationServices());
+
+        ZebSubCtl::ctlCustSelect panel;
+        panel.setAllowDelete(true);
+        panel.setCustomers(job->customers());
+        panel.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&panel));
+        auto* list = panel.findChild<ZebSubCtl::KeyedListView*>(QStringLiteral("lsvCustomers"));
+        auto* removeAll = panel.findChild<QPushButton*>(QStringLiteral("cmdRemoveAll"));
+        QVERIFY(list && removeAll);
+        QCOMPARE(list->count(), 3);
+        list->setSelectedRow(0);
+
+        {
+            auto other =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            other.setDatabaseName(file);
+            QVERIFY(other.open());
+            QSqlQuery lock(other);
+            QVERIFY(lock.exec(QStringLiteral("BEGIN IMMEDIATE")));
+            h.log().clear();
+            QTest::mouseClick(removeAll, Qt::LeftButton);
+            const QString description =
+                QStringLiteral("The database file \"%1\" is locked by another writer (database "
+                               "is locked)")
+                    .arg(file);
+            QCOMPARE(h.boxes().shown(),
+                     (QList<Shown>{Shown{QStringLiteral("This will remove all customers from "
+                                                        "this submittal."),
+                                         33, QStringLiteral("Are you sure?")},
+                                   Shown{QStringLiteral("An error occurred while removing all "
+                                                        "customers, some customers could not be "
+                                                        "removed.  \r\n")
+                                             + description,
+                                         48, QStringLiteral("Error: 70 - ") + description}}));
+            // Nothing left the file, so every row stays.
+            QCOMPARE(list->count(), 3);
+            QCOMPARE(job->customers()->Count(), qint16(3));
+            QVERIFY(lock.exec(QStringLiteral("ROLLBACK")));
+            lock.finish();
+            other.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("other"));
+
+        h.boxes().clear();
+        QTest::mouseClick(removeAll, Qt::LeftButton);
+        QCOMPARE(h.boxes().shown().size(), 1);
+        QCOMPARE(list->count(), 0);
+        // Committed: another connection finds no customer on the job.
+        const auto again = Store::open(file, Store::OpenMode::OpenExisting);
+        QCOMPARE(again->openJob(job->id())->customers()->Count(), qint16(0));
     }
 };
 
