@@ -160,8 +160,10 @@ std::shared_ptr<StoreTextObject> StoreTextObjects::object(qint64 id, const QStri
 {
     auto& slot = m_objects[id];
     if (!slot) {
-        const auto seen = std::find_if(m_seen.cbegin(), m_seen.cend(),
-                                       [id](const auto& o) { return o->id() == id; });
+        // A row id the file gave again after a removal is another paragraph: the key tells.
+        const auto seen = std::find_if(m_seen.cbegin(), m_seen.cend(), [&](const auto& o) {
+            return o->id() == id && o->Key() == key;
+        });
         slot = seen != m_seen.cend() ? *seen : std::make_shared<StoreTextObject>(m_db, id, key);
     }
     return slot;
@@ -366,10 +368,12 @@ void StoreTextObjects::read(const QString& along, quint64& state) const
                           if (state == 0 && !along.isEmpty())
                               state = m_db->stateRead({r.value(4), r.value(5)});
                           const qint64 id = r.integer(0);
+                          const QString key = r.text(1);
                           std::shared_ptr<StoreTextObject> o =
                               known.isEmpty() ? nullptr : known.take(id);
-                          if (!o)
-                              o = std::make_shared<StoreTextObject>(m_db, id, r.text(1));
+                          // A row id the file gave again after a removal is another paragraph.
+                          if (!o || o->Key() != key)
+                              o = std::make_shared<StoreTextObject>(m_db, id, key);
                           o->seen(snapshot, state, r.text(2), r.boolean(3));
                           m_seen.append(std::move(o));
                       });

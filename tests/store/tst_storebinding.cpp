@@ -271,6 +271,25 @@ private slots:
         QCOMPARE(customers->Count(), qint16(0));
     }
 
+    void aParagraphAddedAfterTheLastWasRemovedIsANewOneWithItsOwnKey()
+    {
+        QTemporaryDir dir;
+        const auto store = Store::open(file(dir));
+        const auto texts = store->openJob(store->createJob(job(QStringLiteral("1"), 0, 2, 0)))
+                               ->coverLetterParagraphs();
+        QCOMPARE(texts->Enumerate().size(), 2);
+        const QString removed = texts->Add(QStringLiteral("Removed"), false)->Key();
+        texts->Remove(removed);
+        // The file may give the removed row's id to the next row.
+        const std::shared_ptr<TextObject> added = texts->Add(QStringLiteral("Added"), true);
+        QVERIFY(added->Key() != removed);
+        QCOMPARE(added->Text(), QStringLiteral("Added"));
+        QCOMPARE(texts->Item(added->Key())->Text(), QStringLiteral("Added"));
+        QCOMPARE(texts->Item(3)->Key(), added->Key());
+        texts->Remove(added->Key());
+        QCOMPARE(texts->Count(), 2);
+    }
+
     void textReadFromTheFileIsTheTextWritten()
     {
         QTemporaryDir dir;
