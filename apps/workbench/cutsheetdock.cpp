@@ -1,5 +1,6 @@
 #include "cutsheetdock.h"
 
+#include "contracts/failure.h"
 #include "cutsheetpanel.h"
 #include "packagepreview.h"
 #include "store/storejob.h"
@@ -117,8 +118,14 @@ void CutSheetDock::bind(Workstation& window)
 void CutSheetDock::prepare(Workstation& window)
 {
     QDockWidget* dock = dockOf(window);
-    if (dock && !dock->isVisible() && dock->property(kPanelWanted).toBool() && window.job())
+    if (!dock || dock->isVisible() || !dock->property(kPanelWanted).toBool() || !window.job())
+        return;
+    try {
         makePanel(window);
+    } catch (const ZebObjects::Failure&) {
+        // Nobody asked for the panel yet: it is made, and a failure shown, when the dock shows.
+        dock->setProperty(kPanelWanted, true);
+    }
 }
 
 void CutSheetDock::linesChanged(Workstation& window)

@@ -340,8 +340,13 @@ void WorkbenchWindow::bindWhenIdle()
         if (!m_holdBinding)
             m_idleTimer->start();
     } else {
-        static_cast<FirstPaintWatch*>(m_paintWatch)->setWatching(true);
+        watchFirstPaint(true);
     }
+}
+
+void WorkbenchWindow::watchFirstPaint(bool watch)
+{
+    static_cast<FirstPaintWatch*>(m_paintWatch)->setWatching(watch);
 }
 
 void WorkbenchWindow::stopIdleBinding()
@@ -349,7 +354,7 @@ void WorkbenchWindow::stopIdleBinding()
     m_idleWanted = false;
     m_painted = false;
     m_idleTimer->stop();
-    static_cast<FirstPaintWatch*>(m_paintWatch)->setWatching(false);
+    watchFirstPaint(false);
 }
 
 void WorkbenchWindow::bindNextWhenIdle()
@@ -359,24 +364,28 @@ void WorkbenchWindow::bindNextWhenIdle()
     if (!isVisible()) {
         // Closed or hidden: the rest waits until the window paints again.
         m_painted = false;
-        static_cast<FirstPaintWatch*>(m_paintWatch)->setWatching(true);
+        watchFirstPaint(true);
         return;
     }
     // The page after the open one first (Ctrl+Tab goes there), then on in tab order.
     const int count = m_tabs->count();
     const int from = std::max(m_tabs->currentIndex(), 0);
-    for (int step = 1; step <= count; ++step) {
+    bool bound = false;
+    for (int step = 1; step <= count && !bound; ++step) {
         const int index = (from + step) % count;
         if (!isPageBound(index)) {
             bindPage(index);
-            break;
+            bound = true;
         }
     }
     if (m_unbound.isEmpty()) {
         m_idleWanted = false;
         emit pagesReady();
-    } else {
+    } else if (bound) {
         m_idleTimer->start();
+    } else {
+        // What waits is no page of the window's: nothing to do in idle time.
+        m_idleWanted = false;
     }
 }
 

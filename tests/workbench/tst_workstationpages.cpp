@@ -31,6 +31,9 @@
 #include <QPointer>
 #include <QScrollArea>
 #include <QSignalSpy>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -127,6 +130,7 @@ private slots:
     void aPageFailingInIdleTimeIsReportedOnce();
     void ctrlTabDuringTheIdleWorkLandsOnTheNextPageBoundAndPainted();
     void theCutSheetsAreReadInIdleTimeAndAgainAfterTheLinesChange();
+    void cutSheetsThatCannotBeReadInIdleTimeWaitForTheDock();
 
 private:
     std::unique_ptr<Workstation> open(const QString& number, int page = 0);
@@ -645,6 +649,39 @@ void tst_WorkstationPages::theCutSheetsAreReadInIdleTimeAndAgainAfterTheLinesCha
     QVERIFY(dock->isVisible());
     QVERIFY(tree.isNull());
     QVERIFY(dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+}
+
+void tst_WorkstationPages::cutSheetsThatCannotBeReadInIdleTimeWaitForTheDock()
+{
+    auto window = open(kSampleJob);
+    // Another program holds the office's attachments away while the pages are bound.
+    const auto rename = [this](const char* from, const char* to) {
+        {
+            auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            db.setDatabaseName(m_scratch->filePath(QStringLiteral("office.sqlite")));
+            QVERIFY(db.open());
+            QSqlQuery q(db);
+            QVERIFY2(q.exec(QStringLiteral("ALTER TABLE %1 RENAME TO %2")
+                                .arg(QLatin1String(from), QLatin1String(to))),
+                     qPrintable(q.lastError().text()));
+            q.finish();
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("other"));
+    };
+    rename("cut_sheet_attachments", "held_attachments");
+    QVERIFY(runUntilIdle(*window));
+    auto* dock = window->findChild<QDockWidget*>(QStringLiteral("dockCutSheets"));
+    QVERIFY(dock);
+    QVERIFY(!dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+    QCOMPARE(window->controls().size(), 8);
+    // Back in place: the dock beside the Line Items page reads them then.
+    rename("held_attachments", "cut_sheet_attachments");
+    window->showPage(pageOf(*window, QStringLiteral("Line Items")));
+    QVERIFY(dock->isVisible());
+    auto* tree = dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets"));
+    QVERIFY(tree);
+    QVERIFY(tree->topLevelItemCount() > 0);
 }
 
 QTEST_MAIN(tst_WorkstationPages)
