@@ -1,6 +1,6 @@
 // The workstation on the office's store opening a job, as the user waits for it:
 //  - BM_OpenJob: from choosing the job to the first paint of the page the user sees (the time
-//    taken when that page paints, since the other pages are bound in idle time after it), for
+//    taken once that paint is done, since the other pages are bound in idle time after it), for
 //    the 20-line sample job and the 744-line job, beside the same window binding every page at
 //    the open (what opening cost when all eleven pages were bound at once). ready_ms: from the
 //    open until the workstation is idle with every page bound.
@@ -136,7 +136,8 @@ struct Office {
     }
     int pageIndex(const QString& title) const { return int(window->pageTitles().indexOf(title)); }
     // Runs what, then lets Qt deliver the posted events and paint; answers the seconds until
-    // the page the user sees started to paint, or a negative number when it was not painted.
+    // the event that painted the page the user sees was handled, or a negative number when it
+    // was not painted.
     double timeToPaint(const std::function<void()>& what)
     {
         watch->reset();
