@@ -1,5 +1,6 @@
 #include "cutsheetdock.h"
 
+#include "contracts/failure.h"
 #include "cutsheetpanel.h"
 #include "packagepreview.h"
 #include "store/storejob.h"
@@ -89,8 +90,8 @@ void CutSheetDock::install(Workstation& window)
     if (QTabWidget* pages = pagesOf(window))
         QObject::connect(pages, &QTabWidget::currentChanged, &window,
                          [&window] { follow(window); });
-    // Opening a job costs no panel until the dock shows (beside the Line Items page, or from
-    // View > Cut Sheets).
+    // Opening a job costs no panel before its first paint: it is made in idle time after the
+    // pages, or when the dock shows first (beside the Line Items page, or from View > Cut Sheets).
     QObject::connect(dock, &QDockWidget::visibilityChanged, &window, [&window, dock](bool shown) {
         if (shown && dock->property(kPanelWanted).toBool() && window.job())
             makePanel(window);
@@ -112,6 +113,26 @@ void CutSheetDock::bind(Workstation& window)
         delete old;
     }
     follow(window);
+}
+
+void CutSheetDock::prepare(Workstation& window)
+{
+    QDockWidget* dock = dockOf(window);
+    if (!dock || dock->isVisible() || !dock->property(kPanelWanted).toBool() || !window.job())
+        return;
+    try {
+        makePanel(window);
+    } catch (const ZebObjects::Failure&) {
+        // Nobody asked for the panel yet: it is made, and a failure shown, when the dock shows.
+        dock->setProperty(kPanelWanted, true);
+    }
+}
+
+void CutSheetDock::linesChanged(Workstation& window)
+{
+    QDockWidget* dock = dockOf(window);
+    if (dock && !dock->isVisible() && window.job())
+        dock->setProperty(kPanelWanted, true);
 }
 
 QByteArray CutSheetDock::packageBytes(Workstation& window)

@@ -389,8 +389,8 @@ int runWorkstation(const Options& options, Session& session)
                             .arg(session.store->path(), *options.job));
     }
     session.pane->setView(window.logView());
-    // A page is built when it is first shown: its problems are told then. What reached the host
-    // is shown beside what the controls logged.
+    // A page is built when it is first shown or in idle time: its problems are told then. What
+    // reached the host is shown beside what the controls logged.
     QObject::connect(
         &window, &WorkbenchWindow::problemsFound, &window, [&window](const QStringList& problems) {
             for (const QString& problem : problems) {

@@ -20,6 +20,7 @@
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -63,6 +64,45 @@ private:
     QList<QWidget*> m_controls;
     QRect m_design;
 };
+
+// Tells once when the page the user sees paints, from whichever of its widgets paints first.
+class FirstPaintWatch : public QObject {
+public:
+    FirstPaintWatch(QTabWidget* pages, std::function<void()> painted, QObject* parent)
+        : QObject(parent), m_pages(pages), m_painted(std::move(painted))
+    { }
+    void setWatching(bool watching)
+    {
+        if (watching == m_watching)
+            return;
+        m_watching = watching;
+        // Application-wide only while waiting: from the open to its first paint.
+        if (watching)
+            qApp->installEventFilter(this);
+        else
+            qApp->removeEventFilter(this);
+    }
+    ~FirstPaintWatch() override { setWatching(false); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::Paint || !watched->isWidgetType())
+            return false;
+        QWidget* page = m_pages->currentWidget();
+        auto* widget = static_cast<QWidget*>(watched);
+        if (page && (page == widget || page->isAncestorOf(widget))) {
+            setWatching(false);
+            m_painted();
+        }
+        return false;
+    }
+
+private:
+    QTabWidget* m_pages;
+    std::function<void()> m_painted;
+    bool m_watching = false;
+};
 }  // namespace
 
 WorkbenchWindow::WorkbenchWindow(const FormDescription& form, QWidget* parent)
@@ -81,6 +121,18 @@ WorkbenchWindow::WorkbenchWindow(const FormDescription& form, QWidget* parent)
     m_tabs->tabBar()->setAccessibleDescription(
         QStringLiteral("Choose a page with the arrow keys, or Ctrl+Tab from within a page"));
     setCentralWidget(m_tabs);
+    m_paintWatch = new FirstPaintWatch(
+        m_tabs,
+        [this] {
+            m_painted = true;
+            if (m_idleWanted && !m_holdBinding)
+                m_idleTimer->start();
+        },
+        this);
+    m_idleTimer = new QTimer(this);
+    m_idleTimer->setSingleShot(true);
+    m_idleTimer->setInterval(0);
+    connect(m_idleTimer, &QTimer::timeout, this, [this] { bindNextWhenIdle(); });
     // A page that opens is bound (when it was not yet), read by its name and starts at its
     // first control. The page stack has switched already; nothing is painted before this runs.
     connect(m_tabs, &QTabWidget::currentChanged, this, [this](int index) {
@@ -132,7 +184,9 @@ void WorkbenchWindow::setData(WorkbenchData& data)
 
 void WorkbenchWindow::clearPages()
 {
-    // Pages that go are not bound on their way out, when the next one becomes the open page.
+    // Pages that go are not bound on their way out, when the next one becomes the open page,
+    // nor later in idle time; the next pages wait for their own first paint.
+    stopIdleBinding();
     m_unbound.clear();
     while (m_tabs->count() > 0) {
         QWidget* page = m_tabs->widget(0);
@@ -189,6 +243,8 @@ void WorkbenchWindow::buildPages(WorkbenchData& data)
     }
     if (m_problems.size() > known)
         emit problemsFound(m_problems.mid(known));
+    if (!m_unbound.isEmpty())
+        bindWhenIdle();
 }
 
 QWidget* WorkbenchWindow::buildPage(const FormPage& page, WorkbenchData& data)
@@ -231,6 +287,8 @@ void WorkbenchWindow::addPage(int at, QScrollArea* scroll, const QString& title,
     const int index = m_tabs->insertTab(at, scroll, title);
     if (!later)
         pageBound(index);
+    else
+        bindWhenIdle();
 }
 
 void WorkbenchWindow::bindPage(int index)
@@ -275,6 +333,62 @@ void WorkbenchWindow::bindAllPages()
         emit problemsFound(m_problems.mid(known));
 }
 
+void WorkbenchWindow::bindWhenIdle()
+{
+    m_idleWanted = true;
+    if (m_painted) {
+        if (!m_holdBinding)
+            m_idleTimer->start();
+    } else {
+        watchFirstPaint(true);
+    }
+}
+
+void WorkbenchWindow::watchFirstPaint(bool watch)
+{
+    static_cast<FirstPaintWatch*>(m_paintWatch)->setWatching(watch);
+}
+
+void WorkbenchWindow::stopIdleBinding()
+{
+    m_idleWanted = false;
+    m_painted = false;
+    m_idleTimer->stop();
+    watchFirstPaint(false);
+}
+
+void WorkbenchWindow::bindNextWhenIdle()
+{
+    if (!m_idleWanted || m_holdBinding)
+        return;
+    if (!isVisible()) {
+        // Closed or hidden: the rest waits until the window paints again.
+        m_painted = false;
+        watchFirstPaint(true);
+        return;
+    }
+    // The page after the open one first (Ctrl+Tab goes there), then on in tab order.
+    const int count = m_tabs->count();
+    const int from = std::max(m_tabs->currentIndex(), 0);
+    bool bound = false;
+    for (int step = 1; step <= count && !bound; ++step) {
+        const int index = (from + step) % count;
+        if (!isPageBound(index)) {
+            bindPage(index);
+            bound = true;
+        }
+    }
+    if (m_unbound.isEmpty()) {
+        m_idleWanted = false;
+        emit pagesReady();
+    } else if (bound) {
+        m_idleTimer->start();
+    } else {
+        // What waits is no page of the window's: nothing to do in idle time.
+        m_idleWanted = false;
+    }
+}
+
 bool WorkbenchWindow::isPageBound(int index) const
 {
     QWidget* page = m_tabs->widget(index);
@@ -288,6 +402,8 @@ void WorkbenchWindow::holdBinding(bool hold)
         bindPage(m_tabs->currentIndex());
         focusPage();
     }
+    if (!hold && m_idleWanted && m_painted)
+        m_idleTimer->start();
 }
 
 QWidget* WorkbenchWindow::pageNamed(const QString& title) const

@@ -13,6 +13,7 @@ class QDockWidget;
 class QPlainTextEdit;
 class QScrollArea;
 class QTabWidget;
+class QTimer;
 class WorkbenchData;
 namespace ZebSubCtl {
 class UserControl;
@@ -22,7 +23,8 @@ class UserControl;
 // failed to be created left out, and a dockable pane that shows the diagnostic log. A window may
 // bind its pages when they are first shown (setBindPagesWhenShown): opening then costs the page
 // the user sees, and whatever reads a page's controls asks for it to be bound first (bindPage,
-// bindAllPages), so that nothing reads a control that is not bound yet.
+// bindAllPages), so that nothing reads a control that is not bound yet. After the open page was
+// painted, the others are bound while the user is idle, one page per pass of the event loop.
 class WorkbenchWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -36,6 +38,8 @@ public:
     // Binds every page not bound yet, as visiting each would.
     void bindAllPages();
     bool isPageBound(int index) const;
+    // Whether every page has its content.
+    bool allPagesBound() const { return m_unbound.isEmpty(); }
     // Drops every page.
     void clearPages();
     int pageCount() const;
@@ -62,12 +66,16 @@ public:
                                    const QVariant& value);
 
 signals:
-    // Problems met while building pages or binding one of them (when it was first shown).
+    // Problems met while building pages or binding one of them (when it was first shown, read,
+    // or bound in idle time), each told once.
     void problemsFound(const QStringList& problems);
+    // The pages not shown yet were all bound while the user was idle.
+    void pagesReady();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    // From the next setData on, each page is bound when first shown or asked for.
+    // From the next setData on, each page is bound when first shown or asked for, or in idle
+    // time after the open page's first paint.
     void setBindPagesWhenShown(bool whenShown) { m_bindWhenShown = whenShown; }
     // While held, showing a page does not bind it: the host is still adding pages. Releasing
     // binds the open page.
@@ -85,6 +93,13 @@ protected:
     QTabWidget* tabs() const { return m_tabs; }
 
 private:
+    // The pages still to bind wait for the first paint of the open page, then go one per pass of
+    // the event loop.
+    void bindWhenIdle();
+    void stopIdleBinding();
+    void bindNextWhenIdle();
+    void watchFirstPaint(bool watch);
+
     void buildPages(WorkbenchData& data);
     QWidget* buildPage(const FormPage& page, WorkbenchData& data);
     ZebSubCtl::UserControl* place(QWidget* page, const FormControl& control, WorkbenchData& data);
@@ -98,6 +113,11 @@ private:
     bool m_bindWhenShown = false;
     bool m_holdBinding = false;
     bool m_bindingAll = false;
+    // Pages wait to be bound in idle time; the first paint of the open page came already.
+    bool m_idleWanted = false;
+    bool m_painted = false;
+    QObject* m_paintWatch = nullptr;
+    QTimer* m_idleTimer = nullptr;
     // The pages not bound yet, by their scroll area, with what binds them.
     QHash<QWidget*, std::function<QWidget*()>> m_unbound;
 };

@@ -92,7 +92,8 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
       m_baseTitle(form.title)
 {
     setObjectName(QStringLiteral("frmWorkstation"));
-    // Opening a job costs the page the user sees; the others are bound when first shown.
+    // Opening a job costs the page the user sees; the others are bound after its first paint,
+    // one per pass of the event loop, or when first shown.
     setBindPagesWhenShown(true);
 
     menuBar()->setObjectName(QStringLiteral("mnuMain"));
@@ -169,6 +170,8 @@ Workstation::Workstation(const FormDescription& form, std::shared_ptr<ZebObjects
     addHelpMenu();
 
     CutSheetDock::install(*this);
+    // The cut sheets beside the Line Items page are read in idle time too, after the pages.
+    connect(this, &WorkbenchWindow::pagesReady, this, [this] { CutSheetDock::prepare(*this); });
 
     m_jobLabel = new QLabel(this);
     m_jobLabel->setObjectName(QStringLiteral("lblJob"));
@@ -214,8 +217,8 @@ void Workstation::openJob(qint64 id)
     if (m_options.generatedLineItems >= 0)
         data.generateLineItems(m_options.generatedLineItems);
     const int page = tabs()->currentIndex();
-    // Only the page the user sees is bound now; the others when they are first shown, or when
-    // something reads them.
+    // Only the page the user sees is bound now; the others in idle time after its first paint,
+    // or sooner when they are shown or something reads them.
     holdBinding(true);
     try {
         clearPages();

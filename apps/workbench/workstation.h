@@ -44,8 +44,8 @@ public:
     ~Workstation() override;
 
     // Opens the job: the page the user sees is bound to its objects at once, every other page
-    // when it is first shown or read (bindPage, bindAllPages, lineItemEditor, historyPage). A
-    // job not in the store fails with 35601.
+    // in idle time after its first paint, or sooner when it is shown or read (bindPage,
+    // bindAllPages, lineItemEditor, historyPage). A job not in the store fails with 35601.
     void openJob(qint64 id);
     // The job to start with: the one last open when it still exists, else the office's sample
     // job, else the first; 0 for an office without jobs.

@@ -3,6 +3,7 @@
 // note on the Line Items page when the job has more lines than it shows.
 #include "workstation.h"
 
+#include "cutsheetdock.h"
 #include "firstlines.h"
 #include "frame/usercontrol.h"
 #include "lineitemeditor.h"
@@ -85,6 +86,7 @@ void Workstation::lineItemsChanged()
     // A job that now has more lines than the page shows, or no longer has, gets its page anew.
     if ((m_job->lineItems()->Count() > FirstLines::Displayed) != m_linesNoted)
         refreshSoon();
+    CutSheetDock::linesChanged(*this);
     updateDisplayNote();
     updateStatus();
 }

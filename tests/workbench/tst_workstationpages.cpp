@@ -1,7 +1,8 @@
-// Opening a job binds only the page the user sees; every other page is bound when it is first
-// shown, or when something reads it (an export, the saved design, the editor, the history), and
-// then shows the job's true values. Choices made on one page survive switching jobs before the
-// other pages were shown.
+// Opening a job binds only the page the user sees; every other page is bound after its first
+// paint while the user is idle, one page per pass of the event loop, or sooner when it is shown or
+// something reads it (an export, the saved design, the editor, the history), and then shows the
+// job's true values. Choices made on one page survive switching jobs before the other pages were
+// shown.
 
 #include "contracts/coverletter.h"
 #include "contracts/customers.h"
@@ -27,13 +28,19 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QLabel>
+#include <QPointer>
 #include <QScrollArea>
 #include <QSignalSpy>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidget>
+
+#include <functional>
 
 using ZebObjects::Store;
 
@@ -42,6 +49,60 @@ namespace {
 const QString kSampleJob = QStringLiteral("24-0131");
 const QString kLargeJob = QStringLiteral("25-0009");
 const QString kOtherJob = QStringLiteral("24-0117");
+
+// Records how many pages were bound when the page the user sees painted for the first time.
+class FirstPaintProbe : public QObject {
+public:
+    explicit FirstPaintProbe(Workstation& window) : m_window(window)
+    {
+        qApp->installEventFilter(this);
+    }
+    ~FirstPaintProbe() override { qApp->removeEventFilter(this); }
+    bool painted() const { return m_boundAtPaint >= 0; }
+    int boundAtPaint() const { return m_boundAtPaint; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::Paint || painted() || !watched->isWidgetType())
+            return false;
+        auto* tabs = m_window.findChild<QTabWidget*>(QStringLiteral("tabPages"));
+        QWidget* page = tabs->currentWidget();
+        auto* widget = static_cast<QWidget*>(watched);
+        if (page && (page == widget || page->isAncestorOf(widget))) {
+            m_boundAtPaint = 0;
+            for (int i = 0; i < m_window.pageCount(); ++i)
+                m_boundAtPaint += m_window.isPageBound(i) ? 1 : 0;
+        }
+        return false;
+    }
+
+private:
+    Workstation& m_window;
+    int m_boundAtPaint = -1;
+};
+
+int boundPages(const Workstation& window)
+{
+    int bound = 0;
+    for (int i = 0; i < window.pageCount(); ++i)
+        bound += window.isPageBound(i) ? 1 : 0;
+    return bound;
+}
+
+// Runs the event loop one pass at a time until done() holds, for at most a number of passes
+// (never a time): each pass binds at most one page.
+bool runEventsUntil(const std::function<bool()>& done)
+{
+    for (int pass = 0; pass < 200 && !done(); ++pass)
+        QCoreApplication::processEvents();
+    return done();
+}
+
+bool runUntilIdle(Workstation& window)
+{
+    return runEventsUntil([&window] { return window.allPagesBound(); });
+}
 
 }  // namespace
 
@@ -63,6 +124,13 @@ private slots:
     void ctrlTabToAPageNotBoundYetLandsOnItsFirstControl();
     void aPageBoundLaterTellsItsProblems();
     void theCutSheetPanelIsMadeWhenItsDockShows();
+    void everyPageIsBoundToTheOpenJobOnceTheUserIsIdle();
+    void aJobOpenedDuringTheIdleWorkBindsOnlyItsOwnPages();
+    void theIdleWorkWaitsWhileTheWindowIsClosed();
+    void aPageFailingInIdleTimeIsReportedOnce();
+    void ctrlTabDuringTheIdleWorkLandsOnTheNextPageBoundAndPainted();
+    void theCutSheetsAreReadInIdleTimeAndAgainAfterTheLinesChange();
+    void cutSheetsThatCannotBeReadInIdleTimeWaitForTheDock();
 
 private:
     std::unique_ptr<Workstation> open(const QString& number, int page = 0);
@@ -137,6 +205,7 @@ QString tst_WorkstationPages::exportText(Workstation& window, const QString& nam
 void tst_WorkstationPages::onlyThePageTheUserSeesIsBoundWhenAJobOpens()
 {
     auto window = open(kLargeJob);
+    FirstPaintProbe probe(*window);
     QCOMPARE(window->pageCount(), 11);
     QCOMPARE(tabsOf(*window)->currentIndex(), 0);
     QVERIFY(window->isPageBound(0));
@@ -162,6 +231,9 @@ void tst_WorkstationPages::onlyThePageTheUserSeesIsBoundWhenAJobOpens()
     QVERIFY(editorPage);
     QCOMPARE(editorPage->objectName(), QStringLiteral("scrLineItemsEditor"));
     QCOMPARE(editorPage->accessibleName(), QStringLiteral("Line Items Editor page"));
+    // The other pages wait for the first paint of the open one.
+    QVERIFY(runEventsUntil([&probe] { return probe.painted(); }));
+    QCOMPARE(probe.boundAtPaint(), 1);
 }
 
 void tst_WorkstationPages::thePageOpenBeforeTheJobIsTheOneBound()
@@ -255,10 +327,10 @@ void tst_WorkstationPages::theSavedDesignIsTheSameWhetherOrNotThePagesWereShown(
 void tst_WorkstationPages::exportRightAfterOpeningGivesThePackageOfEveryPageVisited()
 {
     auto window = open(kSampleJob);
+    // Before the idle work has bound any other page.
+    QCOMPARE(boundPages(*window), 1);
     const QString first = exportText(*window, QStringLiteral("first.pdf"));
     QVERIFY(first.contains(QStringLiteral("Job 24-0131")));
-    for (int i = 1; i < window->pageCount(); ++i)
-        QVERIFY(!window->isPageBound(i));
     // Showing every page writes nothing: the package stays the same.
     for (int i = 0; i < window->pageCount(); ++i) {
         window->showPage(i);
@@ -405,6 +477,211 @@ void tst_WorkstationPages::theCutSheetPanelIsMadeWhenItsDockShows()
     window->showPage(pageOf(*window, QStringLiteral("Line Items")));
     QVERIFY(dock->isVisible());
     QVERIFY(dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+}
+
+void tst_WorkstationPages::everyPageIsBoundToTheOpenJobOnceTheUserIsIdle()
+{
+    auto window = open(kLargeJob);
+    QSignalSpy ready(window.get(), &WorkbenchWindow::pagesReady);
+    QCOMPARE(boundPages(*window), 1);
+    QVERIFY(runUntilIdle(*window));
+    for (int i = 0; i < window->pageCount(); ++i)
+        QVERIFY2(window->isPageBound(i), qPrintable(window->pageTitles().at(i)));
+    QCOMPARE(ready.count(), 1);
+    // Each page once, every control of the form and the workstation's own pages.
+    QCOMPARE(window->controls().size(), 8);
+    QCOMPARE(window->problems(), QStringList());
+    // Bound to the job that is open, without being shown: the Line Items page has its lines,
+    // the editor every line, the customers and the history the job's own.
+    const auto job = window->job();
+    QCOMPARE(job->number(), kLargeJob);
+    QCOMPARE(window->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size(), 744);
+    auto* editor = window->findChild<LineItemEditor*>();
+    QVERIFY(editor);
+    QCOMPARE(editor->model()->rowCount(), 744);
+    auto* customers = window->findChild<ZebSubCtl::KeyedListView*>(QStringLiteral("lsvCustomers"));
+    QVERIFY(customers);
+    QCOMPARE(customers->count(), int(job->customers()->Count()));
+    auto* revisions = window->findChild<QTreeWidget*>(QStringLiteral("lsvRevisions"));
+    QVERIFY(revisions);
+    QCOMPARE(revisions->topLevelItemCount(), int(job->history()->revisions().size()));
+    // The user still sees the page the job opened on.
+    QCOMPARE(tabsOf(*window)->currentIndex(), 0);
+    // Nothing more to do: more passes of the event loop bind nothing again.
+    for (int pass = 0; pass < 10; ++pass)
+        QCoreApplication::processEvents();
+    QCOMPARE(ready.count(), 1);
+    QCOMPARE(window->controls().size(), 8);
+}
+
+void tst_WorkstationPages::aJobOpenedDuringTheIdleWorkBindsOnlyItsOwnPages()
+{
+    auto window = open(kLargeJob);
+    QSignalSpy ready(window.get(), &WorkbenchWindow::pagesReady);
+    // Part of the pages bound in idle time, not all.
+    QVERIFY(runEventsUntil([&window] { return boundPages(*window) >= 4; }));
+    QVERIFY(!window->allPagesBound());
+    window->openJob(job(kSampleJob));
+    QCOMPARE(boundPages(*window), 1);
+    QVERIFY(runUntilIdle(*window));
+    QCOMPARE(ready.count(), 1);
+    // Every page once, for the job open now: nothing of the 744 lines remains.
+    QCOMPARE(window->controls().size(), 8);
+    const qsizetype lines = window->job()->lineItems()->Count();
+    QVERIFY(lines > 0 && lines < 744);
+    QCOMPARE(window->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size(), lines);
+    auto* editor = window->findChild<LineItemEditor*>();
+    QVERIFY(editor);
+    QCOMPARE(editor->model()->rowCount(), lines);
+    QCOMPARE(window->findChildren<LineItemEditor*>().size(), 1);
+    QCOMPARE(window->findChildren<HistoryPage*>().size(), 1);
+    // Refresh while the idle work runs: the same, once more.
+    window->openJob(job(kLargeJob));
+    QVERIFY(runEventsUntil([&window] { return boundPages(*window) >= 3; }));
+    QVERIFY(window->refresh());
+    QCOMPARE(boundPages(*window), 1);
+    QVERIFY(runUntilIdle(*window));
+    QCOMPARE(window->controls().size(), 8);
+    QCOMPARE(window->findChildren<QWidget*>(QStringLiteral("ctlSubLine")).size(), 744);
+}
+
+void tst_WorkstationPages::theIdleWorkWaitsWhileTheWindowIsClosed()
+{
+    auto window = open(kLargeJob);
+    QVERIFY(runEventsUntil([&window] { return boundPages(*window) >= 2; }));
+    window->close();
+    const int bound = boundPages(*window);
+    for (int pass = 0; pass < 20; ++pass)
+        QCoreApplication::processEvents();
+    QCOMPARE(boundPages(*window), bound);
+    // Shown again, it goes on where it stopped.
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QVERIFY(runUntilIdle(*window));
+    QCOMPARE(window->controls().size(), 8);
+}
+
+void tst_WorkstationPages::aPageFailingInIdleTimeIsReportedOnce()
+{
+    const FormDescription form = FormDescription::fromJson(R"({
+        "title": "T", "width": 600, "height": 400,
+        "pages": [
+            {"title": "Bill of Materials", "controls": [{"identifier": "ZebSubmittalControls.ctlBOMCriteria",
+             "name": "ctlBOMCriteria", "left": 150, "top": 150, "width": 7200, "height": 6540,
+             "bind": {"BOM": "bom"}}]},
+            {"title": "Labels", "controls": [{"identifier": "ZebSubmittalControls.ctlLabelCriteria",
+             "name": "ctlLabels", "left": 150, "top": 150, "width": 7200, "height": 6540,
+             "bind": {"Labels": "noSuchObject"}}]}]})");
+    Workstation::Options options;
+    options.remember = false;
+    Workstation window(form, m_store, options);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QSignalSpy told(&window, &WorkbenchWindow::problemsFound);
+    window.openJob(window.startingJob());
+    QCOMPARE(told.count(), 0);
+    QVERIFY(runUntilIdle(window));
+    const QStringList expected{
+        QStringLiteral("ctlLabels.Labels: There is no sample object named \"noSuchObject\"")};
+    QCOMPARE(window.problems(), expected);
+    QCOMPARE(told.count(), 1);
+    QCOMPARE(told.at(0).at(0).toStringList(), expected);
+    // Showing the page, reading every page and more idle passes tell nothing again.
+    window.showPage(1);
+    window.bindAllPages();
+    for (int pass = 0; pass < 10; ++pass)
+        QCoreApplication::processEvents();
+    QCOMPARE(told.count(), 1);
+    QCOMPARE(window.problems(), expected);
+}
+
+void tst_WorkstationPages::ctrlTabDuringTheIdleWorkLandsOnTheNextPageBoundAndPainted()
+{
+    auto window = open(kLargeJob);
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    // The job's first paint, and the idle work under way.
+    QVERIFY(runEventsUntil([&window] { return boundPages(*window) >= 2; }));
+    QVERIFY(!window->allPagesBound());
+    window->focusPage();
+    QWidget* first = QApplication::focusWidget();
+    QVERIFY(first && tabsOf(*window)->widget(0)->isAncestorOf(first));
+    for (const int next : {1, 2}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(tabsOf(*window)->currentIndex(), next);
+        QVERIFY(window->isPageBound(next));
+        QWidget* focused = QApplication::focusWidget();
+        QVERIFY(focused);
+        QVERIFY(tabsOf(*window)->widget(next)->isAncestorOf(focused));
+        if (next == 1)
+            QCOMPARE(focused->accessibleName(), QStringLiteral("Name or keyword"));
+        FirstPaintProbe probe(*window);
+        QVERIFY(runEventsUntil([&probe] { return probe.painted(); }));
+    }
+    QVERIFY(runUntilIdle(*window));
+    QCOMPARE(tabsOf(*window)->currentIndex(), 2);
+    QCOMPARE(window->controls().size(), 8);
+}
+
+void tst_WorkstationPages::theCutSheetsAreReadInIdleTimeAndAgainAfterTheLinesChange()
+{
+    auto window = open(kSampleJob);
+    auto* dock = window->findChild<QDockWidget*>(QStringLiteral("dockCutSheets"));
+    QVERIFY(dock);
+    QVERIFY(!dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+    QVERIFY(runUntilIdle(*window));
+    // Made with the pages, while the dock does not show.
+    QVERIFY(!dock->isVisible());
+    QPointer<QTreeWidget> tree = dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets"));
+    QVERIFY(tree);
+    QVERIFY(tree->topLevelItemCount() > 0);
+    // Shown beside the Line Items page as it is.
+    const int lines = pageOf(*window, QStringLiteral("Line Items"));
+    window->showPage(lines);
+    QVERIFY(dock->isVisible());
+    QCOMPARE(dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")), tree.data());
+    // A line added in the editor: the dock shows the cut sheets read again.
+    window->showPage(0);
+    LineItemEditor* editor = window->lineItemEditor();
+    QVERIFY(editor);
+    editor->addLine();
+    window->showPage(lines);
+    QVERIFY(dock->isVisible());
+    QVERIFY(tree.isNull());
+    QVERIFY(dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+}
+
+void tst_WorkstationPages::cutSheetsThatCannotBeReadInIdleTimeWaitForTheDock()
+{
+    auto window = open(kSampleJob);
+    // Another program holds the office's attachments away while the pages are bound.
+    const auto rename = [this](const char* from, const char* to) {
+        {
+            auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
+            db.setDatabaseName(m_scratch->filePath(QStringLiteral("office.sqlite")));
+            QVERIFY(db.open());
+            QSqlQuery q(db);
+            QVERIFY2(q.exec(QStringLiteral("ALTER TABLE %1 RENAME TO %2")
+                                .arg(QLatin1String(from), QLatin1String(to))),
+                     qPrintable(q.lastError().text()));
+            q.finish();
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("other"));
+    };
+    rename("cut_sheet_attachments", "held_attachments");
+    QVERIFY(runUntilIdle(*window));
+    auto* dock = window->findChild<QDockWidget*>(QStringLiteral("dockCutSheets"));
+    QVERIFY(dock);
+    QVERIFY(!dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets")));
+    QCOMPARE(window->controls().size(), 8);
+    // Back in place: the dock beside the Line Items page reads them then.
+    rename("held_attachments", "cut_sheet_attachments");
+    window->showPage(pageOf(*window, QStringLiteral("Line Items")));
+    QVERIFY(dock->isVisible());
+    auto* tree = dock->findChild<QTreeWidget*>(QStringLiteral("tvwCutSheets"));
+    QVERIFY(tree);
+    QVERIFY(tree->topLevelItemCount() > 0);
 }
 
 QTEST_MAIN(tst_WorkstationPages)
