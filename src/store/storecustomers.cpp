@@ -255,6 +255,10 @@ void StoreCustomers::Remove(qint16 index)
 
 void StoreCustomers::RemoveAll()
 {
+    // From a handler of the events of a Remove All: every customer has left the file already,
+    // and the rest of the events are on their way.
+    if (m_leaving)
+        return;
     QList<std::shared_ptr<StoreCustomer>> leaving;
     m_db->write([&] {
         // What leaves is what the file holds inside this write, each customer with its values.

@@ -240,6 +240,11 @@ private slots:
             if (index > 1)
                 QCOMPARE(first->Name(), QStringLiteral("Customer 1"));
         });
+        // A handler that asks for Remove All again changes nothing: the rest are on their way.
+        connect(customers.get(), &Customers::CustomerRemoved, this, [&](qint16 index) {
+            if (index == 3)
+                customers->RemoveAll();
+        });
         customers->RemoveAll();
         QCOMPARE(seen, (QStringList{QStringLiteral("3:2:Customer 1,Customer 2"),
                                     QStringLiteral("2:1:Customer 1"), QStringLiteral("1:0:")}));
