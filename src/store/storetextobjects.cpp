@@ -350,11 +350,15 @@ void StoreTextObjects::read(const QString& along, quint64& state) const
     // One statement: it reads one state of the file, whatever another program commits
     // meanwhile.
     m_snapshot = 0;
-    // The paragraphs handed out before stay the same objects.
+    // The paragraphs handed out before stay the same objects; one handed out since the last
+    // read is the newer of two with one id.
     QHash<qint64, std::shared_ptr<StoreTextObject>> known;
-    known.swap(m_objects);
+    known.reserve(m_seen.size() + m_objects.size());
     for (auto& o : m_seen)
         known.insert(o->id(), std::move(o));
+    for (auto it = m_objects.begin(); it != m_objects.end(); ++it)
+        known.insert(it.key(), std::move(it.value()));
+    m_objects.clear();
     m_seen.clear();
     m_seen.reserve(known.size());
     m_seenAt.clear();
