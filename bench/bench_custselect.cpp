@@ -182,13 +182,7 @@ void BM_Bind(benchmark::State& state)
             else if (painted.paints() == 0)
                 problem = QStringLiteral("the panel did not paint");
         };
-        if (samples.baselineFirst()) {
-            plain();
-            ours();
-        } else {
-            ours();
-            plain();
-        }
+        samples.inTurn(ours, plain);
         settleAll();
         if (!problem.isEmpty()) {
             state.SkipWithError(qPrintable(problem));

@@ -294,13 +294,7 @@ ZebBench::Samples compareBinds(benchmark::State& state, const char* control, QSi
             return t;
         };
         Timing c, b;
-        if (samples.baselineFirst()) {
-            b = fromMemory();
-            c = fromStore();
-        } else {
-            c = fromStore();
-            b = fromMemory();
-        }
+        samples.inTurn([&] { c = fromStore(); }, [&] { b = fromMemory(); });
         samples.add(c, b);
         state.SetIterationTime(c.wall);
     }
@@ -423,13 +417,7 @@ void BM_RemoveAll(benchmark::State& state)
             return t;
         };
         Timing c, b;
-        if (samples.baselineFirst()) {
-            b = fromMemory();
-            c = fromStore();
-        } else {
-            c = fromStore();
-            b = fromMemory();
-        }
+        samples.inTurn([&] { c = fromStore(); }, [&] { b = fromMemory(); });
         samples.add(c, b);
         state.SetIterationTime(c.wall);
     }

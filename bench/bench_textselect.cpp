@@ -162,13 +162,8 @@ void BM_Bind(benchmark::State& state)
         ZebBench::Timing baseline;
         bool plainPainted = true;
         QString problem;
-        if (samples.baselineFirst()) {
-            plainPainted = baselineBind(*texts, baseline);
-            problem = controlBind(texts, control);
-        } else {
-            problem = controlBind(texts, control);
-            plainPainted = baselineBind(*texts, baseline);
-        }
+        samples.inTurn([&] { problem = controlBind(texts, control); },
+                       [&] { plainPainted = baselineBind(*texts, baseline); });
         settleAll();
         if (!problem.isEmpty() || !plainPainted) {
             state.SkipWithError(problem.isEmpty() ? "the plain list did not paint"
@@ -264,13 +259,7 @@ void BM_ItemMoved(benchmark::State& state)
             down = !down;
         };
         const auto refill = [&] { b = timeSettled([&] { fillPlainList(*plain, *texts); }); };
-        if (samples.baselineFirst()) {
-            refill();
-            move();
-        } else {
-            move();
-            refill();
-        }
+        samples.inTurn(move, refill);
         samples.add(c, b);
         state.SetIterationTime(c.wall);
     }

@@ -179,14 +179,26 @@ struct Office {
 struct Figures {
     std::vector<double> ms;
     void add(double seconds) { ms.push_back(seconds * 1e3); }
-    double median() const
-    {
-        std::vector<double> v = ms;
-        std::sort(v.begin(), v.end());
-        const size_t n = v.size();
-        return n == 0 ? 0 : n % 2 ? v[n / 2] : (v[n / 2 - 1] + v[n / 2]) / 2;
-    }
+    double median() const { return ZebBench::median(ms); }
     double max() const { return ms.empty() ? 0 : *std::max_element(ms.begin(), ms.end()); }
+};
+
+// One wait per iteration, to the paint of the page the user sees: its median and slowest, and
+// the main thread's processor time over it.
+struct Waits {
+    Figures wall, cpu;
+    void add(benchmark::State& state, double seconds, double cpuSeconds)
+    {
+        wall.add(seconds);
+        cpu.add(cpuSeconds);
+        state.SetIterationTime(seconds);
+    }
+    void report(benchmark::State& state) const
+    {
+        state.counters["control_ms"] = wall.median();
+        state.counters["control_max_ms"] = wall.max();
+        state.counters["control_cpu_ms"] = cpu.median();
+    }
 };
 
 bool notPainted(benchmark::State& state, double s)
@@ -213,7 +225,8 @@ void BM_OpenJob(benchmark::State& state)
     const int lines = int(state.range(0));
     Office office;
     const qint64 job = Workstation::jobByNumber(*office.store, jobOf(lines));
-    Figures firstPaint, firstPaintCpu, ready, eager;
+    Waits firstPaint;
+    Figures ready, eager;
     for (auto _ : state) {
         if (notIdle(state, office.openSettled(office.other)))
             return;
@@ -221,7 +234,7 @@ void BM_OpenJob(benchmark::State& state)
         const double c = office.timeToPaint([&] { office.window->openJob(job); });
         if (notPainted(state, c))
             return;
-        firstPaintCpu.add(office.lastCpu);
+        const double cpu = office.lastCpu;
         if (notIdle(state, office.runUntilIdle()))
             return;
         const double r = seconds(start, Clock::now());
@@ -233,18 +246,15 @@ void BM_OpenJob(benchmark::State& state)
         });
         if (notPainted(state, b))
             return;
-        firstPaint.add(c);
+        firstPaint.add(state, c, cpu);
         ready.add(r);
         eager.add(b);
-        state.SetIterationTime(c);
     }
-    state.counters["control_ms"] = firstPaint.median();
-    state.counters["control_max_ms"] = firstPaint.max();
-    state.counters["control_cpu_ms"] = firstPaintCpu.median();
+    firstPaint.report(state);
     state.counters["ready_ms"] = ready.median();
     state.counters["ready_max_ms"] = ready.max();
     state.counters["baseline_ms"] = eager.median();
-    state.counters["ratio"] = firstPaint.median() / eager.median();
+    state.counters["ratio"] = firstPaint.wall.median() / eager.median();
 }
 
 // The first switch to a page after the open, once the workstation went idle, and a later one.
@@ -258,7 +268,7 @@ void BM_SwitchPage(benchmark::State& state, int lines, const QString& title, boo
         state.SkipWithError("no such page after the first");
         return;
     }
-    Figures figures, cpu;
+    Waits waits;
     for (auto _ : state) {
         if (notIdle(state, office.openSettled(office.other))
             || notIdle(state, office.openSettled(job)))
@@ -272,13 +282,9 @@ void BM_SwitchPage(benchmark::State& state, int lines, const QString& title, boo
         const double s = office.timeToPaint([&] { office.window->showPage(index); });
         if (notPainted(state, s))
             return;
-        figures.add(s);
-        cpu.add(office.lastCpu);
-        state.SetIterationTime(s);
+        waits.add(state, s, office.lastCpu);
     }
-    state.counters["control_ms"] = figures.median();
-    state.counters["control_max_ms"] = figures.max();
-    state.counters["control_cpu_ms"] = cpu.median();
+    waits.report(state);
 }
 
 // A tab clicked right after the first paint of the opened job: the idle work has started on a
@@ -294,7 +300,7 @@ void BM_SwitchAfterFirstPaint(benchmark::State& state, const QString& title)
         state.SkipWithError("no such page after the first");
         return;
     }
-    Figures figures, cpu;
+    Waits waits;
     for (auto _ : state) {
         if (notIdle(state, office.openSettled(office.other)))
             return;
@@ -316,13 +322,9 @@ void BM_SwitchAfterFirstPaint(benchmark::State& state, const QString& title)
         office.lastCpu = office.watch->paintedAtCpu() - cpuStart;
         if (notPainted(state, s))
             return;
-        figures.add(s);
-        cpu.add(office.lastCpu);
-        state.SetIterationTime(s);
+        waits.add(state, s, office.lastCpu);
     }
-    state.counters["control_ms"] = figures.median();
-    state.counters["control_max_ms"] = figures.max();
-    state.counters["control_cpu_ms"] = cpu.median();
+    waits.report(state);
 }
 
 // The 744-line job opened while another page than the first is open, to its first paint.
@@ -336,20 +338,16 @@ void BM_OpenJobOnPage(benchmark::State& state, const QString& title)
         state.SkipWithError("no such page after the first");
         return;
     }
-    Figures figures, cpu;
+    Waits waits;
     for (auto _ : state) {
         if (notIdle(state, office.openSettled(office.other, index)))
             return;
         const double s = office.timeToPaint([&] { office.window->openJob(job); });
         if (notPainted(state, s))
             return;
-        figures.add(s);
-        cpu.add(office.lastCpu);
-        state.SetIterationTime(s);
+        waits.add(state, s, office.lastCpu);
     }
-    state.counters["control_ms"] = figures.median();
-    state.counters["control_max_ms"] = figures.max();
-    state.counters["control_cpu_ms"] = cpu.median();
+    waits.report(state);
 }
 
 // Benchmark names without spaces: "Line Items Editor" -> "LineItemsEditor".

@@ -149,6 +149,18 @@ public:
     // Whether this iteration runs the baseline first. Alternating the order keeps either side
     // from always finding the caches as the other left them.
     bool baselineFirst() const { return m_wall.control.size() % 2 == 0; }
+    // Runs one iteration's two sides in the order baselineFirst says.
+    template <class Control, class Baseline>
+    void inTurn(Control&& control, Baseline&& baseline) const
+    {
+        if (baselineFirst()) {
+            baseline();
+            control();
+        } else {
+            control();
+            baseline();
+        }
+    }
 
     double controlMedian() const { return median(m_wall.control); }
     double baselineMedian() const { return median(m_wall.baseline); }

@@ -20,11 +20,10 @@
 #include "store/storejob.h"
 #include "store/storelineitems.h"
 #include "store/storetextobjects.h"
+#include "rawdatabase.h"
 #include "support/testsupport.h"
 
 #include <QCoreApplication>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -89,28 +88,17 @@ quint64 statementsOf(const Store& store, Call&& call)
     return store.statementCount() - before;
 }
 
-// Another program's connection to the file.
-class OtherProgram {
-public:
-    explicit OtherProgram(const QString& file)
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), kName);
-        db.setDatabaseName(file);
-        db.open();
-    }
-    ~OtherProgram() { QSqlDatabase::removeDatabase(kName); }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-    bool run(const QString& sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(kName));
-        return q.exec(sql);
-    }
-
-private:
-    static inline const QString kName = QStringLiteral("other program");
-};
+// The statements the store runs to bind the small job and then the large one into control,
+// shown at size; bind binds one job's collection.
+template <class Control, class Bind>
+std::pair<quint64, quint64> bindStatements(const Store& store, Control& control, QSize size,
+                                           Bind bind, StoreJob& small, StoreJob& large)
+{
+    control.resize(size);
+    control.show();
+    settle();
+    return {statementsOf(store, [&] { bind(small); }), statementsOf(store, [&] { bind(large); })};
+}
 
 QString file(const QTemporaryDir& dir)
 {
@@ -133,13 +121,9 @@ private slots:
         const auto small = store->openJob(store->createJob(job(QStringLiteral("1"), 20, 0, 0)));
         const auto large = store->openJob(store->createJob(job(QStringLiteral("2"), 744, 0, 0)));
         ZebSubCtl::ctlSubLineDsp viewer;
-        viewer.resize(610, 355);
-        viewer.show();
-        settle();
-        const quint64 forSmall =
-            statementsOf(*store, [&] { viewer.setLineItems(small->lineItems()); });
-        const quint64 forLarge =
-            statementsOf(*store, [&] { viewer.setLineItems(large->lineItems()); });
+        const auto [forSmall, forLarge] = bindStatements(
+            *store, viewer, {610, 355}, [&](StoreJob& j) { viewer.setLineItems(j.lineItems()); },
+            *small, *large);
         QCOMPARE(viewer.findChildren<ZebSubCtl::ctlSubLine*>().size(), 744);
         QVERIFY2(forLarge <= 4, qPrintable(QStringLiteral("%1 statements").arg(forLarge)));
         QCOMPARE(forLarge, forSmall);
@@ -154,13 +138,9 @@ private slots:
         const auto small = store->openJob(store->createJob(job(QStringLiteral("1"), 0, 2, 0)));
         const auto large = store->openJob(store->createJob(job(QStringLiteral("2"), 0, 1000, 0)));
         ZebSubCtl::ctlTextSelect list;
-        list.resize(400, 300);
-        list.show();
-        settle();
-        const quint64 forSmall =
-            statementsOf(*store, [&] { list.setTextObjects(small->coverLetterParagraphs()); });
-        const quint64 forLarge =
-            statementsOf(*store, [&] { list.setTextObjects(large->coverLetterParagraphs()); });
+        const auto [forSmall, forLarge] = bindStatements(
+            *store, list, {400, 300},
+            [&](StoreJob& j) { list.setTextObjects(j.coverLetterParagraphs()); }, *small, *large);
         QCOMPARE(list.findChild<ZebSubCtl::KeyedListView*>(QStringLiteral("ListView"))->count(),
                  1000);
         // The list's kind of text read and written back (four), the paragraphs with their
@@ -178,13 +158,9 @@ private slots:
         const auto small = store->openJob(store->createJob(job(QStringLiteral("1"), 0, 0, 2)));
         const auto large = store->openJob(store->createJob(job(QStringLiteral("2"), 0, 0, 1000)));
         ZebSubCtl::ctlCustSelect panel;
-        panel.resize(940, 420);
-        panel.show();
-        settle();
-        const quint64 forSmall =
-            statementsOf(*store, [&] { panel.setCustomers(small->customers()); });
-        const quint64 forLarge =
-            statementsOf(*store, [&] { panel.setCustomers(large->customers()); });
+        const auto [forSmall, forLarge] = bindStatements(
+            *store, panel, {940, 420}, [&](StoreJob& j) { panel.setCustomers(j.customers()); },
+            *small, *large);
         auto* list = panel.findChild<ZebSubCtl::KeyedListView*>(QStringLiteral("lsvCustomers"));
         QCOMPARE(list->count(), 1000);
         QCOMPARE(list->text(999), QStringLiteral("Customer 1000"));
@@ -263,14 +239,14 @@ private slots:
         QCOMPARE(customers->Count(), qint16(3));
         int events = 0;
         connect(customers.get(), &Customers::CustomerRemoved, this, [&] { ++events; });
-        OtherProgram other(file(dir));
-        QVERIFY(other.run(QStringLiteral("BEGIN IMMEDIATE")));
+        RawDatabase other(file(dir));
+        QVERIFY(other.exec(QStringLiteral("BEGIN IMMEDIATE")));
         const ErrorInfo refused = ZebTest::failureOf([&] { customers->RemoveAll(); });
         QCOMPARE(refused.Number, ErrorNumber::PermissionDenied);
         QCOMPARE(events, 0);
         QCOMPARE(customers->Count(), qint16(3));
         QCOMPARE(customers->Item(3)->Name(), QStringLiteral("Customer 3"));
-        QVERIFY(other.run(QStringLiteral("ROLLBACK")));
+        QVERIFY(other.exec(QStringLiteral("ROLLBACK")));
         customers->RemoveAll();
         QCOMPARE(events, 3);
         QCOMPARE(customers->Count(), qint16(0));
@@ -352,12 +328,12 @@ private slots:
         const auto customers =
             store->openJob(store->createJob(job(QStringLiteral("1"), 0, 0, 3)))->customers();
         QCOMPARE(customers->Count(), qint16(3));
-        OtherProgram other(file(dir));
-        QVERIFY(other.run(QStringLiteral("BEGIN IMMEDIATE")));
-        QVERIFY(other.run(QStringLiteral("DELETE FROM submittal_customers WHERE key = 'C1'")));
+        RawDatabase other(file(dir));
+        QVERIFY(other.exec(QStringLiteral("BEGIN IMMEDIATE")));
+        QVERIFY(other.exec(QStringLiteral("DELETE FROM submittal_customers WHERE key = 'C1'")));
         QVERIFY(ZebTest::failureOf([&] { customers->Remove(3); }).Number != 0);
         QCOMPARE(customers->Count(), qint16(3));
-        QVERIFY(other.run(QStringLiteral("COMMIT")));
+        QVERIFY(other.exec(QStringLiteral("COMMIT")));
         settle();
         QCOMPARE(customers->Count(), qint16(2));
         QCOMPARE(customers->Item(1)->Key(), QStringLiteral("C2"));

@@ -10,16 +10,45 @@
 #include "store/storecustomers.h"
 #include "store/storejob.h"
 #include "store/storetextobjects.h"
+#include "rawdatabase.h"
 #include "support/testsupport.h"
 
 #include <QPushButton>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace ZebObjects;
 using Shown = ZebSubCtl::ScriptedMessageBoxService::Shown;
+
+namespace {
+
+// A new office in file whose store gives up on a lock after 50 ms, its services the process's.
+std::shared_ptr<Store> openOffice(const QString& file)
+{
+    Store::Options options;
+    options.busyTimeoutMs = 50;
+    auto store = Store::open(file, Store::OpenMode::OpenOrCreate, options);
+    Runtime::setApplicationServices(store->applicationServices());
+    return store;
+}
+
+JobContents riverside()
+{
+    JobContents c;
+    c.number = QStringLiteral("24-0131");
+    c.name = QStringLiteral("Riverside Medical Office Building");
+    return c;
+}
+
+// What a write meets while another program holds the file's write lock.
+QString lockedDescription(const QString& file)
+{
+    return QStringLiteral("The database file \"%1\" is locked by another writer (database is "
+                          "locked)")
+        .arg(file);
+}
+
+}  // namespace
 
 class TestStoreInControls : public QObject {
     Q_OBJECT
@@ -31,15 +60,10 @@ private slots:
         ZebTest::Harness h;
         QTemporaryDir dir;
         const QString file = dir.filePath(QStringLiteral("office.zebdb"));
-        Store::Options options;
-        options.busyTimeoutMs = 50;
-        const auto store = Store::open(file, Store::OpenMode::OpenOrCreate, options);
-        JobContents c;
-        c.number = QStringLiteral("24-0131");
-        c.name = QStringLiteral("Riverside Medical Office Building");
+        const auto store = openOffice(file);
+        JobContents c = riverside();
         c.paragraphs = {{QStringLiteral("Enclosed please find our submittal."), true}};
         const auto job = store->openJob(store->createJob(c));
-        Runtime::setApplicationServices(store->applicationServices());
 
         ZebSubCtl::ctlTextSelect ctl;
         ctl.setAllowUpdate(true);
@@ -53,19 +77,12 @@ private slots:
         QCOMPARE(list->count(), 1);
 
         {
-            auto other =
-                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
-            other.setDatabaseName(file);
-            QVERIFY(other.open());
-            QSqlQuery lock(other);
-            QVERIFY(lock.exec(QStringLiteral("BEGIN IMMEDIATE")));
+            RawDatabase other(file);
+            QVERIFY(other.exec(QStringLiteral("BEGIN IMMEDIATE")));
             h.log().clear();
             QTest::keyClicks(entry, QStringLiteral("Lead times start at approval."));
             QTest::mouseClick(add, Qt::LeftButton);
-            const QString description =
-                QStringLiteral("The database file \"%1\" is locked by another writer (database "
-                               "is locked)")
-                    .arg(file);
+            const QString description = lockedDescription(file);
             QCOMPARE(
                 h.boxes().shown(),
                 (QList<Shown>{Shown{QStringLiteral("The requested operation cannot be completed."),
@@ -75,11 +92,8 @@ private slots:
                                                 "ZebObjects.Store|%1|0")
                                      .arg(description)});
             QCOMPARE(list->count(), 1);
-            QVERIFY(lock.exec(QStringLiteral("ROLLBACK")));
-            lock.finish();
-            other.close();
+            QVERIFY(other.exec(QStringLiteral("ROLLBACK")));
         }
-        QSqlDatabase::removeDatabase(QStringLiteral("other"));
 
         h.boxes().clear();
         QTest::mouseClick(add, Qt::LeftButton);
@@ -96,12 +110,8 @@ private slots:
         ZebTest::Harness h;
         QTemporaryDir dir;
         const QString file = dir.filePath(QStringLiteral("office.zebdb"));
-        Store::Options options;
-        options.busyTimeoutMs = 50;
-        const auto store = Store::open(file, Store::OpenMode::OpenOrCreate, options);
-        JobContents c;
-        c.number = QStringLiteral("24-0131");
-        c.name = QStringLiteral("Riverside Medical Office Building");
+        const auto store = openOffice(file);
+        JobContents c = riverside();
         for (int i = 1; i <= 3; ++i) {
             CustomerRecord r;
             r.key = QStringLiteral("C%1").arg(i);
@@ -110,7 +120,6 @@ private slots:
             c.customers.append(r);
         }
         const auto job = store->openJob(store->createJob(c));
-        Runtime::setApplicationServices(store->applicationServices());
 
         ZebSubCtl::ctlCustSelect panel;
         panel.setAllowDelete(true);
@@ -124,18 +133,11 @@ private slots:
         list->setSelectedRow(0);
 
         {
-            auto other =
-                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
-            other.setDatabaseName(file);
-            QVERIFY(other.open());
-            QSqlQuery lock(other);
-            QVERIFY(lock.exec(QStringLiteral("BEGIN IMMEDIATE")));
+            RawDatabase other(file);
+            QVERIFY(other.exec(QStringLiteral("BEGIN IMMEDIATE")));
             h.log().clear();
             QTest::mouseClick(removeAll, Qt::LeftButton);
-            const QString description =
-                QStringLiteral("The database file \"%1\" is locked by another writer (database "
-                               "is locked)")
-                    .arg(file);
+            const QString description = lockedDescription(file);
             QCOMPARE(h.boxes().shown(),
                      (QList<Shown>{Shown{QStringLiteral("This will remove all customers from "
                                                         "this submittal."),
@@ -148,11 +150,8 @@ private slots:
             // Nothing left the file, so every row stays.
             QCOMPARE(list->count(), 3);
             QCOMPARE(job->customers()->Count(), qint16(3));
-            QVERIFY(lock.exec(QStringLiteral("ROLLBACK")));
-            lock.finish();
-            other.close();
+            QVERIFY(other.exec(QStringLiteral("ROLLBACK")));
         }
-        QSqlDatabase::removeDatabase(QStringLiteral("other"));
 
         h.boxes().clear();
         QTest::mouseClick(removeAll, Qt::LeftButton);

@@ -1147,6 +1147,38 @@ void tst_ChoiceToPaper::customers()
                           now.left(300))
                    + onlyChanged(b, a, {part});
         });
+    // Every customer leaves in one write: no label is left, in the file or on paper.
+    QList<ZebSubCtl::ScriptedMessageBoxService::Shown> asked;
+    choose(
+        QStringLiteral("Customers: remove all"),
+        [&] {
+            page(1);
+            auto boxes = std::make_shared<ZebSubCtl::ScriptedMessageBoxService>();
+            ZebSubCtl::MessageBoxes::setService(boxes);
+            clickRow(find<KeyedListView>("lsvCustomers"), 0);
+            QTest::mouseClick(find<ZebSubCtl::UserControl>("ctlCustomers")
+                                  ->findChild<QAbstractButton*>(QStringLiteral("cmdRemoveAll")),
+                              Qt::LeftButton);
+            ZebSubCtl::MessageBoxes::setService(nullptr);
+            asked = boxes->shown();
+        },
+        [&](const Paper& b, const Paper& a) {
+            bool anyLeft = false;
+            for (const QString& name :
+                 {QStringLiteral("Halvorsen Electric Co."), QStringLiteral("Willamette Valley "
+                                                                           "Electric")})
+                anyLeft |= a.part(part).contains(name);
+            return expect(b.part(part).contains(QStringLiteral("Willamette Valley Electric"))
+                              && !anyLeft,
+                          a.part(part).left(200));
+        },
+        // Labels with nobody to print them for: the check before the export says so.
+        true);
+    QCOMPARE(asked.size(), 1);
+    QCOMPARE(asked.first().title, QStringLiteral("Are you sure?"));
+    // The window opened again after the restart shows the job without customers.
+    page(1);
+    QCOMPARE(find<KeyedListView>("lsvCustomers")->count(), 0);
     CHOICES_HELD();
 }
 
